@@ -1,0 +1,280 @@
+// Measures the whole controller, beside a peer in the same run where there is one, and prints one table.
+//     CONTROLLER=… FAN_OUT=FOLDER node bench/controller.mjs [--quick] [PART…]
+// FOLDER holds popup_fan_out and bare_fan_out; parts: see the end.
+import {spawn, execFileSync} from "node:child_process";
+import {once} from "node:events";
+import {closeSync, createReadStream, fdatasyncSync, mkdirSync, mkdtempSync, openSync, readFileSync, readdirSync, rmSync,
+        writeFileSync, writeSync} from "node:fs";
+import {Agent, request} from "node:http";
+import {connect, createServer} from "node:net";
+import {tmpdir} from "node:os";
+import {join} from "node:path";
+import {House} from "../tests/system/house.mjs";
+import {clip, rate} from "../tests/system/sounds.mjs";
+
+const isQuick = process.argv.includes("--quick");
+const plays = isQuick ? 10 : 100;
+const rows = [];
+const scratch = mkdtempSync(join(tmpdir(), "controller-bench-"));
+
+const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+const now = () => Number(process.hrtime.bigint()) / 1e6;
+const quantile = (values, share) => [...values].sort((a, b) => a - b)[Math.min(values.length - 1, Math.floor(values.length * share))];
+const median = (values) => quantile(values, 0.5);
+
+function row(what, value, unit, target, isGood, beside = "") {
+    rows.push({what, measured: `${value.toFixed(value < 10 ? 2 : 1)} ${unit}`, target, beside, verdict: isGood ? "yes" : "NO"});
+}
+
+// One request over a connection that stays; gives the milliseconds that it took.
+const agent = new Agent({keepAlive: true, maxSockets: 1});
+async function timed(house, method, path, body) {
+    const text = body === undefined ? "" : JSON.stringify(body);
+    const start = now();
+    const reply = await new Promise((resolve, reject) => {
+        const asked = request(house.base + path, {method, agent, headers: {
+            "Content-Length": Buffer.byteLength(text), ...(text && {"Content-Type": "application/json"})}}, resolve);
+        asked.on("error", reject).end(text);
+    });
+    reply.resume();
+    await once(reply, "end");
+    if (reply.statusCode >= 300) throw new Error(`${method} ${path}: ${reply.statusCode}`);
+    return now() - start;
+}
+
+async function repeat(count, body) {
+    const values = [];
+    for (let index = 0; index < count; ++index) values.push(await body(index));
+    return values;
+}
+
+async function freePort() {
+    const server = createServer().listen(0, "127.0.0.1");
+    await once(server, "listening");
+    const {port} = server.address();
+    server.close();
+    return port;
+}
+
+// From the start of a program to the first connection that it takes.
+async function untilListening(words, port) {
+    const start = now();
+    const program = spawn(words[0], words.slice(1), {stdio: ["ignore", "ignore", "ignore"]});
+    for (;;) {
+        const socket = connect(port, "127.0.0.1");
+        const isOpen = await new Promise((resolve) => {
+            socket.on("connect", () => resolve(true));
+            socket.on("error", () => resolve(false));
+        });
+        socket.destroy();
+        if (isOpen) return {program, taken: now() - start};
+        if (now() - start > 20000) throw new Error(`${words[0]} does not listen`);
+    }
+}
+
+async function end(program) {
+    program.kill("SIGTERM");
+    await once(program, "exit");
+}
+
+function memoryOf(pid) {
+    return Number(/VmRSS:\s+(\d+)/.exec(readFileSync(`/proc/${pid}/status`, "utf8"))[1]) / 1024;
+}
+
+function wakeUpsOf(pid) {
+    return readdirSync(`/proc/${pid}/task`).reduce((sum, task) =>
+        sum + Number(/voluntary_ctxt_switches:\s+(\d+)/.exec(readFileSync(`/proc/${pid}/task/${task}/status`, "utf8"))[1]), 0);
+}
+
+async function inHouse(rooms, body, prepare = () => {}) {
+    const house = new House(rooms);
+    try {
+        house.sound("click", clip(rate / 100));
+        await prepare(house);
+        await house.start();
+        await body(house);
+    } finally {
+        await house.remove();
+    }
+}
+
+// What the room hears comes over a pipe, as it is played; the first sample that is not silent counts.
+async function firstSample(pipe) {
+    const stream = createReadStream(pipe, {highWaterMark: 4096});
+    try {
+        for await (const bytes of stream)
+            for (let at = 0; at + 2 <= bytes.length; at += 2)
+                if (Math.abs(bytes.readInt16LE(at)) > 1000) return now();
+    } finally {
+        stream.destroy();
+    }
+    throw new Error("nothing was heard");
+}
+
+async function soundLatency(house, pipe, id, count) {
+    const {body} = await house.ask("POST", "/api/rehearsal", {announcement: id, stream_ready_ms: 0});
+    const own = body.timeline.find((entry) => entry.what === "sound_started").at_ms;
+    const events = await house.watch();
+    return repeat(count, async () => {
+        const heard = firstSample(pipe);
+        const start = now();
+        await house.play(id);
+        const taken = await heard - start - own;
+        await events.until("announcement_ended");
+        return taken;
+    });
+}
+
+async function sound(announcements = 0) {
+    const pipe = join(scratch, `room-${announcements}`);
+    execFileSync("mkfifo", [pipe]);
+    const output = {gstreamer: `audioconvert dithering=none ! audio/x-raw,format=S16LE ! filesink location=${pipe} sync=true buffer-mode=unbuffered`};
+    let values;
+    await inHouse([{output}], async (house) => {
+        const id = await house.add({audio: {file: "click"}, rooms: [{id: 1, volume: 100}]});
+        values = await soundLatency(house, pipe, id, announcements === 0 ? plays : 10);
+    }, (house) => announcements && fill(house, announcements));
+    return values;
+}
+
+async function fill(house, count) {
+    const one = (id) => `<announcement><id>${id}</id><name>Announcement ${id}</name><audio><file>none</file><delay>0</delay></audio>` +
+        `<video><file/><text>Text ${id}</text><delay>0</delay><timeout>5000</timeout><OKButton>true</OKButton></video>` +
+        "<rooms><room><id>1</id><volume>40</volume></room></rooms><navigators/></announcement>";
+    const file = join(house.folder, "first.xml");
+    writeFileSync(file, `<announcements>${Array.from({length: count}, (_, index) => one(index + 1)).join("")}</announcements>`);
+    const {status, output} = await house.run(["import", house.file, file]);
+    if (status !== 0) throw new Error(output);
+}
+
+async function command() {
+    const values = await sound();
+    row("command to first sample, p99", quantile(values, 0.99), "ms", "<= 20 ms", quantile(values, 0.99) <= 20,
+        `median ${median(values).toFixed(1)} ms, ${values.length} plays`);
+}
+
+async function popups() {
+    await inHouse([{output: "silent"}], async (house) => {
+        const id = await house.add({navigators: [{id: 11, room: 1}], video: {text: "Dinner is ready", timeout_ms: 500}});
+        const rounds = isQuick ? "3" : "9";
+        const numbers = (words) => execFileSync(words[0], words.slice(1), {encoding: "utf8"}).trim().split("\n").map(Number);
+        const bare = numbers([join(process.env.FAN_OUT, "bare_fan_out"), "1000", rounds]);
+        const values = numbers([join(process.env.FAN_OUT, "popup_fan_out"), new URL(house.base).port, "11", `${id}`, "1000", rounds]);
+        row("popup to the last of 1,000 pages", median(values), "ms", "<= 10 ms", median(values) <= 10,
+            `1,000 bare sends ${median(bare).toFixed(1)} ms, ratio ${(median(values) / median(bare)).toFixed(2)}`);
+    });
+}
+
+async function requestsPerSecond(url) {
+    const text = execFileSync("wrk", ["-t1", "-c64", isQuick ? "-d2" : "-d5", url], {encoding: "utf8"});
+    if (/Non-2xx/.test(text)) throw new Error(text);
+    return Number(/Requests\/sec:\s+([\d.]+)/.exec(text)[1]);
+}
+
+async function reads() {
+    await inHouse([{output: "silent"}], async (house) => {
+        const id = await house.add({audio: {file: "click"}, rooms: [{id: 1, volume: 40}], video: {text: "Dinner is ready"}});
+        const folder = join(scratch, "nginx");
+        mkdirSync(folder);
+        const port = await freePort();
+        writeFileSync(join(folder, "one.json"), (await house.ask("GET", `/api/announcements/${id}`)).text, {mode: 0o644});
+        writeFileSync(join(folder, "nginx.conf"), `user root; worker_processes 1; pid ${folder}/pid; error_log /dev/null;
+            events { worker_connections 1024; }
+            http { access_log off; server { listen 127.0.0.1:${port}; root ${folder}; } }`);
+        const nginx = (await untilListening(["nginx", "-c", join(folder, "nginx.conf"), "-g", "daemon off;"], port)).program;
+        try {
+            const ratios = await repeat(isQuick ? 1 : 3, async () =>
+                await requestsPerSecond(`${house.base}/api/announcements/${id}`) / await requestsPerSecond(`http://127.0.0.1:${port}/one.json`));
+            row("GET of an announcement / nginx", median(ratios), "x", ">= 0.5", median(ratios) >= 0.5, "64 connections");
+        } finally {
+            await end(nginx);
+        }
+    });
+}
+
+async function writes() {
+    await inHouse([{output: "silent"}], async (house) => {
+        const file = openSync(join(house.folder, "data", "probe"), "w");
+        const bytes = Buffer.alloc(8192);
+        const id = await house.add({});
+        const rounds = await repeat(isQuick ? 50 : 300, async (index) => {
+            const start = now();
+            writeSync(file, bytes, 0, bytes.length, index * bytes.length);
+            fdatasyncSync(file);
+            const disk = now() - start;
+            return {disk, request: await timed(house, "PUT", `/api/announcements/${id}`, {name: `Name ${index}`})};
+        });
+        closeSync(file);
+        const disk = median(rounds.map((round) => round.disk));
+        const asked = median(rounds.map((round) => round.request));
+        row("changing request beyond the disk's sync", asked - disk, "ms", "<= 2 ms", asked - disk <= 2,
+            `${asked.toFixed(2)} ms, the sync ${disk.toFixed(2)} ms`);
+    });
+}
+
+async function startAndIdle() {
+    const house = new House([{}, {}].map(() => ({output: "auto"})));
+    const port = await freePort();
+    const mpdPort = await freePort();
+    const folder = join(scratch, "mpd");
+    mkdirSync(folder);
+    writeFileSync(join(folder, "mpd.conf"), `bind_to_address "127.0.0.1"\nport "${mpdPort}"\nmusic_directory "${folder}"
+state_file "${folder}/state"\ndb_file "${folder}/db"\nlog_file "/dev/null"\naudio_output {\ntype "null"\nname "none"\n}\n`);
+    const ours = [process.env.CONTROLLER, house.file, "--stay", "--port", `${port}`];
+    const theirs = ["mpd", "--no-daemon", join(folder, "mpd.conf")];
+    const starts = await repeat(isQuick ? 4 : 10, async () => {
+        const one = await untilListening(ours, port);
+        await end(one.program);
+        const other = await untilListening(theirs, mpdPort);
+        await end(other.program);
+        return {ours: one.taken, theirs: other.taken};
+    });
+    // The first start fills the caches.
+    const start = median(starts.slice(1).map((taken) => taken.ours));
+    const mpdStart = median(starts.slice(1).map((taken) => taken.theirs));
+    row("start to listening, warm", start, "ms", "<= 60 ms, < mpd", start <= 60 && start < mpdStart, `mpd ${mpdStart.toFixed(1)} ms`);
+    const one = (await untilListening(ours, port)).program;
+    const other = (await untilListening(theirs, mpdPort)).program;
+    await sleep(5000);
+    const before = [one, other].map((program) => wakeUpsOf(program.pid));
+    const seconds = isQuick ? 10 : 30;
+    await sleep(1000 * seconds);
+    const [wakeUps, mpdWakeUps] = [one, other].map((program, index) => wakeUpsOf(program.pid) - before[index]);
+    const [memory, mpdMemory] = [one, other].map((program) => memoryOf(program.pid));
+    row("idle, resident", memory, "MB", "<= 25 MB, half of mpd", memory <= 25 && memory <= mpdMemory / 2, `mpd ${mpdMemory.toFixed(1)} MB`);
+    row("idle, wake-ups a second", wakeUps / seconds, "/s", "none without a reason", wakeUps / seconds < 0.1, `mpd ${(mpdWakeUps / seconds).toFixed(2)} /s`);
+    await Promise.all([end(one), end(other)]);
+    await house.remove();
+}
+
+async function readLatency(count) {
+    let values;
+    await inHouse([{output: "silent"}], async (house) => {
+        await timed(house, "GET", "/api/announcements/1");
+        values = await repeat(500, () => timed(house, "GET", `/api/announcements/${Math.ceil(count / 2)}`));
+    }, (house) => fill(house, count));
+    return median(values);
+}
+
+async function manyAnnouncements() {
+    const [few, many] = [await readLatency(10), await readLatency(10000)];
+    row("single read with 10,000 stored / 10", many / few, "x", "same (<= 1.2)", many / few <= 1.2, `${many.toFixed(3)} ms and ${few.toFixed(3)} ms`);
+    const values = await sound(10000);
+    row("command to first sample, 10,000 stored", median(values), "ms", "<= 20 ms", median(values) <= 20, `most ${Math.max(...values).toFixed(1)} ms`);
+}
+
+const parts = {startAndIdle, reads, writes, popups, command, manyAnnouncements};
+const wanted = process.argv.slice(2).filter((word) => !word.startsWith("--"));
+for (const [name, part] of Object.entries(parts)) {
+    if (wanted.length > 0 && !wanted.includes(name)) continue;
+    try {
+        await part();
+    } catch (error) {
+        rows.push({what: name, measured: "failed", target: "", verdict: "NO", beside: error.message.split("\n")[0]});
+    }
+}
+rmSync(scratch, {recursive: true, force: true});
+const line = (cells) => console.log(`| ${cells[0].padEnd(42)} | ${cells[1].padStart(10)} | ${cells[2].padEnd(21)} | ${cells[3].padEnd(4)} | ${cells[4]}`);
+line(["the controller", "measured", "target", "met", "beside it"]);
+for (const {what, measured, target, verdict, beside} of rows) line([what, measured, target, verdict, beside]);
+process.exit(rows.some((one) => one.measured === "failed") ? 1 : 0);

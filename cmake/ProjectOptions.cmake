@@ -1,0 +1,38 @@
+# Options, and the compile flags that every target of ours takes through `project_options`.
+option(BUILD_TESTING "Build the tests" ON)
+option(BUILD_CONTROLLER "Build the controller (needs GStreamer, yaml-cpp)" ON)
+option(BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
+option(BUILD_FUZZERS "Build the fuzz targets (needs clang)" OFF)
+option(WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ON)
+set(SANITIZERS "" CACHE STRING "Sanitizers to build with, as in -fsanitize=…")
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(project_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wcast-align -Wunused -Wnull-dereference -Wdouble-promotion -Wformat=2 -fno-omit-frame-pointer)
+if(WARNINGS_AS_ERRORS)
+    target_compile_options(project_options INTERFACE -Werror)
+endif()
+if(SANITIZERS)
+    target_compile_options(project_options INTERFACE -fsanitize=${SANITIZERS} -fno-sanitize-recover=all)
+    target_link_options(project_options INTERFACE -fsanitize=${SANITIZERS})
+endif()
+if(BUILD_FUZZERS)
+    target_compile_options(project_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,209 @@
+// How a controller comes to be: what is opened, in which order, and what it starts with.
+#include "controller/Controller.h"
+#include "controller/maintenance/StateText.h"
+
+#include <csignal>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+std::vector<audio::RoomConfig> EngineRooms(const House& house) {
+    std::vector<audio::RoomConfig> rooms;
+    for (const House::Room& room : house.rooms) {
+        audio::RoomConfig config;
+        config.id = room.id;
+        config.name = room.name;
+        config.output = room.output;
+        config.leadSilence = std::chrono::milliseconds(room.leadSilenceMs);
+        config.volume = room.startVolume;
+        rooms.push_back(std::move(config));
+    }
+    return rooms;
+}
+
+std::set<std::uint32_t> NavigatorIds(const House& house) {
+    std::set<std::uint32_t> ids;
+    for (const House::Navigator& navigator : house.navigators)
+        ids.insert(navigator.id);
+    return ids;
+}
+
+} // namespace
+
+Controller::Controller(House house, Options options, Log& log)
+    : m_house(std::move(house))
+    , m_options(std::move(options))
+    , m_log(log)
+    , m_driver(log)
+    , m_logToFeed(log, m_driver, m_feed)
+    , m_dataFolder(m_house.dataFolder)
+    , m_opened(Open())
+    , m_store(MakeStore(std::move(m_opened.database)))
+    , m_variables(VariablesAtStart(), *m_store, m_feed)
+    , m_popups(m_driver, m_variables, m_feed)
+    , m_timers(m_driver, log)
+    , m_playing(m_timers, m_feed)
+    , m_engine(EngineRooms(m_house), EngineServices())
+    , m_volumes(
+          RoomsAtStart(),
+          [this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); },
+          *m_store,
+          m_feed,
+          log)
+    , m_sounds(m_house.mediaFolder, Poster(), log)
+    , m_audio(AudioParts())
+    , m_devices(NavigatorIds(m_house),
+                m_popups,
+                log,
+                {[this] { m_keeper.SaveSoon(); },
+                 [this] {
+                     return m_playing.Current() ? m_playing.Current()->show : 0;
+                 }})
+    , m_driverHost(m_timers, log)
+    , m_agent(m_options.module.string(), m_services, m_driverHost, log)
+    , m_keeper({[this] { return m_agent.State(); }, *m_store, m_driver, m_feed, log},
+               m_opened.state.agentState)
+    , m_announcements(m_agent, m_keeper, m_feed)
+    , m_history(m_feed,
+                {[this](std::uint32_t id) { return m_announcements.NameOf(id); },
+                 [this](const HistoryEntry& entry) { m_store->AddHistory(entry); },
+                 [this] {
+                     return m_isEnding;
+                 }})
+    , m_server(ServerParts(), HttpLimits{})
+    , m_service(ServiceManager::Environment::OfThisProcess(), m_driver, m_feed, log)
+    , m_view(
+          m_house,
+          m_feed,
+          [this](std::uint32_t id) { return m_announcements.NameOf(id); },
+          [this](const std::string& line) { Print(line); })
+    , m_console({m_house, m_announcements, m_keeper, *m_store, m_volumes, m_variables, m_popups,
+                 [this](const std::string& line) { Print(line); },
+                 [this] {
+                     End();
+                 }})
+    , m_ends(m_feed.Subscribe([this](const Event& event) {
+        if (std::holds_alternative<events::AnnouncementEnded>(event.data))
+            AnnouncementEnded();
+    }))
+    , m_signals(m_driver.Context(), SIGINT, SIGTERM)
+    , m_patience(m_driver, "the end of patience") {
+    m_volumes.Recover(m_opened.state.journal);
+    ConnectAgent();
+}
+
+Controller::Opened Controller::Open() const {
+    if (m_options.isRecovering)
+        for (const std::string& line : StateDatabase::Recover(m_dataFolder.Path()))
+            m_log.Notice(line);
+    Opened opened;
+    opened.database = std::make_unique<StateDatabase>(m_dataFolder.Path());
+    opened.state = opened.database->Read();
+    return opened;
+}
+
+std::function<void(const char*, std::function<void()>)> Controller::Poster() {
+    return [this](const char* what, std::function<void()> work) {
+        m_driver.Post(what, std::move(work));
+    };
+}
+
+std::unique_ptr<StateStore> Controller::MakeStore(std::unique_ptr<StateDatabase> database) {
+    return std::make_unique<StateStore>(std::move(database), m_driver, Poster());
+}
+
+std::vector<Variables::Variable> Controller::VariablesAtStart() const {
+    std::vector<Variables::Variable> variables;
+    for (const House::Variable& variable : m_house.variables) {
+        const auto stored = m_opened.state.variables.find({variable.device, variable.variable});
+        variables.push_back({variable.device, variable.variable, variable.name,
+                             stored != m_opened.state.variables.end() ? stored->second : variable.value});
+    }
+    return variables;
+}
+
+std::vector<RoomVolumes::Room> Controller::RoomsAtStart() const {
+    std::vector<RoomVolumes::Room> rooms;
+    for (const House::Room& room : m_house.rooms) {
+        const auto stored = m_opened.state.volumes.find(room.id);
+        const unsigned volume = stored != m_opened.state.volumes.end() ? stored->second : room.startVolume;
+        rooms.push_back({room.id, room.name, room.maxVolume, volume});
+    }
+    return rooms;
+}
+
+audio::EngineServices Controller::EngineServices() {
+    audio::EngineServices services;
+    services.post = [this](std::function<void()> work) {
+        m_driver.Post("the audio engine", std::move(work));
+    };
+    services.log = [this](audio::LogLevel level, const std::string& text) {
+        // The engine's few words are for people: that there is no sound device, for one.
+        m_log.Write(level == audio::LogLevel::Info ? Severity::Notice : static_cast<Severity>(level), text);
+    };
+    services.roomTrouble = [this](const audio::RoomTrouble& trouble) {
+        m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
+    };
+    return services;
+}
+
+DigitalAudio::Parts Controller::AudioParts() {
+    return {m_engine,
+            m_volumes,
+            m_services,
+            m_feed,
+            m_log,
+            Poster(),
+            [this](const std::string& path, const std::function<void(const DigitalAudio::Located&)>& found) {
+                m_sounds.Find(path, found);
+            }};
+}
+
+ControllerParts Controller::ServerParts() {
+    return {m_house,
+            m_driver,
+            m_feed,
+            m_announcements,
+            m_popups,
+            m_variables,
+            m_volumes,
+            *m_store,
+            m_log,
+            m_options.module.string(),
+            [this] {
+                return !m_isEnding;
+            }};
+}
+
+std::string Controller::FirstState() const {
+    if (!m_opened.state.agentState.empty() || m_house.firstAnnouncements.empty())
+        return m_opened.state.agentState;
+    return statetext::Read(m_house.firstAnnouncements);
+}
+
+void Controller::ConnectAgent() {
+    for (const House::Room& room : m_house.rooms) {
+        auto& proxy = m_rooms.try_emplace(room.id, room.id, m_audio, m_volumes, m_feed).first->second;
+        m_devices.AddRoom(room.id, proxy);
+    }
+    m_services.RegisterInterface(IDeviceManager::kGuid, static_cast<IDeviceManager*>(&m_devices), 1);
+    m_services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&m_timers), 1);
+    m_services.RegisterInterface(IDigitalAudio::kGuid, static_cast<IDigitalAudio*>(&m_audio), 1);
+    m_driverHost.SetListeners({[this](std::uint32_t id) { m_playing.EventFired(id); },
+                               [this] { m_keeper.SaveSoon(); },
+                               [this](const std::string& /*name*/) {
+                                   m_agent.HandlerMissing();
+                               }});
+    m_timers.SetDriverTimerListener([this] { m_playing.DriverTimerDone(); });
+    try {
+        m_agent.Start(FirstState());
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(
+            "The announcements in " + (m_dataFolder.Path() / StateDatabase::kFileName).string() +
+            " cannot be used: " + error.what() +
+            ". `announcement-controller export` writes them out as text, and `import` takes the "
+            "mended text back");
+    }
+    m_keeper.SaveSoon();
+}

@@ -1,0 +1,346 @@
+#include "controller/api/Api.h"
+
+#include "controller/api/AnnouncementJson.h"
+#include "controller/api/HouseJson.h"
+#include "controller/api/JsonObject.h"
+#include "controller/api/MediaName.h"
+#include "controller/http/Problem.h"
+#include "host/VqXML.h"
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+/// A longer list of announcements is turned into JSON elsewhere.
+constexpr std::size_t kLongXml = 65536;
+
+std::vector<Access::Token> TokensOf(const House& house) {
+    std::vector<Access::Token> tokens;
+    for (const House::Token& token : house.tokens)
+        tokens.push_back({token.name, token.hash, Rights::Read(token.rights)});
+    return tokens;
+}
+
+std::string Dump(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// Counts the replies, and says what a refused request has not said itself.
+class CountedExchange final : public HttpExchange {
+public:
+    CountedExchange(std::shared_ptr<HttpExchange> exchange, std::map<unsigned, std::uint64_t>& counts)
+        : m_exchange(std::move(exchange))
+        , m_counts(counts) {}
+
+    [[nodiscard]] const HttpRequest& Request() const noexcept override { return m_exchange->Request(); }
+    void
+    ReadBody(std::size_t limit, std::chrono::seconds time, std::function<void(std::string)> onBody) override {
+        m_exchange->ReadBody(limit, time, std::move(onBody));
+    }
+    void Reply(HttpReply reply) override {
+        ++m_counts[reply.status];
+        m_exchange->Reply(std::move(reply));
+    }
+    void Upgrade(std::function<void(std::shared_ptr<WebSocket>)> onOpen) override {
+        ++m_counts[101];
+        m_exchange->Upgrade(std::move(onOpen));
+    }
+
+private:
+    const std::shared_ptr<HttpExchange> m_exchange;
+    std::map<unsigned, std::uint64_t>& m_counts;
+};
+
+/// The token of the request; empty without one.
+std::string_view BearerOf(const HttpRequest& request) {
+    const std::string_view text = request.Header("authorization");
+    static constexpr std::string_view kBearer = "Bearer ";
+    return text.substr(0, kBearer.size()) == kBearer ? text.substr(kBearer.size()) : std::string_view();
+}
+
+HttpReply Unauthorized(std::string_view detail, std::string_view right) {
+    HttpReply reply = Problem(401, detail, right);
+    reply.headers.emplace_back("WWW-Authenticate", "Bearer");
+    return reply;
+}
+
+bool IsJson(std::string_view contentType) {
+    const std::string_view type = contentType.substr(0, contentType.find(';'));
+    return type == "application/json" || type == "application/json ";
+}
+
+} // namespace
+
+Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name) noexcept)
+    : m_parts(std::move(parts))
+    , m_hosts(HostCheck::MachineName(), m_parts.house.address)
+    , m_router(Operations())
+    , m_findAsset(findAsset)
+    , m_access(TokensOf(m_parts.house), AccessParts())
+    , m_watch(m_parts.feed)
+    , m_streams(m_parts.feed, StreamParts())
+    , m_media(m_parts.house.mediaFolder)
+    , m_worker(std::make_unique<Worker>())
+    , m_context{m_parts, m_access, m_watch, m_streams, m_media, *m_worker, std::chrono::system_clock::now(),
+                {}} {}
+
+Api::~Api() = default;
+
+Access::Parts Api::AccessParts() {
+    return {
+        [this](std::function<void()> work) { m_worker->Submit(std::move(work)); },
+        [this](std::function<void()> work) { m_parts.driver.Post("looking at a token", std::move(work)); },
+        [] { return std::chrono::steady_clock::now(); },
+        [this](const std::string& line) {
+            m_parts.log.Warning(line);
+        }};
+}
+
+EventStreams::Parts Api::StreamParts() {
+    return {[this](const EventStreams::State& give) { GiveWholeState(give); },
+            [this](std::uint32_t navigator) { return PageState(navigator); },
+            [this](std::uint32_t navigator) {
+                const auto* const found = house_json::FindNavigator(m_parts.house, navigator);
+                return found != nullptr ? found->room : 0;
+            },
+            [this](std::uint32_t announcement) { return AnnouncementText(announcement); },
+            [this](const char* what, std::function<void()> work) {
+                m_parts.driver.Post(what, std::move(work));
+            }};
+}
+
+void Api::Handle(std::shared_ptr<HttpExchange> exchange) {
+    const auto counted = std::make_shared<CountedExchange>(std::move(exchange), m_context.replies);
+    const HttpRequest& request = counted->Request();
+    const std::string_view host = request.Header("host");
+    if (request.CountHeaders("host") != 1 || !m_hosts.IsOurs(host)) {
+        counted->Reply(Problem(421, "this Host is not served here", m_hosts.Accepted()));
+        return;
+    }
+    if (!HostCheck::IsSameOrigin(request.Header("origin"), host)) {
+        counted->Reply(
+            Problem(403, "the request comes from a page of another origin", "a page of this server"));
+        return;
+    }
+    Route(counted);
+}
+
+const Asset* Api::AssetAt(std::string_view path) const {
+    static constexpr std::string_view kNavigator = "/navigator/";
+    static constexpr std::string_view kAssets = "/assets/";
+    if (path == "/")
+        return m_findAsset("console.html");
+    if (path.substr(0, kAssets.size()) == kAssets)
+        return m_findAsset(path.substr(kAssets.size()));
+    if (path.substr(0, kNavigator.size()) != kNavigator)
+        return nullptr;
+    const std::string_view id = path.substr(kNavigator.size());
+    for (const House::Navigator& navigator : m_parts.house.navigators) {
+        if (std::to_string(navigator.id) == id)
+            return m_findAsset("navigator.html");
+    }
+    return nullptr;
+}
+
+bool Api::ServeAsset(HttpExchange& exchange) const {
+    const HttpRequest& request = exchange.Request();
+    const Asset* const asset = AssetAt(request.path);
+    if (asset == nullptr)
+        return false;
+    if (request.method != "GET") {
+        HttpReply refusal = Problem(405, request.method + " is not for this address", "GET");
+        refusal.headers.emplace_back("Allow", "GET");
+        exchange.Reply(std::move(refusal));
+        return true;
+    }
+    HttpReply reply;
+    reply.isPage = true;
+    reply.headers.emplace_back("ETag", asset->etag);
+    reply.headers.emplace_back("Cache-Control", "no-cache");
+    if (request.Header("if-none-match") == asset->etag) {
+        reply.status = 304;
+    } else {
+        reply.contentType = asset->contentType;
+        reply.body = asset->body;
+    }
+    exchange.Reply(std::move(reply));
+    return true;
+}
+
+void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
+    const HttpRequest& request = exchange->Request();
+    auto route = m_router.Find(request.method, request.path);
+    if (route.operation == nullptr) {
+        if (ServeAsset(*exchange))
+            return;
+        HttpReply reply = route.allowed.empty()
+                              ? Problem(404, "there is nothing at this address", "see GET /api/operations")
+                              : Problem(405, request.method + " is not for this address", route.allowed);
+        if (!route.allowed.empty())
+            reply.headers.emplace_back("Allow", route.allowed);
+        exchange->Reply(std::move(reply));
+        return;
+    }
+    auto query = ParseQuery(request.query);
+    if (!query) {
+        exchange->Reply(Problem(400, "the query is badly encoded", "NAME=VALUE&..., percent-encoded"));
+        return;
+    }
+    const auto call = std::make_shared<ApiCall>(exchange, std::move(route.values), std::move(*query));
+    if (route.operation->kind == Operation::Kind::Events && !request.isUpgrade) {
+        HttpReply reply = Problem(426, "this address is a WebSocket", "a WebSocket request");
+        reply.headers.emplace_back("Upgrade", "websocket");
+        call->Reply(std::move(reply));
+        return;
+    }
+    Authorize({route.operation, call});
+}
+
+void Api::Authorize(const Wanted& wanted) {
+    if (wanted.operation->need == Need::Nothing || m_access.IsOpen()) {
+        Allowed(wanted, Rights::All());
+        return;
+    }
+    const HttpRequest& request = wanted.call->Request();
+    const std::string ticket = wanted.call->Query("ticket");
+    if (wanted.operation->kind == Operation::Kind::Events && !ticket.empty()) {
+        if (const auto rights = m_access.TakeTicket(ticket))
+            Allowed(wanted, *rights);
+        else
+            wanted.call->Reply(
+                Unauthorized("this ticket is used, too old or unknown", "POST /api/tickets gives one"));
+        return;
+    }
+    const std::string_view token = BearerOf(request);
+    if (token.empty()) {
+        wanted.call->Reply(Unauthorized("a token is needed", "Authorization: Bearer TOKEN"));
+        return;
+    }
+    m_access.Check(token, request.peer, [this, wanted](Access::Verdict verdict, const Rights& rights) {
+        if (verdict == Access::Verdict::Known) {
+            Allowed(wanted, rights);
+            return;
+        }
+        if (verdict == Access::Verdict::Wrong) {
+            wanted.call->Reply(
+                Unauthorized("this token is unknown", "`announcement-controller token add` makes one"));
+            return;
+        }
+        HttpReply reply = Problem(429, "too many wrong tokens came from this address", "to wait a minute");
+        reply.headers.emplace_back("Retry-After", "60");
+        wanted.call->Reply(std::move(reply));
+    });
+}
+
+void Api::Allowed(const Wanted& wanted, const Rights& rights) {
+    wanted.call->Guard([&] {
+        const Need need = wanted.operation->need;
+        const std::uint32_t navigator = need == Need::Navigator ? wanted.call->Id("id") : 0;
+        if (!rights.Allow(need, navigator))
+            throw ApiError(403, "this token has not the right for this operation",
+                           std::string("the right ") + NameOf(need));
+        wanted.call->SetCaller(rights);
+        CheckBody(wanted);
+    });
+}
+
+void Api::CheckBody(const Wanted& wanted) {
+    const HttpRequest& request = wanted.call->Request();
+    const Operation::Kind kind = wanted.operation->kind;
+    const std::string_view contentType = request.Header("content-type");
+    if (!request.Header("content-encoding").empty())
+        throw ApiError(415, "the body is encoded", "a body without Content-Encoding");
+    if (kind == Operation::Kind::Events) {
+        Run(wanted);
+        return;
+    }
+    if (kind == Operation::Kind::File) {
+        if (!media_name::IsTypeFor(wanted.call->Text("name"), contentType))
+            throw ApiError(415, "the body is of the wrong type",
+                           std::string(media_name::TypeOf(wanted.call->Text("name"))) +
+                               ", or application/octet-stream");
+        if (*m_context.uploads >= kMaxUploads)
+            throw ApiError(503, "other files are being stored", "to try again in a moment");
+        // Given back when the call is over, however it ends.
+        wanted.call->holds = CountIn(m_context.uploads);
+        wanted.call->Exchange().ReadBody(MediaShelf::kMaxFile, std::chrono::seconds(60),
+                                         [this, wanted](std::string body) {
+                                             wanted.call->body = std::move(body);
+                                             Run(wanted);
+                                         });
+        return;
+    }
+    const bool isNeeded = kind == Operation::Kind::Json;
+    if ((isNeeded || request.hasBody) && !IsJson(contentType) && (isNeeded || !contentType.empty()))
+        throw ApiError(415, "the body is of the wrong type", "Content-Type: application/json");
+    wanted.call->Exchange().ReadBody(
+        kMaxJson, std::chrono::seconds(15), [this, wanted, isNeeded](std::string body) {
+            wanted.call->Guard([&] {
+                if (isNeeded)
+                    wanted.call->json = ParseJson(body);
+                else if (!body.empty() && !ParseJson(body).empty())
+                    throw ApiError(400, "this operation takes no body", "an empty body, or {}");
+                Run(wanted);
+            });
+        });
+}
+
+void Api::Run(const Wanted& wanted) {
+    m_parts.driver.Do(wanted.operation->name, [&] {
+        wanted.call->Guard([&] { wanted.operation->handler(m_context, wanted.call); });
+    });
+}
+
+std::string Api::AnnouncementText(std::uint32_t id) {
+    std::string text;
+    m_parts.announcements.Request(
+        "get_announcement", {{"id", std::to_string(id)}}, [&](const AnnouncementService::Outcome& outcome) {
+            const auto document = VqXML::CreateXmlDocument(outcome.answer.text);
+            if (!document || document->GetRootNode()->FindChild("id") == nullptr)
+                return;
+            Json announcement = announcement_json::FromXml(*document->GetRootNode());
+            announcement["id"] = id;
+            text = Dump(announcement);
+        });
+    return text;
+}
+
+std::string Api::WholeStateWithoutAnnouncements() const {
+    return Dump({{"status", house_json::Status(m_context)},
+                 {"rooms", house_json::Rooms(m_context)},
+                 {"navigators", house_json::Navigators(m_context)},
+                 {"variables", house_json::Variables(m_context)}});
+}
+
+void Api::GiveWholeState(const EventStreams::State& give) {
+    std::string xml;
+    m_parts.announcements.Request(
+        "get_announcements", {},
+        [&xml](const AnnouncementService::Outcome& outcome) { xml = outcome.answer.text; });
+    if (xml.empty())
+        xml = "<announcements/>"; // there is no agent any more
+    // Both texts are objects: they are made one.
+    const auto join = [](std::string state, const std::string& list) {
+        state.back() = ',';
+        return state + list.substr(1);
+    };
+    std::string state = WholeStateWithoutAnnouncements();
+    if (xml.size() <= kLongXml) {
+        give(join(std::move(state), announcement_json::ListFromXml(xml)));
+        return;
+    }
+    m_worker->Submit([this, xml, state, join, give] {
+        const std::string whole = join(state, announcement_json::ListFromXml(xml));
+        m_parts.driver.Post("the first message of a socket", [give, whole] { give(whole); });
+    });
+}
+
+std::string Api::PageState(std::uint32_t id) const {
+    const auto* const navigator = house_json::FindNavigator(m_parts.house, id);
+    const auto* const room = house_json::FindRoom(m_parts.house, navigator->room);
+    return Dump({{"navigator", {{"id", id}, {"name", navigator->name}}},
+                 {"room", {{"id", navigator->room}, {"name", room != nullptr ? room->name : ""}}},
+                 {"house", m_parts.house.name},
+                 {"awake", m_watch.IsAwake(navigator->room)},
+                 {"popup", house_json::PopupOn(m_context, id)}});
+}

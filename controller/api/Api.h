@@ -1,0 +1,58 @@
+#pragma once
+
+#include "controller/access/HostCheck.h"
+#include "controller/api/ApiContext.h"
+#include "controller/api/Router.h"
+#include "controller/http/HttpExchange.h"
+#include "controller/web/Assets.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// The controller's API and pages: answers every request that the server takes. Driver thread only.
+class Api final : public IHttpHandler {
+public:
+    static constexpr std::size_t kMaxJson = 262144;
+    static constexpr unsigned kMaxUploads = 4;
+
+    /// `findAsset` gives the pages' files by name; null for an unknown one.
+    Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name) noexcept);
+    Api(const Api&) = delete;
+    Api& operator=(const Api&) = delete;
+    /// Waits for the work that is under way elsewhere.
+    ~Api();
+
+    void Handle(std::shared_ptr<HttpExchange> exchange) override;
+
+private:
+    struct Wanted {
+        const Operation* operation;
+        ApiCallPointer call;
+    };
+
+    void Route(const std::shared_ptr<HttpExchange>& exchange);
+    [[nodiscard]] const Asset* AssetAt(std::string_view path) const;
+    [[nodiscard]] bool ServeAsset(HttpExchange& exchange) const;
+    void Authorize(const Wanted& wanted);
+    void Allowed(const Wanted& wanted, const Rights& rights);
+    void CheckBody(const Wanted& wanted);
+    void Run(const Wanted& wanted);
+    [[nodiscard]] std::string WholeStateWithoutAnnouncements() const;
+    [[nodiscard]] EventStreams::Parts StreamParts();
+    [[nodiscard]] Access::Parts AccessParts();
+    void GiveWholeState(const EventStreams::State& give);
+    [[nodiscard]] std::string PageState(std::uint32_t navigator) const;
+    [[nodiscard]] std::string AnnouncementText(std::uint32_t id);
+
+    ControllerParts m_parts;
+    const HostCheck m_hosts;
+    const Router m_router;
+    const Asset* (*const m_findAsset)(std::string_view name) noexcept;
+    Access m_access;
+    HouseWatch m_watch;
+    EventStreams m_streams;
+    MediaShelf m_media;
+    std::unique_ptr<Worker> m_worker;
+    ApiContext m_context;
+};

@@ -1,0 +1,85 @@
+#include "controller/api/ApiCall.h"
+
+#include "controller/http/Problem.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+
+namespace {
+
+std::string Find(const ApiCall::Values& values, std::string_view name) {
+    const auto place =
+        std::find_if(values.begin(), values.end(), [&](const auto& value) { return value.first == name; });
+    return place != values.end() ? place->second : "";
+}
+
+std::optional<std::uint64_t> ReadNumber(const std::string& text) {
+    std::uint64_t number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+std::string ApiCall::Text(std::string_view name) const {
+    return Find(m_path, name);
+}
+
+std::uint64_t ApiCall::Number(std::string_view name) const {
+    const std::string text = Text(name);
+    const auto number = ReadNumber(text);
+    if (!number)
+        throw ApiError(404, "\"" + text + "\" in the address is no number",
+                       std::string(name) + " in decimal");
+    return *number;
+}
+
+std::uint32_t ApiCall::Id(std::string_view name) const {
+    const std::uint64_t number = Number(name);
+    if (number == 0 || number > std::numeric_limits<std::uint32_t>::max())
+        throw ApiError(404, Text(name) + " in the address names nothing", "an id from 1 to 4294967295");
+    return static_cast<std::uint32_t>(number);
+}
+
+std::string ApiCall::Query(std::string_view name) const {
+    return Find(m_query, name);
+}
+
+void ApiCall::Reply(unsigned status, const Json& value) {
+    ReplyText(status, "application/json", value.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+void ApiCall::ReplyText(unsigned status, std::string_view contentType, std::string text) {
+    HttpReply reply;
+    reply.status = status;
+    reply.contentType = contentType;
+    reply.body = std::move(text);
+    Reply(std::move(reply));
+}
+
+void ApiCall::ReplyNothing() {
+    HttpReply reply;
+    reply.status = 204;
+    Reply(std::move(reply));
+}
+
+void ApiCall::Reply(HttpReply reply) {
+    m_exchange->Reply(std::move(reply));
+}
+
+void ApiCall::Fail(const ApiError& error) {
+    Reply(Problem(error.Status(), error.what(), error.Right()));
+}
+
+void ApiCall::Guard(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const ApiError& error) {
+        Fail(error);
+    } catch (const std::exception& error) {
+        Fail(ApiError(500, std::string("the controller failed: ") + error.what()));
+    }
+}

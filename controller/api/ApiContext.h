@@ -1,0 +1,87 @@
+#pragma once
+
+#include "controller/access/Access.h"
+#include "controller/announcements/AnnouncementService.h"
+#include "controller/api/ApiCall.h"
+#include "controller/api/EventStreams.h"
+#include "controller/api/HouseWatch.h"
+#include "controller/api/MediaShelf.h"
+#include "controller/driver/DriverThread.h"
+#include "controller/driver/Worker.h"
+#include "controller/events/EventFeed.h"
+#include "controller/house/House.h"
+#include "controller/popups/Popups.h"
+#include "controller/popups/Variables.h"
+#include "controller/rooms/RoomVolumes.h"
+#include "controller/state/StateStore.h"
+
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+/// The parts of the controller that the API shows and drives. All are borrowed for life.
+struct ControllerParts {
+    const House& house;
+    DriverThread& driver;
+    EventFeed& feed;
+    AnnouncementService& announcements;
+    Popups& popups;
+    Variables& variables;
+    RoomVolumes& volumes;
+    StateStore& store;
+    Log& log;
+    std::string moduleFile; ///< of the agent, for rehearsals
+    std::function<bool()> isAgentRunning;
+};
+
+/// What a handler works with.
+struct ApiContext {
+    ControllerParts& parts;
+    Access& access;
+    HouseWatch& watch;
+    EventStreams& streams;
+    MediaShelf& media;
+    Worker& worker; ///< for what would block the driver thread
+    std::chrono::system_clock::time_point started;
+    std::map<unsigned, std::uint64_t> replies; ///< how many, by status
+    /// How many are under way.
+    std::shared_ptr<unsigned> uploads = std::make_shared<unsigned>(0);
+    std::shared_ptr<unsigned> rehearsals = std::make_shared<unsigned>(0);
+};
+
+/// Counts one more as long as what it gives lives, which may be longer than the API does.
+[[nodiscard]] inline std::shared_ptr<void> CountIn(const std::shared_ptr<unsigned>& counter) {
+    ++*counter;
+    return {nullptr, [counter](void*) {
+                --*counter;
+            }};
+}
+
+/// Runs `work` elsewhere and then `done` with what it gave, on the driver thread; what either throws answers
+/// the call. `work` must not hold the call: it would end with it, on a thread that is not the driver's.
+template <class Work, class Done>
+void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
+    DriverThread& driver = context.parts.driver;
+    context.worker.Submit([&driver, call, work = std::move(work), done = std::move(done)]() mutable {
+        std::exception_ptr failure;
+        std::optional<decltype(work())> result;
+        try {
+            result = work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        driver.Post("an answer of the API",
+                    [call = std::move(call), done = std::move(done), failure, result = std::move(result)] {
+                        call->Guard([&] {
+                            if (failure)
+                                std::rethrow_exception(failure);
+                            done(*result);
+                        });
+                    });
+    });
+}

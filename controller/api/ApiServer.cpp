@@ -1,0 +1,38 @@
+#include "controller/api/ApiServer.h"
+
+#include <boost/asio/ip/address.hpp>
+
+#include <stdexcept>
+
+namespace {
+
+std::optional<TlsFiles> TlsOf(const House& house) {
+    if (house.tls.certificate.empty())
+        return std::nullopt;
+    return TlsFiles{house.tls.certificate.string(), house.tls.key.string()};
+}
+
+/// Everybody may do everything where there is no token: so nobody else may come there.
+void RequireSafeAddress(const House& house) {
+    boost::system::error_code error;
+    const auto address = boost::asio::ip::make_address(house.address, error);
+    if (error || (!address.is_loopback() && house.tokens.empty()))
+        throw std::runtime_error(house.address +
+                                 " can be reached from other machines, and the house has no token; "
+                                 "`announcement-controller token add` makes one, and 127.0.0.1 needs none");
+}
+
+std::string Url(const House& house, std::uint16_t port) {
+    const bool isV6 = house.address.find(':') != std::string::npos;
+    return (house.tls.certificate.empty() ? "http://" : "https://") +
+           (isV6 ? "[" + house.address + "]" : house.address) + ":" + std::to_string(port) + "/";
+}
+
+} // namespace
+
+ApiServer::ApiServer(ControllerParts parts, const HttpLimits& limits)
+    : m_api(parts, &FindAsset)
+    , m_server(parts.driver.Context(), m_api, parts.log, limits, TlsOf(parts.house)) {
+    RequireSafeAddress(parts.house);
+    m_address = Url(parts.house, m_server.Listen(parts.house.address, parts.house.port));
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "controller/events/EventFeed.h"
+#include "controller/http/HttpExchange.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+/// The sockets that are told what happens: those that watch everything, and the pages of navigators. Driver
+/// thread only.
+class EventStreams {
+public:
+    /// So many events are kept for a socket whose first message is still being made.
+    static constexpr std::size_t kMaxHeld = 1000;
+
+    /// The state, as JSON text, that a socket begins with; given at once or later.
+    using State = std::function<void(std::string data)>;
+    struct Parts {
+        std::function<void(const State& give)> wholeState;
+        std::function<std::string(std::uint32_t navigator)> pageState;
+        std::function<std::uint32_t(std::uint32_t navigator)> roomOf;
+        /// An announcement as JSON text; empty when there is none.
+        std::function<std::string(std::uint32_t announcement)> announcement;
+        std::function<void(const char* what, std::function<void()> work)> post;
+    };
+
+    /// `feed` is borrowed for life.
+    EventStreams(EventFeed& feed, Parts parts);
+    EventStreams(const EventStreams&) = delete;
+    EventStreams& operator=(const EventStreams&) = delete;
+
+    /// Sends the state, and from then on everything.
+    void AddWatcher(std::shared_ptr<WebSocket> socket);
+
+    /// Sends what the page has to show, and from then on what concerns it.
+    void AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> socket);
+
+    /// How many pages of this navigator are connected.
+    [[nodiscard]] std::size_t PagesOf(std::uint32_t navigator) const;
+
+    /// How many sockets there are.
+    [[nodiscard]] std::size_t Size() const noexcept { return m_watchers.size() + m_pageCount; }
+
+private:
+    using Text = std::shared_ptr<const std::string>;
+    struct Watcher {
+        std::shared_ptr<WebSocket> socket;
+        bool isBegun = false;
+        std::vector<Text> held;
+    };
+
+    void Take(const Event& event);
+    void TellWatchers(const Event& event);
+    void TellPages(const Event& event);
+    void TellNavigator(std::uint32_t navigator, const Text& text);
+    void Begin(std::uint64_t id, std::uint64_t number, const std::string& state);
+
+    Parts m_parts;
+    std::uint64_t m_lastNumber = 0;
+    std::uint64_t m_lastId = 0;
+    std::map<std::uint64_t, Watcher> m_watchers;
+    std::map<std::uint32_t, std::map<std::uint64_t, std::shared_ptr<WebSocket>>> m_pages;
+    std::size_t m_pageCount = 0;
+    const std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< sockets may outlive this object
+    EventFeed::Subscription m_subscription;
+};

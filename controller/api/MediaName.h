@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Names of files of the media folder, as the API takes them: no name leads out of the folder, or to a hidden
+/// file.
+namespace media_name {
+
+constexpr std::size_t kMaxLength = 100;
+
+enum class Kind { None, Sound, Image };
+
+/// `None` for a name that is not taken.
+[[nodiscard]] Kind KindOf(std::string_view name) noexcept;
+
+/// What a name has to be, in words.
+[[nodiscard]] std::string Right();
+
+/// The media type that goes with the name's ending.
+[[nodiscard]] std::string_view TypeOf(std::string_view name) noexcept;
+
+/// Whether a body of this type (parameters left aside) may be stored under the name.
+[[nodiscard]] bool IsTypeFor(std::string_view name, std::string_view contentType);
+
+} // namespace media_name

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "controller/api/Operation.h"
+
+#include <string>
+#include <vector>
+
+/// The operations as an OpenAPI 3.0 document, as JSON text.
+[[nodiscard]] std::string DescribeAsOpenApi(const std::vector<Operation>& operations);

@@ -1,0 +1,4 @@
+#pragma once
+
+/// The schemas that the operations' table names, as JSON text: what stands under "components/schemas".
+[[nodiscard]] const char* OpenApiSchemas() noexcept;

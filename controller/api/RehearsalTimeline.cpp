@@ -1,0 +1,236 @@
+#include "controller/api/RehearsalTimeline.h"
+
+#include "controller/log/Log.h"
+#include "framework/CmdMessage.h"
+#include "framework/DriverModule.h"
+#include "host/VqXML.h"
+#include "rehearsal/Rehearsal.h"
+#include "rehearsal/TraceSink.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+using Json = nlohmann::ordered_json;
+
+namespace rehearsal_timeline {
+namespace {
+
+/// How long a popup without a time of its own stands, in milliseconds.
+constexpr std::uint64_t kStandingPopup = 30000;
+
+std::string ValueOf(const CmdMessage& message, const std::string& name) {
+    return message.GetParam(name);
+}
+
+/// Turns the agent's calls into what a person would see and hear of them.
+class TimelineSink final : public TraceSink {
+public:
+    [[nodiscard]] bool IsEnded() const noexcept { return m_end.has_value(); }
+    [[nodiscard]] std::uint64_t End() const noexcept { return m_end.value_or(m_last); }
+
+    /// Everything that happened, in its order.
+    [[nodiscard]] Json Take() {
+        for (const auto& [navigator, end] : m_popupEnds)
+            m_entries.push_back({{"at_ms", end}, {"what", "popup_hidden"}, {"navigator", navigator}});
+        std::stable_sort(m_entries.begin(), m_entries.end(),
+                         [](const Json& one, const Json& other) { return one["at_ms"] < other["at_ms"]; });
+        return std::move(m_entries);
+    }
+
+    /// From now on calls are those of the playing, and not of the agent's start or end.
+    void Listen(bool isListening) noexcept { m_isListening = isListening; }
+
+    void StepBegins(VirtualTime now, const Step& /*step*/) override { LookForEnd(now); }
+
+    void TimerFired(VirtualTime now, std::uint32_t /*timerId*/, TimerOwner owner) override {
+        LookForEnd(now);
+        if (owner == TimerOwner::Agent)
+            m_poll = now.count();
+    }
+
+    void CalledBack(VirtualTime now, std::string_view operation) override {
+        LookForEnd(now);
+        if (operation == "AudioAnnouncementComplete")
+            Add(now, "sound_ended");
+        else
+            Add(now, "stream_ready");
+    }
+
+    void Called(VirtualTime now, const HostCall& call) override {
+        if (!m_isListening)
+            return;
+        // The poll goes on: the announcement is not over.
+        if (call.operation == "VqBaseDriver.AddTimer")
+            m_poll.reset();
+        const auto writer = Writers().find(call.operation);
+        if (writer != Writers().end())
+            (this->*writer->second)(now, call.arguments);
+    }
+
+    void Replied(VirtualTime /*now*/, const std::string& /*xml*/) override {}
+    void Saved(VirtualTime /*now*/, const std::string& /*xml*/) override {}
+    void Answered(VirtualTime /*now*/, bool /*answer*/) override {}
+    void HandlerMissing(VirtualTime now, std::string_view name) override {
+        Add(now, "log", {{"level", "error"}, {"text", "the agent has no " + std::string(name)}});
+    }
+    void Thrown(VirtualTime now, std::string_view /*type*/, std::string_view text) override {
+        Add(now, "log", {{"level", "error"}, {"text", "the agent failed: " + std::string(text)}});
+    }
+
+    /// A poll that armed no other one was the last: the agent has let go of the announcement.
+    void LookForEnd(VirtualTime /*now*/) {
+        if (m_poll && !m_end)
+            m_end = *m_poll;
+    }
+
+private:
+    using Writer = void (TimelineSink::*)(VirtualTime, const Arguments&);
+
+    static const std::map<std::string_view, Writer>& Writers() {
+        static const std::map<std::string_view, Writer> kWriters{
+            {"VqBaseDriver.FireEvent", &TimelineSink::Started},
+            {"IRoomProxy.SetUpAudio", &TimelineSink::RoomSetUp},
+            {"IRoomProxy.RestoreAudioState", &TimelineSink::RoomRestored},
+            {"IRoomProxy.SetUpVideo", &TimelineSink::ScreensWoken},
+            {"IRoomProxy.RestoreVideoState", &TimelineSink::ScreensRested},
+            {"IRoomProxy.SetAudioVolume", &TimelineSink::VolumeSet},
+            {"IDigitalAudio.CreateStream", &TimelineSink::StreamOpened},
+            {"IDigitalAudio.ReleaseStream", &TimelineSink::StreamClosed},
+            {"IDigitalAudio.PlayFile", &TimelineSink::SoundStarted},
+            {"IDeviceManager.SendCommandToDevice", &TimelineSink::CommandSent},
+            {"ILogger.Log", &TimelineSink::Logged},
+            {"VqBaseDriver.LogMessage", &TimelineSink::Logged},
+        };
+        return kWriters;
+    }
+
+    static std::int64_t Number(const Arguments& arguments, std::size_t index) {
+        return std::get<std::int64_t>(arguments[index]);
+    }
+
+    void Started(VirtualTime now, const Arguments& arguments) {
+        Add(now, "started", {{"announcement", Number(arguments, 0)}});
+    }
+    void RoomSetUp(VirtualTime now, const Arguments& arguments) {
+        Add(now, "room_set_up", {{"room", Number(arguments, 0)}});
+    }
+    void RoomRestored(VirtualTime now, const Arguments& arguments) {
+        Add(now, "room_restored", {{"room", Number(arguments, 0)}});
+    }
+    void ScreensWoken(VirtualTime now, const Arguments& arguments) {
+        Add(now, "screens_woken", {{"room", Number(arguments, 0)}});
+    }
+    void ScreensRested(VirtualTime now, const Arguments& arguments) {
+        Add(now, "screens_rested", {{"room", Number(arguments, 0)}});
+    }
+    void VolumeSet(VirtualTime now, const Arguments& arguments) {
+        Add(now, "volume_set", {{"room", Number(arguments, 0)}, {"volume", Number(arguments, 1)}});
+    }
+    void StreamOpened(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_opened"); }
+    void StreamClosed(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_closed"); }
+
+    void SoundStarted(VirtualTime now, const Arguments& arguments) {
+        std::string_view file = std::get<std::string_view>(arguments[0]);
+        file.remove_prefix(std::min(file.size(), file.rfind('/') + 1));
+        Add(now, "sound_started", {{"file", std::string(file.substr(0, file.rfind(".wav")))}});
+    }
+
+    void CommandSent(VirtualTime now, const Arguments& arguments) {
+        const auto* const message = std::get<const CmdMessage*>(arguments[1]);
+        if (message == nullptr)
+            return;
+        if (message->GetName() == "HIDE_POPUP") {
+            m_popupEnds.erase(Number(arguments, 0));
+            Add(now, "popup_hidden", {{"navigator", Number(arguments, 0)}});
+        }
+        if (message->GetName() != "SHOW_POPUP")
+            return;
+        Json shown{{"navigator", Number(arguments, 0)}};
+        for (const auto& parameter : message->GetParameters()) {
+            if (parameter.name == "MESSAGE" && parameter.isVariable)
+                shown["variable"] = {{"device", parameter.deviceId}, {"variable", parameter.variableId}};
+            else if (parameter.name == "MESSAGE")
+                shown["message"] = parameter.value;
+        }
+        shown["image"] = ValueOf(*message, "IMGURL");
+        shown["duration_ms"] = message->GetParamAsULong("DELAY");
+        shown["ok_button"] = ValueOf(*message, "SHOWOK") == "true";
+        // The screens keep the time of a popup themselves: the agent says no word at its end.
+        const std::uint64_t duration = message->GetParamAsULong("DELAY");
+        m_popupEnds[Number(arguments, 0)] = now.count() + (duration != 0 ? duration : kStandingPopup);
+        Add(now, "popup_shown", shown);
+    }
+
+    void Logged(VirtualTime now, const Arguments& arguments) {
+        const auto level = Number(arguments, 0) <= 3 ? Severity::Error : Severity::Information;
+        Add(now, "log",
+            {{"level", SeverityName(level)},
+             {"text", std::string(std::get<std::string_view>(arguments[1]))}});
+    }
+
+    void Add(VirtualTime now, const char* what, const Json& more = Json::object()) {
+        if (!m_isListening || m_entries.size() >= kMaxEntries)
+            return;
+        m_last = now.count();
+        Json entry{{"at_ms", now.count()}, {"what", what}};
+        entry.update(more);
+        m_entries.push_back(std::move(entry));
+    }
+
+    Json m_entries = Json::array();
+    std::map<std::int64_t, std::uint64_t> m_popupEnds; ///< by navigator, of those that nobody has hidden
+    bool m_isListening = false;
+    std::uint64_t m_last = 0;
+    std::optional<std::uint64_t> m_poll; ///< the last poll, while it has armed no other one
+    std::optional<std::uint64_t> m_end;
+};
+
+void DoStep(Rehearsal& rehearsal, Step step) {
+    rehearsal.Judge(step);
+    rehearsal.Do(step);
+}
+
+Step InitializeStep(const Order& order) {
+    Step step = Step::Plain(StepKind::Initialize);
+    step.state = "<announcements>" + order.announcement + "</announcements>";
+    step.savedState = VqXML::CreateXmlDocument(*step.state);
+    return step;
+}
+
+} // namespace
+
+Json Run(const std::string& moduleFile, const Order& order) {
+    const DriverModule module(moduleFile);
+    TimelineSink sink;
+    Rehearsal rehearsal([&module](IInstanceManager& instances) { return module.Create(instances); }, sink,
+                        false);
+    Step host = Step::Plain(StepKind::Host);
+    host.host.streamReadyAfter = std::optional(VirtualTime(order.streamReadyMs));
+    host.host.playDoneAfter = std::optional(VirtualTime(order.soundMs));
+    DoStep(rehearsal, host);
+    DoStep(rehearsal, Step::Plain(StepKind::Create));
+    DoStep(rehearsal, InitializeStep(order));
+    DoStep(rehearsal, Step::Plain(StepKind::Register));
+    sink.Listen(true);
+    Step play = Step::Plain(StepKind::Command);
+    play.name = "execute_announcement";
+    play.params = {{"id", std::to_string(order.id)}};
+    DoStep(rehearsal, play);
+    Step second = Step::Plain(StepKind::Advance);
+    second.duration = VirtualTime(1000);
+    for (std::uint64_t passed = 0; passed < kLongest && !sink.IsEnded(); passed += 1000) {
+        DoStep(rehearsal, second);
+        sink.LookForEnd(second.duration);
+    }
+    sink.Listen(false);
+    Json timeline = sink.Take();
+    if (sink.IsEnded())
+        timeline.push_back({{"at_ms", sink.End()}, {"what", "ended"}, {"announcement", order.id}});
+    return {{"announcement", order.id},
+            {"length_ms", sink.End()},
+            {"complete", sink.IsEnded()},
+            {"timeline", std::move(timeline)}};
+}
+
+} // namespace rehearsal_timeline

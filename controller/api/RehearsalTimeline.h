@@ -1,0 +1,27 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <string>
+
+/// What playing an announcement would do: the real agent plays it on a virtual host, and nothing is heard or
+/// shown.
+namespace rehearsal_timeline {
+
+/// As long a playing is followed, in virtual time.
+constexpr std::uint64_t kLongest = 600'000;
+/// As many entries are listed.
+constexpr std::size_t kMaxEntries = 10'000;
+
+struct Order {
+    std::string announcement;        ///< the "announcement" element's text, with its id
+    std::uint32_t id = 0;            ///< which is this
+    std::uint64_t streamReadyMs = 0; ///< how long the stream takes to be ready
+    std::uint64_t soundMs = 0;       ///< how long the sound lasts
+};
+
+/// Runs the module's agent; any thread. Throws `std::runtime_error` when the module cannot be loaded.
+[[nodiscard]] nlohmann::ordered_json Run(const std::string& moduleFile, const Order& order);
+
+} // namespace rehearsal_timeline

@@ -1,0 +1,139 @@
+#include "controller/audio/AudioEngine.h"
+
+#include "controller/audio/AudioEngineParts.h"
+#include "controller/audio/Gst.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace audio {
+
+namespace {
+
+constexpr std::chrono::milliseconds kTick{50};
+
+} // namespace
+
+AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services, EngineLimits limits)
+    : m_context(std::make_shared<EngineContext>()) {
+    StartGstreamer();
+    m_context->mailbox = std::make_shared<Mailbox>(services.post);
+    m_context->services = std::move(services);
+    m_context->limits = limits;
+    for (RoomConfig& room : rooms) {
+        const std::uint32_t id = room.id;
+        m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { OnRoomChanged(); });
+    }
+    // One tick waits on the driver thread at most, however slow that is.
+    const auto isWaiting = std::make_shared<std::atomic<bool>>(false);
+    m_ticker = std::make_unique<Ticker>(kTick, [this, mailbox = m_context->mailbox, isWaiting] {
+        if (!isWaiting->exchange(true))
+            mailbox->Post([this, isWaiting] {
+                *isWaiting = false;
+                OnTick();
+            });
+    });
+}
+
+AudioEngine::~AudioEngine() {
+    CloseStream();
+    m_ticker = nullptr;
+    m_context->mailbox->Close();
+    (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
+}
+
+void AudioEngine::OpenStream(OnReady onReady) {
+    if (m_stream) {
+        m_context->Log(LogLevel::Warning, "a stream was still open; it is closed for the next one");
+        CloseStream();
+    }
+    m_stream = std::make_unique<Stream>();
+    m_stream->timeline = std::make_shared<Timeline>();
+    m_stream->take = ++m_takes;
+    m_context->mailbox->Post([this, take = m_takes, onReady = std::move(onReady)] {
+        if (m_stream && m_stream->take == take && onReady)
+            onReady();
+    });
+    SwitchTicker();
+}
+
+void AudioEngine::AddRoom(std::uint32_t roomId) {
+    const auto room = m_rooms.find(roomId);
+    if (!m_stream || room == m_rooms.end()) {
+        m_context->Log(LogLevel::Warning, "room " + std::to_string(roomId) +
+                                              (m_stream ? " is not in this house" : ": no stream is open"));
+        return;
+    }
+    if (m_stream->rooms.insert(roomId).second)
+        room->second->Join(m_stream->timeline, m_stream->take);
+}
+
+void AudioEngine::RemoveRoom(std::uint32_t roomId) {
+    if (!m_stream || m_stream->rooms.erase(roomId) == 0)
+        return;
+    m_rooms.at(roomId)->Leave();
+    OnRoomChanged();
+}
+
+void AudioEngine::SetVolume(std::uint32_t roomId, unsigned volume) {
+    const auto room = m_rooms.find(roomId);
+    if (room != m_rooms.end())
+        room->second->SetVolume(volume);
+}
+
+unsigned AudioEngine::Volume(std::uint32_t roomId) const {
+    const auto room = m_rooms.find(roomId);
+    return room == m_rooms.end() ? 0 : room->second->Config().volume;
+}
+
+void AudioEngine::CloseStream(OnClosed onClosed) {
+    if (m_stream) {
+        if (m_play)
+            FinishPlay("the stream was closed", {});
+        m_stream = nullptr;
+        for (const auto& [id, room] : m_rooms)
+            room->Leave();
+    }
+    PendingClose pending{std::move(onClosed), {}};
+    for (const auto& [id, room] : m_rooms)
+        if (room->Closing())
+            pending.pipelines.push_back(room->Closing());
+    m_closings.push_back(std::move(pending));
+    AnswerClosed();
+    SwitchTicker();
+}
+
+void AudioEngine::AnswerClosed() {
+    const auto isClosing = [this](const auto& pipeline) {
+        return std::any_of(m_rooms.begin(), m_rooms.end(),
+                           [&](const auto& room) { return room.second->Closing() == pipeline; });
+    };
+    const auto isClosed = [&](const PendingClose& pending) {
+        return std::none_of(pending.pipelines.begin(), pending.pipelines.end(), isClosing);
+    };
+    for (const PendingClose& pending : m_closings)
+        if (pending.onClosed && isClosed(pending))
+            m_context->mailbox->Post(pending.onClosed);
+    m_closings.erase(std::remove_if(m_closings.begin(), m_closings.end(), isClosed), m_closings.end());
+}
+
+void AudioEngine::OnRoomChanged() {
+    if (m_play)
+        CheckPlay();
+    AnswerClosed();
+    SwitchTicker();
+}
+
+void AudioEngine::OnTick() {
+    for (const auto& [id, room] : m_rooms)
+        room->CheckTime();
+}
+
+void AudioEngine::SwitchTicker() {
+    const bool hasClosing = std::any_of(m_rooms.begin(), m_rooms.end(),
+                                        [](const auto& room) { return room.second->Closing() != nullptr; });
+    m_ticker->Switch(m_stream != nullptr || hasClosing);
+}
+
+} // namespace audio

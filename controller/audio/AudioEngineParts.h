@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controller/audio/AudioEngine.h"
+#include "controller/audio/EngineContext.h"
+#include "controller/audio/Playback.h"
+#include "controller/audio/RoomOutput.h"
+#include "controller/audio/Ticker.h"
+#include "controller/audio/Timeline.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace audio {
+
+/// The stream: its clock and its rooms. Another Play on it needs a new clock, since outputs end with a clip.
+struct AudioEngine::Stream {
+    std::shared_ptr<Timeline> timeline;
+    unsigned take = 0;
+    std::set<std::uint32_t> rooms;
+};
+
+struct AudioEngine::CurrentPlay {
+    unsigned number = 0;
+    OnDone onDone;
+    std::chrono::steady_clock::time_point asked;
+    std::chrono::microseconds startDelay{-1};
+    std::shared_ptr<Playback> playback;
+};
+
+struct AudioEngine::PendingClose {
+    OnClosed onClosed;
+    std::vector<std::shared_ptr<const RoomPipeline>> pipelines;
+};
+
+} // namespace audio

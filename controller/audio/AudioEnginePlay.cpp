@@ -1,0 +1,119 @@
+#include "controller/audio/AudioEngine.h"
+#include "controller/audio/AudioEngineParts.h"
+#include "controller/audio/SoundFormat.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace audio {
+
+void AudioEngine::Play(const std::string& path, OnDone onDone) {
+    std::string refusal;
+    if (!m_stream)
+        refusal = "no stream is open";
+    else if (m_play)
+        refusal = "another file is still playing";
+    else if (m_stream->rooms.empty())
+        refusal = "no room was added to the stream";
+    if (!refusal.empty()) {
+        m_context->mailbox->Post([onDone = std::move(onDone), refusal] {
+            if (onDone)
+                onDone({refusal, {}});
+        });
+        return;
+    }
+    m_play = std::make_unique<CurrentPlay>();
+    m_play->onDone = std::move(onDone);
+    m_play->asked = std::chrono::steady_clock::now();
+    if (m_stream->timeline->HasClip())
+        RenewStream();
+    StartPlayback(path);
+    CheckPlay(); // Every room may have failed before.
+}
+
+/// An output ends with its clip, so the rooms need new ones, and those a new clock.
+void AudioEngine::RenewStream() {
+    m_stream->timeline = std::make_shared<Timeline>();
+    m_stream->take = ++m_takes;
+    for (const std::uint32_t id : m_stream->rooms)
+        m_rooms.at(id)->Join(m_stream->timeline, m_stream->take);
+}
+
+void AudioEngine::StartPlayback(const std::string& path) {
+    std::chrono::milliseconds lead{0};
+    for (const std::uint32_t id : m_stream->rooms)
+        lead = std::max(lead, m_rooms.at(id)->Config().leadSilence);
+    // The play is named by its number: the object behind it may be gone when word of it comes.
+    const unsigned number = m_play->number = ++m_plays;
+    const auto mailbox = m_context->mailbox;
+    Playback::Order order;
+    order.path = path;
+    order.leadFrames = FramesOf(lead);
+    order.readiness = m_context->limits.readiness;
+    order.onStarted = [this, mailbox, number](Playback::Clock::time_point begin) {
+        mailbox->Post([this, number, begin] { OnStarted(number, begin); });
+    };
+    order.onRefused = [this, mailbox, number](const std::string& reason) {
+        mailbox->Post([this, number, reason] {
+            if (m_play && m_play->number == number)
+                FinishPlay(reason, {});
+        });
+    };
+    m_play->playback = std::make_shared<Playback>(m_stream->timeline, std::move(order));
+    try {
+        m_context->workers.Start([playback = m_play->playback] { playback->Run(); });
+    } catch (const std::system_error& error) {
+        FinishPlay(std::string("no thread to read the file: ") + error.what(), {});
+    }
+}
+
+void AudioEngine::OnStarted(unsigned number, std::chrono::steady_clock::time_point begin) {
+    if (m_play && m_play->number == number)
+        m_play->startDelay = std::chrono::duration_cast<std::chrono::microseconds>(begin - m_play->asked);
+}
+
+void AudioEngine::CheckPlay() {
+    if (!m_play)
+        return;
+    std::vector<std::uint32_t> ended;
+    bool isOpening = false;
+    for (const std::uint32_t id : m_stream->rooms) {
+        const auto state = m_rooms.at(id)->GetState();
+        if (state == RoomOutput::State::Playing)
+            return;
+        if (state == RoomOutput::State::Ended)
+            ended.push_back(id);
+        isOpening = isOpening || state == RoomOutput::State::Opening;
+    }
+    // A room that is still opening when the others have ended has missed it all.
+    if (isOpening && ended.empty())
+        return;
+    const std::string error = ended.empty() ? WhyNoRoom() : m_play->playback->Error();
+    FinishPlay(error, std::move(ended));
+}
+
+std::string AudioEngine::WhyNoRoom() const {
+    std::string text;
+    for (const std::uint32_t id : m_stream->rooms) {
+        const RoomOutput& room = *m_rooms.at(id);
+        text +=
+            (text.empty() ? "no room can be heard: " : "; ") + room.Config().name + ": " + room.LastTrouble();
+    }
+    return text.empty() ? "every room was removed from the stream" : text;
+}
+
+void AudioEngine::FinishPlay(const std::string& error, std::vector<std::uint32_t> rooms) {
+    const auto play = std::exchange(m_play, nullptr);
+    if (play->playback)
+        play->playback->Abandon();
+    if (!error.empty())
+        m_context->Log(LogLevel::Error, "the file was not played: " + error);
+    m_context->mailbox->Post(
+        [onDone = play->onDone, result = PlayResult{error, std::move(rooms), play->startDelay}] {
+            if (onDone)
+                onDone(result);
+        });
+}
+
+} // namespace audio

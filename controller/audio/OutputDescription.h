@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace audio {
+
+/// Where a room's sound goes, as the house file has it: "auto", "silent", "file: PATTERN",
+/// "gstreamer: BIN". `kind` is the word before the colon, `text` what follows it, without the
+/// spaces around it.
+struct OutputDescription {
+    std::string kind = "auto";
+    std::string text;
+};
+
+/// What a kind of output is, for help and for messages.
+struct OutputHelp {
+    std::string kind;
+    std::string form; ///< How it is written, such as "file: PATTERN".
+    std::string meaning;
+};
+
+/// Reads an output as written in the house file, and proves as much of it as can be proven without
+/// opening anything: the kind exists, its text is there, a bin description parses and its elements are
+/// installed. Any thread.
+/// @throws std::invalid_argument that says what is wrong and what would be right.
+[[nodiscard]] OutputDescription ParseOutput(const std::string& text);
+
+/// Every kind of output, in the order of the manual.
+[[nodiscard]] std::vector<OutputHelp> ListOutputs();
+
+} // namespace audio

@@ -1,0 +1,68 @@
+#include "controller/audio/Output.h"
+#include "controller/audio/OutputDescription.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace audio {
+
+namespace {
+
+constexpr std::array kOutputKinds{
+    OutputKind{"auto", "auto", "the machine's default sound device; silence in real time where there is none",
+               &CreateAutoOutput},
+    OutputKind{"silent", "silent", "no sound, in real time", &CreateSilentOutput},
+    OutputKind{"file", "file: PATTERN",
+               "records what the room hears as WAV, one file for each announcement; in the pattern %n is its "
+               "number since the start, %r the room's id, %% a percent sign; folders are created",
+               &CreateFileOutput},
+    OutputKind{"gstreamer", "gstreamer: BIN",
+               "a GStreamer bin description with one free input for raw audio, such as "
+               "\"pulsesink device=kitchen\"",
+               &CreateGstreamerOutput},
+};
+
+std::string Trim(const std::string& text) {
+    constexpr const char* kSpace = " \t\r\n";
+    const auto first = text.find_first_not_of(kSpace);
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+std::string Forms() {
+    std::string forms;
+    for (const OutputKind& row : kOutputKinds)
+        forms += (forms.empty() ? "\"" : ", \"") + std::string(row.form) + "\"";
+    return forms;
+}
+
+} // namespace
+
+std::unique_ptr<IOutput> CreateOutput(const OutputDescription& description) {
+    const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
+                                   [&](const OutputKind& kind) { return description.kind == kind.kind; });
+    if (row == kOutputKinds.end())
+        throw std::invalid_argument("\"" + description.kind + "\" is no kind of output; there are " +
+                                    Forms());
+    return row->create(description.text);
+}
+
+OutputDescription ParseOutput(const std::string& text) {
+    StartGstreamer();
+    const auto colon = text.find(':');
+    OutputDescription description;
+    description.kind = Trim(text.substr(0, colon));
+    description.text = colon == std::string::npos ? "" : Trim(text.substr(colon + 1));
+    (void)CreateOutput(description); // Only to have it checked.
+    return description;
+}
+
+std::vector<OutputHelp> ListOutputs() {
+    std::vector<OutputHelp> list;
+    list.reserve(kOutputKinds.size());
+    for (const OutputKind& row : kOutputKinds)
+        list.push_back({row.kind, row.form, row.meaning});
+    return list;
+}
+
+} // namespace audio

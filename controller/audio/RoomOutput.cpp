@@ -1,0 +1,192 @@
+#include "controller/audio/RoomOutput.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace audio {
+
+namespace {
+
+const char* WordFor(RoomTrouble::Kind kind) {
+    switch (kind) {
+    case RoomTrouble::Kind::Refused:
+        return "cannot be opened";
+    case RoomTrouble::Kind::Failed:
+        return "failed";
+    case RoomTrouble::Kind::Hanging:
+        return "hangs";
+    case RoomTrouble::Kind::Late:
+        return "opened late";
+    }
+    return "failed";
+}
+
+std::string Milliseconds(std::chrono::milliseconds time) {
+    return std::to_string(time.count()) + " ms";
+}
+
+} // namespace
+
+RoomOutput::RoomOutput(RoomConfig config,
+                       std::shared_ptr<EngineContext> context,
+                       std::function<void()> onChange)
+    : m_config(std::move(config))
+    , m_context(std::move(context))
+    , m_onChange(std::move(onChange)) {}
+
+void RoomOutput::Join(std::shared_ptr<Timeline> timeline, unsigned take) {
+    Leave();
+    m_timeline = std::move(timeline);
+    m_take = take;
+    m_slot = m_timeline->AddRoom(m_config.id);
+    m_lastTrouble.clear();
+    if (!m_closing)
+        Open();
+}
+
+void RoomOutput::Open() {
+    if (m_hanging >= m_context->limits.hangingPerRoom) {
+        m_timeline->Abort(m_slot);
+        m_timeline = nullptr;
+        Report(RoomTrouble::Kind::Refused,
+               "its output still hangs in " + std::to_string(m_hanging) + " earlier announcements");
+        return;
+    }
+    m_current = std::make_shared<RoomPipeline>(m_timeline, m_slot, m_config.volume);
+    const auto mailbox = m_context->mailbox;
+    OutputContext output{m_config.id, m_take,
+                         [mailbox, context = m_context.get()](const std::string& text) {
+                             mailbox->Post([context, text] { context->Notice(text); });
+                         },
+                         m_context->devices};
+    const auto onEvent = [this, mailbox, sender = m_current.get()](const PipelineEvent& event) {
+        mailbox->Post([this, sender, event] { OnEvent(sender, event); });
+    };
+    try {
+        m_current->Start(m_context->workers, m_config.output, std::move(output), onEvent);
+    } catch (const std::system_error& error) {
+        m_timeline->Abort(m_slot);
+        m_timeline = nullptr;
+        m_current = nullptr;
+        Report(RoomTrouble::Kind::Refused, std::string("no thread for its output: ") + error.what());
+    }
+}
+
+void RoomOutput::Leave() {
+    if (!m_timeline)
+        return;
+    m_timeline->Remove(m_slot);
+    m_timeline = nullptr;
+    if (!m_current)
+        return;
+    m_current->Stop();
+    MoveToClosing();
+}
+
+void RoomOutput::MoveToClosing() {
+    m_closing = std::exchange(m_current, nullptr);
+    m_closingSince = Clock::now();
+}
+
+void RoomOutput::SetVolume(unsigned volume) {
+    m_config.volume = std::min(volume, 100U);
+    if (m_current)
+        m_current->SetVolume(m_config.volume);
+}
+
+RoomOutput::State RoomOutput::GetState() const {
+    if (!m_timeline)
+        return State::Out;
+    switch (m_timeline->StateOf(*m_slot)) {
+    case RoomSlot::State::Opening:
+        return State::Opening;
+    case RoomSlot::State::Running:
+        return State::Playing;
+    case RoomSlot::State::Done:
+        return State::Ended;
+    }
+    return State::Out;
+}
+
+void RoomOutput::CheckTime() {
+    const EngineLimits& limits = m_context->limits;
+    if (m_closing && Clock::now() > m_closingSince + limits.closing)
+        GiveUp(m_closing, "did not close within " + Milliseconds(limits.closing));
+    if (!m_current)
+        return;
+    if (GetState() == State::Opening && Clock::now() > m_slot->added + limits.opening)
+        GiveUp(m_current, "did not open within " + Milliseconds(limits.opening));
+    else if (m_timeline->IsStalled(*m_slot, limits.stall))
+        GiveUp(m_current, "took no sound for " + Milliseconds(limits.stall));
+}
+
+void RoomOutput::GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::string& reason) {
+    const bool isCurrent = pipeline == m_current;
+    pipeline->Abort();
+    pipeline = nullptr;
+    ++m_hanging;
+    if (isCurrent)
+        m_timeline = nullptr;
+    Report(RoomTrouble::Kind::Hanging, reason);
+    if (!isCurrent && m_timeline && !m_current)
+        Open();
+    m_onChange();
+}
+
+void RoomOutput::OnEvent(const RoomPipeline* sender, const PipelineEvent& event) {
+    switch (event.kind) {
+    case PipelineEvent::Kind::Late:
+        if (sender == m_current.get())
+            Report(RoomTrouble::Kind::Late, "the beginning of the announcement is missing");
+        break;
+    case PipelineEvent::Kind::Ended:
+        break; // The slot says so.
+    case PipelineEvent::Kind::Failed:
+        OnFailed(sender, event);
+        break;
+    case PipelineEvent::Kind::Gone:
+        OnGone(sender);
+        break;
+    }
+    m_onChange();
+}
+
+void RoomOutput::OnFailed(const RoomPipeline* sender, const PipelineEvent& event) {
+    if (sender != m_current.get() && sender != m_closing.get())
+        return; // It was given up before, and that was reported.
+    // What fails after its last sample has done its duty in this stream.
+    if (sender == m_current.get() && GetState() != State::Ended) {
+        m_timeline = nullptr;
+        MoveToClosing();
+    }
+    Report(event.trouble, event.reason);
+}
+
+void RoomOutput::OnGone(const RoomPipeline* sender) {
+    if (sender == m_current.get()) {
+        m_current = nullptr;
+        return;
+    }
+    if (sender != m_closing.get()) {
+        --m_hanging;
+        return;
+    }
+    m_closing = nullptr;
+    if (m_timeline && !m_current)
+        Open();
+}
+
+void RoomOutput::Report(RoomTrouble::Kind kind, const std::string& reason) {
+    m_lastTrouble = reason;
+    m_context->Log(kind == RoomTrouble::Kind::Late ? LogLevel::Warning : LogLevel::Error,
+                   "room " + std::to_string(m_config.id) + " (" + m_config.name + "): its output " +
+                       WordFor(kind) + ": " + reason);
+    if (m_context->services.roomTrouble)
+        m_context->mailbox->Post(
+            [context = m_context.get(), trouble = RoomTrouble{m_config.id, kind, reason}] {
+                context->services.roomTrouble(trouble);
+            });
+}
+
+} // namespace audio

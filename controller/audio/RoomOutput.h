@@ -1,0 +1,61 @@
+#pragma once
+
+#include "controller/audio/EngineContext.h"
+#include "controller/audio/RoomPipeline.h"
+#include "controller/audio/Timeline.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace audio {
+
+/// One room: its volume, its pipeline while it is in a stream, and the former one while that closes (a device
+/// is opened again only when it is closed, or was given up). Driver thread.
+class RoomOutput final {
+public:
+    enum class State { Out, Opening, Playing, Ended };
+
+    /// `onChange` is called when the state has changed by itself, and when a pipeline has closed.
+    RoomOutput(RoomConfig config, std::shared_ptr<EngineContext> context, std::function<void()> onChange);
+
+    void Join(std::shared_ptr<Timeline> timeline, unsigned take);
+    void Leave();
+    void SetVolume(unsigned volume);
+
+    /// Gives up what does not answer in time.
+    void CheckTime();
+
+    [[nodiscard]] State GetState() const;
+    [[nodiscard]] const RoomConfig& Config() const { return m_config; }
+    [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
+
+    /// The pipeline that is closing, or null.
+    [[nodiscard]] std::shared_ptr<const RoomPipeline> Closing() const { return m_closing; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void Open();
+    void OnEvent(const RoomPipeline* sender, const PipelineEvent& event);
+    void OnFailed(const RoomPipeline* sender, const PipelineEvent& event);
+    void OnGone(const RoomPipeline* sender);
+    void GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::string& reason);
+    void MoveToClosing();
+    void Report(RoomTrouble::Kind kind, const std::string& reason);
+
+    RoomConfig m_config;
+    const std::shared_ptr<EngineContext> m_context;
+    const std::function<void()> m_onChange;
+    std::shared_ptr<Timeline> m_timeline; ///< Null: the room is in no stream.
+    std::shared_ptr<RoomSlot> m_slot;
+    unsigned m_take = 0;
+    std::shared_ptr<RoomPipeline> m_current; ///< Null while it waits for the former one to close.
+    std::shared_ptr<RoomPipeline> m_closing;
+    Clock::time_point m_closingSince;
+    unsigned m_hanging = 0;
+    std::string m_lastTrouble;
+};
+
+} // namespace audio

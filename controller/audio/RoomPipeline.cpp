@@ -1,0 +1,185 @@
+#include "controller/audio/RoomPipeline.h"
+
+#include "controller/audio/OutputDescription.h"
+
+#include <chrono>
+#include <exception>
+#include <stdexcept>
+#include <utility>
+
+#include <gst/audio/gstaudiobasesink.h>
+
+namespace audio {
+
+namespace {
+
+/// How long an output may take to play out what it has when it is stopped.
+constexpr std::chrono::milliseconds kPlayOut{1000};
+
+gint IsDeviceSink(gconstpointer item, gconstpointer /*unused*/) {
+    return GST_IS_AUDIO_BASE_SINK(g_value_get_object(static_cast<const GValue*>(item))) ? 0 : 1;
+}
+
+void AddTo(GstElement* pipeline, GstElement* element) {
+    if (!gst_bin_add(GST_BIN(pipeline), element))
+        throw std::runtime_error("the output cannot be added to the room's pipeline");
+}
+
+} // namespace
+
+RoomPipeline::RoomPipeline(std::shared_ptr<Timeline> timeline,
+                           std::shared_ptr<RoomSlot> slot,
+                           unsigned volume)
+    : m_timeline(std::move(timeline))
+    , m_slot(std::move(slot))
+    , m_feed(m_timeline, m_slot, volume) {}
+
+void RoomPipeline::Start(Workers& workers, OutputDescription output, OutputContext context, OnEvent onEvent) {
+    m_onEvent = std::move(onEvent);
+    workers.Start([self = shared_from_this(), output = std::move(output), context = std::move(context)] {
+        self->Run(output, context);
+    });
+}
+
+void RoomPipeline::Stop() {
+    m_timeline->Remove(m_slot);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isStopping = true;
+    m_changed.notify_all();
+}
+
+void RoomPipeline::Abort() {
+    m_timeline->Abort(m_slot);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isAborted = true;
+    m_changed.notify_all();
+}
+
+void RoomPipeline::Run(const OutputDescription& output, const OutputContext& context) {
+    try {
+        Build(output, context);
+        Open();
+        PlayUntilStopped();
+    } catch (const std::exception& error) {
+        m_onEvent({PipelineEvent::Kind::Failed,
+                   IsRunning() ? RoomTrouble::Kind::Failed : RoomTrouble::Kind::Refused, error.what()});
+    }
+    Close();
+    m_onEvent({PipelineEvent::Kind::Gone, {}, {}});
+}
+
+void RoomPipeline::Build(const OutputDescription& output, const OutputContext& context) {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+    }
+    GstElement* source = m_feed.CreateSource();
+    AddTo(m_pipeline.get(), source);
+    // Without dithering, what needs no conversion but that to integers stays what it is.
+    GstElement* converter = MakeBin("audioconvert dithering=none ! audioresample");
+    AddTo(m_pipeline.get(), converter);
+    GstElement* sink = CreateOutput(output)->CreateElement(context);
+    AddTo(m_pipeline.get(), sink);
+    if (!gst_element_link_many(source, converter, sink, nullptr)) // NOLINT(*-vararg)
+        throw std::runtime_error("the output takes no raw audio");
+
+    // One clock and one base time for all rooms; without a start time the base time stays as it is set.
+    gst_pipeline_use_clock(GST_PIPELINE(m_pipeline.get()), m_timeline->GetClock());
+    gst_element_set_start_time(m_pipeline.get(), GST_CLOCK_TIME_NONE);
+    gst_element_set_base_time(m_pipeline.get(), m_timeline->BaseTime());
+
+    const GstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
+    gst_bus_set_sync_handler(bus.get(), &RoomPipeline::OnBusMessage, this, nullptr);
+}
+
+void RoomPipeline::Open() {
+    const auto result = gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    if (result == GST_STATE_CHANGE_FAILURE && m_error.empty())
+        m_error = "the output does not open";
+    m_changed.wait(lock, [this] {
+        return m_isRunning || m_isStopping || m_isAborted || m_hasEnded || !m_error.empty();
+    });
+    if (!m_error.empty())
+        throw std::runtime_error(m_error);
+}
+
+void RoomPipeline::PlayUntilStopped() {
+    if (IsRunning() && !m_timeline->SetRunning(*m_slot, HasDevice()))
+        m_onEvent({PipelineEvent::Kind::Late, {}, {}});
+    std::unique_lock<std::mutex> lock(m_mutex);
+    const auto hasEnded = [this] {
+        return m_hasEnded || m_isAborted || !m_error.empty();
+    };
+    m_changed.wait(lock, [&] { return hasEnded() || m_isStopping; });
+    if (m_isStopping && m_isRunning)
+        m_changed.wait_for(lock, kPlayOut, hasEnded);
+    if (!m_error.empty())
+        throw std::runtime_error(m_error);
+    if (!m_hasEnded || m_isStopping || m_isAborted)
+        return;
+    lock.unlock();
+    m_timeline->SetDone(*m_slot);
+    m_onEvent({PipelineEvent::Kind::Ended, {}, {}});
+    lock.lock();
+    m_changed.wait(lock, [this] { return m_isStopping || m_isAborted || !m_error.empty(); });
+}
+
+void RoomPipeline::Close() {
+    // The source's thread must not wait for its turn any more when the pipeline waits for that thread.
+    m_timeline->Abort(m_slot);
+    if (!m_pipeline)
+        return;
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    const GstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
+    gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    GstPtr<GstElement> last;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    last.swap(m_pipeline);
+}
+
+bool RoomPipeline::IsRunning() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_isRunning;
+}
+
+bool RoomPipeline::HasDevice() const {
+    GstIterator* all = gst_bin_iterate_recurse(GST_BIN(m_pipeline.get()));
+    GValue found = G_VALUE_INIT;
+    const bool has = gst_iterator_find_custom(all, &IsDeviceSink, &found, nullptr) == TRUE;
+    if (has)
+        g_value_unset(&found);
+    gst_iterator_free(all);
+    return has;
+}
+
+GstBusSyncReply RoomPipeline::OnBusMessage(GstBus* /*bus*/, GstMessage* message, gpointer pipeline) {
+    static_cast<RoomPipeline*>(pipeline)->Handle(message);
+    gst_message_unref(message);
+    return GST_BUS_DROP;
+}
+
+void RoomPipeline::Handle(GstMessage* message) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const bool isOwn = GST_MESSAGE_SRC(message) == GST_OBJECT(m_pipeline.get());
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_STATE_CHANGED: {
+        GstState state = GST_STATE_NULL;
+        gst_message_parse_state_changed(message, nullptr, &state, nullptr);
+        m_isRunning = m_isRunning || (isOwn && state == GST_STATE_PLAYING);
+        break;
+    }
+    case GST_MESSAGE_EOS:
+        m_hasEnded = m_hasEnded || isOwn;
+        break;
+    case GST_MESSAGE_ERROR:
+        if (m_error.empty())
+            m_error = ErrorText(message);
+        break;
+    default:
+        return;
+    }
+    m_changed.notify_all();
+}
+
+} // namespace audio

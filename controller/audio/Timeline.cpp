@@ -1,0 +1,158 @@
+#include "controller/audio/Timeline.h"
+
+#include "controller/audio/SoundFormat.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace audio {
+
+namespace {
+
+constexpr std::int64_t kOwnPaceAhead = kRate / 2;
+constexpr std::int64_t kMostBehind = kRate / 50;
+constexpr std::chrono::milliseconds kPoll{20};
+
+std::int64_t BlockAfter(std::int64_t frame) {
+    return (frame + kBlockFrames - 1) / kBlockFrames * kBlockFrames;
+}
+
+} // namespace
+
+// The system clock of GStreamer and steady_clock are the same monotonic one, so that waiting can be done on
+// condition variables.
+Timeline::Timeline() : m_clock(gst_system_clock_obtain()), m_base(gst_clock_get_time(m_clock.get())) {}
+
+std::int64_t Timeline::Now() const {
+    return FramesOf(std::chrono::nanoseconds(gst_clock_get_time(m_clock.get()) - m_base));
+}
+
+std::shared_ptr<RoomSlot> Timeline::AddRoom(std::uint32_t roomId) {
+    auto slot = std::make_shared<RoomSlot>();
+    slot->roomId = roomId;
+    slot->added = Clock::now();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_rooms.push_back(slot);
+    return slot;
+}
+
+bool Timeline::SetRunning(RoomSlot& slot, bool hasOwnPace) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    slot.state = RoomSlot::State::Running;
+    slot.hasOwnPace = hasOwnPace;
+    m_changed.notify_all();
+    return !m_clip || Now() <= m_clipStart;
+}
+
+void Timeline::SetDone(RoomSlot& slot) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    slot.state = RoomSlot::State::Done;
+}
+
+void Timeline::Remove(const std::shared_ptr<RoomSlot>& slot) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    slot->isStopping = true;
+    m_rooms.erase(std::remove(m_rooms.begin(), m_rooms.end(), slot), m_rooms.end());
+    m_changed.notify_all();
+}
+
+void Timeline::Abort(const std::shared_ptr<RoomSlot>& slot) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    slot->isAborted = true;
+    m_rooms.erase(std::remove(m_rooms.begin(), m_rooms.end(), slot), m_rooms.end());
+    m_changed.notify_all();
+}
+
+bool Timeline::MayStart(std::chrono::milliseconds readiness) const {
+    const auto now = Clock::now();
+    const auto isRunning = [](const auto& slot) {
+        return slot->state == RoomSlot::State::Running;
+    };
+    const auto isAwaited = [&](const auto& slot) {
+        return slot->state == RoomSlot::State::Opening && now < slot->added + readiness;
+    };
+    return std::any_of(m_rooms.begin(), m_rooms.end(), isRunning) &&
+           std::none_of(m_rooms.begin(), m_rooms.end(), isAwaited);
+}
+
+std::optional<Timeline::Clock::time_point>
+Timeline::StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::milliseconds readiness) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    // A clip that was given up must not start in rooms that have come for the next one.
+    while (!m_rooms.empty() && !clip->IsAbandoned() && !MayStart(readiness))
+        m_changed.wait_for(lock, kPoll);
+    if (m_rooms.empty() || clip->IsAbandoned())
+        return std::nullopt;
+    std::int64_t start = Now();
+    for (const auto& slot : m_rooms)
+        if (slot->state == RoomSlot::State::Running)
+            start = std::max(start, slot->next);
+    m_clip = std::move(clip);
+    m_clipStart = BlockAfter(start) + lead;
+    return Clock::time_point(std::chrono::nanoseconds(m_base) + TimeOf(m_clipStart));
+}
+
+bool Timeline::HasEnded(const RoomSlot& slot) const {
+    if (!m_clip)
+        return false;
+    const auto total = m_clip->TotalFrames();
+    return total && slot.next >= m_clipStart + *total + kTailFrames;
+}
+
+Turn Timeline::NextTurn(RoomSlot& slot) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    Turn turn;
+    const std::int64_t ahead = slot.hasOwnPace ? kOwnPaceAhead : kBlockFrames;
+    while (!slot.isAborted && !slot.isStopping && slot.hasBegun && slot.next > Now() + ahead)
+        m_changed.wait_for(lock, TimeOf(slot.next - Now() - ahead));
+    if (slot.isAborted) {
+        turn.kind = Turn::Kind::Abort;
+        return turn;
+    }
+    if (HasEnded(slot) || slot.hasFaded || (slot.isStopping && !slot.hasBegun)) {
+        turn.kind = Turn::Kind::End;
+        return turn;
+    }
+    Place(slot, turn);
+    return turn;
+}
+
+void Timeline::Place(RoomSlot& slot, Turn& turn) const {
+    // A room that is behind in silence goes on with the present; in a clip nothing may be left out.
+    const bool isInClip = m_clip && slot.hasBegun && slot.next + kBlockFrames > m_clipStart;
+    if (!isInClip && (!slot.hasBegun || Now() > slot.next + kMostBehind)) {
+        const std::int64_t present = BlockAfter(Now());
+        // One that has begun must not jump over a clip's beginning.
+        slot.next =
+            slot.hasBegun && m_clip ? std::min(present, m_clipStart / kBlockFrames * kBlockFrames) : present;
+        turn.isGap = true;
+    }
+    slot.hasBegun = true;
+    turn.frame = slot.next;
+    slot.next += kBlockFrames;
+    if (m_clip && turn.frame + kBlockFrames > m_clipStart) {
+        turn.clip = m_clip;
+        turn.clipPosition = turn.frame - m_clipStart;
+    }
+    if (slot.isStopping) {
+        turn.kind = Turn::Kind::LastBlock;
+        slot.hasFaded = true;
+    }
+}
+
+bool Timeline::HasClip() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_clip != nullptr;
+}
+
+RoomSlot::State Timeline::StateOf(const RoomSlot& slot) const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return slot.state;
+}
+
+bool Timeline::IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return slot.state == RoomSlot::State::Running && Now() > slot.next + FramesOf(limit);
+}
+
+} // namespace audio

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "controller/audio/Clip.h"
+#include "controller/audio/Gst.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace audio {
+
+/// One room's place on the timeline. Guarded by the timeline.
+struct RoomSlot {
+    enum class State { Opening, Running, Done };
+    std::uint32_t roomId = 0;
+    State state = State::Opening;
+    std::chrono::steady_clock::time_point added; ///< When its opening began.
+    std::int64_t next = 0;                       ///< The first frame that it has not been given yet.
+    bool hasBegun = false;
+    bool hasOwnPace = false; ///< A device with a buffer of its own: takes sound ahead of the clock.
+    bool isStopping = false;
+    bool hasFaded = false;
+    bool isAborted = false;
+};
+
+/// What a room is to play next.
+struct Turn {
+    enum class Kind { Block, LastBlock, End, Abort };
+    Kind kind = Kind::Block;
+    std::int64_t frame = 0;     ///< On the timeline.
+    std::shared_ptr<Clip> clip; ///< Null: silence.
+    std::int64_t clipPosition =
+        0;              ///< What `frame` is in the clip; negative: the clip begins within the block.
+    bool isGap = false; ///< Frames before this one were skipped.
+};
+
+/// The one clock of a stream's rooms, and where on it the clip stands. Frame 0 is the stream's opening, in
+/// every room. Rooms play silence block by block; a clip begins at a block that no room has been given yet,
+/// so that all of them start it together. Any thread.
+class Timeline final {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    Timeline();
+
+    [[nodiscard]] GstClock* GetClock() const { return m_clock.get(); }
+    [[nodiscard]] GstClockTime BaseTime() const { return m_base; }
+
+    /// The room's output begins to open.
+    [[nodiscard]] std::shared_ptr<RoomSlot> AddRoom(std::uint32_t roomId);
+
+    /// The room plays from now on. False when a clip has begun without it.
+    bool SetRunning(RoomSlot& slot, bool hasOwnPace);
+
+    /// The room has played everything.
+    void SetDone(RoomSlot& slot);
+
+    /// The room belongs to the stream no longer; its output ends after a short fade.
+    void Remove(const std::shared_ptr<RoomSlot>& slot);
+
+    /// The room's output is about to be torn down: whoever waits for its turn returns.
+    void Abort(const std::shared_ptr<RoomSlot>& slot);
+
+    /// Places the clip `lead` frames behind the first block that no room has been given. Waits first for
+    /// rooms that are opening, for each no longer than `readiness` since it was added, and for one that runs.
+    /// Returns when the clip begins, or nothing when no room is left or the clip was abandoned.
+    [[nodiscard]] std::optional<Clock::time_point>
+    StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::milliseconds readiness);
+
+    /// Waits until it is the room's turn to be given a block, and says which.
+    [[nodiscard]] Turn NextTurn(RoomSlot& slot);
+
+    [[nodiscard]] bool HasClip() const;
+    [[nodiscard]] RoomSlot::State StateOf(const RoomSlot& slot) const;
+
+    /// Whether the room has taken nothing for so long, although it runs.
+    [[nodiscard]] bool IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const;
+
+private:
+    [[nodiscard]] std::int64_t Now() const;
+    [[nodiscard]] bool MayStart(std::chrono::milliseconds readiness) const;
+    [[nodiscard]] bool HasEnded(const RoomSlot& slot) const;
+    void Place(RoomSlot& slot, Turn& turn) const;
+
+    GstPtr<GstClock> m_clock;
+    GstClockTime m_base;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<std::shared_ptr<RoomSlot>> m_rooms;
+    std::shared_ptr<Clip> m_clip;
+    std::int64_t m_clipStart = 0;
+};
+
+} // namespace audio

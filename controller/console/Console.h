@@ -1,0 +1,69 @@
+#pragma once
+
+#include "controller/announcements/AnnouncementService.h"
+#include "controller/console/ConsoleInput.h"
+#include "controller/house/House.h"
+#include "controller/popups/Popups.h"
+#include "controller/popups/Variables.h"
+#include "controller/rooms/RoomVolumes.h"
+#include "controller/state/StateStore.h"
+
+#include <functional>
+#include <map>
+#include <string>
+
+/// Does what the lines of the console ask for and prints the replies. Driver thread only.
+class Console {
+public:
+    struct Parts {
+        const House& house;
+        AnnouncementService& announcements;
+        StateKeeper& keeper;
+        StateStore& store;
+        RoomVolumes& volumes;
+        Variables& variables;
+        Popups& popups;
+        std::function<void(const std::string& line)> print;
+        std::function<void()> quit;
+    };
+
+    explicit Console(Parts parts);
+
+    /// Calls `answered` once, when the reply is printed.
+    void Take(const ConsoleInput::Line& line, const ConsoleInput::Answered& answered) const;
+
+private:
+    using Verb = void (Console::*)(const ConsoleCommand&, const ConsoleInput::Answered&) const;
+    struct Entry {
+        const char* name;
+        std::size_t words; ///< as many words it takes, at least
+        const char* form;
+        const char* meaning;
+        Verb verb;
+    };
+
+    void Help(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Play(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Dismiss(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Request(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Command(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void List(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Rooms(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Volume(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void ShowPopups(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void ShowVariables(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void SetVariable(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void History(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Save(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Quit(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+
+    [[nodiscard]] AnnouncementService::Done PrintOutcome(const std::string& good,
+                                                         const ConsoleInput::Answered& answered) const;
+    [[nodiscard]] WriteDone PrintWritten(const std::string& good,
+                                         const ConsoleInput::Answered& answered) const;
+    [[nodiscard]] static const Entry* Find(const std::string& verb);
+
+    static const Entry kEntries[];
+
+    Parts m_parts;
+};

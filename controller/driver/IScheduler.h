@@ -1,0 +1,25 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+
+/// Lets work happen later on the driver thread. Driver thread only.
+class IScheduler {
+public:
+    using Duration = std::chrono::milliseconds;
+
+    /// Time that never jumps, from a start of no meaning.
+    [[nodiscard]] virtual Duration Now() const = 0;
+
+    /// Does `work` once, `delay` from now, and gives an id, never 0. What is due at the same moment is done
+    /// in the order in which it was asked for. `what` names the work in the log and must live as long as the
+    /// program.
+    virtual std::uint64_t After(Duration delay, const char* what, std::function<void()> work) = 0;
+
+    /// The work with this id will not be done; nothing happens when it has been done.
+    virtual void Cancel(std::uint64_t id) noexcept = 0;
+
+protected:
+    ~IScheduler() = default;
+};

@@ -1,0 +1,152 @@
+#pragma once
+
+#include "controller/log/Log.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <variant>
+
+/// What happens in the house, one structure a kind. Ids are those of the house file and of the agent.
+namespace events {
+
+/// Somebody asks the agent to play the announcement with this id; told before the agent is.
+struct PlayAsked {
+    std::uint32_t announcement = 0;
+};
+
+/// The agent has begun to play the announcement with this id.
+struct AnnouncementStarted {
+    std::uint32_t announcement = 0;
+};
+
+/// The agent has let go of the announcement that was playing.
+struct AnnouncementEnded {
+    std::uint32_t announcement = 0;
+};
+
+/// A request has stored or changed an announcement.
+struct AnnouncementStored {
+    std::uint32_t announcement = 0;
+};
+
+struct AnnouncementRemoved {
+    std::uint32_t announcement = 0;
+};
+
+/// The stream plays in the room from now on; `volume` is the room's own, kept for later.
+struct RoomSetUp {
+    std::uint32_t room = 0;
+    unsigned volume = 0;
+};
+
+/// The volume at which the room is heard has changed.
+struct RoomVolumeChanged {
+    std::uint32_t room = 0;
+    unsigned volume = 0;
+};
+
+/// The room has gone back to `volume`; `isChangedMeanwhile` when somebody had set another one and that one
+/// stays.
+struct RoomRestored {
+    std::uint32_t room = 0;
+    unsigned volume = 0;
+    bool isChangedMeanwhile = false;
+};
+
+/// The room's output fails; the other rooms play on.
+struct RoomOutputFailed {
+    std::uint32_t room = 0;
+    std::string reason;
+};
+
+/// The room's screens are wanted, or may go back to rest.
+struct ScreensWoken {
+    std::uint32_t room = 0;
+};
+struct ScreensRested {
+    std::uint32_t room = 0;
+};
+
+struct SoundStarted {
+    std::string file;
+};
+
+/// `error` is empty when the file was played to its end.
+struct SoundEnded {
+    std::string file;
+    std::string error;
+};
+
+/// `duration` counts from now.
+struct PopupShown {
+    std::uint64_t number = 0;
+    std::uint32_t navigator = 0;
+    std::string message;
+    std::string image;
+    std::chrono::milliseconds duration{};
+    bool hasOkButton = false;
+};
+
+/// The variable that the popup's message is bound to has a new value.
+struct PopupChanged {
+    std::uint64_t number = 0;
+    std::uint32_t navigator = 0;
+    std::string message;
+};
+
+/// `Hidden`: taken away without a word from a person, as when the controller ends.
+enum class PopupEnd { TimeIsUp, Hidden, Dismissed, Replaced };
+
+struct PopupHidden {
+    std::uint64_t number = 0;
+    std::uint32_t navigator = 0;
+    PopupEnd why = PopupEnd::TimeIsUp;
+};
+
+struct VariableChanged {
+    std::uint32_t device = 0;
+    std::uint32_t variable = 0;
+    std::string value;
+};
+
+/// The agent's state stands on the disk; or could not be written, is kept in memory and will be tried again.
+struct StateSaved {};
+struct StateNotSaved {
+    std::string reason;
+};
+
+struct LogLine {
+    Severity severity = Severity::Notice;
+    std::string text;
+};
+
+} // namespace events
+
+using EventData = std::variant<events::PlayAsked,
+                               events::AnnouncementStarted,
+                               events::AnnouncementEnded,
+                               events::AnnouncementStored,
+                               events::AnnouncementRemoved,
+                               events::RoomSetUp,
+                               events::RoomVolumeChanged,
+                               events::RoomRestored,
+                               events::RoomOutputFailed,
+                               events::ScreensWoken,
+                               events::ScreensRested,
+                               events::SoundStarted,
+                               events::SoundEnded,
+                               events::PopupShown,
+                               events::PopupChanged,
+                               events::PopupHidden,
+                               events::VariableChanged,
+                               events::StateSaved,
+                               events::StateNotSaved,
+                               events::LogLine>;
+
+/// One event of the feed; numbers start at 1 and grow by 1.
+struct Event {
+    std::uint64_t number = 0;
+    std::chrono::system_clock::time_point time;
+    EventData data;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "controller/driver/DriverThread.h"
+#include "controller/events/EventFeed.h"
+#include "controller/log/Log.h"
+
+/// Publishes every line of the log as an event, for as long as it lives.
+class LogToFeed {
+public:
+    /// All are borrowed for life.
+    LogToFeed(Log& log, DriverThread& driver, EventFeed& feed);
+    LogToFeed(const LogToFeed&) = delete;
+    LogToFeed& operator=(const LogToFeed&) = delete;
+    ~LogToFeed();
+
+private:
+    Log& m_log;
+};

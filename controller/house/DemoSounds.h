@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+/// The sounds that a new house starts with, as whole WAV files: 16-bit mono, less than a second each. They
+/// are computed here, so that a house can be made anywhere without files to copy.
+namespace demosounds {
+
+/// Two falling bell tones.
+[[nodiscard]] std::string Doorbell();
+
+/// One deep gong with its overtones.
+[[nodiscard]] std::string Gong();
+
+} // namespace demosounds

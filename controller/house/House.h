@@ -1,0 +1,53 @@
+#pragma once
+
+#include "controller/audio/OutputDescription.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// The house as its file describes it. Folders are absolute, or relative to the working folder; the house
+/// file's own folder has been put before relative ones.
+struct House {
+    struct Room {
+        std::uint32_t id = 0;
+        std::string name;
+        audio::OutputDescription output;
+        unsigned maxVolume = 100;
+        unsigned startVolume = 40; ///< never above `maxVolume`
+        unsigned leadSilenceMs = 0;
+    };
+    struct Navigator {
+        std::uint32_t id = 0;
+        std::string name;
+        std::uint32_t room = 0;
+    };
+    struct Variable {
+        std::uint32_t device = 0;
+        std::uint32_t variable = 0;
+        std::string name;
+        std::string value;
+    };
+    struct Token {
+        std::string name;
+        std::string hash;
+        std::vector<std::string> rights; ///< "admin", "play" or "navigator:ID"
+    };
+    struct Tls {
+        std::filesystem::path certificate; ///< empty: no TLS
+        std::filesystem::path key;
+    };
+
+    std::string name;
+    std::string address = "127.0.0.1";
+    std::uint16_t port = 8765;
+    std::filesystem::path mediaFolder;
+    std::filesystem::path dataFolder;
+    std::filesystem::path firstAnnouncements; ///< empty: none
+    std::vector<Room> rooms;
+    std::vector<Navigator> navigators;
+    std::vector<Variable> variables;
+    std::vector<Token> tokens;
+    Tls tls;
+};

@@ -1,0 +1,69 @@
+#include "controller/house/HouseFile.h"
+
+#include "controller/house/HouseReading.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::uintmax_t kMaxFile = std::uintmax_t{1024} * 1024;
+
+std::string Describe(const fs::path& file, const std::vector<HouseMistake>& mistakes) {
+    std::string text;
+    for (const HouseMistake& mistake : mistakes) {
+        text += text.empty() ? "" : "\n";
+        text += file.string() + ":";
+        if (mistake.line > 0)
+            text += std::to_string(mistake.line) + ":";
+        text += mistake.key.empty() ? " " : " " + mistake.key + ": ";
+        text += mistake.text;
+    }
+    return text;
+}
+
+} // namespace
+
+HouseError::HouseError(const std::filesystem::path& file, std::vector<HouseMistake> mistakes)
+    : std::runtime_error(Describe(file, mistakes))
+    , m_mistakes(std::move(mistakes)) {}
+
+House ReadHouse(const std::string& text,
+                const std::filesystem::path& folder,
+                const std::filesystem::path& file) {
+    std::vector<HouseMistake> mistakes;
+    House house;
+    try {
+        const std::vector<YAML::Node> documents = YAML::LoadAll(text);
+        if (documents.size() != 1 || documents[0].IsNull())
+            mistakes.push_back(
+                {0, "", "the file must hold one house; `announcement-controller init` writes one"});
+        else
+            house = HouseReading(folder, mistakes).Read(documents[0]);
+    } catch (const YAML::Exception& error) {
+        mistakes.push_back({error.mark.line + 1, "", "is not YAML: " + error.msg});
+    }
+    if (mistakes.empty())
+        return house;
+    std::stable_sort(mistakes.begin(), mistakes.end(),
+                     [](const HouseMistake& a, const HouseMistake& b) { return a.line < b.line; });
+    throw HouseError(file, std::move(mistakes));
+}
+
+House ReadHouseFile(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(file, error);
+    std::ifstream stream(file, std::ios::binary);
+    if (error || !stream || fs::is_directory(file))
+        throw HouseError(
+            file, {{0, "", "cannot be read; `announcement-controller init` writes a house to start from"}});
+    if (size > kMaxFile)
+        throw HouseError(file, {{0, "", "is larger than 1 MiB, and so no house file"}});
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return ReadHouse(text.str(), file.parent_path(), file);
+}

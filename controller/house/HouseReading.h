@@ -1,0 +1,49 @@
+#pragma once
+
+#include "controller/house/HouseMap.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <yaml-cpp/yaml.h>
+
+/// Reads the parts of one house file.
+class HouseReading {
+public:
+    HouseReading(const std::filesystem::path& folder, std::vector<HouseMistake>& mistakes)
+        : m_folder(folder)
+        , m_mistakes(mistakes) {}
+
+    House Read(const YAML::Node& root);
+
+private:
+    [[nodiscard]] std::filesystem::path Resolve(const std::string& text) const {
+        return text.empty() ? std::filesystem::path() : m_folder / text;
+    }
+
+    void ReadFolders(HouseMap& map);
+    void ReadRoom(HouseMap& map);
+    void ReadNavigator(HouseMap& map);
+    void ReadVariable(HouseMap& map);
+    void ReadToken(HouseMap& map);
+    void ReadTls(HouseMap& map);
+    void ReadAddress(HouseMap& map);
+    void CheckRight(HouseMap& map, const std::string& right);
+    void CheckNavigators();
+    std::uint32_t ReadId(HouseMap& map);
+    audio::OutputDescription ReadOutput(HouseMap& map);
+
+    std::filesystem::path m_folder;
+    std::vector<HouseMistake>& m_mistakes;
+    House m_house;
+    std::map<std::uint32_t, std::string> m_ids; ///< of rooms and navigators, with the entry that has it
+    struct NavigatorPlace {
+        int line;
+        std::string path;
+        std::uint32_t room;
+    };
+    std::vector<NavigatorPlace> m_navigatorPlaces;
+};

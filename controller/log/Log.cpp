@@ -1,0 +1,85 @@
+#include "controller/log/Log.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <utility>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t kMaxText = 4096;
+
+std::string TimeOfDay() {
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const auto sinceEpoch = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch());
+    std::tm parts{};
+    localtime_r(&seconds, &parts);
+    char text[32];
+    const std::size_t used = std::strftime(text, sizeof text, "%H:%M:%S", &parts);
+    std::snprintf(text + used, sizeof text - used, ".%03d ", static_cast<int>(sinceEpoch.count() % 1000));
+    return text;
+}
+
+std::string OneLine(const std::string& text) {
+    std::string line = text.substr(0, kMaxText);
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; },
+        ' ');
+    return line;
+}
+
+} // namespace
+
+const char* SeverityName(Severity severity) noexcept {
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Notice:
+        return "notice";
+    case Severity::Information:
+        return "information";
+    case Severity::Debug:
+        return "debug";
+    }
+    return "notice";
+}
+
+Log::Log(int descriptor, Severity threshold, Form form)
+    : m_descriptor(descriptor)
+    , m_threshold(threshold)
+    , m_form(form) {}
+
+Log::Form Log::FormOfStandardError() noexcept {
+    return std::getenv("JOURNAL_STREAM") != nullptr ? Form::Journal : Form::Plain;
+}
+
+void Log::Write(Severity severity, const std::string& text) {
+    const std::string line = OneLine(text);
+    Listener listener;
+    {
+        const std::lock_guard lock(m_mutex);
+        listener = m_listener;
+        if (severity <= m_threshold) {
+            const std::string whole =
+                m_form == Form::Journal
+                    ? '<' + std::to_string(static_cast<unsigned>(severity)) + '>' + line + '\n'
+                    : TimeOfDay() + SeverityName(severity) + ": " + line + '\n';
+            // A log that cannot be written has nowhere to say so.
+            (void)!::write(m_descriptor, whole.data(), whole.size());
+        }
+    }
+    if (listener)
+        listener(severity, line);
+}
+
+void Log::SetListener(Listener listener) {
+    const std::lock_guard lock(m_mutex);
+    m_listener = std::move(listener);
+}

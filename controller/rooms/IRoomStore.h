@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+/// A room whose volume an announcement has taken: what it was, and what the announcement has set, once it
+/// has.
+struct JournalEntry {
+    std::uint32_t room = 0;
+    unsigned volumeBefore = 0;
+    std::optional<unsigned> volumeSet;
+};
+
+/// Told how a write went, on the driver thread: with the reason when it failed, and, when it was tried again
+/// later and succeeded, once more; with an empty text once it stands on the disk.
+using WriteDone = std::function<void(const std::string& error)>;
+
+/// Where the volumes of rooms and the journal of the rooms that announcements have taken are kept. Writes
+/// reach the disk in the order of the calls. Driver thread only.
+class IRoomStore {
+public:
+    /// Keeps the entry in place of the room's former one, together with the room's present volume: both or
+    /// neither.
+    virtual void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) = 0;
+
+    /// Strikes the room's entry, if there is one, and keeps the room's present volume: both or neither.
+    virtual void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) = 0;
+
+protected:
+    ~IRoomStore() = default;
+};

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "controller/driver/Alarm.h"
+#include "controller/driver/Worker.h"
+#include "controller/popups/Variables.h"
+#include "controller/rooms/IRoomStore.h"
+#include "controller/state/StateDatabase.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Where the agent's state is kept. Driver thread only.
+class IAgentStateStore {
+public:
+    virtual void WriteAgentState(const std::string& xml, WriteDone done) = 0;
+
+protected:
+    ~IAgentStateStore() = default;
+};
+
+/// The database behind the driver thread: writes run on a thread of its own, in order, and answers are posted
+/// back.
+///
+/// A write that fails is told to whoever asked for it, kept, and tried again every `kRetry` until it succeeds
+/// or a newer write of the same thing does. Driver thread only.
+class StateStore final : public IRoomStore, public IVariableStore, public IAgentStateStore {
+public:
+    static constexpr std::chrono::seconds kRetry{5};
+    /// So many played announcements wait at most for a disk that takes nothing.
+    static constexpr std::size_t kMaxFailed = 1000;
+
+    using Post = std::function<void(const char* what, std::function<void()> work)>;
+    using HistoryDone =
+        std::function<void(const std::vector<HistoryEntry>& entries, const std::string& error)>;
+
+    /// `scheduler` is borrowed for life; `post` runs work on the driver thread.
+    StateStore(std::unique_ptr<StateDatabase> database, IScheduler& scheduler, Post post);
+    StateStore(const StateStore&) = delete;
+    StateStore& operator=(const StateStore&) = delete;
+    /// Waits for the writes that are under way; answers that have not been posted back are dropped.
+    ~StateStore();
+
+    void WriteAgentState(const std::string& xml, WriteDone done) override;
+    void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) override;
+    void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) override;
+    void WriteVariable(std::uint32_t device,
+                       std::uint32_t variable,
+                       const std::string& value,
+                       WriteDone done) override;
+    void AddHistory(const HistoryEntry& entry);
+    void ReadHistory(std::size_t newest, HistoryDone done);
+
+    /// Tries now what has failed.
+    void Retry();
+
+    /// Calls back when everything that was asked for so far has been tried.
+    void WhenTried(std::function<void()> callback);
+
+private:
+    using Writes = std::function<void(StateDatabase&)>;
+    struct Write {
+        std::string subject; ///< a later write of the same subject makes an earlier one that failed needless
+        Writes writes;
+        WriteDone done;
+        bool isFailureTold = false;
+    };
+
+    void Submit(Write write);
+    void Answer(const std::shared_ptr<Write>& write, std::uint64_t number, const std::string& error);
+
+    Post m_post;
+    std::uint64_t m_lastNumber = 0;
+    std::map<std::string, std::uint64_t> m_newest; ///< by subject, while it matters
+    std::map<std::string, std::pair<std::uint64_t, std::shared_ptr<Write>>> m_failed; ///< by subject
+    Alarm m_retry;
+    std::unique_ptr<StateDatabase> m_database;
+    Worker m_worker;
+};

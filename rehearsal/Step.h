@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/IDocument.h"
+#include "host/auto_com.h"
+#include "rehearsal/HostSettings.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What a step does.
+enum class StepKind {
+    Host,
+    Create,
+    Initialize,
+    Register,
+    Command,
+    Request,
+    Advance,
+    StreamReady,
+    PlayDone,
+    RoomAsked,
+    Save,
+    Destroy
+};
+
+/// One step of a scenario, found good: only its kind's own members mean something.
+struct Step {
+    StepKind kind = StepKind::Host;
+    std::string
+        echo; ///< the step as JSON text, without blanks, its members in the order in which they were given
+
+    HostChange host;                           ///< host
+    std::optional<std::string> state;          ///< initialize: the saved state's text
+    vq::auto_com<VqXML::IDocument> savedState; ///< and the document that it is; empty without one
+    std::string name;                          ///< command, request
+    std::vector<std::pair<std::string, std::string>> params; ///< command, request
+    VirtualTime duration{0};                                 ///< advance
+    std::uint32_t roomId = 0;                                ///< room_asked
+
+    /// Reads a scenario's line. Throws `std::invalid_argument`, which says what is wrong with it and what
+    /// would be right.
+    [[nodiscard]] static Step Read(const std::string& line);
+
+    /// A step of a kind that needs no members.
+    [[nodiscard]] static Step Plain(StepKind kind);
+};

@@ -1,0 +1,153 @@
+#include "controller/access/Access.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Tokens on a clock of the test; what is to be done elsewhere is done when the test says so.
+class AccessTest : public testing::Test {
+protected:
+    AccessTest()
+        : m_access({{"phone", token_secret::Hash("secret"), Rights::Read({"play"})}},
+                   {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); },
+                    [](std::function<void()> work) { work(); }, [this] { return m_now; },
+                    [this](const std::string& line) {
+                        m_warnings.push_back(line);
+                    }}) {}
+
+    void Check(const std::string& token, const std::string& peer = "10.0.0.1") {
+        m_access.Check(token, peer, [this](Access::Verdict verdict, const Rights& rights) {
+            m_verdicts.push_back(verdict);
+            m_rights = rights;
+        });
+    }
+
+    std::size_t WorkElsewhere() {
+        const auto work = std::exchange(m_elsewhere, {});
+        for (const auto& item : work)
+            item();
+        return work.size();
+    }
+
+    using Verdicts = std::vector<Access::Verdict>;
+    static constexpr auto kKnown = Access::Verdict::Known;
+    static constexpr auto kWrong = Access::Verdict::Wrong;
+    static constexpr auto kTooMany = Access::Verdict::TooManyWrong;
+
+    std::vector<std::function<void()>> m_elsewhere;
+    Access::TimePoint m_now{};
+    std::vector<std::string> m_warnings;
+    Verdicts m_verdicts;
+    Rights m_rights;
+    Access m_access;
+};
+
+} // namespace
+
+TEST_F(AccessTest, KnownTokenIsHashedElsewhereAndOnce) {
+    Check("phone.secret");
+    EXPECT_TRUE(m_verdicts.empty());
+    EXPECT_EQ(WorkElsewhere(), 1U);
+    Check("phone.secret");
+
+    EXPECT_EQ(m_verdicts, (Verdicts{kKnown, kKnown}));
+    EXPECT_TRUE(m_rights.mayPlay);
+    EXPECT_EQ(WorkElsewhere(), 0U);
+}
+
+TEST_F(AccessTest, ManyRequestsWithOneTokenAreHashedOnce) {
+    for (int i = 0; i < 1000; ++i)
+        Check("phone.secret");
+
+    EXPECT_EQ(WorkElsewhere(), 1U);
+    EXPECT_EQ(m_verdicts, Verdicts(1000, kKnown));
+}
+
+TEST_F(AccessTest, WrongTokensAreRefused) {
+    for (const char* token : {"phone.Secret", "phone.", "phone", "", ".", "tablet.secret", "phone.secret "})
+        Check(token);
+    WorkElsewhere();
+
+    EXPECT_EQ(m_verdicts, Verdicts(7, kWrong));
+}
+
+TEST_F(AccessTest, AddressWithTooManyWrongTokensWaitsAMinute) {
+    for (int i = 0; i < 12; ++i)
+        Check("tablet.x");
+    Check("phone.secret", "10.0.0.2");
+    WorkElsewhere();
+    Verdicts expected(10, kWrong);
+    expected.insert(expected.end(), {kTooMany, kTooMany, kKnown});
+    EXPECT_EQ(m_verdicts, expected);
+    EXPECT_EQ(m_warnings, std::vector<std::string>{
+                              "Too many wrong tokens from 10.0.0.1: none are looked at for a minute"});
+
+    m_now += 61s;
+    Check("tablet.x");
+
+    EXPECT_EQ(m_verdicts.back(), kWrong);
+}
+
+TEST_F(AccessTest, TokenThatIsKnownAlreadyIsTakenInTheFloodToo) {
+    Check("phone.secret");
+    WorkElsewhere();
+    for (int i = 0; i < 20; ++i)
+        Check("tablet.x");
+
+    Check("phone.secret");
+
+    EXPECT_EQ(m_verdicts.back(), kKnown);
+}
+
+TEST_F(AccessTest, BurstOfGuessesHasNoMoreHashedThanTheLimit) {
+    for (int i = 0; i < 100; ++i)
+        Check("phone.guess" + std::to_string(i));
+
+    EXPECT_EQ(WorkElsewhere(), Access::kWrongPerMinute);
+}
+
+TEST_F(AccessTest, RightTokensDoNotUseTheLimitUp) {
+    for (int i = 0; i < 50; ++i) {
+        Check("phone.secret");
+        WorkElsewhere();
+    }
+    for (int i = 0; i < 9; ++i)
+        Check("tablet.x");
+
+    EXPECT_EQ(m_verdicts.back(), kWrong);
+}
+
+TEST_F(AccessTest, TicketIsGoodOnce) {
+    const std::string ticket = m_access.GiveTicket(Rights::Read({"navigator:5"}));
+
+    const auto rights = m_access.TakeTicket(ticket);
+
+    ASSERT_TRUE(rights.has_value());
+    EXPECT_EQ(rights->Texts(), std::vector<std::string>{"navigator:5"});
+    EXPECT_FALSE(m_access.TakeTicket(ticket).has_value());
+    EXPECT_FALSE(m_access.TakeTicket("").has_value());
+}
+
+TEST_F(AccessTest, TicketIsGoodForHalfAMinute) {
+    const std::string ticket = m_access.GiveTicket(Rights::All());
+
+    m_now += 30s;
+
+    EXPECT_FALSE(m_access.TakeTicket(ticket).has_value());
+}
+
+TEST_F(AccessTest, TicketsThatNobodyTakesDoNotFillTheMemory) {
+    std::string last;
+    for (std::size_t i = 0; i < Access::kMaxTickets + 100; ++i)
+        last = m_access.GiveTicket(Rights::All());
+
+    EXPECT_TRUE(m_access.TakeTicket(last).has_value());
+}
+
+TEST(OpenAccessTest, HouseWithoutTokensIsOpen) {
+    EXPECT_TRUE(Access({}, {}).IsOpen());
+}

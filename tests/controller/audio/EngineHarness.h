@@ -1,0 +1,84 @@
+#pragma once
+
+#include "controller/audio/AudioEngine.h"
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace audio::test {
+
+/// The driver thread of the tests: the thread that calls RunUntil.
+class DriverLoop final {
+public:
+    void Post(std::function<void()> task);
+
+    /// Runs what is posted until the condition holds. False when it does not within a generous bound.
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet);
+
+    /// Runs what has been posted so far.
+    void RunPosted();
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::function<void()>> m_tasks;
+};
+
+/// A folder that lives as long as the test.
+class TemporaryFolder final {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] std::string Path(const std::string& name) const { return m_path + "/" + name; }
+
+private:
+    std::string m_path;
+};
+
+/// A real engine with what it said. Rooms are numbered from 1 in the order in which they are given.
+class EngineHarness final {
+public:
+    explicit EngineHarness(const std::vector<std::string>& outputs, EngineLimits limits = PatientLimits());
+    explicit EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits = PatientLimits());
+
+    /// Bounds that a machine under sanitizers keeps too: healthy outputs are never given up.
+    static EngineLimits PatientLimits();
+
+    [[nodiscard]] AudioEngine& Engine() { return *m_engine; }
+    void DestroyEngine() { m_engine = nullptr; }
+
+    /// Opens a stream and adds every room.
+    void OpenWithAllRooms();
+
+    /// Plays, and waits for the end. Nothing when the end did not come.
+    [[nodiscard]] std::optional<PlayResult> PlayToEnd(const std::string& path);
+
+    /// Waits until the stream's outputs are closed.
+    [[nodiscard]] bool CloseAndWait();
+
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet) { return m_loop.RunUntil(isMet); }
+
+    void RunPosted() { m_loop.RunPosted(); }
+
+    [[nodiscard]] const std::vector<RoomTrouble>& Troubles() const { return m_troubles; }
+    [[nodiscard]] const std::vector<std::string>& Log() const { return m_log; }
+    [[nodiscard]] bool HasTrouble(std::uint32_t roomId, RoomTrouble::Kind kind) const;
+
+private:
+    DriverLoop m_loop;
+    std::size_t m_roomCount;
+    std::vector<RoomTrouble> m_troubles;
+    std::vector<std::string> m_log;
+    std::unique_ptr<AudioEngine> m_engine;
+};
+
+} // namespace audio::test

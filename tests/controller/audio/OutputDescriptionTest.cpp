@@ -1,0 +1,76 @@
+#include "controller/audio/OutputDescription.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace audio::test {
+
+namespace {
+
+std::string Refusal(const std::string& text) {
+    try {
+        (void)ParseOutput(text);
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return {};
+}
+
+void ExpectRefused(const std::string& text, const std::string& reason) {
+    EXPECT_NE(Refusal(text).find(reason), std::string::npos) << text << ": " << Refusal(text);
+}
+
+} // namespace
+
+TEST(OutputDescriptionTest, EveryKindIsReadWithItsText) {
+    EXPECT_EQ(ParseOutput("auto").kind, "auto");
+    EXPECT_EQ(ParseOutput(" silent ").kind, "silent");
+    const auto file = ParseOutput("file:  recordings/kitchen %r-%n.wav ");
+    EXPECT_EQ(file.kind, "file");
+    EXPECT_EQ(file.text, "recordings/kitchen %r-%n.wav");
+    const auto bin = ParseOutput("gstreamer: audioconvert ! fakesink name=a:b");
+    EXPECT_EQ(bin.kind, "gstreamer");
+    EXPECT_EQ(bin.text, "audioconvert ! fakesink name=a:b");
+}
+
+TEST(OutputDescriptionTest, AnUnknownKindIsAnsweredWithTheKnownOnes) {
+    ExpectRefused("loud", "\"loud\" is no kind of output");
+    ExpectRefused("loud", "\"file: PATTERN\"");
+    ExpectRefused("", "is no kind of output");
+    ExpectRefused(": x", "is no kind of output");
+}
+
+TEST(OutputDescriptionTest, ATextThatAKindDoesNotTakeIsRefused) {
+    ExpectRefused("auto: hdmi", "\"auto\" takes nothing behind it");
+    ExpectRefused("silent: please", "\"silent\" takes nothing behind it");
+}
+
+TEST(OutputDescriptionTest, ARecordingNeedsAPathWithKnownPlaceHolders) {
+    ExpectRefused("file:", "needs a path");
+    ExpectRefused("file", "needs a path");
+    ExpectRefused("file: a%d.wav", "after % there can be n");
+    ExpectRefused("file: a%", "after % there can be n");
+    EXPECT_EQ(Refusal("file: 100%%.wav"), "");
+}
+
+TEST(OutputDescriptionTest, ABinDescriptionMustParseAndTakeSound) {
+    ExpectRefused("gstreamer:", "needs a bin description");
+    ExpectRefused("gstreamer: nosuchelement", "nosuchelement");
+    ExpectRefused("gstreamer: fakesink nosuchproperty=1", "nosuchproperty");
+    ExpectRefused("gstreamer: fakesrc ! fakesink", "has no free input");
+    ExpectRefused("gstreamer: fakesink !", "fakesink !");
+}
+
+TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
+    const auto list = ListOutputs();
+    ASSERT_EQ(list.size(), 4U);
+    for (const char* kind : {"auto", "silent", "file", "gstreamer"})
+        EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
+            return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
+        })) << kind;
+}
+
+} // namespace audio::test

@@ -1,0 +1,45 @@
+#include "controller/house/NewHouse.h"
+
+#include "controller/audio/SoundFile.h"
+#include "controller/house/HouseFile.h"
+#include "controller/maintenance/StateText.h"
+#include "tests/controller/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(NewHouseTest, IsAHouseInOrderWithSoundsAndAnnouncements) {
+    const TemporaryFolder folder;
+    const auto files = WriteNewHouse(folder.Path() / "new");
+    ASSERT_EQ(files.size(), 4U);
+    const House house = ReadHouseFile(files[0]);
+    EXPECT_EQ(house.rooms.size(), 2U);
+    EXPECT_EQ(house.navigators.size(), 2U);
+    EXPECT_EQ(statetext::Read(house.firstAnnouncements).substr(0, 15), "<announcements>");
+    for (const std::string name : {"doorbell.wav", "gong.wav"}) {
+        const audio::SoundFile sound((house.mediaFolder / name).string());
+        EXPECT_EQ(sound.Channels(), 1) << name;
+        EXPECT_GT(sound.Frames(), 0) << name;
+        EXPECT_LT(std::filesystem::file_size(house.mediaFolder / name), 16384U) << name;
+    }
+}
+
+TEST(NewHouseTest, NothingIsOverwritten) {
+    const TemporaryFolder folder;
+    folder.Write("media/gong.wav", "mine");
+    EXPECT_THROW(WriteNewHouse(folder.Path()), std::runtime_error);
+    EXPECT_EQ(TemporaryFolder::Read(folder.Path() / "media/gong.wav"), "mine");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "house.yaml"));
+}
+
+TEST(NewHouseTest, TheDemoHouseIsWhatANewHouseIs) {
+    const TemporaryFolder folder;
+    const std::filesystem::path demo = DEMO_FOLDER;
+    for (const auto& file : WriteNewHouse(folder.Path())) {
+        const auto name = std::filesystem::relative(file, folder.Path());
+        EXPECT_EQ(TemporaryFolder::Read(demo / name), TemporaryFolder::Read(file)) << name;
+    }
+}
+
+} // namespace

@@ -1,0 +1,124 @@
+#include "controller/state/StateStore.h"
+
+#include "tests/controller/support/FakeScheduler.h"
+#include "tests/controller/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// The store's own thread writes; the test takes its answers when it waits for them.
+class StateStoreTest : public testing::Test {
+protected:
+    StateStoreTest()
+        : m_store(std::make_unique<StateDatabase>(m_folder.Path()),
+                  m_scheduler,
+                  [this](const char* /*what*/, std::function<void()> work) {
+                      const std::lock_guard lock(m_mutex);
+                      m_posted.push_back(std::move(work));
+                      m_arrived.notify_one();
+                  }) {}
+
+    void TakeAnswers(std::size_t count) {
+        while (count-- > 0) {
+            std::unique_lock lock(m_mutex);
+            m_arrived.wait(lock, [this] { return !m_posted.empty(); });
+            const auto work = std::move(m_posted.front());
+            m_posted.pop_front();
+            lock.unlock();
+            work();
+        }
+    }
+
+    WriteDone Note(const std::string& name) {
+        return [this, name](const std::string& error) {
+            m_told.push_back(name + (error.empty() ? "" : " failed"));
+        };
+    }
+
+    /// From now on, writes of volumes fail; or no longer.
+    void SetFull(bool isFull) const {
+        Sqlite database((m_folder.Path() / StateDatabase::kFileName).string(), Sqlite::Mode::ReadWriteCreate);
+        database.Execute(isFull ? "CREATE TRIGGER full BEFORE INSERT ON room_volume BEGIN SELECT "
+                                  "RAISE(FAIL, 'full'); END"
+                                : "DROP TRIGGER full");
+    }
+
+    [[nodiscard]] StoredState OnDisk() const { return StateDatabase(m_folder.Path()).Read(); }
+
+    TemporaryFolder m_folder;
+    FakeScheduler m_scheduler;
+    Texts m_told;
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    std::deque<std::function<void()>> m_posted;
+    StateStore m_store;
+};
+
+TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
+    m_store.WriteAgentState("<announcements/>", Note("state"));
+    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    m_store.WriteVariable(9, 4, "21", Note("variable"));
+    EXPECT_TRUE(m_told.empty());
+    TakeAnswers(3);
+    EXPECT_EQ(m_told, (Texts{"state", "taken", "variable"}));
+    EXPECT_EQ(OnDisk().agentState, "<announcements/>");
+    EXPECT_EQ(OnDisk().journal.size(), 1U);
+    EXPECT_EQ(OnDisk().volumes.at(1), 60U);
+    EXPECT_EQ(OnDisk().variables.at({9, 4}), "21");
+    m_store.WriteFree(1, 40, Note("free"));
+    TakeAnswers(1);
+    EXPECT_TRUE(OnDisk().journal.empty());
+    EXPECT_EQ(OnDisk().volumes.at(1), 40U);
+}
+
+TEST_F(StateStoreTest, AFailedWriteIsToldOnceAndTriedAgainUntilItSucceeds) {
+    SetFull(true);
+    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"taken failed"});
+    EXPECT_TRUE(OnDisk().journal.empty());
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"taken failed"});
+    SetFull(false);
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, (Texts{"taken failed", "taken"}));
+    EXPECT_EQ(OnDisk().volumes.at(1), 60U);
+    EXPECT_EQ(m_scheduler.Waiting(), 0U);
+}
+
+TEST_F(StateStoreTest, ANewerWriteOfTheSameThingTakesTheFailedOnesPlace) {
+    SetFull(true);
+    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    TakeAnswers(1);
+    SetFull(false);
+    m_store.WriteFree(1, 35, Note("free"));
+    TakeAnswers(1);
+    m_scheduler.Advance(StateStore::kRetry);
+    m_store.WhenTried([this] { m_told.emplace_back("tried"); });
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, (Texts{"taken failed", "free", "tried"}));
+    EXPECT_TRUE(OnDisk().journal.empty());
+    EXPECT_EQ(OnDisk().volumes.at(1), 35U);
+}
+
+TEST_F(StateStoreTest, TheHistoryIsWrittenAndRead) {
+    m_store.AddHistory({0, "s", "e", 7, "Dinner", {1}, {5}, "f", "ended"});
+    TakeAnswers(1);
+    m_store.ReadHistory(10, [this](const std::vector<HistoryEntry>& entries, const std::string& error) {
+        for (const HistoryEntry& entry : entries)
+            m_told.push_back(entry.name + error);
+    });
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"Dinner"});
+}
+
+} // namespace

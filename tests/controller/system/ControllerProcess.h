@@ -1,0 +1,42 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+/// The real program, run with arguments; what it prints (on both outputs) is collected.
+class ControllerProcess {
+public:
+    /// `CONTROLLER_FILE` with the arguments. The program is killed when this dies.
+    explicit ControllerProcess(const std::vector<std::string>& arguments);
+    ControllerProcess(const ControllerProcess&) = delete;
+    ControllerProcess& operator=(const ControllerProcess&) = delete;
+    ~ControllerProcess();
+
+    /// Types a line.
+    void Type(const std::string& line) const;
+    void CloseInput();
+    void Signal(int signal) const;
+
+    /// Waits until the output, from where the last wait ended, holds the text; false when the program ends or
+    /// too much time passes first.
+    [[nodiscard]] bool WaitFor(const std::string& text);
+
+    /// Waits for the end; the exit status, or minus the signal.
+    [[nodiscard]] int WaitForEnd();
+
+    /// Everything printed so far.
+    [[nodiscard]] const std::string& Output() const { return m_output; }
+    [[nodiscard]] pid_t Process() const { return m_process; }
+
+private:
+    [[nodiscard]] bool ReadMore(std::chrono::steady_clock::time_point end);
+
+    pid_t m_process = -1;
+    int m_input = -1;
+    int m_out = -1;
+    std::string m_output;
+    std::size_t m_seen = 0;
+};

@@ -1,0 +1,5 @@
+#include "host/VqBaseDriver.h"
+
+extern "C" VQ_EXPORT DriverFactory GetCreationFunc() {
+    return nullptr;
+}

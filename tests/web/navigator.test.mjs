@@ -1,0 +1,476 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openNavigator, openPage } from './support/browser.mjs';
+import { House, png } from './support/house.mjs';
+
+const popup = (page) => page.getByRole('alertdialog');
+const ok = (page) => page.getByRole('button', { name: 'OK' });
+const message = (page) => page.locator('#message');
+const shown = (page) => popup(page).waitFor({ state: 'visible' });
+const hidden = (page) => popup(page).waitFor({ state: 'hidden' });
+
+/** Cuts the page off from the controller, until `join`. */
+async function cut(page) {
+  page.isAway = true;
+  await page.route('**/api/tickets', (route) => route.abort());
+  await page.evaluate(() => window.dispatchEvent(new PageTransitionEvent('pageshow', { persisted: true })));
+  await page.locator('body.disconnected').waitFor();
+}
+
+async function join(page) {
+  await page.unroute('**/api/tickets');
+  await page.locator('body.connected').waitFor();
+}
+
+describe('the page of a navigator', () => {
+  let house;
+  beforeEach(async () => { house = await House.open(); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  test('shows the time, the room and that it is connected while there is no announcement', async () => {
+    const page = await openNavigator(house, 11);
+    assert.match(await page.locator('#clock').textContent(), /^\d{1,2}:\d\d/);
+    assert.equal(await page.locator('#room').textContent(), 'Kitchen');
+    assert.equal(await page.locator('#link-text').textContent(), 'Connected');
+    assert.equal(await page.title(), 'Kitchen · Test house');
+    assert.ok(await popup(page).isHidden());
+    await closePage(page);
+  });
+
+  test('does not exist for a navigator that the house does not have', async () => {
+    const response = await fetch(`${house.url}/navigator/99`);
+    assert.equal(response.status, 404);
+  });
+
+  test('shows message, remaining time and OK button, with the focus on the button', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Dinner is ready' });
+    await shown(page);
+    assert.equal(await message(page).textContent(), 'Dinner is ready');
+    assert.match(await page.locator('#left').textContent(), /^(20|19|18|17|16|15) s$/);
+    assert.equal(await page.evaluate(() => document.activeElement.id), 'ok');
+    assert.equal(await popup(page).getAttribute('aria-describedby'), 'message');
+    assert.equal(await page.locator('#idle').getAttribute('aria-hidden'), 'true');
+    await closePage(page);
+  });
+
+  test('has no OK button that was not asked for, and keeps the focus in the popup', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Good morning', ok_button: false });
+    await shown(page);
+    assert.equal(await ok(page).count(), 0);
+    assert.equal(await page.evaluate(() => document.activeElement.id), 'dialog');
+    await page.keyboard.press('Escape');
+    await page.keyboard.press('Tab');
+    assert.ok(await popup(page).isVisible());
+    await closePage(page);
+  });
+
+  test('closes the popup on every screen when OK is pressed on one', async () => {
+    const [kitchen, bedroom] = [await openNavigator(house, 11), await openNavigator(house, 12)];
+    await house.pop({ text: 'Somebody is at the door' });
+    await shown(kitchen);
+    await shown(bedroom);
+    await ok(bedroom).click();
+    await hidden(bedroom);
+    await hidden(kitchen);
+    const { popups } = await house.request('GET', '/api/status');
+    assert.deepEqual(popups, []);
+    await closePage(kitchen);
+    await closePage(bedroom);
+  });
+
+  for (const key of ['Enter', ' ', 'Escape']) {
+    test(`takes the key "${key}" for the OK button`, async () => {
+      const page = await openNavigator(house, 11);
+      await house.pop({ text: 'Dinner is ready' });
+      await shown(page);
+      await page.keyboard.press(key);
+      await hidden(page);
+      await eventually(async () => (await house.request('GET', '/api/status')).popups.length === 0, 'no popup stands');
+      await closePage(page);
+    });
+  }
+
+  test('hides the popup when it is dismissed elsewhere, and gives the focus back', async () => {
+    const page = await openNavigator(house, 11);
+    await page.locator('#idle').focus();
+    await house.pop({ text: 'Dinner is ready' });
+    await shown(page);
+    await house.dismiss();
+    await hidden(page);
+    assert.equal(await page.evaluate(() => document.activeElement.id), 'idle');
+    assert.equal(await page.locator('#idle').getAttribute('aria-hidden'), null);
+    await closePage(page);
+  });
+
+  test('hides the popup when its time is up', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Dinner is ready', timeout_ms: 1500 });
+    await shown(page);
+    await hidden(page);
+    await closePage(page);
+  });
+
+  test('that connects late shows what still stands, with the time that is left', async () => {
+    await house.pop({ text: 'Dinner is ready', timeout_ms: 25000 });
+    const page = await openNavigator(house, 11);
+    await shown(page);
+    const [{ popup: standing }] = (await house.request('GET', '/api/status')).popups;
+    const left = parseInt(await page.locator('#left').textContent(), 10);
+    assert.ok(Math.abs(left - standing.remaining_ms / 1000) <= 2, `${left} s shown of ${standing.remaining_ms} ms`);
+    await closePage(page);
+  });
+
+  test('that was away shows at its return what still stands', async () => {
+    const page = await openNavigator(house, 11);
+    await cut(page);
+    await house.pop({ text: 'While you were away' });
+    assert.ok(await popup(page).isHidden());
+    await join(page);
+    await shown(page);
+    assert.equal(await message(page).textContent(), 'While you were away');
+    await closePage(page);
+  });
+
+  test('that was away does not show what was dismissed meanwhile', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Dismissed meanwhile' });
+    await shown(page);
+    await cut(page);
+    assert.ok(await popup(page).isVisible(), 'it stands until its time is up, as far as this screen knows');
+    await house.dismiss();
+    await join(page);
+    await hidden(page);
+    await closePage(page);
+  });
+
+  test('lets the popup go in time without its controller, and shows nothing stale after its start anew', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Soon over', timeout_ms: 3000 });
+    await shown(page);
+    page.isAway = true;
+    await house.kill();
+    assert.ok(await popup(page).isVisible());
+    await hidden(page);
+    await house.start();
+    await page.locator('body.connected').waitFor();
+    assert.ok(await popup(page).isHidden());
+    await house.pop({ text: 'New' }, [11]);
+    await shown(page);
+    assert.equal(await message(page).textContent(), 'New');
+    await closePage(page);
+  });
+
+  test('does not show a popup that a controller started anew does not know', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Unknown after the crash', timeout_ms: 120000 });
+    await shown(page);
+    page.isAway = true;
+    await house.kill();
+    await house.start();
+    await page.locator('body.connected').waitFor();
+    const { popup: standing } = await house.request('GET', '/api/navigators/11');
+    if (standing) await shown(page);
+    else await hidden(page);
+    await closePage(page);
+  });
+
+  test('delivers an OK that was pressed while the controller was away', async () => {
+    const [kitchen, bedroom] = [await openNavigator(house, 11), await openNavigator(house, 12)];
+    await house.pop({ text: 'Dinner is ready' });
+    await shown(kitchen);
+    await shown(bedroom);
+    await cut(kitchen);
+    await kitchen.route('**/ok', (route) => route.abort());
+    await ok(kitchen).click();
+    await hidden(kitchen);
+    assert.ok(await popup(bedroom).isVisible());
+    await kitchen.unroute('**/ok');
+    await join(kitchen);
+    await hidden(bedroom);
+    assert.ok(await popup(kitchen).isHidden());
+    await closePage(kitchen);
+    await closePage(bedroom);
+  });
+
+  test('shows nothing stale when the device has slept, and asks what still stands', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Before the sleep' });
+    await shown(page);
+    page.isAway = true;
+    await page.route('**/api/tickets', (route) => route.abort());
+    await page.evaluate(() => {
+      const { now } = Date;
+      Date.now = () => now.call(Date) + 3600000;
+    });
+    await hidden(page);
+    await page.unroute('**/api/tickets');
+    await shown(page); // the controller says that it still stands
+    await closePage(page);
+  });
+
+  test('does not mind a clock that differs from the controller\'s', async () => {
+    const page = await openPage(house, '/navigator/11');
+    await page.addInitScript(() => {
+      const { now } = Date;
+      Date.now = () => now.call(Date) - 86400000;
+    });
+    await page.reload();
+    await page.locator('body.connected').waitFor();
+    await house.pop({ text: 'Yesterday' });
+    await shown(page);
+    assert.match(await page.locator('#left').textContent(), /^(20|19|18|17|16|15) s$/);
+    await closePage(page);
+  });
+
+  test('follows the variable that the message is bound to', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'unused', variable: { device: 9, variable: 4, name: 'Outside' } });
+    await shown(page);
+    assert.equal(await message(page).textContent(), '21 °C');
+    await house.request('PUT', '/api/variables/9/4', { value: '<b>22 °C</b> 🌞' });
+    await eventually(async () => (await message(page).textContent()) === '<b>22 °C</b> 🌞', 'the new value is shown');
+    assert.equal(await message(page).locator('b').count(), 0);
+    await closePage(page);
+  });
+
+  test('shows markup as the text that it is', async () => {
+    const page = await openNavigator(house, 11);
+    const text = '<img src=x onerror="document.title=1"><script>document.title=2</script>&amp; <b>bold</b>';
+    await house.pop({ text });
+    await shown(page);
+    assert.equal(await message(page).textContent(), text);
+    assert.equal(await message(page).evaluate((node) => node.children.length), 0);
+    assert.equal(await page.title(), 'Kitchen · Test house');
+    await closePage(page);
+  });
+
+  test('shows pictures of the media folder and of the web, and no other address', async () => {
+    await house.request('PUT', '/api/media/dinner.png', png);
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Dinner', image: 'dinner.png' });
+    await shown(page);
+    await page.locator('#image').waitFor({ state: 'visible' });
+    assert.match(await page.locator('#image').getAttribute('src'), /^blob:/);
+    const kinds = await page.evaluate(async () => {
+      const { imageKind } = await import('/assets/images.js');
+      return ['/api/media/a.png', 'http://example.org/a.png', 'HTTPS://example.org/a', 'javascript:alert(1)', ' javascript:alert(1)',
+        'data:image/png;base64,AA', 'file:///etc/passwd', '/api/media/../announcements', '/api/media/%2e%2e/x', '//example.org/a.png',
+        'http:', 'https://', 'blob:http://x/y', 'a.png', ''].map(imageKind);
+    });
+    assert.deepEqual(kinds, ['media', 'web', 'web', '', '', '', '', '', '', '', '', '', '', '', '']);
+    await closePage(page);
+  });
+
+  test('does not load a picture from another kind of address', async () => {
+    const page = await openNavigator(house, 11);
+    let isRefused = false;
+    await house.pop({ text: 'Script', image: 'javascript:document.title=1' }).catch(() => { isRefused = true; });
+    if (!isRefused) {
+      await shown(page);
+      assert.ok(await page.locator('#image').isHidden());
+    }
+    assert.equal(await page.title(), 'Kitchen · Test house');
+    await closePage(page);
+  });
+
+  test('shows the text alone when its picture is missing', async () => {
+    const page = await openNavigator(house, 11, { refusals: true });
+    await house.pop({ text: 'Dinner is ready', image: 'missing.png' });
+    await shown(page);
+    assert.equal(await message(page).textContent(), 'Dinner is ready');
+    assert.ok(await page.locator('#image').isHidden());
+    await closePage(page);
+  });
+
+  for (const [name, width, height] of [['a television', 1920, 1080], ['a tablet', 1024, 768], ['a phone', 360, 640], ['a phone on its side', 640, 300], ['a tiny screen', 320, 240]]) {
+    test(`keeps the button in reach under 10,000 characters on ${name}`, async () => {
+      const page = await openNavigator(house, 11, { viewport: { width, height } });
+      await house.pop({ text: 'Words and words. '.repeat(588).concat('The end.') });
+      await shown(page);
+      const box = await ok(page).boundingBox();
+      assert.ok(box.x >= 0 && box.y >= 0 && box.x + box.width <= width && box.y + box.height <= height, JSON.stringify(box));
+      assert.ok(box.height >= 48 && box.width >= 48, 'large enough for a finger');
+      await page.keyboard.press('End');
+      await eventually(() => page.evaluate(() => {
+        const scroll = document.getElementById('scroll');
+        return scroll.scrollTop > 0 && scroll.scrollTop + scroll.clientHeight >= scroll.scrollHeight - 2;
+      }), 'the end of the text is in sight');
+      assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= window.innerWidth), 'nothing beside the screen');
+      await ok(page).click();
+      await hidden(page);
+      await closePage(page);
+    });
+  }
+
+  test('shows short texts large, and long words whole', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Dinner is ready' });
+    await shown(page);
+    const size = await message(page).evaluate((node) => parseFloat(getComputedStyle(node).fontSize));
+    assert.ok(size >= 80, `${size} px`);
+    await closePage(page);
+    const phone = await openNavigator(house, 12, { viewport: { width: 360, height: 640 } });
+    await house.dismiss();
+    await hidden(phone);
+    await house.pop({ text: 'Geschirrspülmaschine' }, [12]);
+    await shown(phone);
+    const lines = await message(phone).evaluate((node) => node.getBoundingClientRect().height / parseFloat(getComputedStyle(node).lineHeight));
+    assert.equal(Math.round(lines), 1);
+    await closePage(phone);
+  });
+
+  test('reads texts from right to left that are written so', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'العشاء جاهز 🍲' });
+    await shown(page);
+    assert.equal(await message(page).evaluate((node) => getComputedStyle(node).direction), 'rtl');
+    await closePage(page);
+  });
+
+  test('moves nothing for those who want no motion', async () => {
+    const page = await openNavigator(house, 11, { reducedMotion: 'reduce' });
+    await house.pop({ text: 'Quiet' });
+    await shown(page);
+    assert.equal(await page.evaluate(() => document.getAnimations().length), 0);
+    await closePage(page);
+  });
+
+  for (const colorScheme of ['dark', 'light']) {
+    test(`has texts of high contrast in ${colorScheme} colours`, async () => {
+      const page = await openNavigator(house, 11, { colorScheme });
+      await house.pop({ text: 'Dinner is ready' });
+      await shown(page);
+      const ratios = await page.evaluate(() => {
+        const light = (color) => {
+          const parts = color.match(/\d+/g).slice(0, 3).map((part) => part / 255).map((part) => (part <= 0.03928 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4));
+          return 0.2126 * parts[0] + 0.7152 * parts[1] + 0.0722 * parts[2];
+        };
+        const ratio = (one, other) => (Math.max(light(one), light(other)) + 0.05) / (Math.min(light(one), light(other)) + 0.05);
+        const style = (id) => getComputedStyle(document.getElementById(id));
+        return {
+          message: ratio(style('message').color, style('dialog').backgroundColor),
+          button: ratio(style('ok').color, style('ok').backgroundColor),
+        };
+      });
+      assert.ok(ratios.message >= 7 && ratios.button >= 7, JSON.stringify(ratios));
+      await closePage(page);
+    });
+  }
+
+  test('wakes with its room and goes back to rest', async () => {
+    const page = await openNavigator(house, 11);
+    await page.locator('body.resting').waitFor();
+    await house.pop({ text: 'Good morning', timeout_ms: 1500 });
+    await page.locator('body:not(.resting)').waitFor();
+    await page.locator('body.resting').waitFor();
+    await closePage(page);
+  });
+});
+
+describe('a screen that is to be seen', () => {
+  let house;
+  beforeEach(async () => { house = await House.open(); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  /** Opens the page with another wake lock in the place of the browser's. */
+  async function openWith(wakeLock) {
+    const page = await openPage(house, '/navigator/11');
+    await page.addInitScript(wakeLock);
+    await page.reload();
+    await page.locator('body.connected').waitFor();
+    return page;
+  }
+
+  test('holds a wake lock while its room is awake, and lets it go afterwards', async () => {
+    const page = await openWith(() => {
+      window.locks = [];
+      const request = async (kind) => {
+        const lock = { kind, isHeld: true, addEventListener() {}, release: async () => { lock.isHeld = false; } };
+        window.locks.push(lock);
+        return lock;
+      };
+      Object.defineProperty(navigator, 'wakeLock', { value: { request } });
+    });
+    const locks = () => page.evaluate(() => window.locks.map(({ kind, isHeld }) => `${kind} ${isHeld}`).join());
+    assert.equal(await locks(), '');
+    await house.pop({ text: 'Good morning', timeout_ms: 2000 });
+    await shown(page);
+    await eventually(async () => (await locks()) === 'screen true', 'one lock is held');
+    await hidden(page);
+    await eventually(async () => (await locks()) === 'screen false', 'the lock is let go');
+    await closePage(page);
+  });
+
+  test('shows the popup all the same when the browser refuses the wake lock', async () => {
+    const page = await openWith(() => {
+      const request = async () => { throw new DOMException('low battery', 'NotAllowedError'); };
+      Object.defineProperty(navigator, 'wakeLock', { value: { request } });
+    });
+    await house.pop({ text: 'Good morning' });
+    await shown(page);
+    await closePage(page);
+  });
+
+  test('plays an empty video where there is no wake lock, as long as it is awake', async () => {
+    const page = await openWith(() => Object.defineProperty(navigator, 'wakeLock', { value: undefined }));
+    const isPlaying = () => page.evaluate(() => [...document.querySelectorAll('video')].some((video) => !video.paused));
+    assert.equal(await isPlaying(), false);
+    await house.pop({ text: 'Good morning', timeout_ms: 2000 });
+    await shown(page);
+    await eventually(isPlaying, 'the video plays');
+    await hidden(page);
+    await eventually(async () => !(await isPlaying()), 'the video stands still');
+    await closePage(page);
+  });
+
+  test('moves a long text on by itself, until somebody takes over', async () => {
+    const page = await openNavigator(house, 11);
+    await house.pop({ text: 'Words and words. '.repeat(300) });
+    await shown(page);
+    const position = () => page.evaluate(() => document.getElementById('scroll').scrollTop);
+    await eventually(async () => (await position()) > 20, 'the text has moved');
+    await page.keyboard.press('Home');
+    await page.evaluate(() => new Promise((resolve) => { requestAnimationFrame(() => requestAnimationFrame(resolve)); }));
+    assert.equal(await position(), 0);
+    await closePage(page);
+  });
+});
+
+describe('the page of a navigator in a house with tokens', () => {
+  let house;
+  beforeEach(async () => { house = await House.open({ tokens: ['admin', 'navigator:11'] }); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  test('asks for its token, and takes one that is entered', async () => {
+    const page = await openPage(house, '/navigator/11', { refusals: true });
+    const input = page.getByLabel(/needs a token/);
+    await input.waitFor();
+    await input.fill('wrong');
+    await page.keyboard.press('Enter');
+    await page.locator('#token-problem:not(:empty)').waitFor();
+    await input.fill(house.tokens['navigator:11']);
+    await page.keyboard.press('Enter');
+    await page.locator('body.connected').waitFor();
+    assert.ok(await input.isHidden());
+    await closePage(page);
+  });
+
+  test('takes the token from its address, removes it there, and confirms popups with it', async () => {
+    const token = house.tokens['navigator:11'];
+    const page = await openPage(house, `/navigator/11#token=${token}`);
+    await page.locator('body.connected').waitFor();
+    assert.equal(new URL(page.url()).hash, '');
+    await house.request('PUT', '/api/media/dinner.png', png);
+    await house.pop({ text: 'Dinner', image: 'dinner.png' }, [11]);
+    await shown(page);
+    await page.locator('#image').waitFor({ state: 'visible' });
+    await ok(page).click();
+    await eventually(async () => (await house.request('GET', '/api/status')).popups.length === 0, 'no popup stands');
+    await closePage(page);
+  });
+});
