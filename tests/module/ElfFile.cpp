@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 ElfFile::ElfFile(const std::string& file) {
-    std::ifstream input(file, std::ios::binary);
-    m_bytes.assign(std::istreambuf_iterator<char>(input), {});
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    m_bytes = bytes.str();
     ElfW(Ehdr) header;
     if (m_bytes.size() < sizeof header || m_bytes.compare(0, SELFMAG, ELFMAG) != 0)
         throw std::runtime_error(file + " is no ELF file");
