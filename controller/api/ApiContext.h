@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 /// The parts of the controller that the API shows and drives. All are borrowed for life.
 struct ControllerParts {
@@ -62,26 +63,41 @@ struct ApiContext {
             }};
 }
 
-/// Runs `work` elsewhere and then `done` with what it gave, on the driver thread; what either throws answers
-/// the call. `work` must not hold the call: it would end with it, on a thread that is not the driver's.
+/// What is done elsewhere for a call. It goes from thread to thread as a whole, so that it ends, and what it
+/// holds, on the driver thread.
 template <class Work, class Done>
-void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
-    DriverThread& driver = context.parts.driver;
-    context.worker.Submit([&driver, call, work = std::move(work), done = std::move(done)]() mutable {
-        std::exception_ptr failure;
-        std::optional<decltype(work())> result;
+struct Errand {
+    ApiCallPointer call;
+    Work work;
+    Done done;
+    std::exception_ptr failure = nullptr;
+    std::optional<std::invoke_result_t<Work>> result = std::nullopt;
+
+    void Run() noexcept {
         try {
-            result = work();
+            result.emplace(work());
         } catch (...) {
             failure = std::current_exception();
         }
-        driver.Post("an answer of the API",
-                    [call = std::move(call), done = std::move(done), failure, result = std::move(result)] {
-                        call->Guard([&] {
-                            if (failure)
-                                std::rethrow_exception(failure);
-                            done(*result);
-                        });
-                    });
+    }
+
+    void Answer() {
+        call->Guard([this] {
+            if (failure)
+                std::rethrow_exception(failure);
+            done(*result);
+        });
+    }
+};
+
+/// Runs `work` elsewhere and then `done` with what it gave, on the driver thread; what either throws answers
+/// the call.
+template <class Work, class Done>
+void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
+    auto errand =
+        std::make_shared<Errand<Work, Done>>(Errand<Work, Done>{call, std::move(work), std::move(done)});
+    context.worker.Submit([&driver = context.parts.driver, errand = std::move(errand)]() mutable {
+        errand->Run();
+        driver.Post("an answer of the API", [errand = std::move(errand)] { errand->Answer(); });
     });
 }
