@@ -27,9 +27,8 @@ public:
     Announcement(const IDriverHelperV2& helper, const IInstanceManager& instances, VqXML::INode& node);
 
     /// From a message whose parameter "announcement" is the text of such an element. An id in that text is
-    /// kept; without one (or with 0) the announcement takes `id`. Throws "Unable to dom xml to create
-    /// announcement"
-    /// (`const char*`), after an assertion, when the text is no XML.
+    /// kept; without one (or with 0) the announcement takes `id`. When the text is no XML, asserts and throws
+    /// "Unable to dom xml to create announcement" (`const char*`).
     Announcement(const IDriverHelperV2& helper,
                  const IInstanceManager& instances,
                  const ICmdMessage& message,
@@ -130,8 +129,8 @@ private:
     std::uint32_t m_id = 0;
     std::string m_name;
     std::string m_audioFile; ///< without folder and extension
-    std::uint32_t m_audioDelay =
-        0; ///< milliseconds between the rooms' set-up and playing; 0 selects one second
+    /// Milliseconds between the rooms' set-up and playing; 0 selects one second.
+    std::uint32_t m_audioDelay = 0;
     std::string m_text;
     std::string m_videoFile;
     std::uint32_t m_videoDelay = 0; ///< milliseconds before the popup; 0 shows it at once

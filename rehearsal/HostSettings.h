@@ -9,15 +9,16 @@
 /// What the scenario says about its host; lives on when the agent is destroyed and created again.
 struct HostSettings {
     std::uint32_t deviceId = 100; ///< the id of the agent's own device
-    std::optional<std::vector<std::uint32_t>>
-        rooms;                   ///< ascending ids of devices with a room interface; none: all
-    bool hasDigitalAudio = true; ///< whether look-ups find the service, here and below
+    /// Ascending ids of devices with a room interface; none: all.
+    std::optional<std::vector<std::uint32_t>> rooms;
+    /// Whether look-ups find the service, here and below.
+    bool hasDigitalAudio = true;
     bool hasLogger = true;
     bool hasDeviceManager = true;
     bool hasTimerManager = true;
-    std::optional<VirtualTime>
-        streamReadyAfter;                     ///< when the host answers `CreateStream` by itself; none: never
-    std::optional<VirtualTime> playDoneAfter; ///< and `PlayFile`
+    /// When the host answers `CreateStream` by itself, and `PlayFile`; none: never.
+    std::optional<VirtualTime> streamReadyAfter;
+    std::optional<VirtualTime> playDoneAfter;
 
     [[nodiscard]] bool HasRoom(std::uint32_t id) const;
 };

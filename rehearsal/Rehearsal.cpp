@@ -16,6 +16,10 @@ vq::auto_com<CmdMessage> MessageOf(const Step& step) {
     return message;
 }
 
+bool NeedsAgent(StepKind kind) {
+    return kind != StepKind::Host && kind != StepKind::Create && kind != StepKind::Advance;
+}
+
 } // namespace
 
 Rehearsal::Rehearsal(DriverCreator create, TraceSink& sink, bool showLookUps)
@@ -39,9 +43,7 @@ void Rehearsal::Judge(const Step& step) const {
 
 void Rehearsal::Do(const Step& step) {
     RequireAgent(step.kind);
-    const bool needsNone =
-        step.kind == StepKind::Host || step.kind == StepKind::Advance || step.kind == StepKind::Create;
-    if (!needsNone && !m_agent)
+    if (NeedsAgent(step.kind) && !m_agent)
         return;
     m_host.Events().Tell(&TraceSink::StepBegins, step);
     Perform(step);
@@ -53,21 +55,13 @@ void Rehearsal::Finish() {
 }
 
 void Rehearsal::RequireAgent(StepKind kind) {
-    if (m_agent)
+    if (m_agent || !NeedsAgent(kind))
         return;
-    switch (kind) {
-    case StepKind::Host:
-    case StepKind::Create:
-    case StepKind::Advance:
-    case StepKind::Destroy:
+    Do(Step::Plain(StepKind::Create));
+    if (kind == StepKind::Initialize || kind == StepKind::Register)
         return;
-    case StepKind::Initialize:
-    case StepKind::Register:
-        return Do(Step::Plain(StepKind::Create));
-    default:
-        for (const StepKind first : {StepKind::Create, StepKind::Initialize, StepKind::Register})
-            Do(Step::Plain(first));
-    }
+    Do(Step::Plain(StepKind::Initialize));
+    Do(Step::Plain(StepKind::Register));
 }
 
 void Rehearsal::Perform(const Step& step) {

@@ -29,8 +29,8 @@ enum class StepKind {
 /// One step of a scenario, found good: only its kind's own members mean something.
 struct Step {
     StepKind kind = StepKind::Host;
-    std::string
-        echo; ///< the step as JSON text, without blanks, its members in the order in which they were given
+    /// The step as JSON text, without blanks, its members in the order in which they were given.
+    std::string echo;
 
     HostChange host;                           ///< host
     std::optional<std::string> state;          ///< initialize: the saved state's text

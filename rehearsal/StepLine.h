@@ -20,8 +20,8 @@ struct StepLine {
         std::string fault; ///< what in the list is no id, or in the object no text; empty when all is well
     };
 
-    std::vector<std::pair<std::string, Value>>
-        members; ///< in the order of their first mention; the last value counts
+    /// In the order of their first mention; the last value counts.
+    std::vector<std::pair<std::string, Value>> members;
 
     /// The value of this member, or null.
     [[nodiscard]] const Value* Find(std::string_view name) const;
