@@ -11,5 +11,6 @@ struct Asset {
 };
 
 /// The file with this name; null when there is none. The names are flat: "console.html" is served for `/`,
+/// "index.html" for `/page`,
 /// "navigator.html" for `/navigator/{id}`, every name for `/assets/{name}`.
 [[nodiscard]] const Asset* FindAsset(std::string_view name) noexcept;

@@ -1,4 +1,4 @@
-# Writes a C++ source that holds the files of a folder: cmake -DFOLDER=… -DOUTPUT=… -P EmbedAssets.cmake
+# Writes a C++ source that holds the files of two folders: cmake -DPAGES=… -DBUNDLE=… -DOUTPUT=… -P EmbedAssets.cmake
 cmake_minimum_required(VERSION 3.25)
 
 function(content_type FILE RESULT)
@@ -16,15 +16,23 @@ function(content_type FILE RESULT)
 endfunction()
 
 # In the order of the names' bytes, which the binary search relies on.
-file(GLOB names RELATIVE ${FOLDER} ${FOLDER}/*)
+file(GLOB pages RELATIVE ${PAGES} ${PAGES}/*)
+file(GLOB bundle RELATIVE ${BUNDLE} ${BUNDLE}/*)
+set(names ${pages} ${bundle})
 list(SORT names COMPARE STRING CASE SENSITIVE)
 
 set(entries "")
 foreach(name IN LISTS names)
     content_type(${name} type)
-    file(SHA256 ${FOLDER}/${name} digest)
+    set(file ${PAGES}/${name})
+    if(NOT name IN_LIST pages)
+        set(file ${BUNDLE}/${name})
+    elseif(name IN_LIST bundle)
+        message(FATAL_ERROR "${name} stands both in ${PAGES} and in ${BUNDLE}: one name, one file")
+    endif()
+    file(SHA256 ${file} digest)
     string(SUBSTRING ${digest} 0 16 tag)
-    file(READ ${FOLDER}/${name} bytes HEX)
+    file(READ ${file} bytes HEX)
     string(LENGTH "${bytes}" digits)
     math(EXPR size "${digits} / 2")
     string(REGEX REPLACE "(..)" "\\\\x\\1" literal "${bytes}")

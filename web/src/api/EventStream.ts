@@ -1,0 +1,103 @@
+// The stream of events from the controller, which comes back by itself.
+
+import { Problem, request } from './request';
+import type { ServerEvent } from './types';
+
+const FIRST_PAUSE = 1000;
+const LONGEST_PAUSE = 30000;
+const SILENCE = 45000;
+
+export interface Link {
+  isConnected: boolean;
+  problem: Problem | null; // when the controller answered and refused
+}
+
+export interface Listeners {
+  /** Every message with a type but `alive`; after each connecting a `state` comes first. */
+  onEvent(event: ServerEvent): void;
+  onLink(link: Link): void;
+  /** What this page's token allows; gives false when that is not enough to go on. */
+  onRights(rights: string[]): boolean;
+}
+
+/** Keeps a WebSocket open for as long as the page lives. */
+export class EventStream {
+  private socket: WebSocket | null = null;
+  private attempt = 0; // counts up with each try, so that what belongs to an older one is known
+  private pause = FIRST_PAUSE;
+  private timer = 0;
+  private lastHeard = 0;
+
+  constructor(private readonly path: string, private readonly listeners: Listeners) {
+    window.addEventListener('online', () => this.hurry());
+    window.addEventListener('pageshow', (event) => { if (event.persisted) void this.reconnect(); });
+    document.addEventListener('visibilitychange', () => {
+      if (document.hidden) return;
+      if (this.isSilent()) void this.reconnect();
+      else this.hurry();
+    });
+    window.setInterval(() => { if (this.isSilent()) void this.reconnect(); }, 5000);
+  }
+
+  /** Connects now, whatever there was. */
+  async reconnect(): Promise<void> {
+    const attempt = this.drop();
+    try {
+      const { ticket, rights } = await request<{ ticket: string; rights: string[] }>('POST', '/api/tickets');
+      if (attempt !== this.attempt) return;
+      if (this.listeners.onRights(rights)) this.open(attempt, ticket);
+    } catch (problem) {
+      if (attempt !== this.attempt) return;
+      this.retryLater(problem instanceof Problem && problem.status !== 0 ? problem : null);
+    }
+  }
+
+  /** Does not wait any longer for the next try. */
+  hurry(): void {
+    if (this.timer) void this.reconnect();
+  }
+
+  private isSilent(): boolean {
+    return this.socket !== null && performance.now() - this.lastHeard > SILENCE;
+  }
+
+  private drop(): number {
+    clearTimeout(this.timer);
+    this.timer = 0;
+    const former = this.socket;
+    this.socket = null;
+    if (former) {
+      former.onmessage = null;
+      former.onclose = null;
+      former.close();
+    }
+    this.attempt += 1;
+    return this.attempt;
+  }
+
+  private open(attempt: number, ticket: string): void {
+    const scheme = location.protocol === 'https:' ? 'wss:' : 'ws:';
+    const socket = new WebSocket(`${scheme}//${location.host}${this.path}?ticket=${encodeURIComponent(ticket)}`);
+    this.socket = socket;
+    this.lastHeard = performance.now();
+    socket.onmessage = (message) => this.hear(String(message.data));
+    socket.onclose = () => { if (attempt === this.attempt) this.retryLater(null); };
+  }
+
+  private hear(text: string): void {
+    this.lastHeard = performance.now();
+    const event = JSON.parse(text) as ServerEvent;
+    if (event.type === 'alive') return;
+    if (event.type === 'state') this.pause = FIRST_PAUSE;
+    this.listeners.onEvent(event);
+    if (event.type === 'state') this.listeners.onLink({ isConnected: true, problem: null });
+  }
+
+  private retryLater(problem: Problem | null): void {
+    this.drop();
+    const pause = this.pause * (1 + Math.random() / 4);
+    this.pause = Math.min(this.pause * 2, LONGEST_PAUSE);
+    this.timer = window.setTimeout(() => void this.reconnect(), pause);
+    this.listeners.onLink({ isConnected: false, problem });
+  }
+}

@@ -1,0 +1,94 @@
+// Requests to the controller, and its refusals as errors that people can read.
+
+import { t } from '../texts';
+import { token } from './access';
+
+export interface MediaUser { id: number; name: string }
+
+/** What the controller answered in place of what was asked for. `status` 0: it could not be reached. */
+export class Problem extends Error {
+  constructor(readonly status: number, detail: string, readonly right = '', readonly users: MediaUser[] = []) {
+    super(detail);
+  }
+
+  /** The whole, as a sentence or two. */
+  get text(): string {
+    return this.right ? t.problem.withRight(this.message, this.right) : this.message;
+  }
+}
+
+export interface Reply<T> { value: T; etag: string }
+
+/** Gives the reply's JSON (null without one) and its tag. Throws `Problem`. */
+export async function exchange<T>(method: string, path: string, body?: unknown, ifMatch?: string): Promise<Reply<T>> {
+  const headers: Record<string, string> = authorization();
+  if (body !== undefined) headers['Content-Type'] = 'application/json';
+  if (ifMatch) headers['If-Match'] = ifMatch;
+  const response = await send(path, { method, headers, body: body === undefined ? undefined : JSON.stringify(body) });
+  const isJson = /\bjson\b/.test(response.headers.get('Content-Type') ?? '');
+  return { value: (isJson ? await response.json() : null) as T, etag: response.headers.get('ETag') ?? '' };
+}
+
+export async function request<T>(method: string, path: string, body?: unknown): Promise<T> {
+  return (await exchange<T>(method, path, body)).value;
+}
+
+/** Sent also when the page is being left. */
+export function requestInPassing(method: string, path: string): void {
+  void fetch(path, { method, headers: authorization(), keepalive: true }).catch(() => undefined);
+}
+
+/** A file of the media folder. Throws `Problem`. */
+export async function fetchFile(path: string): Promise<Blob> {
+  return (await send(path, { headers: authorization() })).blob();
+}
+
+export const mediaPath = (name: string): string => `/api/media/${encodeURIComponent(name)}`;
+
+/** Stores a file of the media folder; `onShare` hears how much has been sent, 0 to 1. Throws `Problem`. */
+export function upload<T>(name: string, file: Blob, onShare: (share: number) => void): Promise<T> {
+  return new Promise((resolve, reject) => {
+    const call = new XMLHttpRequest(); // fetch tells nothing of what has been sent
+    call.open('PUT', mediaPath(name));
+    for (const [header, value] of Object.entries(authorization())) call.setRequestHeader(header, value);
+    call.setRequestHeader('Content-Type', 'application/octet-stream');
+    call.upload.onprogress = (event) => onShare(event.lengthComputable ? event.loaded / event.total : 0);
+    call.onerror = () => reject(new Problem(0, t.problem.unreachable));
+    call.onload = () => {
+      const reply = parsed(call.responseText);
+      if (call.status < 300) resolve(reply as T);
+      else reject(problemOf(call.status, call.statusText, reply));
+    };
+    call.send(file);
+  });
+}
+
+function authorization(): Record<string, string> {
+  const own = token();
+  return own ? { Authorization: `Bearer ${own}` } : {};
+}
+
+async function send(path: string, options: RequestInit): Promise<Response> {
+  let response: Response;
+  try {
+    response = await fetch(path, options);
+  } catch {
+    throw new Problem(0, t.problem.unreachable);
+  }
+  if (response.ok) return response;
+  throw problemOf(response.status, response.statusText, parsed(await response.text().catch(() => '')));
+}
+
+function parsed(text: string): unknown {
+  try {
+    return JSON.parse(text);
+  } catch {
+    return null;
+  }
+}
+
+function problemOf(status: number, statusText: string, body: unknown): Problem {
+  const { detail, title, right, users } = (body ?? {}) as { detail?: string; title?: string; right?: string; users?: MediaUser[] };
+  const text = detail ?? title ?? t.problem.answered(status, statusText);
+  return new Problem(status, text, right, users);
+}

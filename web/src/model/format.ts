@@ -1,0 +1,34 @@
+// Times, lengths and numbers as people say them.
+
+import { t } from '../texts';
+
+const clock = new Intl.DateTimeFormat(t.locale, { hour: '2-digit', minute: '2-digit', second: '2-digit' });
+const day = new Intl.DateTimeFormat(t.locale, { weekday: 'short', day: 'numeric', month: 'short' });
+
+/** 1500 -> "1.5 s" */
+export function seconds(milliseconds: number): string {
+  const value = milliseconds / 1000;
+  if (value >= 120) return t.units.minutes(Math.floor(value / 60), Math.round(value % 60));
+  return t.units.seconds(Number(value.toFixed(value < 10 ? 1 : 0)));
+}
+
+export const timeOfDay = (text: string): string => clock.format(new Date(text));
+
+/** "14:05:10" today, "Mon 3 Mar, 14:05:10" on other days. */
+export function moment(text: string): string {
+  const date = new Date(text);
+  const time = clock.format(date);
+  return date.toDateString() === new Date().toDateString() ? time : `${day.format(date)}, ${time}`;
+}
+
+export function bytes(number: number): string {
+  if (number < 1000) return t.units.bytes(number);
+  if (number < 1e6) return t.units.kilobytes(Math.round(number / 1000));
+  return t.units.megabytes((number / 1e6).toFixed(1));
+}
+
+export function listing(words: string[]): string {
+  return words.length < 2 ? words.join('') : t.and(words.slice(0, -1).join(', '), words[words.length - 1] ?? '');
+}
+
+export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);

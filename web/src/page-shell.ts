@@ -1,0 +1,137 @@
+// The frame of the page: places, the connection's state, what plays, and the view that the address names.
+
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement, query, state } from 'lit/decorators.js';
+import { token } from './api/access';
+import { PLACES, placeAddress, routeOf, type Place, type Route } from './model/route';
+import { setTheme, theme, THEMES } from './model/theme';
+import { ask } from './parts/ask';
+import { signOut } from './parts/sign-in';
+import type { IconName } from './parts/ui-icon';
+import { Following, store } from './store/live';
+import { shellStyles } from './styles/shell';
+import { shared } from './styles/shared';
+import { t } from './texts';
+import './views';
+
+const ICONS: Record<Place, IconName> = { announcements: 'bell', house: 'house', media: 'note', history: 'clock', log: 'journal' };
+const THEME_ICONS: Record<string, IconName> = { auto: 'half', light: 'sun', dark: 'moon' };
+
+/** A view that may hold something unsaved. */
+interface MayBeDirty { isDirty?: boolean }
+
+@customElement('page-shell')
+export class PageShell extends LitElement {
+  static override styles = [shared, shellStyles, css`:host { display: block; }`];
+
+  @state() private route: Route = routeOf(location.hash);
+  @state() private theme = theme();
+  @query('main') private readonly main!: HTMLElement;
+  private shownAt = location.hash;
+
+  constructor() {
+    super();
+    new Following(this);
+  }
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    window.addEventListener('hashchange', () => void this.follow());
+  }
+
+  /** What has been changed and not saved is not lost without a question. */
+  private async follow(): Promise<void> {
+    const wanted = location.hash;
+    if (wanted === this.shownAt) return;
+    const view = this.main.firstElementChild as (Element & MayBeDirty) | null;
+    if (view?.isDirty) {
+      history.replaceState(null, '', this.shownAt || '#/announcements');
+      const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [{ key: 'leave', text: t.editor.leave, variant: 'danger' }]);
+      if (answer !== 'leave') return;
+      history.replaceState(null, '', wanted);
+    }
+    this.show(wanted);
+  }
+
+  private show(address: string): void {
+    this.shownAt = address;
+    this.route = routeOf(address);
+    window.scrollTo(0, 0);
+    // A new view, to those who do not see it change.
+    void this.updateComplete.then(() => this.main.focus({ preventScroll: true }));
+  }
+
+  override updated(): void {
+    const name = t.places[this.place];
+    document.title = store.status ? t.title(name, store.status.house) : t.appName;
+  }
+
+  /** A token that may only play sees only what can be played. */
+  private get place(): Place {
+    return store.mayEdit ? this.route.place : 'announcements';
+  }
+
+  private get needsToken(): boolean {
+    const status = store.link.problem?.status ?? 0;
+    return [401, 403, 429].includes(status) || (!store.isReady && store.rights.length > 0 && !store.mayPlay);
+  }
+
+  override render(): unknown {
+    return html`<a class="skip" href="#main" @click=${this.skip}>${t.skip}</a>
+      <header>
+        <div class="brand"><img src="/assets/icon.svg" alt="" width="32" height="32"><strong dir="auto">${store.status?.house ?? t.appName}</strong></div>
+        ${this.renderNav()}
+        <div class="tools"><link-state></link-state>${this.renderTools()}</div>
+      </header>
+      <div class="page">${this.renderBanner()}<main id="main" tabindex="-1">${this.renderView()}</main></div>
+      ${store.mayPlay ? html`<now-bar></now-bar>` : nothing}
+      <ui-toasts></ui-toasts>`;
+  }
+
+  private renderNav(): unknown {
+    if (!store.isReady || this.needsToken || !store.mayEdit) return nothing;
+    return html`<nav aria-label=${t.places.label}>${PLACES.map((place) => html`
+      <a href=${placeAddress(place)} aria-current=${place === this.place ? 'page' : nothing}>
+        <ui-icon name=${ICONS[place]}></ui-icon><span>${t.places[place]}</span></a>`)}</nav>`;
+  }
+
+  private renderTools(): unknown {
+    const name = t.theme.label(t.theme[this.theme]);
+    return html`<button class="icon-button" aria-label=${name} title=${name} @click=${this.nextTheme}><ui-icon name=${THEME_ICONS[this.theme] ?? 'half'}></ui-icon></button>
+      ${token() ? html`<button class="icon-button" aria-label=${t.access.signOut} title=${t.access.signOut} @click=${signOut}><ui-icon name="exit"></ui-icon></button>` : nothing}`;
+  }
+
+  private renderBanner(): unknown {
+    const texts: string[] = [];
+    const { status } = store;
+    if (status && !store.link.isConnected && !this.needsToken) texts.push(t.link.lostLong);
+    if (status && !status.agent) texts.push(t.problem.noAgent);
+    if (status && !status.state_saved) texts.push(t.problem.notSaved(status.state_error ?? ''));
+    return html`<div role="alert">${texts.map((text) => html`<p class="banner"><ui-icon name="exclamation"></ui-icon>${text}</p>`)}</div>`;
+  }
+
+  private renderView(): unknown {
+    if (this.needsToken) return html`<sign-in></sign-in>`;
+    if (!store.isReady) return html`<p class="waiting soft">${t.link.connecting}</p>`;
+    if (this.place === 'announcements' && this.route.editing !== undefined && store.mayEdit) {
+      return html`<announcement-editor .announcement=${this.route.editing} .copyOf=${this.route.copyOf ?? null}></announcement-editor>`;
+    }
+    switch (this.place) {
+      case 'house': return html`<house-view></house-view>`;
+      case 'media': return html`<media-view></media-view>`;
+      case 'history': return html`<history-view></history-view>`;
+      case 'log': return html`<log-view></log-view>`;
+      default: return html`<announcements-view></announcements-view>`;
+    }
+  }
+
+  private skip(event: Event): void {
+    event.preventDefault(); // the address names the view
+    this.main.focus();
+  }
+
+  private nextTheme(): void {
+    this.theme = THEMES[(THEMES.indexOf(this.theme) + 1) % THEMES.length] ?? 'auto';
+    setTheme(this.theme);
+  }
+}

@@ -1,0 +1,57 @@
+// What playing an announcement will do, asked of the agent and asked again when it changes.
+
+import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
+import { customElement, property, state } from 'lit/decorators.js';
+import { Problem, request } from '../api/request';
+import type { AnnouncementBody, Rehearsal } from '../api/types';
+import { shared } from '../styles/shared';
+import { t } from '../texts';
+import './announcement-timeline';
+
+const PAUSE = 350; // while somebody types
+
+@customElement('announcement-outlook')
+export class AnnouncementOutlook extends LitElement {
+  static override styles = [shared, css`:host { display: block; min-height: 5rem; } h3 { margin-bottom: .6rem; }`];
+
+  @property({ attribute: false }) announcement!: AnnouncementBody;
+  @state() private rehearsal: Rehearsal | null = null;
+  @state() private problem = '';
+  private asked = '';
+  private timer = 0;
+
+  override willUpdate(changed: PropertyValues): void {
+    if (!changed.has('announcement')) return;
+    const body = { ...this.announcement, name: this.announcement.name || '-' };
+    const text = JSON.stringify(body);
+    if (text === this.asked) return;
+    const pause = this.asked ? PAUSE : 0;
+    this.asked = text;
+    clearTimeout(this.timer);
+    this.timer = window.setTimeout(() => void this.rehearse(text, body), pause);
+  }
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    clearTimeout(this.timer);
+  }
+
+  private async rehearse(text: string, announcement: AnnouncementBody): Promise<void> {
+    try {
+      const rehearsal = await request<Rehearsal>('POST', '/api/rehearsal', { announcement });
+      if (text !== this.asked) return;
+      this.rehearsal = rehearsal;
+      this.problem = '';
+    } catch (problem) {
+      if (text !== this.asked) return;
+      if (problem instanceof Problem && problem.status === 503) this.timer = window.setTimeout(() => void this.rehearse(text, announcement), 2 * PAUSE);
+      else this.problem = problem instanceof Problem ? problem.text : String(problem);
+    }
+  }
+
+  override render(): unknown {
+    return html`<h3>${t.timeline.title}</h3>
+      ${this.problem ? html`<p class="soft">${this.problem}</p>` : html`<announcement-timeline .rehearsal=${this.rehearsal}></announcement-timeline>`}
+      ${this.rehearsal || this.problem ? nothing : html`<p class="soft">${t.timeline.asking}</p>`}`;
+  }
+}

@@ -1,0 +1,44 @@
+// Deleting with a way back: the announcement is hidden at once and deleted when the way back is gone.
+
+import { request, requestInPassing } from '../api/request';
+import type { Announcement } from '../api/types';
+import { attempt, toast } from '../parts/ui-toasts';
+import { t } from '../texts';
+import { store } from './live';
+
+const SECOND_THOUGHTS = 8000;
+const waiting = new Map<number, number>(); // timers by id
+
+const path = (id: number): string => `/api/announcements/${id}`;
+
+export function deleteWithUndo({ id, name }: Announcement): void {
+  hide(id, true);
+  waiting.set(id, window.setTimeout(() => void finish(id), SECOND_THOUGHTS));
+  toast({ text: t.list.deleted(name), stays: SECOND_THOUGHTS - 200, onUndo: () => undo(id) });
+}
+
+function undo(id: number): void {
+  clearTimeout(waiting.get(id));
+  waiting.delete(id);
+  hide(id, false);
+}
+
+async function finish(id: number): Promise<void> {
+  waiting.delete(id);
+  if (!(await attempt(() => request('DELETE', path(id))))) hide(id, false);
+}
+
+function hide(id: number, isHidden: boolean): void {
+  if (isHidden) store.leaving.add(id);
+  else store.leaving.delete(id);
+  store.changed();
+}
+
+// The page is left: what was deleted is deleted.
+window.addEventListener('pagehide', () => {
+  for (const [id, timer] of waiting) {
+    clearTimeout(timer);
+    requestInPassing('DELETE', path(id));
+  }
+  waiting.clear();
+});

@@ -1,0 +1,8 @@
+// Every component that the frame shows.
+
+import '../parts/link-state';
+import '../parts/now-bar';
+import '../parts/sign-in';
+import '../parts/ui-icon';
+import '../parts/ui-toasts';
+import './announcements-view';
