@@ -1,0 +1,14 @@
+#pragma once
+
+#include "announce/client/Address.h"
+
+#include <string>
+
+/// How the controller is reached, and what allows it.
+struct Connection {
+    Address address;
+    std::string token; ///< empty for none
+    std::string
+        caFile; ///< PEM file of the authorities to trust in place of the system's; empty for the system's
+    std::string otherAddress; ///< for people: where another address could be given
+};

@@ -1,0 +1,106 @@
+#include "announce/client/Http.h"
+
+#include "announce/client/Transport.h"
+
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http.hpp>
+#include <boost/beast/ssl.hpp>
+
+#include <algorithm>
+
+namespace {
+
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+using boost::system::error_code;
+
+using Request = http::request<http::string_body>;
+
+/// Longer than any operation of the controller takes.
+constexpr std::chrono::seconds kPatience{60};
+constexpr std::size_t kPiece = 65536;
+constexpr std::uint64_t kLongestAnswer = 256U << 20U;
+
+Request MakeRequest(const Connection& connection, const HttpQuestion& question) {
+    Request request(http::string_to_verb(question.method), question.target, 11);
+    request.set(http::field::host, connection.address.Authority());
+    request.set(http::field::user_agent, "announce");
+    request.set(http::field::connection, "close");
+    if (!connection.token.empty())
+        request.set(http::field::authorization, "Bearer " + connection.token);
+    if (!question.ifMatch.empty())
+        request.set(http::field::if_match, question.ifMatch);
+    if (!question.contentType.empty()) {
+        request.set(http::field::content_type, question.contentType);
+        request.body() = question.body;
+    }
+    request.prepare_payload();
+    return request;
+}
+
+/// Sends the request piece by piece. The error of a controller that has answered and stopped reading is not
+/// told here: its answer says more.
+template <class Stream>
+void Send(EventLoop& loop, Stream& stream, const Request& request, const HttpQuestion& question) {
+    http::request_serializer<http::string_body> serializer(request);
+    serializer.limit(kPiece);
+    std::size_t sent = 0;
+    while (!serializer.is_done()) {
+        beast::get_lowest_layer(stream).expires_after(kPatience);
+        std::size_t piece = 0;
+        const error_code error = loop.Await([&](auto done) {
+            http::async_write_some(stream, serializer,
+                                   [&piece, done](const error_code& why, std::size_t size) {
+                                       piece = size;
+                                       done(why);
+                                   });
+        });
+        if (error && error != http::error::need_buffer)
+            return;
+        sent += piece;
+        if (question.progress)
+            question.progress(std::min(sent, question.body.size()));
+    }
+}
+
+template <class Stream>
+error_code Receive(EventLoop& loop, Stream& stream, http::response_parser<http::string_body>& parser) {
+    beast::flat_buffer buffer;
+    parser.body_limit(kLongestAnswer);
+    beast::get_lowest_layer(stream).expires_after(kPatience);
+    return loop.Await([&](auto done) { http::async_read(stream, buffer, parser, std::move(done)); });
+}
+
+template <class Stream>
+HttpAnswer
+Converse(EventLoop& loop, Stream& stream, const Connection& connection, const HttpQuestion& question) {
+    const Request request = MakeRequest(connection, question);
+    Send(loop, stream, request, question);
+    http::response_parser<http::string_body> parser;
+    transport::RequireConnected(Receive(loop, stream, parser), connection);
+    auto& response = parser.get();
+    return {response.result_int(), std::move(response.body()), std::string(response[http::field::etag]),
+            std::string(response[http::field::retry_after])};
+}
+
+HttpAnswer AskSecurely(EventLoop& loop, const Connection& connection, const HttpQuestion& question) {
+    auto tls = transport::MakeTls(connection);
+    beast::ssl_stream<beast::tcp_stream> stream(loop.Context(), tls);
+    transport::CheckName(stream.native_handle(), connection);
+    transport::Connect(loop, connection, stream.next_layer());
+    stream.next_layer().expires_after(transport::kConnectPatience);
+    const error_code error = loop.Await(
+        [&](auto done) { stream.async_handshake(boost::asio::ssl::stream_base::client, std::move(done)); });
+    transport::RequireConnected(error, connection, stream.native_handle());
+    return Converse(loop, stream, connection, question);
+}
+
+} // namespace
+
+HttpAnswer Ask(EventLoop& loop, const Connection& connection, const HttpQuestion& question) {
+    if (connection.address.isSecure)
+        return AskSecurely(loop, connection, question);
+    beast::tcp_stream stream(loop.Context());
+    transport::Connect(loop, connection, stream);
+    return Converse(loop, stream, connection, question);
+}

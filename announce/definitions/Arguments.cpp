@@ -1,0 +1,36 @@
+#include "announce/definitions/Arguments.h"
+
+#include "announce/Failure.h"
+
+#include <charconv>
+
+std::string Arguments::Text(const std::string& key) const {
+    return Find(key).value_or("");
+}
+
+std::optional<std::string> Arguments::Find(const std::string& key) const {
+    const auto place = m_values.find(key);
+    if (place == m_values.end() || place->second.empty())
+        return std::nullopt;
+    return place->second.front();
+}
+
+std::vector<std::string> Arguments::All(const std::string& key) const {
+    const auto place = m_values.find(key);
+    return place != m_values.end() ? place->second : std::vector<std::string>{};
+}
+
+long Arguments::Number(const std::string& key, long smallest, long largest, long otherwise) const {
+    const auto text = Find(key);
+    return text ? ReadNumber("--" + key, *text, smallest, largest) : otherwise;
+}
+
+long ReadNumber(const std::string& what, const std::string& text, long smallest, long largest) {
+    long number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || number < smallest ||
+        number > largest)
+        throw Failure(ExitStatus::Usage, what + ": \"" + text + "\" is not one",
+                      "a whole number from " + std::to_string(smallest) + " to " + std::to_string(largest));
+    return number;
+}

@@ -1,0 +1,92 @@
+#include "announce/house/Times.h"
+
+#include "announce/Failure.h"
+
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <limits>
+#include <optional>
+
+namespace times {
+namespace {
+
+/// How many milliseconds a unit has; 0 for what is no unit.
+double UnitOf(const std::string& unit) {
+    if (unit == "ms")
+        return 1;
+    if (unit == "s")
+        return 1000;
+    if (unit == "min" || unit == "m")
+        return 60000;
+    return 0;
+}
+
+/// The time in the zone of the user; nothing when it is none.
+std::optional<std::tm> Local(const std::string& utc) {
+    std::tm parts{};
+    if (strptime(utc.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) == nullptr)
+        return std::nullopt;
+    const std::time_t seconds = timegm(&parts);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    return local;
+}
+
+std::string Trimmed(double number) {
+    char text[32];
+    (void)std::snprintf(text, sizeof text, "%.3f",
+                        number); // fits: a number of milliseconds has 20 digits at most
+    std::string trimmed = text;
+    trimmed.erase(trimmed.find_last_not_of('0') + 1);
+    if (trimmed.back() == '.')
+        trimmed.pop_back();
+    return trimmed;
+}
+
+} // namespace
+
+std::uint32_t ReadMilliseconds(const std::string& what, const std::string& text) {
+    const auto fail = [&] {
+        return Failure(ExitStatus::Usage, what + ": \"" + text + "\" is no length of time",
+                       "a number with its unit: 500ms, 1.5s, 2min; at most 4294967295ms");
+    };
+    const std::size_t digits = text.find_first_not_of("0123456789.");
+    const std::string number = text.substr(0, digits);
+    std::string unit = digits != std::string::npos ? text.substr(digits) : "";
+    unit.erase(0, unit.find_first_not_of(' '));
+    std::size_t used = 0;
+    double value = 0;
+    try {
+        value = std::stod(number, &used);
+    } catch (const std::logic_error&) {
+        throw fail();
+    }
+    const double factor = unit.empty() && value == 0 ? 1 : UnitOf(unit);
+    const double milliseconds = std::round(value * factor);
+    if (used != number.size() || factor == 0 || milliseconds > std::numeric_limits<std::uint32_t>::max())
+        throw fail();
+    return static_cast<std::uint32_t>(milliseconds);
+}
+
+std::string LengthText(std::uint64_t milliseconds) {
+    if (milliseconds < 1000)
+        return std::to_string(milliseconds) + " ms";
+    if (milliseconds >= 60000 && milliseconds % 60000 == 0)
+        return std::to_string(milliseconds / 60000) + " min";
+    return Trimmed(static_cast<double>(milliseconds) / 1000) + " s";
+}
+
+std::string LocalText(const std::string& utc) {
+    const auto local = Local(utc);
+    char text[64];
+    return local ? std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &*local)) : utc;
+}
+
+std::string LocalClock(const std::string& utc) {
+    const auto local = Local(utc);
+    char text[64];
+    return local ? std::string(text, std::strftime(text, sizeof text, "%H:%M:%S", &*local)) : utc;
+}
+
+} // namespace times

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "announce/output/Terminal.h"
+
+#include <string>
+#include <vector>
+
+enum class Style { Plain, Bold, Dim, Good, Warning, Bad };
+
+/// The text in that style, where there is colour.
+[[nodiscard]] std::string Styled(const std::string& text, Style style, const Terminal& terminal);
+
+/// Rows and columns for people. On a terminal the widest columns are shortened until a row fits into a line;
+/// elsewhere nothing is.
+class Table {
+public:
+    enum class Align { Left, Right };
+    struct Column {
+        std::string title;
+        Align align = Align::Left;
+    };
+    struct Cell {
+        Cell(std::string words,
+             Style look = Style::Plain) // NOLINT(google-explicit-constructor): cells are texts
+            : text(std::move(words))
+            , style(look) {}
+        Cell(const char* words) : text(words) {} // NOLINT(google-explicit-constructor)
+
+        std::string text;
+        Style style = Style::Plain;
+    };
+
+    /// Without titles, when all of them are empty.
+    explicit Table(std::vector<Column> columns) : m_columns(std::move(columns)) {}
+
+    /// Texts are made visible first; missing cells are empty.
+    void Add(std::vector<Cell> row);
+
+    [[nodiscard]] bool IsEmpty() const noexcept { return m_rows.empty(); }
+    [[nodiscard]] std::string Text(const Terminal& terminal) const;
+
+private:
+    [[nodiscard]] std::vector<std::size_t> Widths(const Terminal& terminal) const;
+    [[nodiscard]] std::string Line(const std::vector<Cell>& row,
+                                   const std::vector<std::size_t>& widths,
+                                   const Terminal& terminal) const;
+    [[nodiscard]] bool HasTitles() const;
+
+    std::vector<Column> m_columns;
+    std::vector<std::vector<Cell>> m_rows;
+};
