@@ -337,12 +337,12 @@ void Api::GiveWholeState(const EventStreams::State& give) {
     });
 }
 
-std::string Api::PageState(std::uint32_t id) const {
-    const auto* const navigator = house_json::FindNavigator(m_parts.house, id);
-    const auto* const room = house_json::FindRoom(m_parts.house, navigator->room);
-    return Dump({{"navigator", {{"id", id}, {"name", navigator->name}}},
-                 {"room", {{"id", navigator->room}, {"name", room != nullptr ? room->name : ""}}},
+std::string Api::PageState(std::uint32_t navigator) const {
+    const auto* const page = house_json::FindNavigator(m_parts.house, navigator);
+    const auto* const room = house_json::FindRoom(m_parts.house, page->room);
+    return Dump({{"navigator", {{"id", navigator}, {"name", page->name}}},
+                 {"room", {{"id", page->room}, {"name", room != nullptr ? room->name : ""}}},
                  {"house", m_parts.house.name},
-                 {"awake", m_watch.IsAwake(navigator->room)},
-                 {"popup", house_json::PopupOn(m_context, id)}});
+                 {"awake", m_watch.IsAwake(page->room)},
+                 {"popup", house_json::PopupOn(m_context, navigator)}});
 }

@@ -131,7 +131,7 @@ std::string Frame(std::uint64_t number,
 
 } // namespace
 
-const char* TypeOf(const Event& event) noexcept {
+const char* TypeOf(const Event& event) {
     return std::visit(TypeNames{}, event.data);
 }
 

@@ -8,7 +8,7 @@
 namespace event_json {
 
 /// The name of the event's kind: "popup_shown"; null for a kind that is not told.
-[[nodiscard]] const char* TypeOf(const Event& event) noexcept;
+[[nodiscard]] const char* TypeOf(const Event& event);
 
 /// The event's data, as JSON text. "announcement_stored" lacks its announcement, which the event does not
 /// hold.

@@ -208,11 +208,11 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
 }
 
 MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string& content) {
-    static std::atomic<unsigned> s_lastScrap{0};
+    static std::atomic<unsigned> lastScrap{0};
     if (media_name::KindOf(name) == media_name::Kind::Image)
         CheckImage(name, content);
     const fs::path scrapFile =
-        m_folder / (".upload-" + std::to_string(::getpid()) + "-" + std::to_string(++s_lastScrap) + ".tmp");
+        m_folder / (".upload-" + std::to_string(::getpid()) + "-" + std::to_string(++lastScrap) + ".tmp");
     const Descriptor file(scrapFile, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     if (!file.IsOpen())
         FailToWrite(name);

@@ -1,7 +1,8 @@
 #include "controller/api/OpenApiSchemas.h"
 
-const char* OpenApiSchemas() noexcept {
-    return R"JSON({
+namespace {
+
+constexpr const char* kSchemas = R"JSON({
 "Id": {"type": "integer", "minimum": 1, "maximum": 4294967295},
 "Milliseconds": {"type": "integer", "minimum": 0, "maximum": 4294967295},
 "Nothing": {"type": "object", "additionalProperties": false},
@@ -129,4 +130,9 @@ const char* OpenApiSchemas() noexcept {
       "name": {"type": "string"}, "in": {"type": "string"}, "summary": {"type": "string"}}}}}}}}},
 "Health": {"type": "object", "required": ["status"], "properties": {"status": {"type": "string"}}}
 })JSON";
+
+} // namespace
+
+const char* OpenApiSchemas() noexcept {
+    return kSchemas;
 }

@@ -3,7 +3,7 @@
 
 // One line an operation, whatever its length: it is a table.
 // clang-format off
-const std::vector<Operation>& Operations() {
+const std::vector<Operation>& Operations() { // NOLINT(readability-function-size)
     using Kind = Operation::Kind;
     static const std::vector<Operation> kOperations{
         {"list_announcements", "GET", "/api/announcements", Need::Play, Kind::Plain, handlers::ListAnnouncements,

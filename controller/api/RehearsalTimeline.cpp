@@ -186,7 +186,7 @@ private:
     std::optional<std::uint64_t> m_end;
 };
 
-void DoStep(Rehearsal& rehearsal, Step step) {
+void DoStep(Rehearsal& rehearsal, const Step& step) {
     rehearsal.Judge(step);
     rehearsal.Do(step);
 }

@@ -51,11 +51,25 @@ audio::OutputDescription HouseReading::ReadOutput(HouseMap& map) {
     }
 }
 
+/// Two rooms that record into one file would write over each other; `%r`, the room's id, tells them apart.
+void HouseReading::CheckRecording(HouseMap& map, const audio::OutputDescription& output) {
+    if (output.kind != "file" || output.text.find("%r") != std::string::npos)
+        return;
+    const bool isTaken =
+        std::any_of(m_house.rooms.begin(), m_house.rooms.end(), [&](const House::Room& other) {
+            return other.output.kind == output.kind && other.output.text == output.text;
+        });
+    if (isTaken)
+        map.Mistake("output", "another room records into this file already; write %r, which stands for the "
+                              "room's id, into its name");
+}
+
 void HouseReading::ReadRoom(HouseMap& map) {
     House::Room room;
     room.id = ReadId(map);
     room.name = map.Text("name");
     room.output = ReadOutput(map);
+    CheckRecording(map, room.output);
     room.maxVolume = map.Number("max_volume", 1, 100, 100);
     room.startVolume = map.Number("start_volume", 0, 100, std::min(room.startVolume, room.maxVolume));
     room.leadSilenceMs = map.Number("lead_silence_ms", 0, 10000, 0);

@@ -35,6 +35,7 @@ private:
     void CheckNavigators();
     std::uint32_t ReadId(HouseMap& map);
     audio::OutputDescription ReadOutput(HouseMap& map);
+    void CheckRecording(HouseMap& map, const audio::OutputDescription& output);
 
     std::filesystem::path m_folder;
     std::vector<HouseMistake>& m_mistakes;

@@ -86,7 +86,7 @@ export class House {
         await within("the start", new Promise((resolve, reject) => {
             const take = (text) => {
                 this.output += text;
-                const found = /http:\/\/\S+\//.exec(this.output);
+                const found = /https?:\/\/\S+\//.exec(this.output);
                 if (found) resolve(this.base = found[0].slice(0, -1));
             };
             process_.stdout.on("data", take);

@@ -241,4 +241,14 @@ TEST_F(HouseFileTest, AFileThatCannotBeReadIsToldAsSuch) {
     EXPECT_THROW((void)ReadHouseFile(large), HouseError);
 }
 
+TEST_F(HouseFileTest, RoomsThatRecordIntoOneFileAreAMistakeUnlessItsNameTellsThemApart) {
+    const auto rooms = [](const std::string& first, const std::string& second) {
+        return "rooms:\n  - {id: 1, name: A, output: {file: " + first +
+               "}}\n  - {id: 2, name: B, output: {file: " + second + "}}\n";
+    };
+    EXPECT_EQ(MistakesBehind(rooms("take-%n.wav", "take-%n.wav")), Places{"6 rooms[2].output"});
+    EXPECT_EQ(MistakesBehind(rooms("take-%r-%n.wav", "take-%r-%n.wav")), Places{});
+    EXPECT_EQ(MistakesBehind(rooms("a-%n.wav", "b-%n.wav")), Places{});
+}
+
 } // namespace
