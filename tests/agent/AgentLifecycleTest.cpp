@@ -140,6 +140,7 @@ TEST_F(AgentLifecycleTest, StoredAnnouncementsAreDestroyedByAscendingId) {
 
     std::sort(ids.begin(), ids.end());
     std::vector<const ITimerManagerCallback*> ascending;
+    ascending.reserve(ids.size());
     for (const std::uint32_t id : ids)
         ascending.push_back(m_agent->GetAnnouncementFromID(id).get());
     m_host.timers.ownersCancelled.clear();

@@ -94,8 +94,8 @@ protected:
     static void Try(Action action) {
         try {
             action();
-        } catch (
-            const std::string&) { // NOLINT(bugprone-empty-catch): which call fails is the test's own doing
+        } catch (const std::string&) { // NOLINT(bugprone-empty-catch)
+            // Which call fails is the test's own doing.
         }
     }
 
@@ -175,32 +175,39 @@ TEST_F(HostFailureTest, CallbacksThatNobodyAskedForAreSurvived) {
     EXPECT_GT(calls, FullPlay("1").size());
 }
 
-TEST_F(HostFailureTest, EveryRequestIsSurvived) {
-    struct Case {
-        const char* request;
-        Parameters parameters;
-        std::size_t calls; ///< look-ups of services included
-    };
-    const Parameters room{
+struct RequestCase {
+    const char* request;
+    std::map<std::string, std::string> parameters;
+    std::size_t calls; ///< look-ups of services included
+};
+
+std::vector<RequestCase> EveryRequest() {
+    const std::map<std::string, std::string> room{
         {"id", "1"}, {"room", "<room><id>14</id><volume>1</volume></room>"}, {"room_id", "12"}};
-    const Parameters navigator{{"id", "1"}, {"navigator", "<n><id>7</id></n>"}, {"navigator_id", "5"}};
-    const std::vector<Case> cases = {{"add_announcement", {{"announcement", Full("0")}}, 7},
-                                     {"add_announcement", {{"announcement", "<a/>"}}, 6},
-                                     {"remove_announcement", {{"id", "1"}}, 1},
-                                     {"modify_announcement", {{"announcement", Full("2")}}, 11},
-                                     {"modify_announcement", {{"announcement", "<a><id>2</id></a>"}}, 9},
-                                     {"modify_announcement", {{"announcement", Full("9")}}, 7},
-                                     {"add_room", room, 3},
-                                     {"modify_room", room, 2},
-                                     {"remove_room", room, 1},
-                                     {"add_navigator", navigator, 2},
-                                     {"remove_navigator", navigator, 1},
-                                     {"get_announcements", {}, 0},
-                                     {"get_announcement", {{"id", "1"}}, 0}};
-    for (const Case& request : cases) {
-        SCOPED_TRACE(request.request);
-        EXPECT_EQ(FailEachCall([&] { Try([&] { Request(request.request, request.parameters); }); }),
-                  request.calls);
+    const std::map<std::string, std::string> navigator{
+        {"id", "1"}, {"navigator", "<n><id>7</id></n>"}, {"navigator_id", "5"}};
+    return {{"add_announcement", {{"announcement", Full("0")}}, 7},
+            {"add_announcement", {{"announcement", "<a/>"}}, 6},
+            {"remove_announcement", {{"id", "1"}}, 1},
+            {"modify_announcement", {{"announcement", Full("2")}}, 11},
+            {"modify_announcement", {{"announcement", "<a><id>2</id></a>"}}, 9},
+            {"modify_announcement", {{"announcement", Full("9")}}, 7},
+            {"add_room", room, 3},
+            {"modify_room", room, 2},
+            {"remove_room", room, 1},
+            {"add_navigator", navigator, 2},
+            {"remove_navigator", navigator, 1},
+            {"get_announcements", {}, 0},
+            {"get_announcement", {{"id", "1"}}, 0}};
+}
+
+TEST_F(HostFailureTest, EveryRequestIsSurvived) {
+    for (const RequestCase& each : EveryRequest()) {
+        SCOPED_TRACE(each.request);
+        const auto request = [&] {
+            Request(each.request, each.parameters);
+        };
+        EXPECT_EQ(FailEachCall([&] { Try(request); }), each.calls);
     }
 }
 

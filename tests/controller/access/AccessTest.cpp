@@ -14,7 +14,7 @@ protected:
     AccessTest()
         : m_access({{"phone", token_secret::Hash("secret"), Rights::Read({"play"})}},
                    {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); },
-                    [](std::function<void()> work) { work(); }, [this] { return m_now; },
+                    [](const std::function<void()>& work) { work(); }, [this] { return m_now; },
                     [this](const std::string& line) {
                         m_warnings.push_back(line);
                     }}) {}
