@@ -2,6 +2,7 @@
 
 #include "announce/client/Address.h"
 
+#include <chrono>
 #include <string>
 
 /// How the controller is reached, and what allows it.
@@ -10,5 +11,6 @@ struct Connection {
     std::string token; ///< empty for none
     std::string
         caFile; ///< PEM file of the authorities to trust in place of the system's; empty for the system's
-    std::string otherAddress; ///< for people: where another address could be given
+    std::chrono::seconds patience{10}; ///< with the connection, until it stands
+    std::string otherAddress;          ///< for people: where another address could be given
 };

@@ -64,7 +64,7 @@ constexpr std::chrono::seconds kSilence{60};
 template <class Stream>
 void Begin(EventLoop& loop, const Connection& connection, websocket::stream<Stream>& socket) {
     beast::get_lowest_layer(socket).expires_never();
-    socket.set_option(websocket::stream_base::timeout{transport::kConnectPatience, kSilence, false});
+    socket.set_option(websocket::stream_base::timeout{connection.patience, kSilence, false});
     socket.set_option(websocket::stream_base::decorator([&connection](websocket::request_type& request) {
         request.set(beast::http::field::user_agent, "announce");
         if (!connection.token.empty())

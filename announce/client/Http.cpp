@@ -88,7 +88,7 @@ HttpAnswer AskSecurely(EventLoop& loop, const Connection& connection, const Http
     beast::ssl_stream<beast::tcp_stream> stream(loop.Context(), tls);
     transport::CheckName(stream.native_handle(), connection);
     transport::Connect(loop, connection, stream.next_layer());
-    stream.next_layer().expires_after(transport::kConnectPatience);
+    stream.next_layer().expires_after(connection.patience);
     const error_code error = loop.Await(
         [&](auto done) { stream.async_handshake(boost::asio::ssl::stream_base::client, std::move(done)); });
     transport::RequireConnected(error, connection, stream.native_handle());

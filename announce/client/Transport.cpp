@@ -48,7 +48,7 @@ Tcp::resolver::results_type Resolve(EventLoop& loop, const Connection& connectio
                                *found = {true, error, places};
                            });
     const std::string name = "the name " + connection.address.host;
-    if (!loop.WaitFor(kConnectPatience, [&found] { return found->isDone; }))
+    if (!loop.WaitFor(connection.patience, [&found] { return found->isDone; }))
         throw NoConnection(connection, name + " is not found in time");
     if (found->error)
         throw NoConnection(connection, name + " is not known (" + found->error.message() + ")");
@@ -81,7 +81,7 @@ void RequireConnected(const error_code& error, const Connection& connection, SSL
 
 void Connect(EventLoop& loop, const Connection& connection, boost::beast::tcp_stream& stream) {
     const auto places = Resolve(loop, connection);
-    stream.expires_after(kConnectPatience);
+    stream.expires_after(connection.patience);
     RequireConnected(loop.Await([&](auto done) { stream.async_connect(places, std::move(done)); }),
                      connection);
 }

@@ -12,8 +12,6 @@
 /// that names the address, the reason and what would be right.
 namespace transport {
 
-constexpr std::chrono::seconds kConnectPatience{10};
-
 /// Finds the host and connects `stream`.
 void Connect(EventLoop& loop, const Connection& connection, boost::beast::tcp_stream& stream);
 

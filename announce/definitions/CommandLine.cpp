@@ -169,6 +169,10 @@ void RequireArguments(const CommandLine& line) {
 } // namespace
 
 CommandLine ReadCommandLine(const std::vector<std::string>& words) {
+    const CommandDefinition* const first = words.empty() ? nullptr : FindCommand(words.front());
+    // What stands behind it is another command line, which may be half typed.
+    if (first != nullptr && first->isHidden)
+        return {first, "", Arguments({{"word", {words.begin() + 1, words.end()}}}), false, false};
     Parser parser;
     try {
         CommandLine line = parser.Read(words);

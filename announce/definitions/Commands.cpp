@@ -1,6 +1,8 @@
 #include "announce/commands/Handlers.h"
 #include "announce/definitions/Definitions.h"
 
+// Rows of a table, whatever their length.
+// clang-format off
 namespace {
 
 using Option = OptionDefinition;
@@ -42,41 +44,107 @@ std::vector<Option> ChangeOptions(std::vector<Option> before) {
     return options;
 }
 
-std::vector<CommandDefinition> MakeCommands() {
+std::vector<CommandDefinition> AnnouncementCommands() {
     return {
-        {"list", "List the announcements", "", {}, {}, handlers::List, true},
+        {"list", "List the announcements", "", {}, {{"The names alone", "announce list --json | jq -r '.announcements[].name'"}}, handlers::List, true},
         {"show", "Show all of an announcement", "", {Announcement()}, {}, handlers::Show, true},
-        {"add",
-         "Store a new announcement",
-         "Rooms, screens and variables are given by name or id.",
+        {"add", "Store a new announcement",
+         "Rooms, screens and variables are given by name or id. Lengths of time have a unit: 500ms, 1.5s, 2min.",
          AnnouncementOptions({}),
-         {{"A bell in the kitchen, and a popup in the hall",
-           "announce add --name Dinner --sound chime.wav --text \"Dinner is ready\" --room Kitchen:40 "
-           "--screen Hall"}},
+         {{"A chime in the kitchen, and a popup in the hall",
+           "announce add --name Dinner --sound chime.wav --text \"Dinner is ready\" --room Kitchen:40 --screen Hall"}},
          handlers::Add},
-        {"copy",
-         "Store a copy of an announcement",
-         "The copy is called like the announcement with \"(copy)\" behind it, when no other name is given. "
-         "Options change the copy.",
+        {"edit", "Change an announcement, in an editor or by options",
+         "Without options the announcement is opened in the editor of VISUAL or EDITOR, as a text with a comment on each line. When "
+         "something is wrong with what comes back, the editor opens again with the mistakes on top; when it cannot be stored, the "
+         "text is kept and its file is named. Options change what they name and leave the rest. When somebody else has changed the "
+         "announcement meanwhile, nothing is overwritten.",
+         ChangeOptions({Announcement(), {"--file", "FILE", "Take the text from this file, in place of an editor; - for standard input", Completes::File}}),
+         {{"Louder in the kitchen, and no longer in the hall", "announce edit Dinner --room Kitchen:60 --remove-room Hall"}},
+         handlers::Edit},
+        {"copy", "Store a copy of an announcement",
+         "The copy is called like the announcement with \"(copy)\" behind it, when no other name is given. Options change the copy.",
          ChangeOptions({Announcement(), {"new-name", "NAME", "How the copy is called"}}),
          {{"The same for the garden", "announce copy Dinner \"Dinner outside\" --room Garden:60"}},
          handlers::Copy},
-        {"remove",
-         "Remove announcements",
-         "One that plays plays to its end. When one of them is not found, none is removed.",
-         {Announcement(true)},
-         {},
-         handlers::Remove},
-        {"play",
-         "Play an announcement, or queue it behind what plays",
-         "With --wait the program ends when the announcement has ended, and its exit status says how. When "
-         "it plays already, its present end is waited for.",
+        {"remove", "Remove announcements", "One that plays plays to its end. When one of them is not found, none is removed.",
+         {Announcement(true)}, {}, handlers::Remove},
+        {"play", "Play an announcement, or queue it behind what plays",
+         "With --wait the program ends when the announcement has ended, and its exit status says how. When the announcement plays "
+         "already, it goes on, and its present end is waited for.",
          {Announcement(), {"--wait", "", "Wait for its end, and say how it ended"}},
-         {{"Ring, and do something else when it was not dismissed",
-           "announce play Doorbell --wait && say \"Nobody has come\""}},
+         {{"Do something about it when the announcement was dismissed or failed", "announce play Dinner --wait || echo \"Not played to its end\""}},
          handlers::Play},
         {"dismiss", "Take the popup of what plays away, on every screen", "", {}, {}, handlers::Dismiss},
+        {"rehearse", "Show what playing an announcement would do",
+         "Nothing is played: the controller runs the announcement on a clock of its own.",
+         {Announcement(), {"--sound-length", "TIME", "How long the sound lasts, in place of its own length"}},
+         {}, handlers::Rehearse},
     };
+}
+
+std::vector<CommandDefinition> HouseCommands() {
+    return {
+        {"status", "Show what plays, waits and stands on the screens", "", {}, {}, handlers::Status, true},
+        {"rooms", "List the rooms", "", {}, {}, handlers::Rooms, true},
+        {"rooms volume", "Set the volume of a room", "A room is never louder than the house file allows; the answer says how loud it is.",
+         {{"room", "ROOM", "Its name or id", Completes::Room, true}, {"volume", "VOLUME", "0 to 100", Completes::Nothing, true}},
+         {{"The kitchen, half as loud", "announce rooms volume Kitchen 20"}}, handlers::SetVolume},
+        {"screens", "List the screens", "", {}, {}, handlers::Screens, true},
+        {"variables", "List the variables", "", {}, {}, handlers::Variables, true},
+        {"variables set", "Set a variable", "Popups that are bound to it follow. A value that begins with a dash stands behind --.",
+         {{"variable", "VARIABLE", "Its name, or DEVICE/VARIABLE", Completes::Variable, true},
+          {"value", "VALUE", "Its new value", Completes::Nothing, true}},
+         {{"A temperature below zero", "announce variables set Outside -- \"-5 °C\""}}, handlers::SetVariable},
+        {"media", "List the sounds and images", "", {}, {}, handlers::Media},
+        {"media list", "List the sounds and images", "", {}, {}, handlers::Media},
+        {"media add", "Bring files into the media folder",
+         "A file with the name of one that is there takes its place. Sounds are .wav files of at most 20 s; images .png, .jpg, .jpeg, .gif or .webp.",
+         {{"file", "FILE", "A sound or an image", Completes::File, true, true}, {"--name", "NAME", "How the file is called there"}},
+         {}, handlers::AddMedia},
+        {"media remove", "Remove files from the media folder", "",
+         {{"name", "NAME", "A file of the media folder", Completes::Media, true, true}}, {}, handlers::RemoveMedia},
+    };
+}
+
+std::vector<CommandDefinition> OtherCommands() {
+    return {
+        {"history", "List what has been played, newest first", "",
+         {{"-n,--lines", "COUNT", "At most so many, 1 to 1000; 20 when nothing is said"}}, {}, handlers::History, true},
+        {"events", "Show what has happened, and what happens",
+         "The last events that the controller still knows, oldest first; with --follow every further one, until Ctrl-C. A connection "
+         "that is lost is made again, and what was missed is shown.",
+         {{"-f,--follow", "", "Go on with what happens from now on"},
+          {"-n,--lines", "COUNT", "Begin with so many that have happened, 0 to 1000; 20 when nothing is said"},
+          {"--type", "TYPE", "Only events of this type of the API; may come again", Completes::Nothing, false, true}},
+         {{"Popups, one JSON object a line", "announce events --follow --json --type popup_shown"}}, handlers::Events},
+        {"export", "Write every announcement as JSON",
+         "Sounds and images are not in it.",
+         {{"file", "FILE", "Where to; standard output when nothing is said", Completes::File}},
+         {{"A backup", "announce export announcements.json"}}, handlers::Export},
+        {"import", "Store the announcements of a file",
+         "Announcements are compared by name: those that are there with the same content are left alone, new ones are added. When "
+         "some are there with other content nothing is done, but with --replace those of the file take their place.",
+         {{"file", "FILE", "What export has written; - for standard input", Completes::File, true},
+          {"--replace", "", "Put those of the file in the place of those with the same name"},
+          {"-n,--dry-run", "", "Only say what would be done"}},
+         {{"Look, then restore a backup", "announce import announcements.json --replace --dry-run"}}, handlers::Import},
+        {"completion", "Print the completion of commands and names for a shell",
+         "Names of announcements, rooms, screens, variables and files are asked from the running controller. The installed program "
+         "has brought its completions along.",
+         {{"shell", "SHELL", "bash, zsh or fish", Completes::Shell, true}},
+         {{"For this bash", "source <(announce completion bash)"}}, handlers::Completion},
+        {"manual", "Print the manual page", "",
+         {{"--markdown", "", "As Markdown, in place of roff"}}, {{"Read it", "announce manual | man -l -"}}, handlers::Manual},
+        {"complete", "Print what may stand in the place of the last word", "", {{"word", "WORD", "", Completes::Nothing, false, true}}, {}, handlers::Complete, false, true},
+    };
+}
+
+std::vector<CommandDefinition> MakeCommands() {
+    std::vector<CommandDefinition> all;
+    for (const auto& group : {AnnouncementCommands(), HouseCommands(), OtherCommands()})
+        all.insert(all.end(), group.begin(), group.end());
+    return all;
 }
 
 } // namespace
@@ -85,3 +153,4 @@ const std::vector<CommandDefinition>& Commands() {
     static const std::vector<CommandDefinition> kCommands = MakeCommands();
     return kCommands;
 }
+// clang-format on

@@ -105,6 +105,9 @@ std::string OfCommand(const CommandDefinition& command) {
         (option.IsOption() ? options : arguments).push_back(option);
     help += OptionLines("Arguments:", arguments) + OptionLines("Options:", options) +
             OptionLines("Options of every command:", CommonOptions());
+    const std::string below = CommandLines(command.name + " ");
+    if (!below.empty())
+        help += "Commands:\n" + below + "\n";
     for (const ExampleDefinition& example : command.examples)
         help += example.text + ":\n  " + example.line + "\n\n";
     help.pop_back();

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] const Json& Variables();
     [[nodiscard]] const Json& Media();
 
+    /// They have changed: they are fetched again when they are asked for.
+    void ForgetAnnouncements() { m_announcements.reset(); }
+
     [[nodiscard]] const Json& FindAnnouncement(const std::string& text);
     [[nodiscard]] const Json& FindRoom(const std::string& text);
     [[nodiscard]] const Json& FindScreen(const std::string& text);

@@ -52,6 +52,7 @@ private:
     Access m_access;
     HouseWatch m_watch;
     EventStreams m_streams;
+    RecentEvents m_recent;
     MediaShelf m_media;
     std::unique_ptr<Worker> m_worker;
     ApiContext m_context;

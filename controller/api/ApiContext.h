@@ -6,6 +6,7 @@
 #include "controller/api/EventStreams.h"
 #include "controller/api/HouseWatch.h"
 #include "controller/api/MediaShelf.h"
+#include "controller/api/RecentEvents.h"
 #include "controller/driver/DriverThread.h"
 #include "controller/driver/Worker.h"
 #include "controller/events/EventFeed.h"
@@ -46,6 +47,7 @@ struct ApiContext {
     Access& access;
     HouseWatch& watch;
     EventStreams& streams;
+    RecentEvents& recent;
     MediaShelf& media;
     Worker& worker; ///< for what would block the driver thread
     std::chrono::system_clock::time_point started;

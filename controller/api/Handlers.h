@@ -45,6 +45,7 @@ void RemoveMedia(ApiContext& context, Call call);
 void GetStatus(ApiContext& context, Call call);
 void GetHistory(ApiContext& context, Call call);
 void WatchEvents(ApiContext& context, Call call);
+void ListRecentEvents(ApiContext& context, Call call);
 void GiveTicket(ApiContext& context, Call call);
 void ListOperations(ApiContext& context, Call call);
 void DescribeApi(ApiContext& context, Call call);

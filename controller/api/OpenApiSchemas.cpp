@@ -109,6 +109,10 @@ constexpr const char* kSchemas = R"JSON({
     "rooms": {"type": "array", "items": {"$ref": "#/components/schemas/Id"}},
     "navigators": {"type": "array", "items": {"$ref": "#/components/schemas/Id"}},
     "file": {"type": "string"}, "outcome": {"type": "string"}}}}}},
+"EventList": {"type": "object", "required": ["events"], "properties": {
+  "events": {"type": "array", "items": {"type": "object", "required": ["seq", "time", "type", "data"], "properties": {
+    "seq": {"type": "integer"}, "time": {"type": "string", "format": "date-time"}, "type": {"type": "string"},
+    "data": {"type": "object"}}}}}},
 "RehearsalOrder": {"type": "object", "required": ["announcement"], "additionalProperties": false, "properties": {
   "announcement": {"oneOf": [{"$ref": "#/components/schemas/Id"}, {"$ref": "#/components/schemas/Announcement"}]},
   "stream_ready_ms": {"type": "integer", "minimum": 0, "maximum": 600000, "default": 20},

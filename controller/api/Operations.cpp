@@ -70,6 +70,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "Sends the agent one of its own requests; gives its XML", "Parameters", 200, "xml"},
         {"watch_events", "GET", "/api/events", Need::Play, Kind::Events, handlers::WatchEvents,
          "The full state, then every change, as WebSocket", nullptr, 101, nullptr, {{"ticket", "in place of a token"}}},
+        {"list_recent_events", "GET", "/api/events/recent", Need::Play, Kind::Plain, handlers::ListRecentEvents,
+         "The last events, oldest first", nullptr, 200, "EventList", {{"limit", "at most so many, 1 to 1000; 100"}}},
         {"give_ticket", "POST", "/api/tickets", Need::Token, Kind::Plain, handlers::GiveTicket,
          "A ticket for opening one WebSocket from a browser", nullptr, 201, "Ticket"},
         {"list_operations", "GET", "/api/operations", Need::Nothing, Kind::Plain, handlers::ListOperations,

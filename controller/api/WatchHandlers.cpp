@@ -65,6 +65,10 @@ void WatchEvents(ApiContext& context, Call call) {
         [&context](std::shared_ptr<WebSocket> socket) { context.streams.AddWatcher(std::move(socket)); });
 }
 
+void ListRecentEvents(ApiContext& context, Call call) {
+    call->ReplyText(200, "application/json", context.recent.Last(LimitOf(call)));
+}
+
 void GiveTicket(ApiContext& context, Call call) {
     const auto life = std::chrono::milliseconds(Access::kTicketLife);
     call->Reply(201, {{"ticket", context.access.GiveTicket(call->Caller())},

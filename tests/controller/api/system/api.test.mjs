@@ -78,6 +78,7 @@ test("what is wrong is answered with what would be right", async () => {
         ["POST", "/api/announcements", "{}", 415, {...json, "Content-Encoding": "gzip"}],
         ["POST", "/api/announcements", " ".repeat(300000), 413, json], ["PUT", "/api/rooms/1/volume", {volume: 101}, 400],
         ["GET", "/api/events", undefined, 426], ["GET", "/api/history?limit=0", undefined, 400],
+        ["GET", "/api/events/recent?limit=1001", undefined, 400],
         ["POST", "/api/commands/nothing", {}, 404], ["POST", "/api/requests/add_announcement", {announcement: "<"}, 400],
         ["GET", "/api/media/..%2F..%2Fetc%2Fpasswd", undefined, 404], ["PUT", "/api/media/x.svg", "x", 415],
         ["PUT", "/api/media/x.wav", "x", 422, {"Content-Type": "audio/wav"}],

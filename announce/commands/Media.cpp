@@ -1,0 +1,127 @@
+#include "announce/commands/Handlers.h"
+#include "announce/house/House.h"
+#include "announce/house/Times.h"
+#include "announce/output/Progress.h"
+#include "announce/output/TextWidth.h"
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace handlers {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The controller takes no more.
+constexpr std::uintmax_t kMostBytes = 32U << 20U;
+
+std::string SizeText(std::uint64_t bytes) {
+    if (bytes < 1024)
+        return std::to_string(bytes) + " B";
+    const bool isMega = bytes >= 1024U * 1024U;
+    char text[32];
+    (void)std::snprintf(text, sizeof text, "%.1f %s",
+                        static_cast<double>(bytes) / (isMega ? 1048576.0 : 1024.0),
+                        isMega ? "MiB" : "KiB"); // fits: a size has 20 digits at most
+    return text;
+}
+
+Table::Cell FormatOf(const Json& file) {
+    if (file.contains("trouble"))
+        return {file.at("trouble").get<std::string>(), Style::Bad};
+    if (!file.contains("sample_rate"))
+        return "";
+    const auto channels = file.at("channels").get<unsigned>();
+    return file.at("sample_rate").dump() + " Hz, " +
+           (channels == 1   ? "mono"
+            : channels == 2 ? "stereo"
+                            : std::to_string(channels) + " channels");
+}
+
+std::string ReadFile(const fs::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
+    if (!error && size > kMostBytes)
+        throw Failure(ExitStatus::Refused, file.string() + " has " + SizeText(size),
+                      "at most " + SizeText(kMostBytes));
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    if (!stream || error || fs::is_directory(file, error))
+        throw Failure(ExitStatus::NotFound, file.string() + " cannot be read", "a sound (.wav) or an image");
+    return content.str();
+}
+
+Json Upload(Session& session, const fs::path& file, const std::string& name) {
+    std::string content = ReadFile(file);
+    Progress progress(name, content.size());
+    return session.client.Upload("/api/media/" + PercentEncoded(name), std::move(content),
+                                 [&progress](std::size_t sent) { progress.Reach(sent); });
+}
+
+} // namespace
+
+ExitStatus Media(Session& session) {
+    if (session.output.IsJson()) {
+        session.output.Add(session.client.Get("/api/media"));
+        return ExitStatus::Done;
+    }
+    House house(session.client);
+    Table table({{"NAME"},
+                 {"KIND"},
+                 {"SIZE", Table::Align::Right},
+                 {"LENGTH", Table::Align::Right},
+                 {"CHANGED"},
+                 {"FORMAT"}});
+    for (const Json& file : house.Media())
+        table.Add({{file.at("name").get<std::string>(), Style::Bold},
+                   file.at("kind").get<std::string>(),
+                   SizeText(file.at("bytes")),
+                   file.contains("duration_ms") ? times::LengthText(file.at("duration_ms")) : "",
+                   times::LocalText(file.at("modified")),
+                   FormatOf(file)});
+    if (table.IsEmpty())
+        session.output.Line("The media folder is empty; \"announce media add\" brings sounds and images.");
+    else
+        session.output.Add(table);
+    return ExitStatus::Done;
+}
+
+ExitStatus AddMedia(Session& session) {
+    const auto files = session.arguments.All("file");
+    const auto name = session.arguments.Find("name");
+    if (name && files.size() > 1)
+        throw Failure(ExitStatus::Usage,
+                      "--name names one file, and there are " + std::to_string(files.size()),
+                      "one FILE, or no --name");
+    Json stored = Json::array();
+    for (const std::string& file : files) {
+        stored.push_back(Upload(session, file, name.value_or(fs::path(file).filename().string())));
+        if (!session.output.IsJson())
+            session.output.Line(stored.back().at("name").get<std::string>() + " is in the media folder (" +
+                                SizeText(stored.back().at("bytes")) + ")");
+    }
+    if (session.output.IsJson())
+        session.output.Add({{"media", stored}});
+    return ExitStatus::Done;
+}
+
+ExitStatus RemoveMedia(Session& session) {
+    House house(session.client);
+    std::vector<std::string> found;
+    for (const std::string& text : session.arguments.All("name"))
+        found.push_back(house.FindMedia(text, "file"));
+    for (const std::string& name : found) {
+        session.client.Delete("/api/media/" + PercentEncoded(name));
+        if (!session.output.IsJson())
+            session.output.Line(name + " is removed");
+    }
+    if (session.output.IsJson())
+        session.output.Add({{"removed", found}});
+    return ExitStatus::Done;
+}
+
+} // namespace handlers
