@@ -7,6 +7,9 @@
 #include <sstream>
 #include <utility>
 
+#include <yaml-cpp/eventhandler.h>
+#include <yaml-cpp/parser.h>
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -26,6 +29,38 @@ std::string Describe(const fs::path& file, const std::vector<HouseMistake>& mist
     return text;
 }
 
+/// Looks at a document and keeps nothing of it.
+class Onlooker final : public YAML::EventHandler {
+public:
+    using Mark = YAML::Mark;
+    using Text = std::string;
+    void OnDocumentStart(const Mark& /*mark*/) override {}
+    void OnDocumentEnd() override {}
+    void OnNull(const Mark& /*mark*/, YAML::anchor_t /*anchor*/) override {}
+    void OnAlias(const Mark& /*mark*/, YAML::anchor_t /*anchor*/) override {}
+    void
+    OnScalar(const Mark& /*mark*/, const Text& /*tag*/, YAML::anchor_t /*a*/, const Text& /*v*/) override {}
+    void OnSequenceStart(const Mark& /*mark*/,
+                         const Text& /*tag*/,
+                         YAML::anchor_t /*anchor*/,
+                         YAML::EmitterStyle::value /*style*/) override {}
+    void OnSequenceEnd() override {}
+    void OnMapStart(const Mark& /*mark*/,
+                    const Text& /*tag*/,
+                    YAML::anchor_t /*anchor*/,
+                    YAML::EmitterStyle::value /*style*/) override {}
+    void OnMapEnd() override {}
+};
+
+/// Whether the text holds one document. It is not asked how many there are: of some texts that are no YAML
+/// the library reads one empty document after another without end.
+bool IsOneDocument(const std::string& text) {
+    std::istringstream stream(text);
+    YAML::Parser parser(stream);
+    Onlooker onlooker;
+    return parser.HandleNextDocument(onlooker) && !parser.HandleNextDocument(onlooker);
+}
+
 } // namespace
 
 HouseError::HouseError(const std::filesystem::path& file, std::vector<HouseMistake> mistakes)
@@ -38,12 +73,12 @@ House ReadHouse(const std::string& text,
     std::vector<HouseMistake> mistakes;
     House house;
     try {
-        const std::vector<YAML::Node> documents = YAML::LoadAll(text);
-        if (documents.size() != 1 || documents[0].IsNull())
+        const YAML::Node root = IsOneDocument(text) ? YAML::Load(text) : YAML::Node();
+        if (root.IsNull())
             mistakes.push_back(
                 {0, "", "the file must hold one house; `announcement-controller init` writes one"});
         else
-            house = HouseReading(folder, mistakes).Read(documents[0]);
+            house = HouseReading(folder, mistakes).Read(root);
     } catch (const YAML::Exception& error) {
         mistakes.push_back({error.mark.line + 1, "", "is not YAML: " + error.msg});
     }

@@ -234,6 +234,16 @@ TEST_F(HouseFileTest, WhatIsNoYamlIsToldWithItsLine) {
     EXPECT_EQ(Mistakes("name: a\n---\nname: b\n"), Places{"0 "});
 }
 
+TEST_F(HouseFileTest, OneDocumentIsAHouseAndNoneOrSeveralAreNot) {
+    const std::string house = "name: H\nmedia_folder: media\ndata_folder: data\n";
+    EXPECT_EQ(Mistakes("---\n" + house + "...\n"), Places{});
+    for (const std::string& text :
+         {std::string(), std::string("# a comment\n"), std::string("---\n"), house + "---\n" + house})
+        EXPECT_EQ(Mistakes(text), Places{"0 "}) << text;
+    // The YAML library takes it for empty documents without end.
+    EXPECT_EQ(Mistakes(",\n"), Places{"0 "});
+}
+
 TEST_F(HouseFileTest, AFileThatCannotBeReadIsToldAsSuch) {
     EXPECT_THROW((void)ReadHouseFile(m_folder.Path() / "missing.yaml"), HouseError);
     EXPECT_THROW((void)ReadHouseFile(m_folder.Path()), HouseError);
