@@ -42,6 +42,12 @@ json ParseJson(const std::string& text) {
     } catch (const json::parse_error& error) {
         throw ApiError(400, "the body is no JSON, at byte " + std::to_string(error.byte),
                        "a JSON object in UTF-8");
+    } catch (const json::out_of_range& error) {
+        // The only thing that a parser finds out of range; its message ends with the number, in quotes.
+        const std::string message = error.what();
+        throw ApiError(400,
+                       "the body holds a number that is too large: " + message.substr(message.find('\'')),
+                       "at most 1.7e308");
     }
 }
 

@@ -97,6 +97,11 @@ TEST(AnnouncementJsonTest, BodyThatIsNoJsonIsRefused) {
     EXPECT_EQ(Refusal("{\"name\":\"\xff\"}").find("the body is no JSON"), 0U);
 }
 
+TEST(AnnouncementJsonTest, NumberThatNothingCanHoldIsRefused) {
+    EXPECT_EQ(Refusal(R"({"name":1e400})"),
+              "the body holds a number that is too large: '1e400' | at most 1.7e308");
+}
+
 TEST(AnnouncementJsonTest, ListHoldsEveryAnnouncement) {
     const std::string list =
         announcement_json::ListFromXml(std::string("<announcements>") + kXml + kXml + "</announcements>");
