@@ -38,6 +38,15 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
+/// Sixteen bytes, in base64.
+bool IsWebSocketKey(std::string_view key) noexcept {
+    const std::string_view digits = key.substr(0, 22);
+    return key.size() == 24 && key.substr(22) == "==" &&
+           std::all_of(digits.begin(), digits.end(), [](unsigned char digit) {
+               return std::isalnum(digit) != 0 || digit == '+' || digit == '/';
+           });
+}
+
 template <class Stream>
 class HttpConnection final : public HttpExchange,
                              public Connections::Member,
@@ -77,6 +86,7 @@ private:
     void FillRequest();
     void BodyIsRead();
     void Refuse(unsigned status, std::string_view detail, std::string_view right);
+    void RefuseVersion();
     void Written(const boost::system::error_code& error);
     void Drain();
     void CloseSocket();
@@ -306,6 +316,15 @@ void HttpConnection<Stream>::Refuse(unsigned status, std::string_view detail, st
 }
 
 template <class Stream>
+void HttpConnection<Stream>::RefuseVersion() {
+    HttpReply reply =
+        Problem(426, "the WebSocket request is of an unknown version", "Sec-WebSocket-Version: 13");
+    reply.headers.emplace_back("Sec-WebSocket-Version", "13");
+    reply.headers.emplace_back("Upgrade", "websocket");
+    Reply(std::move(reply));
+}
+
+template <class Stream>
 void HttpConnection<Stream>::Reply(HttpReply reply) {
     if (m_state != State::Handling)
         return; // the connection has ended, or has its reply
@@ -359,6 +378,15 @@ void HttpConnection<Stream>::Upgrade(std::function<void(std::shared_ptr<WebSocke
     if (m_buffer.size() > 0) {
         Refuse(400, "data came before the WebSocket was open",
                "nothing behind the request until its reply has come");
+        return;
+    }
+    // The library would refuse these, too, but with a text of its own.
+    if (m_request.Header("sec-websocket-version") != "13") {
+        RefuseVersion();
+        return;
+    }
+    if (!IsWebSocketKey(m_request.Header("sec-websocket-key"))) {
+        Refuse(400, "the WebSocket request has no proper key", "Sec-WebSocket-Key: 16 bytes in base64");
         return;
     }
     m_state = State::Ended; // the WebSocket has the socket now

@@ -67,8 +67,7 @@ public:
                    Log& log,
                    const HttpLimits& limits,
                    const std::optional<TlsFiles>& tls)
-        : m_context(context)
-        , m_handler(handler)
+        : m_handler(handler)
         , m_log(log)
         , m_tls(tls ? LoadTls(*tls) : nullptr)
         , m_connections(std::make_shared<::Connections>(context, Possible(limits)))
@@ -84,7 +83,6 @@ private:
     void Accepted(HttpSocket socket);
     void AcceptFailed(const error_code& error);
 
-    boost::asio::io_context& m_context;
     IHttpHandler& m_handler;
     Log& m_log;
     const std::unique_ptr<boost::asio::ssl::context> m_tls;
