@@ -62,7 +62,9 @@ Controller::Controller(House house, Options options, Log& log)
                  }})
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
-    , m_keeper({[this] { return m_agent.State(); }, *m_store, m_driver, m_feed, log},
+    , m_keeper({[this] { return m_agent.State(); },
+                [this](std::uint32_t announcement) { return m_agent.State(announcement); }, *m_store,
+                m_driver, m_feed, log},
                m_opened.state.agentState)
     , m_announcements(m_agent, m_keeper, m_feed)
     , m_history(m_feed,

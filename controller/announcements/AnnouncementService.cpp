@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -27,6 +28,23 @@ std::uint32_t IdInDescription(const std::string& xml) {
     return document ? document->GetRootNode()->GetChildValueAsULong("id") : 0;
 }
 
+/// The announcement that a request has stored, changed or removed; nothing when it has not, or that is not
+/// known.
+std::optional<std::uint32_t>
+ChangedBy(const std::string& request, const Parameters& parameters, const AgentAnswer& answer) {
+    static constexpr std::array kById{"remove_announcement", "add_room",      "modify_room",
+                                      "remove_room",         "add_navigator", "remove_navigator"};
+    if (answer.tag != "success")
+        return std::nullopt;
+    if (request == "add_announcement")
+        return vq::ToULong(answer.value);
+    if (request == "modify_announcement")
+        return IdInDescription(Find(parameters, "announcement"));
+    if (std::find(kById.begin(), kById.end(), request) != kById.end())
+        return vq::ToULong(Find(parameters, "id"));
+    return std::nullopt;
+}
+
 } // namespace
 
 AnnouncementService::AnnouncementService(AgentHost& agent, StateKeeper& keeper, EventFeed& feed)
@@ -34,14 +52,17 @@ AnnouncementService::AnnouncementService(AgentHost& agent, StateKeeper& keeper, 
     , m_keeper(keeper)
     , m_feed(feed) {}
 
+AgentAnswer AnnouncementService::Announcement(std::uint32_t announcement) {
+    return m_agent.Ask("get_announcement", {{"id", std::to_string(announcement)}});
+}
+
 bool AnnouncementService::LearnName(std::uint32_t announcement) {
-    const AgentAnswer answer = m_agent.Request("get_announcement", {{"id", std::to_string(announcement)}});
-    const auto document = VqXML::CreateXmlDocument(answer.text);
-    if (!document || document->GetRootNode()->FindChild("id") == nullptr)
+    const AgentAnswer answer = Announcement(announcement);
+    if (answer.element.Get() == nullptr || answer.element->FindChild("id") == nullptr)
         return false;
     if (m_names.size() >= kMaxNames)
         m_names.clear();
-    m_names[announcement] = document->GetRootNode()->GetChildValue("name");
+    m_names[announcement] = answer.element->GetChildValue("name");
     return true;
 }
 
@@ -51,11 +72,11 @@ std::string AnnouncementService::NameOf(std::uint32_t announcement) const {
 }
 
 std::size_t AnnouncementService::Count() {
-    const auto document = VqXML::CreateXmlDocument(m_agent.Request("get_announcements", {}).text);
+    const AgentAnswer answer = m_agent.Ask("get_announcements", {});
     std::size_t count = 0;
-    if (document)
-        for (auto* child = document->GetRootNode()->GetChildren()->First(); child != nullptr;
-             child = document->GetRootNode()->GetChildren()->Next())
+    if (answer.element.Get() != nullptr)
+        for (auto* child = answer.element->GetChildren()->First(); child != nullptr;
+             child = answer.element->GetChildren()->Next())
             ++count;
     return count;
 }
@@ -81,7 +102,10 @@ void AnnouncementService::Command(const std::string& name, const Parameters& par
     }
     const AgentAnswer answer = m_agent.Command(name, parameters);
     // Playing may change an announcement, as when it gives itself a timeout; nobody waits for that.
-    m_keeper.SaveSoon();
+    if (name == "execute_announcement")
+        m_keeper.SaveSoon(vq::ToULong(Find(parameters, "id")));
+    else
+        m_keeper.SaveSoon();
     done({answer, ""});
 }
 
@@ -92,23 +116,21 @@ void AnnouncementService::Request(const std::string& name, const Parameters& par
         done({answer, ""});
         return;
     }
-    PublishChange(name, parameters, answer);
-    m_keeper.Save([answer, done](const std::string& error) { done({answer, error}); });
+    const auto saved = [answer, done](const std::string& error) {
+        done({answer, error});
+    };
+    const auto changed = ChangedBy(name, parameters, answer);
+    if (!changed) {
+        m_keeper.Save(saved);
+        return;
+    }
+    PublishChange(name, *changed);
+    m_keeper.Save(*changed, saved);
 }
 
-void AnnouncementService::PublishChange(const std::string& request,
-                                        const Parameters& parameters,
-                                        const AgentAnswer& answer) {
-    static constexpr std::array kEdits{"add_room", "modify_room", "remove_room", "add_navigator",
-                                       "remove_navigator"};
-    if (answer.tag != "success")
-        return;
-    if (request == "add_announcement")
-        m_feed.Publish(events::AnnouncementStored{vq::ToULong(answer.value)});
-    else if (request == "modify_announcement")
-        m_feed.Publish(events::AnnouncementStored{IdInDescription(Find(parameters, "announcement"))});
-    else if (request == "remove_announcement")
-        m_feed.Publish(events::AnnouncementRemoved{vq::ToULong(Find(parameters, "id"))});
-    else if (std::find(kEdits.begin(), kEdits.end(), request) != kEdits.end())
-        m_feed.Publish(events::AnnouncementStored{vq::ToULong(Find(parameters, "id"))});
+void AnnouncementService::PublishChange(const std::string& request, std::uint32_t announcement) {
+    if (request == "remove_announcement")
+        m_feed.Publish(events::AnnouncementRemoved{announcement});
+    else
+        m_feed.Publish(events::AnnouncementStored{announcement});
 }

@@ -31,6 +31,9 @@ public:
     void Command(const std::string& name, const Parameters& parameters, const Done& done);
     void Request(const std::string& name, const Parameters& parameters, const Done& done);
 
+    /// The element of one announcement, under "element" of the answer; it has no "id" when there is none.
+    [[nodiscard]] AgentAnswer Announcement(std::uint32_t announcement);
+
     /// The name of an announcement that has been played; empty when it has none.
     [[nodiscard]] std::string NameOf(std::uint32_t announcement) const;
 
@@ -39,7 +42,7 @@ public:
 
 private:
     bool LearnName(std::uint32_t announcement);
-    void PublishChange(const std::string& request, const Parameters& parameters, const AgentAnswer& answer);
+    void PublishChange(const std::string& request, std::uint32_t announcement);
 
     AgentHost& m_agent;
     StateKeeper& m_keeper;

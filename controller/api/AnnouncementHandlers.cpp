@@ -36,16 +36,17 @@ ApiError NoAnnouncement(std::uint32_t id) {
     return {404, "there is no announcement " + IdText(id)};
 }
 
-vq::auto_com<VqXML::IDocument> Read(ApiContext& context, std::uint32_t id) {
-    auto document = VqXML::CreateXmlDocument(Ask(context, "get_announcement", {{"id", IdText(id)}}).text);
-    if (!document || document->GetRootNode()->FindChild("id") == nullptr)
+vq::auto_com<VqXML::INode> Read(ApiContext& context, std::uint32_t id) {
+    const AgentAnswer answer = context.parts.announcements.Announcement(id);
+    agent_reply::Require(answer);
+    if (answer.element.Get() == nullptr || answer.element->FindChild("id") == nullptr)
         throw NoAnnouncement(id);
-    return document;
+    return answer.element;
 }
 
 /// The announcement as JSON, under the id by which the agent knows it.
 Json Shown(ApiContext& context, std::uint32_t id) {
-    Json announcement = announcement_json::FromXml(*Read(context, id)->GetRootNode());
+    Json announcement = announcement_json::FromXml(*Read(context, id));
     announcement["id"] = id;
     return announcement;
 }

@@ -295,17 +295,12 @@ void Api::Run(const Wanted& wanted) {
 }
 
 std::string Api::AnnouncementText(std::uint32_t id) {
-    std::string text;
-    m_parts.announcements.Request(
-        "get_announcement", {{"id", std::to_string(id)}}, [&](const AnnouncementService::Outcome& outcome) {
-            const auto document = VqXML::CreateXmlDocument(outcome.answer.text);
-            if (!document || document->GetRootNode()->FindChild("id") == nullptr)
-                return;
-            Json announcement = announcement_json::FromXml(*document->GetRootNode());
-            announcement["id"] = id;
-            text = Dump(announcement);
-        });
-    return text;
+    const AgentAnswer answer = m_parts.announcements.Announcement(id);
+    if (answer.element.Get() == nullptr || answer.element->FindChild("id") == nullptr)
+        return "";
+    Json announcement = announcement_json::FromXml(*answer.element);
+    announcement["id"] = id;
+    return Dump(announcement);
 }
 
 std::string Api::WholeStateWithoutAnnouncements() const {

@@ -79,7 +79,7 @@ AgentAnswer AgentHost::Command(const std::string& name, const Parameters& parame
     });
 }
 
-AgentAnswer AgentHost::Request(const std::string& name, const Parameters& parameters) {
+AgentAnswer AgentHost::Ask(const std::string& name, const Parameters& parameters) {
     return Deliver(name, parameters, [this](const ICmdMessage& message, AgentAnswer& answer) {
         const auto reply = m_agent->UIRequest(message);
         answer.kind = reply ? AgentAnswer::Kind::Reply : AgentAnswer::Kind::NoReply;
@@ -87,8 +87,15 @@ AgentAnswer AgentHost::Request(const std::string& name, const Parameters& parame
             return;
         answer.tag = reply->GetName();
         answer.value = reply->GetValue();
-        answer.text = ToXmlText(*reply);
+        answer.element = reply;
     });
+}
+
+AgentAnswer AgentHost::Request(const std::string& name, const Parameters& parameters) {
+    AgentAnswer answer = Ask(name, parameters);
+    if (answer.element.Get() != nullptr)
+        answer.text = ToXmlText(*answer.element);
+    return answer;
 }
 
 std::string AgentHost::State() {
@@ -103,4 +110,11 @@ std::string AgentHost::State() {
     if (thrown)
         throw std::runtime_error(Describe(*thrown, "giving its state"));
     return text;
+}
+
+std::string AgentHost::State(std::uint32_t announcement) {
+    const AgentAnswer answer = Ask("get_announcement", {{"id", std::to_string(announcement)}});
+    if (answer.kind != AgentAnswer::Kind::Reply)
+        throw std::runtime_error(answer.text);
+    return answer.element->FindChild("id") != nullptr ? ToXmlText(*answer.element) : std::string();
 }

@@ -4,6 +4,7 @@
 #include "controller/log/Log.h"
 #include "framework/DriverModule.h"
 #include "framework/InstanceRegistry.h"
+#include "host/INode.h"
 
 #include <memory>
 #include <string>
@@ -26,7 +27,8 @@ struct AgentAnswer {
     Kind kind = Kind::Done;
     std::string tag;
     std::string text;
-    std::string value; ///< the text inside the reply's element
+    std::string value;                       ///< the text inside the reply's element
+    vq::auto_com<VqXML::INode> element = {}; ///< the reply itself; null without one
 };
 
 /// Holds the agent: loads its module, creates, initialises and destroys it, and makes the calls into it. What
@@ -50,8 +52,15 @@ public:
     [[nodiscard]] AgentAnswer Command(const std::string& name, const Parameters& parameters);
     [[nodiscard]] AgentAnswer Request(const std::string& name, const Parameters& parameters);
 
+    /// The same without the text, for who reads the element: writing it takes longer than the request does.
+    [[nodiscard]] AgentAnswer Ask(const std::string& name, const Parameters& parameters);
+
     /// The agent's present state as XML text. Throws `std::runtime_error` when the agent cannot give it.
     [[nodiscard]] std::string State();
+
+    /// The element of one announcement in it; empty when there is none with this id. Throws
+    /// `std::runtime_error` when the agent cannot give it.
+    [[nodiscard]] std::string State(std::uint32_t announcement);
 
     /// The handler that the driver host calls for names that nobody registered.
     void HandlerMissing() noexcept { m_isUnknown = true; }

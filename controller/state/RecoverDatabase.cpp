@@ -1,4 +1,5 @@
 #include "controller/state/StateDatabase.h"
+#include "controller/state/TextEdit.h"
 #include "host/VqXML.h"
 
 #include <algorithm>
@@ -47,21 +48,39 @@ std::uint32_t Id(const SqliteStatement& row, int column) {
     return static_cast<std::uint32_t>(row.Number(column));
 }
 
+/// The text with the edits behind it, as far as they can be read and give a whole text.
+std::string WithEdits(Sqlite& damaged, std::int64_t id, const std::string& state) {
+    std::string edited = state;
+    std::int64_t last = 0;
+    bool isWhole = true;
+    (void)TakeRows(damaged,
+                   "SELECT id, place, removed, added FROM agent_state_edit WHERE state = " +
+                       std::to_string(id) + " ORDER BY id",
+                   [&](const SqliteStatement& row) {
+                       // None may be missing in between.
+                       isWhole = isWhole && row.Number(0) == ++last &&
+                                 TextEdit{row.Number(1), row.Number(2), row.Text(3)}.Apply(edited);
+                   });
+    return isWhole && VqXML::CreateXmlDocument(edited) ? edited : state;
+}
+
 /// The newest state that is whole; a torn one would be refused by the agent. From both ends, for what stands
 /// behind the damage can only be reached from the other one.
 std::string NewestWholeState(Sqlite& damaged) {
     std::int64_t newest = -1;
+    std::int64_t last = -1; // also of those that are torn
     std::string state;
     for (const char* order : {"DESC", "ASC"})
         (void)TakeRows(damaged, std::string("SELECT id, xml FROM agent_state ORDER BY id ") + order,
                        [&](const SqliteStatement& row) {
                            std::string xml = row.Text(1);
+                           last = std::max(last, row.Number(0));
                            if (row.Number(0) <= newest || !VqXML::CreateXmlDocument(xml))
                                return;
                            newest = row.Number(0);
                            state = std::move(xml);
                        });
-    return state;
+    return newest == last ? WithEdits(damaged, newest, state) : state;
 }
 
 void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& lines) {

@@ -1,10 +1,16 @@
 #include "controller/state/StateDatabase.h"
 
+#include "controller/state/TextEdit.h"
+
 #include <sstream>
 
 namespace {
 
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
+/// A text up to this length is always written whole.
+constexpr std::size_t kShortState = 65536;
+/// So many edits may stand behind a text before it is written whole again.
+constexpr std::int64_t kMaxEdits = 256;
 /// Tells our databases from other programs'.
 constexpr int kApplication = 0x416e6e63;
 
@@ -17,6 +23,12 @@ CREATE TABLE variable_value(device INTEGER NOT NULL, variable INTEGER NOT NULL, 
 CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, started_at TEXT NOT NULL, ended_at TEXT NOT NULL,
     announcement INTEGER NOT NULL, name TEXT NOT NULL, rooms TEXT NOT NULL, navigators TEXT NOT NULL,
     file TEXT NOT NULL, outcome TEXT NOT NULL);
+)";
+
+/// What version 2 has beside version 1: how a text of agent_state has changed since, in order.
+constexpr const char* kEditTable = R"(
+CREATE TABLE agent_state_edit(id INTEGER PRIMARY KEY, state INTEGER NOT NULL, place INTEGER NOT NULL, removed INTEGER NOT NULL,
+    added TEXT NOT NULL);
 )";
 
 std::int64_t OneNumber(Sqlite& database, const std::string& query) {
@@ -76,6 +88,7 @@ void StateDatabase::Prepare() {
     if (tables == 0 && version == 0) {
         SqliteTransaction transaction(*m_database);
         m_database->Execute(kTables);
+        m_database->Execute(kEditTable);
         m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion) +
                             "; PRAGMA application_id=" + std::to_string(kApplication));
         transaction.Commit();
@@ -86,6 +99,13 @@ void StateDatabase::Prepare() {
             std::string("The file ") + kFileName +
             " in the data folder is another program's database; give the controller a data "
             "folder of its own");
+    if (version == 1) {
+        SqliteTransaction transaction(*m_database);
+        m_database->Execute(kEditTable);
+        m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion));
+        transaction.Commit();
+        return;
+    }
     if (version != kVersion)
         throw UnusableDatabase("The database comes from another version of this program (its format is " +
                                std::to_string(version) + ", this program's is " + std::to_string(kVersion) +
@@ -95,6 +115,13 @@ void StateDatabase::Prepare() {
 StoredState StateDatabase::Read() {
     StoredState state;
     state.agentState = OneText(*m_database, "SELECT xml FROM agent_state ORDER BY id DESC LIMIT 1");
+    SqliteStatement edits(*m_database, "SELECT place, removed, added FROM agent_state_edit "
+                                       "WHERE state = (SELECT max(id) FROM agent_state) ORDER BY id");
+    while (edits.Step())
+        if (!TextEdit{edits.Number(0), edits.Number(1), edits.Text(2)}.Apply(state.agentState))
+            throw UnusableDatabase(std::string("The announcements in ") + kFileName +
+                                   " do not belong together. Put a backup in its place");
+    m_agentState = std::make_shared<const std::string>(state.agentState);
     SqliteStatement journal(*m_database, "SELECT room, volume_before, volume_set FROM room_journal");
     while (journal.Step()) {
         JournalEntry entry{
@@ -128,14 +155,44 @@ std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest) {
 }
 
 void StateDatabase::Together(const std::function<void(StateDatabase&)>& writes) {
+    const auto before = m_agentState;
     SqliteTransaction transaction(*m_database);
-    writes(*this);
-    transaction.Commit();
+    try {
+        writes(*this);
+        transaction.Commit();
+    } catch (...) {
+        m_agentState = before;
+        throw;
+    }
 }
 
-void StateDatabase::WriteAgentState(const std::string& xml) {
+void StateDatabase::WriteAgentState(std::shared_ptr<const std::string> xml) {
+    if (!WriteStateEdit(*xml))
+        WriteWholeState(*xml);
+    m_agentState = std::move(xml);
+}
+
+void StateDatabase::WriteWholeState(const std::string& xml) {
     SqliteStatement(*m_database, "INSERT INTO agent_state(xml) VALUES(?)").Bind(xml).Run();
-    m_database->Execute("DELETE FROM agent_state WHERE id <= (SELECT max(id) FROM agent_state) - 2");
+    m_database->Execute("DELETE FROM agent_state WHERE id <= (SELECT max(id) FROM agent_state) - 2; "
+                        "DELETE FROM agent_state_edit;");
+}
+
+/// False where the whole text has to be written.
+bool StateDatabase::WriteStateEdit(const std::string& xml) {
+    if (!m_agentState || m_agentState->size() <= kShortState)
+        return false;
+    const TextEdit edit = TextEdit::Between(*m_agentState, xml);
+    if (edit.added.size() > kShortState ||
+        OneNumber(*m_database, "SELECT count(*) FROM agent_state_edit") >= kMaxEdits)
+        return false;
+    SqliteStatement(*m_database, "INSERT INTO agent_state_edit(state, place, removed, added) "
+                                 "VALUES((SELECT max(id) FROM agent_state), ?, ?, ?)")
+        .Bind(edit.place)
+        .Bind(edit.removed)
+        .Bind(edit.added)
+        .Run();
+    return true;
 }
 
 void StateDatabase::WriteJournal(const JournalEntry& entry) {

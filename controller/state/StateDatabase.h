@@ -60,8 +60,12 @@ public:
     [[nodiscard]] StoredState Read();
     [[nodiscard]] std::vector<HistoryEntry> ReadHistory(std::size_t newest);
 
-    /// The former state is kept beside the new one, for recovery.
-    void WriteAgentState(const std::string& xml);
+    /// Of a long text only what differs from the former one is written. The former text that was written
+    /// whole is kept beside the new one, for recovery.
+    void WriteAgentState(std::shared_ptr<const std::string> xml);
+    void WriteAgentState(const std::string& xml) {
+        WriteAgentState(std::make_shared<const std::string>(xml));
+    }
     void WriteJournal(const JournalEntry& entry);
     void StrikeJournal(std::uint32_t room);
     void WriteVolume(std::uint32_t room, unsigned volume);
@@ -73,6 +77,9 @@ public:
 
 private:
     void Prepare();
+    void WriteWholeState(const std::string& xml);
+    [[nodiscard]] bool WriteStateEdit(const std::string& xml);
 
     std::unique_ptr<Sqlite> m_database;
+    std::shared_ptr<const std::string> m_agentState; ///< as the database has it; null when that is not known
 };

@@ -1,28 +1,80 @@
 #include "controller/state/StateKeeper.h"
 
+#include "controller/state/StateSplice.h"
+
 #include <exception>
 #include <iterator>
 #include <utility>
 
 StateKeeper::StateKeeper(Parts parts, std::string stored)
     : m_parts(std::move(parts))
-    , m_wanted(std::move(stored))
+    , m_wanted(std::make_shared<const std::string>(std::move(stored)))
     , m_soon(m_parts.scheduler, "looking whether the state has changed") {}
 
+void StateKeeper::SaveSoon(std::uint32_t announcement) {
+    m_inDoubt.insert(announcement);
+    LookSoon();
+}
+
 void StateKeeper::SaveSoon() {
+    m_areAllInDoubt = true;
+    LookSoon();
+}
+
+void StateKeeper::LookSoon() {
     if (!m_soon.IsRunning())
-        m_soon.Start(kSoon, [this] { Save([](const std::string& /*error*/) {}); });
+        m_soon.Start(kSoon, [this] { Look(); });
+}
+
+void StateKeeper::Look() {
+    const auto nobody = [](const std::string& /*error*/) {
+    };
+    const auto inDoubt = std::exchange(m_inDoubt, {});
+    if (std::exchange(m_areAllInDoubt, false)) {
+        Save(nobody);
+        return;
+    }
+    for (const std::uint32_t announcement : inDoubt)
+        Save(announcement, nobody);
+}
+
+StateKeeper::Text StateKeeper::WholeState() {
+    auto state = std::make_shared<const std::string>(m_parts.state());
+    m_isAgents = true; // what is done with it makes it the wanted one
+    return state;
+}
+
+StateKeeper::Text StateKeeper::StateWith(std::uint32_t announcement) {
+    if (!m_isAgents)
+        return WholeState();
+    auto state = SpliceAnnouncement(*m_wanted, announcement, m_parts.announcement(announcement));
+    return state ? std::make_shared<const std::string>(std::move(*state)) : WholeState();
 }
 
 void StateKeeper::Save(Done done) {
-    std::string state;
+    Text state;
     try {
-        state = m_parts.state();
+        state = WholeState();
     } catch (const std::exception& error) {
         done(error.what());
         return;
     }
-    const bool isNew = state != m_wanted;
+    Save(std::move(state), std::move(done));
+}
+
+void StateKeeper::Save(std::uint32_t announcement, Done done) {
+    Text state;
+    try {
+        state = StateWith(announcement);
+    } catch (const std::exception& error) {
+        done(error.what());
+        return;
+    }
+    Save(std::move(state), std::move(done));
+}
+
+void StateKeeper::Save(Text state, Done done) {
+    const bool isNew = *state != *m_wanted;
     if (!isNew && m_isOnDisk) {
         done("");
         return;

@@ -11,8 +11,9 @@ StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& sche
 
 StateStore::~StateStore() = default;
 
-void StateStore::WriteAgentState(const std::string& xml, WriteDone done) {
-    Submit({"agent", [xml](StateDatabase& database) { database.WriteAgentState(xml); }, std::move(done)});
+void StateStore::WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) {
+    Submit({"agent", [xml = std::move(xml)](StateDatabase& database) { database.WriteAgentState(xml); },
+            std::move(done)});
 }
 
 void StateStore::WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) {

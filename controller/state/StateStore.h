@@ -15,7 +15,7 @@
 /// Where the agent's state is kept. Driver thread only.
 class IAgentStateStore {
 public:
-    virtual void WriteAgentState(const std::string& xml, WriteDone done) = 0;
+    virtual void WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) = 0;
 
 protected:
     ~IAgentStateStore() = default;
@@ -43,7 +43,7 @@ public:
     /// Waits for the writes that are under way; answers that have not been posted back are dropped.
     ~StateStore();
 
-    void WriteAgentState(const std::string& xml, WriteDone done) override;
+    void WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) override;
     void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) override;
     void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) override;
     void WriteVariable(std::uint32_t device,

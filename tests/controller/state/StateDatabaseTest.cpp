@@ -26,6 +26,18 @@ protected:
             {0, "2025-01-31T18:30:05Z", "2025-01-31T18:30:15Z", 7, "Dinner", {1, 2}, {5}, "g.wav", "ended"});
     }
 
+    /// A state that is too long to be written whole each time.
+    static std::string LongState(const std::string& middle) {
+        return "<announcements><a>" + std::string(50000, 'x') + "</a><m>" + middle + "</m><b>" +
+               std::string(50000, 'y') + "</b></announcements>";
+    }
+
+    [[nodiscard]] std::int64_t Number(const std::string& query) const {
+        Sqlite database(File().string(), Sqlite::Mode::ReadWriteCreate);
+        SqliteStatement statement(database, query);
+        return statement.Step() ? statement.Number(0) : -1;
+    }
+
     TemporaryFolder m_folder;
 };
 
@@ -82,6 +94,87 @@ TEST_F(StateDatabaseTest, WritesStandTogetherOrNotAtAll) {
     });
     EXPECT_TRUE(database.Read().journal.empty());
     EXPECT_EQ(database.Read().volumes.at(1), 40U);
+}
+
+TEST_F(StateDatabaseTest, OfALongStateOnlyWhatDiffersIsWritten) {
+    {
+        StateDatabase database(m_folder.Path());
+        for (const char* middle : {"a", "ab", "", "ü", "ö"})
+            database.WriteAgentState(LongState(middle));
+    }
+    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 1);
+    EXPECT_EQ(Number("SELECT sum(length(CAST(added AS BLOB))) FROM agent_state_edit"), 4);
+    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().agentState, LongState("ö"));
+    {
+        StateDatabase database(m_folder.Path());
+        (void)database.Read();
+        database.WriteAgentState(LongState("after a start"));
+    }
+    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 1);
+    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().agentState, LongState("after a start"));
+}
+
+TEST_F(StateDatabaseTest, BehindManyEditsTheStateIsWrittenWholeAgain) {
+    StateDatabase database(m_folder.Path());
+    database.Together([](StateDatabase& together) {
+        for (int count = 0; count < 300; ++count)
+            together.WriteAgentState(LongState(std::to_string(count)));
+    });
+    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 2);
+    EXPECT_EQ(Number("SELECT count(*) FROM agent_state_edit"), 42);
+    EXPECT_EQ(database.Read().agentState, LongState("299"));
+    database.WriteAgentState("<announcements/>");
+    EXPECT_EQ(database.Read().agentState, "<announcements/>");
+    database.WriteAgentState("<announcements><a/></announcements>");
+    EXPECT_EQ(database.Read().agentState, "<announcements><a/></announcements>");
+}
+
+TEST_F(StateDatabaseTest, AnEditThatWasTakenBackIsNotBuiltUpon) {
+    StateDatabase database(m_folder.Path());
+    database.WriteAgentState(LongState("a"));
+    EXPECT_THROW(database.Together([](StateDatabase& together) {
+        together.WriteAgentState(LongState("something longer"));
+        throw std::runtime_error("the disk is full");
+    }),
+                 std::runtime_error);
+    database.WriteAgentState(LongState("ab"));
+    EXPECT_EQ(database.Read().agentState, LongState("ab"));
+}
+
+TEST_F(StateDatabaseTest, ADatabaseOfTheFormerVersionIsTakenOver) {
+    Fill();
+    {
+        Sqlite former(File().string(), Sqlite::Mode::ReadWriteCreate);
+        former.Execute("DROP TABLE agent_state_edit; PRAGMA user_version=1");
+    }
+    StateDatabase database(m_folder.Path());
+    EXPECT_EQ(database.Read().agentState, "<announcements><a/></announcements>");
+    database.WriteAgentState(LongState("a"));
+    database.WriteAgentState(LongState("b"));
+    EXPECT_EQ(database.Read().agentState, LongState("b"));
+    EXPECT_EQ(Number("PRAGMA user_version"), 2);
+}
+
+TEST_F(StateDatabaseTest, RecoveredALongStateIsTheNewestThatIsWhole) {
+    const auto recovered = [this](const std::string& damage) {
+        {
+            StateDatabase database(m_folder.Path());
+            for (const char* middle : {"a", "b", "c"})
+                database.WriteAgentState(LongState(middle));
+        }
+        {
+            Sqlite damaged(File().string(), Sqlite::Mode::ReadWriteCreate);
+            damaged.Execute(damage + "CREATE TABLE torn(x); PRAGMA writable_schema=ON; "
+                                     "UPDATE sqlite_master SET rootpage=9999 WHERE name='torn';");
+        }
+        (void)StateDatabase::Recover(m_folder.Path());
+        const std::string state = StateDatabase(m_folder.Path()).Read().agentState;
+        std::filesystem::remove(File());
+        return state;
+    };
+    EXPECT_EQ(recovered(""), LongState("c"));
+    EXPECT_EQ(recovered("UPDATE agent_state_edit SET added='<' WHERE id=2;"), LongState("a"));
+    EXPECT_EQ(recovered("DELETE FROM agent_state_edit WHERE id=1;"), LongState("a"));
 }
 
 TEST_F(StateDatabaseTest, TheHistoryIsGivenNewestFirst) {

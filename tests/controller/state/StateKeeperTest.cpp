@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <stdexcept>
 
 namespace {
@@ -15,8 +16,8 @@ using Texts = std::vector<std::string>;
 
 class FakeAgentStore final : public IAgentStateStore {
 public:
-    void WriteAgentState(const std::string& xml, WriteDone done) override {
-        writes.push_back(xml);
+    void WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) override {
+        writes.push_back(*xml);
         waiting.push_back(std::move(done));
     }
 
@@ -30,15 +31,86 @@ protected:
         m_keeper.Save([this, name](const std::string& error) { m_told.push_back(name + ": " + error); });
     }
 
+    void Save(std::uint32_t announcement, const std::string& name) {
+        m_keeper.Save(announcement,
+                      [this, name](const std::string& error) { m_told.push_back(name + ": " + error); });
+    }
+
+    /// The text of announcements, by their ids and names.
+    static std::string Element(std::uint32_t id, const std::string& name) {
+        return "<announcement><id>" + std::to_string(id) + "</id><name>" + name + "</name></announcement>";
+    }
+    static std::string State(const std::string& elements) {
+        return "<announcements>" + elements + "</announcements>";
+    }
+
     std::string m_state = "old";
+    int m_wholeAsked = 0;
+    std::map<std::uint32_t, std::string> m_elements;
     FakeAgentStore m_store;
     FakeScheduler m_scheduler;
     EventFeed m_feed;
     EventTexts m_events{m_feed};
     TestLog m_log;
     Texts m_told;
-    StateKeeper m_keeper{{[this] { return m_state; }, m_store, m_scheduler, m_feed, m_log.log}, "old"};
+    StateKeeper m_keeper{{[this] {
+                              ++m_wholeAsked;
+                              return m_state;
+                          },
+                          [this](std::uint32_t id) { return m_elements[id]; }, m_store, m_scheduler, m_feed,
+                          m_log.log},
+                         "old"};
 };
+
+TEST_F(StateKeeperTest, WhenOneAnnouncementHasChangedTheOthersAreNotAskedFor) {
+    m_state = State(Element(1, "a") + Element(2, "b"));
+    Save("whole");
+    m_elements = {{1, Element(1, "new")}, {3, Element(3, "c")}};
+    Save(1, "changed");
+    Save(3, "added");
+    Save(2, "removed");
+    Save(1, "the same");
+    EXPECT_EQ(m_store.writes, (Texts{m_state, State(Element(1, "new") + Element(2, "b")),
+                                     State(Element(1, "new") + Element(2, "b") + Element(3, "c")),
+                                     State(Element(1, "new") + Element(3, "c"))}));
+    EXPECT_EQ(m_wholeAsked, 1);
+    m_store.waiting[3]("");
+    EXPECT_EQ(m_told, (Texts{"whole: ", "changed: ", "added: ", "removed: ", "the same: "}));
+}
+
+TEST_F(StateKeeperTest, OfATextThatSomebodyElseWroteTheWholeIsAskedForFirst) {
+    m_state = State(Element(1, "a"));
+    m_elements = {{1, Element(1, "a")}};
+    Save(1, "a");
+    EXPECT_EQ(m_wholeAsked, 1);
+    Save(1, "b");
+    EXPECT_EQ(m_wholeAsked, 1);
+    EXPECT_EQ(m_store.writes, Texts{m_state});
+}
+
+TEST_F(StateKeeperTest, WhereOneAnnouncementHasNoCertainPlaceTheWholeIsAskedFor) {
+    m_state = State(Element(2, "b"));
+    Save("whole");
+    m_state = State(Element(1, "a") + Element(2, "b"));
+    m_elements = {{1, Element(1, "a")}};
+    Save(1, "in front of others");
+    EXPECT_EQ(m_wholeAsked, 2);
+    EXPECT_EQ(m_store.writes.back(), m_state);
+}
+
+TEST_F(StateKeeperTest, OneInDoubtIsLookedAtSoonAndAllWhenAllAre) {
+    m_state = State(Element(1, "a"));
+    Save("whole");
+    m_elements = {{1, Element(1, "b")}};
+    m_keeper.SaveSoon(1);
+    m_scheduler.Advance(2s);
+    EXPECT_EQ(m_store.writes.back(), State(Element(1, "b")));
+    EXPECT_EQ(m_wholeAsked, 1);
+    m_keeper.SaveSoon(1);
+    m_keeper.SaveSoon();
+    m_scheduler.Advance(2s);
+    EXPECT_EQ(m_wholeAsked, 2);
+}
 
 TEST_F(StateKeeperTest, WhatStandsOnTheDiskIsNotWrittenAgain) {
     Save("a");
@@ -131,8 +203,10 @@ TEST(StateKeeperFailureTest, AnAgentThatCannotGiveItsStateIsTold) {
     FakeScheduler scheduler;
     EventFeed feed;
     TestLog log;
-    StateKeeper keeper(
-        {[]() -> std::string { throw std::runtime_error("broken"); }, store, scheduler, feed, log.log}, "");
+    StateKeeper keeper({[]() -> std::string { throw std::runtime_error("broken"); },
+                        [](std::uint32_t /*announcement*/) { return std::string(); }, store, scheduler, feed,
+                        log.log},
+                       "");
     std::string told;
     keeper.Save([&](const std::string& error) { told = error; });
     EXPECT_EQ(told, "broken");

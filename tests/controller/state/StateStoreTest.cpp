@@ -62,7 +62,7 @@ protected:
 };
 
 TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
-    m_store.WriteAgentState("<announcements/>", Note("state"));
+    m_store.WriteAgentState(std::make_shared<const std::string>("<announcements/>"), Note("state"));
     m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
     m_store.WriteVariable(9, 4, "21", Note("variable"));
     EXPECT_TRUE(m_told.empty());

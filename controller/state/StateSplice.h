@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+/// The agent's state, as the text that the agent's elements are written as, after one announcement alone has
+/// been stored, changed or (with an empty element) removed; made without asking the agent for all the others.
+/// Nothing where the text does not show the announcement's place beyond doubt.
+[[nodiscard]] std::optional<std::string>
+SpliceAnnouncement(const std::string& state, std::uint32_t id, const std::string& element);
