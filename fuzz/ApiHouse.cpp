@@ -1,0 +1,178 @@
+#include "fuzz/ApiHouse.h"
+
+#include "controller/http/HttpConnection.h"
+#include "fuzz/Require.h"
+
+#include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/local/stream_protocol.hpp>
+#include <boost/asio/write.hpp>
+
+#include <array>
+#include <chrono>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+
+namespace {
+
+constexpr const char* kState = "<announcements><announcement><id>1</id><name>Dinner</name>"
+                               "<video><text>Dinner is ready</text></video>"
+                               "<navigators><navigator><id>5</id></navigator></navigators>"
+                               "</announcement></announcements>";
+
+/// Small enough for inputs to reach them.
+HttpLimits Limits() {
+    HttpLimits limits;
+    limits.headerBytes = 1024;
+    limits.targetBytes = 256;
+    limits.messageBytes = 256;
+    limits.messagesPerMinute = 40;
+    return limits;
+}
+
+/// The module stays loaded between houses.
+const DriverModule& LoadedModule() {
+    static const DriverModule module(MODULE);
+    return module;
+}
+
+} // namespace
+
+/// The client's end of one connection.
+class ApiHouse::Client {
+public:
+    Client(boost::asio::io_context& context, int descriptor, const std::string& then)
+        : m_socket(context, boost::asio::local::stream_protocol(), descriptor)
+        , m_then(then) {}
+
+    void Start(const std::string& bytes) {
+        Write(bytes, m_then.empty());
+        Read();
+    }
+
+    /// The head of the first reply is here, and `then` can be sent; once.
+    [[nodiscard]] bool IsAnswered() { return !m_then.empty() && m_got.find("\r\n\r\n") != std::string::npos; }
+    void SendRest() { Write(std::exchange(m_then, {}), true); }
+
+    [[nodiscard]] bool IsOver() const { return m_isOver; }
+    [[nodiscard]] const std::string& Got() const { return m_got; }
+
+private:
+    void Write(const std::string& bytes, bool isLast) {
+        m_sending = bytes;
+        boost::asio::async_write(m_socket, boost::asio::buffer(m_sending),
+                                 [this, isLast](const boost::system::error_code&, std::size_t) {
+                                     boost::system::error_code ignored; // the server may have gone
+                                     if (isLast)
+                                         m_socket.shutdown(m_socket.shutdown_send, ignored);
+                                 });
+    }
+    void Read() {
+        m_socket.async_read_some(boost::asio::buffer(m_bytes),
+                                 [this](const boost::system::error_code& error, std::size_t size) {
+                                     m_got.append(m_bytes.data(), size);
+                                     m_isOver = static_cast<bool>(error);
+                                     if (!error)
+                                         Read();
+                                 });
+    }
+
+    boost::asio::local::stream_protocol::socket m_socket;
+    std::string m_then;
+    std::string m_sending;
+    std::string m_got;
+    std::array<char, 16384> m_bytes{};
+    bool m_isOver = false;
+};
+
+House ApiHouse::MakeHouse(const TemporaryFolder& folder) {
+    House house;
+    house.name = "House";
+    house.mediaFolder = folder.Path();
+    house.dataFolder = folder.Path();
+    house.rooms.push_back({12, "Kitchen", {"silent", ""}});
+    house.navigators.push_back({5, "Tablet", 12});
+    house.variables.push_back({9, 4, "outside", "cold"});
+    return house;
+}
+
+ApiHouse::ApiHouse()
+    : m_house(MakeHouse(m_folder))
+    , m_nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC))
+    , m_log(m_nowhere, Severity::Error, Log::Form::Plain)
+    , m_driver(m_log)
+    , m_store(std::make_unique<StateDatabase>(m_folder.Path()),
+              m_driver,
+              [this](const char* what, std::function<void()> work) { m_driver.Post(what, std::move(work)); })
+    , m_variables({{9, 4, "outside", "cold"}}, m_store, m_feed)
+    , m_popups(m_driver, m_variables, m_feed)
+    , m_timers(m_driver, m_log)
+    , m_volumes(
+          {{12, "Kitchen", 80, 40}}, [](std::uint32_t, unsigned) {}, m_store, m_feed, m_log)
+    , m_devices({5},
+                m_popups,
+                m_log,
+                {[] {},
+                 [] {
+                     return 0U;
+                 }})
+    , m_driverHost(m_timers, m_log)
+    , m_agent(MODULE, m_services, m_driverHost, m_log)
+    , m_keeper({[this] { return m_agent.State(); },
+                [this](std::uint32_t announcement) { return m_agent.State(announcement); }, m_store, m_driver,
+                m_feed, m_log},
+               kState)
+    , m_announcements(m_agent, m_keeper, m_feed)
+    , m_api(Parts(), &FindAsset)
+    , m_connections(std::make_shared<Connections>(m_driver.Context(), Limits())) {
+    (void)LoadedModule();
+    m_log.SetListener([](Severity severity, const std::string& line) {
+        Require(severity != Severity::Error, line.c_str());
+    });
+    m_services.RegisterInterface(IDeviceManager::kGuid, static_cast<IDeviceManager*>(&m_devices), 1);
+    m_services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&m_timers), 1);
+    m_driverHost.SetListeners({{}, {}, [this](const std::string& /*name*/) {
+                                   m_agent.HandlerMissing();
+                               }});
+    m_agent.Start(kState);
+}
+
+ControllerParts ApiHouse::Parts() {
+    return {m_house,
+            m_driver,
+            m_feed,
+            m_announcements,
+            m_popups,
+            m_variables,
+            m_volumes,
+            m_store,
+            m_log,
+            MODULE,
+            [] {
+                return true;
+            }};
+}
+
+std::string ApiHouse::Converse(const std::string& bytes, const std::string& then) {
+    std::array<int, 2> ends{};
+    Require(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
+            "sockets");
+    auto& context = m_driver.Context();
+    // Answers may come from other threads.
+    const auto work = boost::asio::make_work_guard(context);
+    Client client(context, ends[1], then);
+    HttpSocket socket(context.get_executor());
+    socket.assign(boost::asio::ip::tcp::v4(), ends[0]);
+    ServeConnection(std::move(socket), m_connections->Take("127.0.0.1"), m_api, nullptr);
+    client.Start(bytes);
+    while (!client.IsOver() || m_connections->Size() > 0) {
+        Require(context.run_one_for(std::chrono::seconds(10)) > 0,
+                "a connection ends when its client has gone");
+        if (client.IsAnswered()) {
+            m_feed.Publish(events::VariableChanged{9, 4, "warm"});
+            m_feed.Publish(events::PopupShown{1, 5, "Dinner", "", std::chrono::seconds(1), true});
+            client.SendRest();
+        }
+    }
+    return client.Got();
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "controller/api/Api.h"
+#include "controller/driver/AgentHost.h"
+#include "controller/http/Connections.h"
+#include "controller/popups/DeviceManager.h"
+#include "tests/controller/support/TemporaryFolder.h"
+
+#include <memory>
+#include <string>
+
+/// A house with all that its API reaches, the agent included, but sound; one for each input, so that an input
+/// does the same every time.
+class ApiHouse {
+public:
+    ApiHouse();
+    ApiHouse(const ApiHouse&) = delete;
+    ApiHouse& operator=(const ApiHouse&) = delete;
+
+    /// A client connects, sends bytes, after the head of the reply `then`, and no more. Gives all that it
+    /// got. When there is something to send then, something happens in the house meanwhile.
+    [[nodiscard]] std::string Converse(const std::string& bytes, const std::string& then = {});
+
+private:
+    class Client;
+
+    [[nodiscard]] static House MakeHouse(const TemporaryFolder& folder);
+    [[nodiscard]] ControllerParts Parts();
+
+    const TemporaryFolder m_folder;
+    const House m_house;
+    const int m_nowhere;
+    Log m_log;
+    DriverThread m_driver;
+    EventFeed m_feed;
+    StateStore m_store;
+    Variables m_variables;
+    Popups m_popups;
+    Timers m_timers;
+    RoomVolumes m_volumes;
+    InstanceRegistry m_services;
+    DeviceManager m_devices;
+    DriverHost m_driverHost;
+    AgentHost m_agent;
+    StateKeeper m_keeper;
+    AnnouncementService m_announcements;
+    Api m_api;
+    std::shared_ptr<Connections> m_connections;
+};
