@@ -10,9 +10,9 @@ int Announcement::ModifyAnnouncement(const ICmdMessage& message) {
     m_navigators.swap(formerNavigators);
     const int result = fromCmdMessage(message);
     if (result < 0) {
+        LogError("Unable to modify announcement");
         m_rooms.swap(formerRooms);
         m_navigators.swap(formerNavigators);
-        LogError("Unable to modify announcement");
         InvalidateState();
     }
     return result;

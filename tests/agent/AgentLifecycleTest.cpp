@@ -76,6 +76,23 @@ TEST_F(AgentLifecycleTest, NamesAreKnownToTheLetter) {
                      "no handler: get_announcements", "no handler: execute_announcement"}));
 }
 
+TEST_F(AgentLifecycleTest, NoCommandAndNoRequestForgetsEverything) {
+    Start(Stored(Popup("1") + Popup("2")));
+    const std::string before = Saved();
+    Execute("1");
+    Execute("2");
+    for (const char* name : {"execute_announcement", "ANNOUNCEMENT_DISMISSED"})
+        Command(name);
+    for (const char* name : {"remove_announcement", "add_room", "modify_room", "remove_room", "add_navigator",
+                             "remove_navigator", "get_announcements", "get_announcement"})
+        (void)Request(name);
+    for (const char* name : {"add_announcement", "modify_announcement"})
+        EXPECT_THROW(Request(name), const char*) << name;
+    EXPECT_EQ(Saved(), before);
+    EXPECT_TRUE(m_agent->IsAnnouncementInQueue(2));
+    EXPECT_EQ(m_agent->GetNextAnnouncementID(), 3U);
+}
+
 TEST_F(AgentLifecycleTest, InitializeAndRegisterCommandsDoNotNeedEachOther) {
     m_agent.reset();
     m_agent = std::make_unique<AnnouncementAgent>(m_host);

@@ -87,6 +87,25 @@ TEST_F(AgentQueueTest, APollWithNothingPlayingArmsTheNext) {
     EXPECT_EQ(CallsOf([&] { m_agent->OnTimerExpired(1, 0); }), Lines{"VqBaseDriver.AddTimer(1000, 1) = 1"});
 }
 
+TEST_F(AgentQueueTest, ASurplusPollKeepsArmingItself) {
+    Start(Stored(Popup("1")));
+    Execute("1");
+    Execute("0"); // plays it again, with a poll of its own
+    for (int second = 1; second <= 3; ++second) {
+        const Lines lines = CallsOf([&] { m_host.Advance(1000); });
+        const auto polls = std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+            return line.rfind("VqBaseDriver.AddTimer(1000, 1)", 0) == 0;
+        });
+        EXPECT_EQ(polls, 2) << "in second " << second;
+    }
+}
+
+TEST_F(AgentQueueTest, NoRoomIsInTheCurrentAnnouncementWhileNothingPlays) {
+    Start(Stored("<a><id>1</id><rooms><room><id>12</id></room></rooms><navigators/></a>"));
+    EXPECT_FALSE(m_agent->IsRoomInCurrentAnnouncement(12));
+    EXPECT_FALSE(m_agent->IsRoomInCurrentAnnouncement(0));
+}
+
 TEST_F(AgentQueueTest, TheCallbacksBehaveTheSameThroughBothFaces) {
     Start("<s><a><id>1</id><name>1</name><rooms><room><id>12</id></room></rooms><navigators/></a></s>");
     VqBaseDriver& driver = *m_agent;

@@ -71,6 +71,16 @@ TEST_F(AnnouncementEditingTest, ModifyAnnouncementWithoutXmlLogsKeepsEverythingA
     EXPECT_EQ(Written(m_announcement), kOld);
 }
 
+TEST_F(AnnouncementEditingTest, AFailedModificationIsLoggedBeforeTheFormerTargetsAreBack) {
+    m_host.hasDeviceManager = false;
+    const auto modify = [&] {
+        (void)m_announcement->ModifyAnnouncement(Described("Dinner"));
+    };
+    m_host.log.ThrowAtCall(2); // after the logger was looked up
+    EXPECT_THROW(modify(), std::string);
+    EXPECT_EQ(Targets(), "<rooms/><navigators/></announcement>");
+}
+
 TEST_F(AnnouncementEditingTest, InvalidatingNamesTheDeviceIdOfThatMoment) {
     m_host.driverHost.helper.deviceId = 4000000000U;
     EXPECT_EQ(CallsOf([&] { m_announcement->RemoveRoom(With("room_id", "12")); }),
@@ -79,6 +89,7 @@ TEST_F(AnnouncementEditingTest, InvalidatingNamesTheDeviceIdOfThatMoment) {
 
 TEST_F(AnnouncementEditingTest, ATextThrownByTheMessageLeavesModifyAnnouncement) {
     EXPECT_THROW((void)m_announcement->ModifyAnnouncement(Throwing("gone")), std::string);
+    EXPECT_EQ(Targets(), "<rooms/><navigators/></announcement>"); // what was set aside is not put back
 }
 
 // AddRoom

@@ -20,6 +20,16 @@ protected:
     Pointer WithVideo() { return Make(kVideo + kRoom + kNavigator); }
 };
 
+TEST_F(AnnouncementPlaybackTest, NoStageReportsAnythingToItsCaller) {
+    const auto isSilent = [](auto stage) {
+        return std::is_same_v<void, std::invoke_result_t<decltype(stage), Announcement&>>;
+    };
+    EXPECT_TRUE(isSilent(&Announcement::Execute));
+    EXPECT_TRUE(isSilent(&Announcement::AudioStreamCreated));
+    EXPECT_TRUE(isSilent(&Announcement::AudioAnnouncementComplete));
+    EXPECT_TRUE(isSilent(&Announcement::Dismiss));
+}
+
 TEST_F(AnnouncementPlaybackTest, OneWithNeitherAudioNorVideoIsCompleteRightAfterExecute) {
     const Pointer announcement = Make("<rooms/><navigators/>");
     EXPECT_TRUE(announcement->IsComplete());

@@ -8,7 +8,8 @@ FakeHost::FakeHost()
     , audio(log, timers, [this] { return m_face; }) {}
 
 void FakeHost::QueryInterface(const std::string& guid, void** out) const {
-    *out = const_cast<void*>(Find(guid));
+    if (const void* const found = Find(guid))
+        *out = const_cast<void*>(found); // else `out` is the caller's to have set to null
     if (guid != IDriverHost::kGuid) // the framework's own look-up
         log.LookUp("IInstanceManager.QueryInterface(" + guid + ")");
 }

@@ -141,6 +141,14 @@ TEST_F(AnnouncementNavTest, PopupCommandsGoOutInAnyOrderAndNumber) {
     EXPECT_EQ(m_host.Take().size(), 4U);
 }
 
+TEST_F(AnnouncementNavTest, AScreenThatTheHostDoesNotKnowFailsSilently) {
+    AnnouncementNav navigator = FromXml("<navigator><id>404</id></navigator>");
+    m_host.Take();
+    navigator.DismissVideo();
+    // The host has answered -1, and nobody has heard of it.
+    EXPECT_EQ(m_host.Take(), Lines{"IDeviceManager.SendCommandToDevice(404, HIDE_POPUP, 0, 0)"});
+}
+
 TEST_F(AnnouncementNavTest, WithoutADeviceManagerNothingIsSent) {
     m_host.hasDeviceManager = false;
     AnnouncementNav navigator = FromXml("<navigator><id>5</id></navigator>");

@@ -68,7 +68,7 @@ protected:
         done.get_future().wait();
     }
 
-    std::string Ask(const std::string& request) {
+    std::string Ask(const std::string& request) const {
         TestClient client(m_port);
         client.Send(request);
         return client.ReadReply();

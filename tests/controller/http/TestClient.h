@@ -31,7 +31,7 @@ public:
     ~TestClient() { ::close(m_socket); }
 
     /// False when the other end takes no more.
-    bool Send(const std::string& bytes) {
+    bool Send(const std::string& bytes) const {
         std::size_t done = 0;
         while (done < bytes.size()) {
             const ssize_t sent = ::send(m_socket, bytes.data() + done, bytes.size() - done, MSG_NOSIGNAL);
