@@ -9,10 +9,13 @@ configure_file(${PROJECT_SOURCE_DIR}/docs/announcement-controller.1 announcement
 foreach(file IN ITEMS changelog announcement-controller.1)
     add_custom_command(OUTPUT ${file}.gz COMMAND ${GZIP} -9nc ${file} > ${file}.gz DEPENDS ${file})
 endforeach()
-add_custom_target(controller_package_texts ALL DEPENDS changelog.gz announcement-controller.1.gz)
+set(announce_manual ${PROJECT_BINARY_DIR}/announce/announce.1)
+add_custom_command(OUTPUT announce.1.gz COMMAND ${GZIP} -9nc ${announce_manual} > announce.1.gz
+    DEPENDS announce_documents ${announce_manual})
+add_custom_target(controller_package_texts ALL DEPENDS changelog.gz announcement-controller.1.gz announce.1.gz)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz debian/copyright ${PROJECT_SOURCE_DIR}/CHANGELOG.md
     DESTINATION ${CONTROLLER_DOC} COMPONENT controller)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/announcement-controller.1.gz
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/announcement-controller.1.gz ${CMAKE_CURRENT_BINARY_DIR}/announce.1.gz
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT controller)
 
 set(CPACK_GENERATOR DEB)

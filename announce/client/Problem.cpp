@@ -55,8 +55,8 @@ void ThrowProblem(const HttpAnswer& answer) {
     std::string message = TextIn(problem, "detail");
     if (message.empty())
         message = "the controller answers with status " + std::to_string(answer.status);
-    std::string right = TextIn(problem, "right");
+    std::string right = Advice(answer);
     if (right.empty())
-        right = Advice(answer);
+        right = TextIn(problem, "right");
     throw Failure(StatusOf(answer.status), message, right);
 }

@@ -27,13 +27,13 @@ public:
 
     ExitStatus ByForm(const std::string& file) {
         Mistakes mistakes;
-        const Json changed =
-            announcement_form::Read(text_file::Read(file), m_original.value, m_house, mistakes);
-        if (mistakes.lines.empty())
+        const Json changed = announcement_form::Read(
+            announcement_form::WithoutMistakes(text_file::Read(file)), m_original.value, m_house, mistakes);
+        if (mistakes.empty())
             return Store(changed);
         std::string all;
-        for (const std::string& line : mistakes.lines)
-            all += (all.empty() ? "" : "\n  ") + file + ": " + line;
+        for (const auto& mistake : mistakes)
+            all += (all.empty() ? "" : "\n  ") + file + ": " + mistake.Told();
         throw Failure(ExitStatus::Usage, all);
     }
 
@@ -52,7 +52,7 @@ public:
                                   editor.Keep() + ", once they are mended");
             Mistakes mistakes;
             const Json changed = ReadKept(text, editor, mistakes);
-            if (mistakes.lines.empty() && StoreOrNote(changed, editor, mistakes))
+            if (mistakes.empty() && StoreOrNote(changed, editor, mistakes))
                 return ExitStatus::Done;
             offered = announcement_form::WithMistakes(text, mistakes);
         }
@@ -62,7 +62,8 @@ private:
     /// Reads the form; whatever ends the program meanwhile, the text is kept.
     Json ReadKept(const std::string& text, Editor& editor, Mistakes& mistakes) {
         try {
-            return announcement_form::Read(text, m_original.value, m_house, mistakes);
+            return announcement_form::Read(announcement_form::WithoutMistakes(text), m_original.value,
+                                           m_house, mistakes);
         } catch (const Failure& failure) {
             throw Kept(failure, editor);
         }
@@ -75,8 +76,8 @@ private:
         } catch (const Failure& failure) {
             if (failure.Status() != ExitStatus::Refused)
                 throw Kept(failure, editor);
-            mistakes.lines.push_back(failure.what() +
-                                     (failure.Right().empty() ? "" : "; right: " + failure.Right()));
+            mistakes.push_back(
+                {0, failure.what() + (failure.Right().empty() ? "" : "; right: " + failure.Right())});
             return false;
         }
     }

@@ -46,7 +46,7 @@ Table StatusTable(const Json& status, House& house) {
                                                    Style::Good));
     const Json& sound = status.at("sound");
     if (!sound.is_null())
-        add("sound", sound.at("file").get<std::string>() + ".wav");
+        add("sound", SoundName(sound.at("file")));
     add("waiting", Waiting(status, house));
     for (const Json& shown : status.at("popups"))
         add("popup", house.ScreenName(shown.at("navigator")) + ": " + PopupText(shown.at("popup")));

@@ -17,7 +17,7 @@ std::string Sound(const Json& audio) {
     if (file.empty())
         return "";
     const auto delay = audio.at("delay_ms").get<std::uint64_t>();
-    return file + ".wav" + (delay > 0 ? ", " + times::LengthText(delay) + " later" : "");
+    return SoundName(file) + (delay > 0 ? ", " + times::LengthText(delay) + " later" : "");
 }
 
 std::string Popup(const Json& video) {

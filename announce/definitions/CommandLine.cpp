@@ -43,6 +43,14 @@ public:
         return line;
     }
 
+    /// What nobody has taken; an option before a word, which may be its value.
+    [[nodiscard]] std::string FirstUnexpected() const {
+        const auto left = m_app.remaining(true);
+        const auto option = std::find_if(left.begin(), left.end(),
+                                         [](const std::string& word) { return word.rfind("-", 0) == 0; });
+        return option != left.end() ? *option : left.empty() ? "" : left.front();
+    }
+
     /// The name of the command as far as it was understood.
     [[nodiscard]] std::string Chosen() const {
         std::string name;
@@ -178,11 +186,8 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
         CommandLine line = parser.Read(words);
         RequireArguments(line);
         return line;
-    } catch (const CLI::ExtrasError& error) {
-        const std::string message = error.what();
-        const auto colon = message.find(": ");
-        std::string word = colon != std::string::npos ? message.substr(colon + 2) : message;
-        throw Unexpected(word.substr(0, word.find(' ')), parser.Chosen());
+    } catch (const CLI::ExtrasError&) {
+        throw Unexpected(parser.FirstUnexpected(), parser.Chosen());
     } catch (const CLI::ParseError& error) {
         throw Failure(ExitStatus::Usage, error.what(), HelpHint(parser.Chosen()));
     }

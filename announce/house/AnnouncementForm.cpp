@@ -15,11 +15,11 @@ namespace {
 constexpr const char* kMark = "#! ";
 constexpr std::size_t kCommentColumn = 32;
 
-std::string Place(const YAML::Mark& mark) {
-    return mark.line >= 0 ? "line " + std::to_string(mark.line + 1) + ": " : "";
+std::size_t LineOf(const YAML::Mark& mark) {
+    return mark.line >= 0 ? static_cast<std::size_t>(mark.line) + 1 : 0;
 }
 
-std::string Told(const Failure& failure) {
+std::string Reason(const Failure& failure) {
     return failure.what() + (failure.Right().empty() ? "" : "; right: " + failure.Right());
 }
 
@@ -75,7 +75,7 @@ public:
 
     Json Read(const YAML::Node& root) {
         if (!root.IsMap())
-            Note({}, "this is no form: it has no lines such as \"name: Dinner\"");
+            Note(YAML::Mark::null_mark(), "this is no form: it has no lines such as \"name: Dinner\"");
         std::vector<std::string> seen;
         for (auto entry = root.begin(); root.IsMap() && entry != root.end(); ++entry) {
             const std::string key = entry->first.IsScalar() ? entry->first.Scalar() : "";
@@ -85,7 +85,7 @@ public:
             Guarded(entry->first.Mark(), [&] { Take(key, entry->second); });
         }
         if (m_read.at("name").get<std::string>().empty())
-            Note({}, "name: an announcement needs a name");
+            Note(YAML::Mark::null_mark(), "name: an announcement needs a name");
         return m_read;
     }
 
@@ -97,13 +97,11 @@ private:
         } catch (const Failure& failure) {
             if (failure.Status() == ExitStatus::NoConnection || failure.Status() == ExitStatus::Interrupted)
                 throw;
-            Note(mark, Told(failure));
+            Note(mark, Reason(failure));
         }
     }
 
-    void Note(const YAML::Mark& mark, const std::string& what) {
-        m_mistakes.lines.push_back(Place(mark) + what);
-    }
+    void Note(const YAML::Mark& mark, const std::string& what) { m_mistakes.push_back({LineOf(mark), what}); }
 
     void Take(const std::string& key, const YAML::Node& value) {
         for (const auto& field : form_fields::Fields()) {
@@ -161,6 +159,10 @@ private:
 
 } // namespace
 
+std::string Mistake::Told(std::size_t above) const {
+    return (line > 0 ? "line " + std::to_string(line + above) + ": " : "") + text;
+}
+
 std::string Write(const Json& announcement, House& house) {
     std::string form = "# Announcement " + announcement.at("id").dump() +
                        ". Save it and leave the editor to store it. When nothing is\n"
@@ -186,7 +188,7 @@ Json Read(const std::string& form, const Json& original, House& house, Mistakes&
     try {
         root = YAML::Load(form);
     } catch (const YAML::Exception& error) {
-        mistakes.lines.push_back(Place(error.mark) + "this is no YAML: " + error.msg);
+        mistakes.push_back({LineOf(error.mark), "this is no YAML: " + error.msg});
         return original;
     }
     return Reader(original, house, mistakes).Read(root);
@@ -214,8 +216,8 @@ std::string WithoutMistakes(const std::string& form) {
 
 std::string WithMistakes(const std::string& form, const Mistakes& mistakes) {
     std::string text;
-    for (const std::string& line : mistakes.lines)
-        text += kMark + line + "\n";
+    for (const Mistake& mistake : mistakes)
+        text += kMark + mistake.Told(mistakes.size()) + "\n";
     return text + WithoutMistakes(form);
 }
 

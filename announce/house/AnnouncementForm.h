@@ -9,10 +9,15 @@
 /// An announcement as a text that people edit: YAML with names in place of ids, and a comment on each line.
 namespace announcement_form {
 
-/// Everything that is wrong with a form, a line each.
-struct Mistakes {
-    std::vector<std::string> lines;
+/// One thing that is wrong with a form.
+struct Mistake {
+    std::size_t line = 0; ///< of the form, from 1; 0 when it is the whole
+    std::string text;
+
+    /// "line 5: …"; `above` is how many lines stand above the form now.
+    [[nodiscard]] std::string Told(std::size_t above = 0) const;
 };
+using Mistakes = std::vector<Mistake>;
 
 /// The form, with what may be filled in.
 [[nodiscard]] std::string Write(const Json& announcement, House& house);

@@ -28,7 +28,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
         {"room_output_failed", "{room} cannot be heard: {reason}"},
         {"screens_woken", "the screens of {room} wake up"},
         {"screens_rested", "the screens of {room} go to rest"},
-        {"sound_started", "{file}.wav plays"},
+        {"sound_started", "{file} plays"},
         {"sound_ended", "the sound is over[: {error}]"},
         {"popup_shown",
          "{navigator} shows[ \"{message}\"][ the value of {variable}][ with {image}][ for {duration_ms}]"},
@@ -59,8 +59,10 @@ std::string TextOf(const std::string& name, const Json& members, House& house) {
         return house.RoomName(member);
     if (name == "navigator")
         return house.ScreenName(member);
+    if (name == "file")
+        return SoundName(member);
     if (name == "duration_ms")
-        return times::LengthText(member);
+        return times::LengthText(member == 0 ? Json(30000) : member); // 0 is the screens' own time
     if (member.is_object())
         return VariableId(member);
     const std::string text = member.is_string() ? member.get<std::string>() : member.dump();

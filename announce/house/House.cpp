@@ -23,6 +23,12 @@ std::string NameIn(const Json& list, std::uint64_t id, const std::string& kind) 
 
 } // namespace
 
+std::string SoundName(const std::string& file) {
+    const std::string name = file.substr(file.rfind('/') + 1);
+    const bool hasEnding = name.size() > 4 && name.compare(name.size() - 4, 4, ".wav") == 0;
+    return hasEnding || name.empty() ? name : name + ".wav";
+}
+
 std::string VariableId(const Json& variable) {
     return variable.at("device").dump() + "/" + variable.at("variable").dump();
 }

@@ -47,5 +47,8 @@ private:
     std::optional<Json> m_media;
 };
 
+/// "chime.wav": a sound for people, whether the controller names it by its name, its file or its path.
+[[nodiscard]] std::string SoundName(const std::string& file);
+
 /// "DEVICE/VARIABLE", by which a variable is named when its name does not do.
 [[nodiscard]] std::string VariableId(const Json& variable);
