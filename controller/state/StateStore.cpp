@@ -52,7 +52,7 @@ void StateStore::AddHistory(const HistoryEntry& entry) {
 }
 
 void StateStore::ReadHistory(std::size_t newest, HistoryDone done) {
-    m_worker.Submit([this, newest, done = std::move(done)] {
+    m_worker.Submit([this, newest, done = std::move(done)]() mutable {
         std::vector<HistoryEntry> entries;
         std::string error;
         try {
@@ -60,25 +60,30 @@ void StateStore::ReadHistory(std::size_t newest, HistoryDone done) {
         } catch (const std::exception& failure) {
             error = failure.what();
         }
-        m_post("reading the history", [entries = std::move(entries), error, done] { done(entries, error); });
+        m_post("reading the history",
+               [entries = std::move(entries), error, done = std::move(done)] { done(entries, error); });
     });
 }
 
 void StateStore::WhenTried(std::function<void()> callback) {
-    m_worker.Submit([this, callback = std::move(callback)] { m_post("the end of writing", callback); });
+    m_worker.Submit([this, callback = std::move(callback)]() mutable {
+        m_post("the end of writing", std::move(callback));
+    });
 }
 
 void StateStore::Submit(Write write) {
     const std::uint64_t number = ++m_lastNumber;
     m_newest[write.subject] = number;
-    m_worker.Submit([this, number, shared = std::make_shared<Write>(std::move(write))] {
+    // The worker keeps nothing of what it posts back: what the answer holds ends on the driver thread.
+    m_worker.Submit([this, number, shared = std::make_shared<Write>(std::move(write))]() mutable {
         std::string error;
         try {
             m_database->Together(shared->writes);
         } catch (const std::exception& failure) {
             error = failure.what();
         }
-        m_post("an answer of the disk", [this, number, shared, error] { Answer(shared, number, error); });
+        m_post("an answer of the disk",
+               [this, number, shared = std::move(shared), error] { Answer(shared, number, error); });
     });
 }
 

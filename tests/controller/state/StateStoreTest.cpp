@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -60,6 +61,29 @@ protected:
     std::deque<std::function<void()>> m_posted;
     StateStore m_store;
 };
+
+TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
+    // An answer that is dropped as soon as it is posted leaves nothing behind on the store's own thread,
+    // where what it holds (a request, and so a connection) must not end.
+    const auto write = std::make_shared<int>(0);
+    const auto read = std::make_shared<int>(0);
+    const auto tried = std::make_shared<int>(0);
+    std::vector<std::array<long, 3>> left;
+    {
+        StateStore store(std::make_unique<StateDatabase>(m_folder.Path()), m_scheduler,
+                         [&](const char* /*what*/, std::function<void()> work) {
+                             work = nullptr;
+                             left.push_back({write.use_count(), read.use_count(), tried.use_count()});
+                         });
+        store.WriteVariable(9, 4, "21", [write](const std::string& /*error*/) {});
+        store.ReadHistory(1, [read](const std::vector<HistoryEntry>&, const std::string&) {});
+        store.WhenTried([tried] {});
+    }
+    ASSERT_EQ(left.size(), 3U);
+    EXPECT_EQ(left[0][0], 1);
+    EXPECT_EQ(left[1][1], 1);
+    EXPECT_EQ(left[2][2], 1);
+}
 
 TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
     m_store.WriteAgentState(std::make_shared<const std::string>("<announcements/>"), Note("state"));
