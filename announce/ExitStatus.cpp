@@ -12,7 +12,9 @@ const std::vector<ExitStatusMeaning>& ExitStatuses() {
         {ExitStatus::Conflict,
          "It does not go with what the controller has, as when somebody else has changed "
          "the announcement meanwhile."},
-        {ExitStatus::NoConnection, "No controller answers at the address, or the connection is lost."},
+        {ExitStatus::NoConnection,
+         "No controller answers at the address, the connection is lost, or the controller has no room for "
+         "the request at present."},
         {ExitStatus::EndedOtherwise, "The announcement that was waited for ended otherwise than by itself: "
                                      "dismissed, failed, removed or interrupted."},
         {ExitStatus::NotSaved,

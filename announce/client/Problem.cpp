@@ -16,8 +16,8 @@ ExitStatus StatusOf(unsigned status) {
     case 409:
     case 412:
         return ExitStatus::Conflict;
-    case 503:
-        return ExitStatus::Failed;
+    case 503: // ends, or has no room: like one that does not answer, it may answer later
+        return ExitStatus::NoConnection;
     case 507:
         return ExitStatus::NotSaved;
     default:

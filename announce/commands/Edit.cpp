@@ -42,25 +42,29 @@ public:
         const std::string first = announcement_form::Write(m_original.value, m_house);
         for (std::string offered = first;;) {
             const std::string text = editor.Edit(offered);
-            if (announcement_form::IsEmpty(text) || announcement_form::WithoutMistakes(text) == first)
+            if (announcement_form::IsEmpty(text) || announcement_form::WithoutMistakes(text) == first) {
+                editor.Discard();
                 return ReportUnchanged();
+            }
             if (text == offered)
                 throw Failure(ExitStatus::Usage,
                               "the mistakes are still there; nothing is changed, and the text is in " +
-                                  editor.Keep(),
+                                  editor.File(),
                               "announce edit " + m_original.value.at("id").dump() + " --file " +
-                                  editor.Keep() + ", once they are mended");
+                                  editor.File() + ", once they are mended");
             Mistakes mistakes;
             const Json changed = ReadKept(text, editor, mistakes);
-            if (mistakes.empty() && StoreOrNote(changed, editor, mistakes))
+            if (mistakes.empty() && StoreOrNote(changed, editor, mistakes)) {
+                editor.Discard();
                 return ExitStatus::Done;
+            }
             offered = announcement_form::WithMistakes(text, mistakes);
         }
     }
 
 private:
     /// Reads the form; whatever ends the program meanwhile, the text is kept.
-    Json ReadKept(const std::string& text, Editor& editor, Mistakes& mistakes) {
+    Json ReadKept(const std::string& text, const Editor& editor, Mistakes& mistakes) {
         try {
             return announcement_form::Read(announcement_form::WithoutMistakes(text), m_original.value,
                                            m_house, mistakes);
@@ -70,7 +74,7 @@ private:
     }
 
     /// Stores it; says false when the controller refuses it and the user may mend it.
-    bool StoreOrNote(const Json& changed, Editor& editor, Mistakes& mistakes) {
+    bool StoreOrNote(const Json& changed, const Editor& editor, Mistakes& mistakes) {
         try {
             return Store(changed) == ExitStatus::Done;
         } catch (const Failure& failure) {
@@ -82,8 +86,8 @@ private:
         }
     }
 
-    static Failure Kept(const Failure& failure, Editor& editor) {
-        return {failure.Status(), std::string(failure.what()) + "; the text is in " + editor.Keep(),
+    static Failure Kept(const Failure& failure, const Editor& editor) {
+        return {failure.Status(), std::string(failure.what()) + "; the text is in " + editor.File(),
                 failure.Right()};
     }
 

@@ -79,9 +79,8 @@ Editor::Editor() {
     (void)close(descriptor); // nothing has been written
 }
 
-Editor::~Editor() {
-    if (!m_isKept)
-        (void)unlink(m_file.c_str()); // the editor may have taken it away
+void Editor::Discard() noexcept {
+    (void)unlink(m_file.c_str()); // the editor may have taken it away
 }
 
 std::string Editor::Edit(const std::string& text) {
@@ -96,12 +95,7 @@ std::string Editor::Edit(const std::string& text) {
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         throw Failure(ExitStatus::Failed,
                       "the editor \"" + command + "\" has failed; nothing is changed, and the text is in " +
-                          Keep(),
+                          m_file,
                       "an editor in VISUAL or EDITOR that waits until the text is done");
     return text_file::Read(m_file);
-}
-
-const std::string& Editor::Keep() noexcept {
-    m_isKept = true;
-    return m_file;
 }

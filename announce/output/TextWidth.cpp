@@ -69,13 +69,13 @@ bool IsControl(char32_t code) {
 /// Calls `take(bytes, width)` for each character until it says no.
 template <class Take>
 void ForEach(std::string_view text, Take take) {
-    const WidthTable table;
+    static const WidthTable kTable;
     while (!text.empty()) {
         const auto character = First(text);
         const std::size_t bytes = character ? character->bytes : 1;
         const std::size_t width = !character               ? 1
                                   : character->code < 0x80 ? 1
-                                                           : table.WidthOf(character->code);
+                                                           : kTable.WidthOf(character->code);
         if (!take(text.substr(0, bytes), width))
             return;
         text.remove_prefix(bytes);

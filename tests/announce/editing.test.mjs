@@ -1,5 +1,6 @@
 // Editing: by options, in an editor, from a file.
 import assert from "node:assert/strict";
+import {createServer} from "node:http";
 import {existsSync, readdirSync, readFileSync, writeFileSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
@@ -110,6 +111,16 @@ test("mistakes that are left end it; the text is kept, and --file takes it later
     assert.equal((await run(house, ["edit", "1", "--file", file, "--text", "x"])).status, 2);
 }));
 
+test("a text that comes back as something else than UTF-8 is kept", () => withDinner(async (house, stored) => {
+    const before = await stored();
+    const env = editor(house, `printf 'name: \\377\n' > "$1"`);
+    const {status, errors} = await run(house, ["edit", "1"], env);
+    assert.equal(status, 2);
+    assert.match(errors, /is not UTF-8/);
+    assert.equal(left(house).length, 1);
+    assert.deepEqual(await stored(), before);
+}));
+
 test("an editor that fails, or is not there, changes nothing", () => withDinner(async (house, stored) => {
     const before = await stored();
     for (const command of ["false", "no-such-editor"]) {
@@ -130,4 +141,35 @@ test("when the controller is gone by the time the text is done, the text is kept
     assert.ok(errors.includes(file), errors);
     assert.match(readFileSync(file, "utf8"), /^text: Kept/m);
     assert.ok(existsSync(file));
+}));
+
+test("when somebody else has changed it meanwhile nothing is overwritten, and the text is kept", () => withDinner(async (house, stored) => {
+    const one = await stored();
+    const reply = (response, status, body, headers = {}) =>
+        response.writeHead(status, {"Content-Type": "application/json", ...headers}).end(JSON.stringify(body));
+    const asked = [];
+    // A controller whose announcement has another version by the time it is stored.
+    const server = createServer((request, response) => {
+        request.resume();
+        const answers = {"/api/rooms": {rooms: [{id: 1, name: "Kitchen"}]}, "/api/navigators": {navigators: [{id: 11, name: "Tablet", room: 1}]},
+                         "/api/announcements": {announcements: [one]}};
+        if (request.method === "PUT") {
+            asked.push(request.headers["if-match"]);
+            return reply(response, 412, {status: 412, detail: "the announcement has been changed"});
+        }
+        return reply(response, 200, answers[request.url] ?? one, {ETag: "\"v1\""});
+    });
+    await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
+    try {
+        const env = {...editor(house, `sed -i 's/^text:.*/text: Mine/' "$1"`),
+                     ANNOUNCE_ADDRESS: `http://127.0.0.1:${server.address().port}`};
+        const edited = await run(house, ["edit", "Dinner"], env);
+        assert.equal(edited.status, 7, edited.errors);
+        assert.match(edited.errors, /the announcement has been changed; the text is in/);
+        assert.match(readFileSync(join(house.folder, left(house)[0]), "utf8"), /^text: Mine/m);
+        assert.equal((await run(house, ["edit", "Dinner", "--text", "Mine"], env)).status, 7);
+        assert.deepEqual(asked, ["\"v1\"", "\"v1\""]);
+    } finally {
+        server.close();
+    }
 }));
