@@ -82,7 +82,8 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     , m_recent(m_parts.feed)
     , m_media(m_parts.house.mediaFolder)
     , m_worker(std::make_unique<Worker>())
-    , m_context{m_parts, m_access, m_watch, m_streams, m_recent, m_media, *m_worker, std::chrono::system_clock::now(),
+    , m_context{m_parts,  m_access, m_watch,   m_streams,
+                m_recent, m_media,  *m_worker, std::chrono::system_clock::now(),
                 {}} {}
 
 Api::~Api() = default;

@@ -10,7 +10,7 @@ FakeHost::FakeHost()
 void FakeHost::QueryInterface(const std::string& guid, void** out) const {
     if (const void* const found = Find(guid))
         *out = const_cast<void*>(found); // else `out` is the caller's to have set to null
-    if (guid != IDriverHost::kGuid) // the framework's own look-up
+    if (guid != IDriverHost::kGuid)      // the framework's own look-up
         log.LookUp("IInstanceManager.QueryInterface(" + guid + ")");
 }
 
