@@ -51,7 +51,7 @@ Controller::Controller(House house, Options options, Log& log)
           *m_store,
           m_feed,
           log)
-    , m_sounds(m_house.mediaFolder, Poster(), log)
+    , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), Poster(), log)
     , m_audio(AudioParts())
     , m_devices(NavigatorIds(m_house),
                 m_popups,

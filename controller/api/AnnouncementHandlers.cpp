@@ -6,7 +6,9 @@
 #include "controller/api/RehearsalTimeline.h"
 #include "host/VqXML.h"
 
+#include <functional>
 #include <optional>
+#include <sstream>
 
 using Json = nlohmann::ordered_json;
 
@@ -51,6 +53,40 @@ Json Shown(ApiContext& context, std::uint32_t id) {
     return announcement;
 }
 
+/// Changes when the announcement does. Playing one gives it a time of its own where it had none, which is no
+/// change to people.
+std::string TagOf(Json announcement) {
+    auto& timeout = announcement["video"]["timeout_ms"];
+    if (timeout == 0)
+        timeout = 30000;
+    std::ostringstream tag;
+    tag << '"' << std::hex << std::hash<std::string>{}(announcement.dump()) << '"';
+    return tag.str();
+}
+
+void ReplyShown(ApiContext& context, Call call, unsigned status, std::uint32_t id) {
+    const Json announcement = Shown(context, id);
+    HttpReply reply;
+    reply.status = status;
+    reply.contentType = "application/json";
+    if (status == 201)
+        reply.headers.emplace_back("Location", "/api/announcements/" + IdText(id));
+    reply.headers.emplace_back("ETag", TagOf(announcement));
+    reply.body = announcement.dump();
+    call->Reply(std::move(reply));
+}
+
+/// Throws 412 when the request is meant for another state of the announcement than the present one.
+void RequireMatch(ApiContext& context, Call call, std::uint32_t id) {
+    const std::string_view wanted = call->Request().Header("if-match");
+    if (wanted.empty())
+        return;
+    const std::string tag = TagOf(Shown(context, id));
+    if (wanted != "*" && wanted.find(tag) == std::string_view::npos)
+        throw ApiError(412, "announcement " + IdText(id) + " has been changed meanwhile",
+                       "the ETag of GET /api/announcements/" + IdText(id));
+}
+
 std::optional<Json> FindIn(const Json& list, std::uint32_t id) {
     for (const Json& item : list) {
         if (item["id"] == id)
@@ -88,28 +124,23 @@ void ListAnnouncements(ApiContext& context, Call call) {
 }
 
 void GetAnnouncement(ApiContext& context, Call call) {
-    call->Reply(200, Shown(context, call->Id("id")));
+    ReplyShown(context, call, 200, call->Id("id"));
 }
 
 void AddAnnouncement(ApiContext& context, Call call) {
     const std::string xml = announcement_json::ToXml(call->json, 0);
     Change(context, call, "add_announcement", {{"announcement", xml}},
            [&context, call](const AgentAnswer& answer) {
-               const auto id = static_cast<std::uint32_t>(std::stoul(answer.value));
-               HttpReply reply;
-               reply.status = 201;
-               reply.contentType = "application/json";
-               reply.headers.emplace_back("Location", "/api/announcements/" + IdText(id));
-               reply.body = Shown(context, id).dump();
-               call->Reply(std::move(reply));
+               ReplyShown(context, call, 201, static_cast<std::uint32_t>(std::stoul(answer.value)));
            });
 }
 
 void ReplaceAnnouncement(ApiContext& context, Call call) {
     const std::uint32_t id = call->Id("id");
     const std::string xml = announcement_json::ToXml(call->json, id);
+    RequireMatch(context, call, id);
     Change(context, call, "modify_announcement", {{"announcement", xml}},
-           [&context, call, id](const AgentAnswer&) { call->Reply(200, Shown(context, id)); });
+           [&context, call, id](const AgentAnswer&) { ReplyShown(context, call, 200, id); });
 }
 
 void RemoveAnnouncement(ApiContext& context, Call call) {

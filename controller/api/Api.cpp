@@ -131,8 +131,6 @@ const Asset* Api::AssetAt(std::string_view path) const {
     static constexpr std::string_view kNavigator = "/navigator/";
     static constexpr std::string_view kAssets = "/assets/";
     if (path == "/")
-        return m_findAsset("console.html");
-    if (path == "/page")
         return m_findAsset("index.html");
     if (path.substr(0, kAssets.size()) == kAssets)
         return m_findAsset(path.substr(kAssets.size()));

@@ -62,6 +62,7 @@ struct TypeNames {
     T operator()(const events::PopupShown&) const noexcept { return "popup_shown"; }
     T operator()(const events::PopupChanged&) const noexcept { return "popup_changed"; }
     T operator()(const events::PopupHidden&) const noexcept { return "popup_hidden"; }
+    T operator()(const events::PagesChanged&) const noexcept { return "pages_changed"; }
     T operator()(const events::VariableChanged&) const noexcept { return "variable_changed"; }
     T operator()(const events::StateSaved&) const noexcept { return "state_saved"; }
     T operator()(const events::StateNotSaved&) const noexcept { return "state_not_saved"; }
@@ -110,6 +111,9 @@ struct DataWriter {
     }
     Json operator()(const events::PopupHidden& data) const {
         return {{"navigator", data.navigator}, {"number", data.number}, {"why", WhyOf(data.why)}};
+    }
+    Json operator()(const events::PagesChanged& data) const {
+        return {{"navigator", data.navigator}, {"pages", data.pages}};
     }
     Json operator()(const events::VariableChanged& data) const {
         return {{"device", data.device}, {"variable", data.variable}, {"value", data.value}};

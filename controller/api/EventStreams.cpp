@@ -3,7 +3,8 @@
 #include "controller/api/EventJson.h"
 
 EventStreams::EventStreams(EventFeed& feed, Parts parts)
-    : m_parts(std::move(parts))
+    : m_feed(feed)
+    , m_parts(std::move(parts))
     , m_lastNumber(feed.LastNumber())
     , m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
 
@@ -42,11 +43,13 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
         m_pageCount -= place->second.erase(id);
         if (place->second.empty())
             m_pages.erase(place);
+        m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
     });
     socket->Send(std::make_shared<const std::string>(
         event_json::Message(m_lastNumber, "state", m_parts.pageState(navigator))));
     m_pages[navigator].emplace(id, std::move(socket));
     ++m_pageCount;
+    m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
 }
 
 std::size_t EventStreams::PagesOf(std::uint32_t navigator) const {

@@ -60,6 +60,7 @@ private:
     void TellNavigator(std::uint32_t navigator, const Text& text);
     void Begin(std::uint64_t id, std::uint64_t number, const std::string& state);
 
+    EventFeed& m_feed;
     Parts m_parts;
     std::uint64_t m_lastNumber = 0;
     std::uint64_t m_lastId = 0;

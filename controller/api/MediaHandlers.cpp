@@ -1,9 +1,43 @@
+#include "controller/api/AnnouncementJson.h"
 #include "controller/api/ApiContext.h"
 #include "controller/api/Handlers.h"
 #include "controller/api/MediaName.h"
 
 namespace handlers {
 namespace {
+
+using Json = ApiCall::Json;
+
+/// The announcements that play or show the file.
+Json UsersOf(ApiContext& context, const std::string& name) {
+    std::string xml;
+    context.parts.announcements.Request(
+        "get_announcements", {},
+        [&xml](const AnnouncementService::Outcome& outcome) { xml = outcome.answer.text; });
+    const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
+    const std::string wanted = isSound ? name.substr(0, name.size() - std::string(".wav").size()) : name;
+    Json users = Json::array();
+    for (const Json& one : Json::parse(announcement_json::ListFromXml(xml))["announcements"]) {
+        if ((isSound ? one["audio"]["file"] : one["video"]["image"]) == wanted)
+            users.push_back({{"id", one["id"]}, {"name", one["name"]}});
+    }
+    return users;
+}
+
+HttpReply InUse(const std::string& name, Json users) {
+    Json problem{{"type", "about:blank"},
+                 {"title", StatusText(409)},
+                 {"status", 409},
+                 {"detail", name + " is used by " + std::to_string(users.size()) +
+                                (users.size() == 1 ? " announcement" : " announcements")},
+                 {"right", "to change or delete what stands in users first"},
+                 {"users", std::move(users)}};
+    HttpReply reply;
+    reply.status = 409;
+    reply.contentType = "application/problem+json";
+    reply.body = problem.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return reply;
+}
 
 std::string RequiredName(Call call) {
     std::string name = call->Text("name");
@@ -52,6 +86,11 @@ void GetMedia(ApiContext& context, Call call) {
 
 void RemoveMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
+    Json users = UsersOf(context, name);
+    if (!users.empty()) {
+        call->Reply(InUse(name, std::move(users)));
+        return;
+    }
     Elsewhere(
         context, call,
         [&context, name] {

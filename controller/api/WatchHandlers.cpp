@@ -4,6 +4,7 @@
 #include "controller/api/OperationParameters.h"
 
 #include <charconv>
+#include <limits>
 
 using Json = nlohmann::ordered_json;
 
@@ -19,6 +20,17 @@ std::size_t LimitOf(Call call) {
     if (read.ec != std::errc() || read.ptr != text.data() + text.size() || limit < 1 || limit > 1000)
         throw ApiError(400, "limit: \"" + text + "\" is out of range", "an integer from 1 to 1000");
     return limit;
+}
+
+std::int64_t BeforeOf(Call call) {
+    const std::string text = call->Query("before");
+    if (text.empty())
+        return std::numeric_limits<std::int64_t>::max();
+    std::int64_t before = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), before);
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || before < 0)
+        throw ApiError(400, "before: \"" + text + "\" is no id of the history", "the id of an entry");
+    return before;
 }
 
 Json HistoryOf(const std::vector<HistoryEntry>& entries) {
@@ -51,7 +63,8 @@ void GetStatus(ApiContext& context, Call call) {
 
 void GetHistory(ApiContext& context, Call call) {
     context.parts.store.ReadHistory(
-        LimitOf(call), [call](const std::vector<HistoryEntry>& entries, const std::string& error) {
+        LimitOf(call), BeforeOf(call),
+        [call](const std::vector<HistoryEntry>& entries, const std::string& error) {
             call->Guard([&] {
                 if (!error.empty())
                     throw ApiError(503, "the history cannot be read: " + error);

@@ -104,6 +104,12 @@ struct PopupHidden {
     PopupEnd why = PopupEnd::TimeIsUp;
 };
 
+/// So many pages of the navigator are connected now.
+struct PagesChanged {
+    std::uint32_t navigator = 0;
+    std::size_t pages = 0;
+};
+
 struct VariableChanged {
     std::uint32_t device = 0;
     std::uint32_t variable = 0;
@@ -139,6 +145,7 @@ using EventData = std::variant<events::PlayAsked,
                                events::PopupShown,
                                events::PopupChanged,
                                events::PopupHidden,
+                               events::PagesChanged,
                                events::VariableChanged,
                                events::StateSaved,
                                events::StateNotSaved,

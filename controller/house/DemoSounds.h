@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// The sounds that a new house starts with, as whole WAV files: 16-bit mono, less than a second each. They
-/// are computed here, so that a house can be made anywhere without files to copy.
+/// The sounds that a new house starts with and a room is tried out by, as whole WAV files: 16-bit mono, less
+/// than a second each. They are computed here, so that a house can be made anywhere without files to copy.
 namespace demosounds {
 
 /// Two falling bell tones.
@@ -11,5 +11,8 @@ namespace demosounds {
 
 /// One deep gong with its overtones.
 [[nodiscard]] std::string Gong();
+
+/// Three rising tones.
+[[nodiscard]] std::string TestTone();
 
 } // namespace demosounds

@@ -5,8 +5,12 @@
 #include <exception>
 #include <utility>
 
-SoundFinder::SoundFinder(const std::filesystem::path& folder, DigitalAudio::Post post, Log& log)
+SoundFinder::SoundFinder(const std::filesystem::path& folder,
+                         TestTone testTone,
+                         DigitalAudio::Post post,
+                         Log& log)
     : m_folder(folder)
+    , m_testTone(std::move(testTone))
     , m_post(std::move(post))
     , m_log(log) {
     m_looking.Submit([this] { LookThrough(); });
@@ -20,7 +24,7 @@ void SoundFinder::Find(const std::string& path, std::function<void(const Digital
     m_finding.Submit([this, path, found = std::move(found)] {
         DigitalAudio::Located located;
         try {
-            located.file = m_folder.Find(path).string();
+            located.file = (TestTone::Is(path) ? m_testTone.File() : m_folder.Find(path)).string();
         } catch (const std::exception& error) {
             located.error = error.what();
         }

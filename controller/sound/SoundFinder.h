@@ -4,18 +4,19 @@
 #include "controller/driver/Worker.h"
 #include "controller/log/Log.h"
 #include "controller/sound/DigitalAudio.h"
+#include "controller/sound/TestTone.h"
 
 #include <atomic>
 #include <filesystem>
 #include <functional>
 #include <string>
 
-/// Finds the sounds of the media folder, away from the driver thread, and looks once through all of them for
-/// those that cannot be played whole.
+/// Finds the sounds of the media folder, and the test tone, away from the driver thread, and looks once
+/// through all of them for those that cannot be played whole.
 class SoundFinder {
 public:
     /// `log` is borrowed for life. Begins to look through the folder.
-    SoundFinder(const std::filesystem::path& folder, DigitalAudio::Post post, Log& log);
+    SoundFinder(const std::filesystem::path& folder, TestTone testTone, DigitalAudio::Post post, Log& log);
     SoundFinder(const SoundFinder&) = delete;
     SoundFinder& operator=(const SoundFinder&) = delete;
     ~SoundFinder();
@@ -28,6 +29,7 @@ private:
     void LookThrough();
 
     audio::MediaFolder m_folder;
+    TestTone m_testTone;
     DigitalAudio::Post m_post;
     Log& m_log;
     std::atomic<bool> m_isEnding{false};

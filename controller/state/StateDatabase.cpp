@@ -141,12 +141,12 @@ StoredState StateDatabase::Read() {
     return state;
 }
 
-std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest) {
+std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest, std::int64_t before) {
     std::vector<HistoryEntry> entries;
     SqliteStatement rows(
         *m_database, "SELECT id, started_at, ended_at, announcement, name, rooms, navigators, file, outcome "
-                     "FROM history ORDER BY id DESC LIMIT ?");
-    rows.Bind(static_cast<std::int64_t>(newest));
+                     "FROM history WHERE id < ? ORDER BY id DESC LIMIT ?");
+    rows.Bind(before).Bind(static_cast<std::int64_t>(newest));
     while (rows.Step())
         entries.push_back({rows.Number(0), rows.Text(1), rows.Text(2),
                            static_cast<std::uint32_t>(rows.Number(3)), rows.Text(4), ListOf(rows.Text(5)),

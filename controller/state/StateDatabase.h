@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -58,7 +59,9 @@ public:
     [[nodiscard]] static std::vector<std::string> Recover(const std::filesystem::path& folder);
 
     [[nodiscard]] StoredState Read();
-    [[nodiscard]] std::vector<HistoryEntry> ReadHistory(std::size_t newest);
+    /// The newest entries, newest first; of those before the entry with the id `before`.
+    [[nodiscard]] std::vector<HistoryEntry>
+    ReadHistory(std::size_t newest, std::int64_t before = std::numeric_limits<std::int64_t>::max());
 
     /// Of a long text only what differs from the former one is written. The former text that was written
     /// whole is kept beside the new one, for recovery.

@@ -52,11 +52,15 @@ void StateStore::AddHistory(const HistoryEntry& entry) {
 }
 
 void StateStore::ReadHistory(std::size_t newest, HistoryDone done) {
-    m_worker.Submit([this, newest, done = std::move(done)]() mutable {
+    ReadHistory(newest, std::numeric_limits<std::int64_t>::max(), std::move(done));
+}
+
+void StateStore::ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done) {
+    m_worker.Submit([this, newest, before, done = std::move(done)]() mutable {
         std::vector<HistoryEntry> entries;
         std::string error;
         try {
-            entries = m_database->ReadHistory(newest);
+            entries = m_database->ReadHistory(newest, before);
         } catch (const std::exception& failure) {
             error = failure.what();
         }

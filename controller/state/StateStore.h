@@ -51,6 +51,7 @@ public:
                        const std::string& value,
                        WriteDone done) override;
     void AddHistory(const HistoryEntry& entry);
+    void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);
 
     /// Tries now what has failed.

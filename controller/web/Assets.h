@@ -10,7 +10,6 @@ struct Asset {
     std::string_view etag; ///< strong, with its quotes; changes with the body alone
 };
 
-/// The file with this name; null when there is none. The names are flat: "console.html" is served for `/`,
-/// "index.html" for `/page`,
+/// The file with this name; null when there is none. The names are flat: "index.html" is served for `/`,
 /// "navigator.html" for `/navigator/{id}`, every name for `/assets/{name}`.
 [[nodiscard]] const Asset* FindAsset(std::string_view name) noexcept;

@@ -12,7 +12,7 @@ const TYPES = {
 
 const read = (name) => readFile(new URL(name, FOLDER));
 
-describe('the files of the pages', () => {
+describe('the files of the screens\' pages', () => {
   let house;
   let names;
   before(async () => {
@@ -33,7 +33,7 @@ describe('the files of the pages', () => {
   });
 
   test('are no others', async () => {
-    for (const name of ['', 'none.js', '../CMakeLists.txt', '%2e%2e%2fCMakeLists.txt', 'console.js%00', 'CONSOLE.JS']) {
+    for (const name of ['', 'none.js', '../CMakeLists.txt', '%2e%2e%2fCMakeLists.txt', 'navigator.js%00', 'NAVIGATOR.JS']) {
       assert.equal((await fetch(`${house.url}/assets/${name}`)).status, 404, name);
     }
   });
@@ -52,8 +52,20 @@ describe('the files of the pages', () => {
     }
   });
 
+  test('stand beside the bundle of the page, which names nothing of another host to be loaded', async () => {
+    const page = await (await fetch(house.url)).text();
+    const loaded = [...page.matchAll(/(?:src|href)="([^"]+)"/g)].map((match) => match[1]);
+    assert.deepEqual(loaded.sort(), ['/assets/icon.svg', '/assets/page.css', '/assets/page.js']);
+    assert.doesNotMatch(page, /<style|\sstyle=|<script(?![^>]*\ssrc=)/);
+    for (const address of [...loaded, '/assets/kit-icons.svg']) {
+      const response = await fetch(house.url + address);
+      assert.equal(response.status, 200, address);
+      assert.equal(response.headers.get('Content-Type'), TYPES[address.split('.').pop()], address);
+    }
+  });
+
   test('come under a policy that lets nothing else run', async () => {
-    for (const path of ['/', '/navigator/11', '/assets/console.js']) {
+    for (const path of ['/', '/navigator/11', '/assets/page.js', '/assets/navigator.js']) {
       const policy = (await fetch(house.url + path)).headers.get('Content-Security-Policy');
       for (const part of ["default-src 'none'", "script-src 'self'", "style-src 'self'", "base-uri 'none'", "frame-ancestors 'none'"]) {
         assert.ok(policy.includes(part), `${path}: ${part}`);

@@ -77,13 +77,13 @@ export class PageShell extends LitElement {
   }
 
   override render(): unknown {
-    return html`<a class="skip" href="#main" @click=${this.skip}>${t.skip}</a>
+    return html`<button class="skip" @click=${() => this.main.focus()}>${t.skip}</button>
       <header>
         <div class="brand"><img src="/assets/icon.svg" alt="" width="32" height="32"><strong dir="auto">${store.status?.house ?? t.appName}</strong></div>
         ${this.renderNav()}
         <div class="tools"><link-state></link-state>${this.renderTools()}</div>
       </header>
-      <div class="page">${this.renderBanner()}<main id="main" tabindex="-1">${this.renderView()}</main></div>
+      <div class="page">${this.renderBanner()}<main tabindex="-1">${this.renderView()}</main></div>
       ${store.mayPlay ? html`<now-bar></now-bar>` : nothing}
       <ui-toasts></ui-toasts>`;
   }
@@ -123,11 +123,6 @@ export class PageShell extends LitElement {
       case 'log': return html`<log-view></log-view>`;
       default: return html`<announcements-view></announcements-view>`;
     }
-  }
-
-  private skip(event: Event): void {
-    event.preventDefault(); // the address names the view
-    this.main.focus();
   }
 
   private nextTheme(): void {

@@ -46,6 +46,14 @@ TEST(EventJsonTest, WhatIsNoBusinessOfAPageIsNotTold) {
     EXPECT_EQ(event_json::ForPage(At(events::VariableChanged{1, 2, "x"})).type, nullptr);
 }
 
+TEST(EventJsonTest, WatchersAreToldOfPagesThatComeAndGo) {
+    const Event event = At(events::PagesChanged{11, 2});
+
+    EXPECT_STREQ(event_json::TypeOf(event), "pages_changed");
+    EXPECT_EQ(event_json::DataOf(event), R"({"navigator":11,"pages":2})");
+    EXPECT_EQ(event_json::ForPage(event).type, nullptr);
+}
+
 TEST(EventJsonTest, BytesThatAreNoTextAreReplaced) {
     EXPECT_EQ(event_json::DataOf(At(events::StateNotSaved{"a\xff"})), "{\"reason\":\"a\xEF\xBF\xBD\"}");
 }

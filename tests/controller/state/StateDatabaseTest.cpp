@@ -186,6 +186,16 @@ TEST_F(StateDatabaseTest, TheHistoryIsGivenNewestFirst) {
     EXPECT_EQ(history[0].name + history[1].name, "cb");
 }
 
+TEST_F(StateDatabaseTest, TheHistoryGoesOnBeforeAnEntry) {
+    StateDatabase database(m_folder.Path());
+    for (const char* name : {"a", "b", "c", "d"})
+        database.AddHistory({0, "", "", 1, name, {}, {}, "", ""});
+    const auto before = database.ReadHistory(2, database.ReadHistory(1).at(0).id);
+    ASSERT_EQ(before.size(), 2U);
+    EXPECT_EQ(before[0].name + before[1].name, "cb");
+    EXPECT_TRUE(database.ReadHistory(2, 0).empty());
+}
+
 TEST_F(StateDatabaseTest, ADamagedOneStopsTheStartAndSaysWhatToDo) {
     m_folder.Write(StateDatabase::kFileName, std::string(8192, 'x'));
     try {

@@ -49,6 +49,9 @@ struct ToText {
         static const char* const kWhy[] = {"time is up", "hidden", "dismissed", "replaced"};
         return "gone " + Id(e.number) + " on " + Id(e.navigator) + " " + kWhy[static_cast<int>(e.why)];
     }
+    std::string operator()(const events::PagesChanged& e) const {
+        return "pages " + Id(e.pages) + " on " + Id(e.navigator);
+    }
     std::string operator()(const events::VariableChanged& e) const {
         return "variable " + Id(e.device) + " " + Id(e.variable) + " \"" + e.value + "\"";
     }

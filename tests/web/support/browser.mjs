@@ -1,11 +1,14 @@
 // Pages in a real browser, which say what went wrong in them.
 
 import assert from 'node:assert/strict';
-import { existsSync } from 'node:fs';
+import { existsSync, readFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
 import { chromium } from 'playwright-core';
 
 const BROWSER = process.env.CHROMIUM || '/usr/bin/chromium';
-const PATIENCE = 15000;
+const PATIENCE = 45000;
+
+const AXE = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
 let browser = null;
 
@@ -52,10 +55,22 @@ export async function openNavigator(house, id, options) {
   return page;
 }
 
-export async function openConsole(house, hash = '', options = {}) {
+/** The page of the people who run the house, at one of its views. */
+export async function openApp(house, hash = '', options = {}) {
   const page = await openPage(house, `/${hash}`, options);
   await page.locator('main h1').first().waitFor();
   return page;
+}
+
+export const toast = (page, text) => page.locator('.toast', { hasText: text }).waitFor();
+
+/** What axe-core, with all of its rules, finds wrong with the page as it stands; in its words. */
+export async function complaintsOfAxe(page) {
+  await page.evaluate(AXE);
+  return page.evaluate(async () => {
+    const { violations } = await window.axe.run(document, { resultTypes: ['violations'] });
+    return violations.flatMap(({ id, help, nodes }) => nodes.map((node) => `${id}: ${help}: ${node.target.flat().join(' ')}: ${node.failureSummary}`));
+  });
 }
 
 /** Closes the page; it must have had nothing to complain of. */

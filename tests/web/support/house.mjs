@@ -1,19 +1,19 @@
 // A house of its own for each test, served by the real program.
 
 import { spawn } from 'node:child_process';
-import { mkdtemp, mkdir, rm, writeFile } from 'node:fs/promises';
+import { mkdtemp, mkdir, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 
 const PROGRAM = process.env.CONTROLLER_FILE;
-const PATIENCE = 20000;
+const PATIENCE = 60000;
 
 const HOUSE = `name: Test house
 media_folder: media
 data_folder: data
 rooms:
-  - {id: 1, name: Kitchen, output: silent, start_volume: 40, max_volume: 80}
-  - {id: 2, name: Bedroom, output: silent, start_volume: 30, max_volume: 100}
+  - {id: 1, name: Kitchen, output: OUTPUT, start_volume: 40, max_volume: 80}
+  - {id: 2, name: Bedroom, output: OUTPUT, start_volume: 30, max_volume: 100}
 navigators:
   - {id: 11, name: Kitchen screen, room: 1}
   - {id: 12, name: Bedroom screen, room: 2}
@@ -22,14 +22,15 @@ variables:
 `;
 
 export class House {
-  static async open({ tokens = [] } = {}) {
+  /** `isRecording`: what the rooms hear is kept, for `heard`. */
+  static async open({ tokens = [], isRecording = false } = {}) {
     if (!PROGRAM) throw new Error('CONTROLLER_FILE must name the program announcement-controller');
     const house = new House();
     house.folder = await mkdtemp(join(tmpdir(), 'web-test-'));
     house.file = join(house.folder, 'house.yaml');
     house.tokens = {};
     await mkdir(join(house.folder, 'media'));
-    await writeFile(house.file, HOUSE);
+    await writeFile(house.file, HOUSE.replace(/OUTPUT/g, isRecording ? '{file: takes/%r-%n.wav}' : 'silent'));
     for (const right of tokens) house.tokens[right] = await house.addToken(right);
     await house.start();
     return house;
@@ -100,6 +101,14 @@ export class House {
     const announcement = await this.add({ name: 'Popup', video: { timeout_ms: 20000, ...video }, rooms, navigators });
     await this.play(announcement.id);
     return announcement;
+  }
+
+  /** The samples, -1 to 1, that the room has heard in the announcement with this number, from 1; null until there are any. */
+  async heard(room, number) {
+    const bytes = await readFile(join(this.folder, 'takes', `${room}-${number}.wav`)).catch(() => null);
+    if (!bytes || bytes.length <= 44) return null;
+    const samples = new Int16Array(bytes.buffer.slice(bytes.byteOffset + 44, bytes.byteOffset + bytes.length - ((bytes.length - 44) % 2)));
+    return Array.from(samples, (sample) => sample / 32768);
   }
 
   play(id) {

@@ -31,4 +31,10 @@ export function listing(words: string[]): string {
   return words.length < 2 ? words.join('') : t.and(words.slice(0, -1).join(', '), words[words.length - 1] ?? '');
 }
 
+/** What plays, by the path that the agent names it by: "/media/announcements/chime.wav" -> "chime". */
+export function soundOf(path: string): string {
+  const name = path.replace(/^.*\//, '').replace(/\.wav$/, '');
+  return name === '.test-tone' ? t.names.testTone : name;
+}
+
 export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);

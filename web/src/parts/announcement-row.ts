@@ -12,6 +12,7 @@ import { shared } from '../styles/shared';
 import { t } from '../texts';
 import { attempt, toast } from './ui-toasts';
 import './announcement-outlook';
+import { named } from './named';
 
 @customElement('announcement-row')
 export class AnnouncementRow extends LitElement {
@@ -80,7 +81,7 @@ export class AnnouncementRow extends LitElement {
     const { id, name } = this.announcement;
     return html`<div class="inside"><announcement-outlook .announcement=${this.announcement}></announcement-outlook>
       ${store.mayEdit ? html`<div class="actions">
-        <sl-button href=${editAddress(id)} aria-label=${t.list.edit(name)}><ui-icon slot="prefix" name="pencil"></ui-icon>${t.list.editShort}</sl-button>
+        <sl-button href=${editAddress(id)}><ui-icon slot="prefix" name="pencil"></ui-icon>${named(t.list.editShort, t.list.edit(name))}</sl-button>
         <sl-button href=${newAddress(id)}><ui-icon slot="prefix" name="copy"></ui-icon>${t.list.duplicateShort}</sl-button>
         <sl-button @click=${() => deleteWithUndo(this.announcement)}><ui-icon slot="prefix" name="trash"></ui-icon>${t.delete}</sl-button></div>` : nothing}</div>`;
   }

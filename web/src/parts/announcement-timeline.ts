@@ -11,7 +11,9 @@ import { shared } from '../styles/shared';
 import { t } from '../texts';
 
 const KINDS: BarKind[] = ['setup', 'delay', 'sound', 'popup', 'restore'];
-const NARROWEST = 0.6; // of a hundred: what is there is seen
+// Of a hundred: what is there is seen, and a narrow bar has no room for words.
+const NARROWEST = 0.6;
+const LEGIBLE = 7;
 
 @customElement('announcement-timeline')
 export class AnnouncementTimeline extends LitElement {
@@ -79,7 +81,7 @@ export class AnnouncementTimeline extends LitElement {
     const at = Math.min((100 * bar.start) / length, 100 - width);
     const text = bar.kind === 'sound' && row.volume !== null ? t.timeline.soundAt(bar.text, row.volume) : bar.text;
     return svg`<svg data-kind=${bar.kind} x="${at}%" width="${width}%" height="30"><title>${t.timeline.bar(t.timeline.kinds[bar.kind] ?? '', seconds(bar.start), seconds(bar.end))}</title>
-      <rect class=${bar.kind} width="100%" height="30"></rect><text x="8" y="19.5">${text}</text></svg>`;
+      <rect class=${bar.kind} width="100%" height="30"></rect>${width < LEGIBLE ? nothing : svg`<text x="8" y="19.5">${text}</text>`}</svg>`;
   }
 
   private renderAxis({ length }: Picture): unknown {

@@ -3,7 +3,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { request } from '../api/request';
-import { listing } from '../model/format';
+import { listing, soundOf } from '../model/format';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts';
@@ -46,7 +46,7 @@ export class NowBar extends LitElement {
     const parts: string[] = [];
     const rooms = [...store.rooms.values()].filter((room) => room.in_announcement).map((room) => room.name);
     const screens = [...store.screens.values()].filter((one) => one.popup).map((one) => one.name);
-    if (status?.sound) parts.push(t.now.sound(status.sound.file, listing(rooms)));
+    if (status?.sound) parts.push(t.now.sound(soundOf(status.sound.file), listing(rooms)));
     if (screens.length) parts.push(t.now.screens(listing(screens)));
     if (status?.waiting.length) parts.push(t.now.waiting(listing(status.waiting.map((id) => store.announcementName(id)))));
     return parts.join('  ·  ') || t.now.playing;

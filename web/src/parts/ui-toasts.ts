@@ -14,6 +14,10 @@ interface Shown extends Toast { number: number; timer: number }
 const STAYS = 5000;
 let host: UiToasts | null = null;
 
+function show(place: UiToasts): void {
+  host = place;
+}
+
 /** Gives the way to take it away early. */
 export function toast(news: Toast): () => void {
   return host?.add(news) ?? (() => undefined);
@@ -50,7 +54,7 @@ export class UiToasts extends LitElement {
   override connectedCallback(): void {
     super.connectedCallback();
     this.setAttribute('role', 'status');
-    host = this;
+    show(this);
   }
 
   add(news: Toast): () => void {

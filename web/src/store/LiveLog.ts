@@ -1,6 +1,7 @@
 // What has happened since the page was opened, in words.
 
 import type { ServerEvent } from '../api/types';
+import { soundOf } from '../model/format';
 import { t } from '../texts';
 import type { Store } from './Store';
 
@@ -30,9 +31,9 @@ const words: Record<string, Words> = {
     ({ topic: 'rooms', tone: 'error', text: t.log.failed(store.roomName(data.room), data.reason) }),
   screens_woken: (data: { room: number }, store) => ({ topic: 'screens', text: t.log.woken(store.roomName(data.room)) }),
   screens_rested: (data: { room: number }, store) => ({ topic: 'screens', text: t.log.rested(store.roomName(data.room)) }),
-  sound_started: (data: { file: string }) => ({ topic: 'playing', text: t.log.sound(data.file) }),
+  sound_started: (data: { file: string }) => ({ topic: 'playing', text: t.log.sound(soundOf(data.file)) }),
   sound_ended: (data: { file: string; error: string | null }) =>
-    (data.error ? { topic: 'playing', tone: 'error', text: t.log.soundFailed(data.file, data.error) } : { topic: 'playing', text: t.log.soundEnded(data.file) }),
+    (data.error ? { topic: 'playing', tone: 'error', text: t.log.soundFailed(soundOf(data.file), data.error) } : { topic: 'playing', text: t.log.soundEnded(soundOf(data.file)) }),
   popup_shown: (data: { navigator: number; popup: { message: string } }, store) =>
     ({ topic: 'screens', text: t.log.popup(store.screenName(data.navigator), data.popup.message) }),
   popup_changed: (data: { navigator: number; message: string }, store) => ({ topic: 'screens', text: t.log.popup(store.screenName(data.navigator), data.message) }),

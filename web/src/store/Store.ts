@@ -25,6 +25,7 @@ export class Store {
   private readonly listeners = new Set<() => void>();
   private isTelling = false;
   private refreshTimer = 0;
+  private changes = 0; // counts what has been taken from the event stream
 
   get isReady(): boolean { return this.status !== null; }
   get mayEdit(): boolean { return this.rights.includes('admin'); }
@@ -57,7 +58,9 @@ export class Store {
   }
 
   apply(event: ServerEvent): void {
-    reducers[event.type]?.(this, event.data as never, event);
+    const reducer = reducers[event.type];
+    if (reducer) this.changes += 1;
+    reducer?.(this, event.data as never, event);
     this.log.note(event, this);
     this.changed();
   }
@@ -73,12 +76,17 @@ export class Store {
 
   async refresh(): Promise<void> {
     if (!this.isReady || !this.link.isConnected) return;
+    const asked = this.changes;
     try {
       const [status, rooms, screens] = await Promise.all([
         request<Status>('GET', '/api/status'),
         request<{ rooms: Room[] }>('GET', '/api/rooms'),
         request<{ navigators: Screen[] }>('GET', '/api/navigators'),
       ]);
+      if (asked !== this.changes) {
+        this.refreshSoon(); // what came meanwhile is newer than the answer may be
+        return;
+      }
       this.status = status;
       this.rooms = byId(rooms.rooms);
       this.screens = byId(screens.navigators);

@@ -26,12 +26,15 @@ export const shared = css`
   .badge.bad { background: var(--bad-soft); color: var(--bad); }
   .problem { color: var(--bad); }
   .problem:not(:empty) { padding: .75rem 1rem; border-radius: 12px; background: var(--bad-soft); }
+  .problem:empty { display: none; }
+  sl-range { --track-color-active: var(--accent); --track-color-inactive: var(--line); --track-height: 6px; --thumb-size: 24px; }
   .empty { display: grid; justify-items: center; gap: .75rem; padding: 3.5rem 1.5rem; text-align: center; }
   .empty ui-icon { font-size: 2.5rem; color: var(--accent); }
   .empty p { max-width: 34rem; color: var(--ink-soft); }
   .group { margin-top: 2rem; }
   .group > h2 { margin-bottom: .75rem; }
   .tiles { display: grid; gap: 1rem; grid-template-columns: repeat(auto-fill, minmax(min(100%, 19rem), 1fr)); }
+  .unlabelled::part(form-control-label) { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); white-space: nowrap; }
   .unseen { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); white-space: nowrap; }
   .icon-button {
     display: inline-grid; place-items: center; width: 2.75rem; height: 2.75rem; flex: none; padding: 0; border: 0; border-radius: 50%;
@@ -39,7 +42,7 @@ export const shared = css`
   }
   .icon-button:hover { background: var(--sunk); color: var(--ink); }
   select, .file-name {
-    width: 100%; min-height: 2.75rem; padding: .4rem 2.2rem .4rem .75rem; border: 1px solid var(--ink-soft); border-radius: 10px;
+    width: 100%; min-height: 2.75rem; padding: .4rem 2.2rem .4rem .75rem; border: 1px solid var(--edge); border-radius: 10px;
     background: var(--card) no-repeat right .8rem center / .8rem; color: var(--ink); font: inherit; text-overflow: ellipsis;
   }
   label, legend { font-weight: 500; }

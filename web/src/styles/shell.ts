@@ -3,7 +3,7 @@
 import { css } from 'lit';
 
 export const shellStyles = css`
-  .skip { position: fixed; z-index: 1000; top: -6rem; left: 1rem; padding: .75rem 1rem; border-radius: 10px; background: var(--card); }
+  .skip { position: fixed; z-index: 1000; top: -6rem; left: 1rem; padding: .75rem 1rem; border: 0; border-radius: 10px; background: var(--card); color: var(--accent); font: inherit; }
   .skip:focus { top: 1rem; }
   header { position: sticky; z-index: 20; top: 0; display: flex; align-items: center; gap: .75rem; padding: .5rem .75rem .5rem 1rem; background: var(--ground); border-bottom: 1px solid var(--line); }
   .brand { display: flex; align-items: center; gap: .7rem; min-width: 0; flex: 1; }
@@ -16,7 +16,8 @@ export const shellStyles = css`
   nav ui-icon { font-size: 1.25rem; }
   nav a[aria-current] { color: var(--accent); font-weight: 700; }
   .page { padding: 1.25rem 1rem 11rem; }
-  main { max-width: 78rem; margin: 0 auto; outline: none; }
+  main { max-width: 78rem; margin: 0 auto; }
+  main:focus-visible { outline: none; }
   .banner { display: flex; align-items: center; gap: .75rem; max-width: 78rem; margin: 0 auto 1rem; padding: .8rem 1rem; border-radius: 12px; background: var(--warning-soft); color: var(--warning); font-weight: 500; }
   .banner ui-icon { flex: none; }
   .waiting { padding: 4rem 1rem; text-align: center; }

@@ -35,7 +35,7 @@ export class AnnouncementsView extends LitElement {
     const all = [...store.announcements.values()].filter((one) => !store.leaving.has(one.id)).sort((one, other) => one.id - other.id);
     const shown = matching(all, this.words, placesOf);
     return html`<div class="head"><h1>${t.list.title}</h1>
-        ${all.length ? html`<sl-input type="search" label="" aria-label=${t.list.search} placeholder=${t.list.search} clearable .value=${this.words}
+        ${all.length ? html`<sl-input class="unlabelled" type="search" label=${t.list.search} placeholder=${t.list.search} clearable .value=${this.words}
           @sl-input=${(event: Event) => { this.words = (event.target as SlInput).value; }}><ui-icon slot="prefix" name="search"></ui-icon></sl-input>` : nothing}
         ${store.mayEdit && all.length ? html`<sl-button variant="primary" href=${newAddress()}><ui-icon slot="prefix" name="plus"></ui-icon>${window.innerWidth < 500 ? t.list.addShort : t.list.add}</sl-button>` : nothing}
       </div>

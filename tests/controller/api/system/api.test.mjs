@@ -77,7 +77,8 @@ test("what is wrong is answered with what would be right", async () => {
         ["POST", "/api/announcements", "{", 400, json], ["POST", "/api/announcements", "x", 415, {"Content-Type": "text/plain"}],
         ["POST", "/api/announcements", "{}", 415, {...json, "Content-Encoding": "gzip"}],
         ["POST", "/api/announcements", " ".repeat(300000), 413, json], ["PUT", "/api/rooms/1/volume", {volume: 101}, 400],
-        ["GET", "/api/events", undefined, 426], ["GET", "/api/history?limit=0", undefined, 400],
+        ["GET", "/api/history?before=x", undefined, 400], ["POST", "/api/rooms/77/test", undefined, 404],
+        ["POST", "/api/navigators/77/test", undefined, 404], ["GET", "/api/events", undefined, 426], ["GET", "/api/history?limit=0", undefined, 400],
         ["GET", "/api/events/recent?limit=1001", undefined, 400],
         ["POST", "/api/commands/nothing", {}, 404], ["POST", "/api/requests/add_announcement", {announcement: "<"}, 400],
         ["GET", "/api/media/..%2F..%2Fetc%2Fpasswd", undefined, 404], ["PUT", "/api/media/x.svg", "x", 415],
@@ -189,6 +190,53 @@ test("media are stored whole, sent back and removed", async () => {
     assert.equal((await house.ask("DELETE", "/api/media/copy.wav")).status, 204);
     const {media} = (await house.ask("GET", "/api/media")).body;
     assert.deepEqual(media.map((file) => file.name), ["doorbell.wav", "gong.wav"]);
+});
+
+test("a file that an announcement uses is not removed, and the reply names who uses it", async () => {
+    const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
+    await house.ask("PUT", "/api/media/used.wav", sound, {"Content-Type": "audio/wav"});
+    const {id} = (await house.ask("POST", "/api/announcements", {name: "User", audio: {file: "used"}})).body;
+    const refused = await house.ask("DELETE", "/api/media/used.wav");
+    assert.equal(refused.status, 409);
+    assert.deepEqual(refused.body.users, [{id, name: "User"}]);
+    assert.equal((await fetch(`${house.base}/api/media/used.wav`)).status, 200);
+    await house.ask("DELETE", `/api/announcements/${id}`);
+    assert.equal((await house.ask("DELETE", "/api/media/used.wav")).status, 204);
+});
+
+test("a change that was made on an older state is refused when it says which", async () => {
+    const {id} = (await house.ask("POST", "/api/announcements", {name: "One"})).body;
+    const at = `/api/announcements/${id}`;
+    const tag = (await house.ask("GET", at)).headers.get("etag");
+    const second = await house.ask("PUT", at, {name: "Two"}, {"If-Match": tag});
+    assert.equal(second.status, 200);
+    assert.notEqual(second.headers.get("etag"), tag);
+    const refused = await house.ask("PUT", at, {name: "Three"}, {"If-Match": tag});
+    assert.equal(refused.status, 412);
+    assert.equal((await house.ask("GET", at)).body.name, "Two");
+    assert.equal((await house.ask("PUT", at, {name: "Four"}, {"If-Match": second.headers.get("etag")})).status, 200);
+    assert.equal((await house.ask("PUT", at, {name: "Five"}, {"If-Match": "*"})).status, 200);
+    assert.equal((await house.ask("PUT", at, {name: "Six"})).status, 200);
+    await house.ask("DELETE", at);
+    assert.equal((await house.ask("PUT", at, {name: "Seven"}, {"If-Match": "*"})).status, 404);
+});
+
+test("a room and a screen are tried out without leaving anything behind", async () => {
+    await idle();
+    const before = (await house.ask("GET", "/api/announcements")).body;
+    const events = await house.watch("/api/events");
+    const screen = await house.ask("POST", "/api/navigators/11/test");
+    assert.equal(screen.status, 202, screen.text);
+    assert.match((await events.until("popup_shown")).data.popup.message, /^This is a test: /);
+    assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 409);
+    await house.ask("POST", "/api/dismiss");
+    await idle();
+    assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 202);
+    assert.equal((await events.until("sound_ended")).data.error, null);
+    await idle();
+    assert.deepEqual((await house.ask("GET", "/api/announcements")).body, before);
+    const [newest] = (await house.ask("GET", "/api/history?limit=1")).body.history;
+    assert.deepEqual([newest.name, newest.rooms], ["Test tone", [1]]);
 });
 
 test("200 commands at once are all answered, and the house goes on", async () => {

@@ -1,0 +1,83 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openApp, openPage } from './support/browser.mjs';
+import { House } from './support/house.mjs';
+
+describe('the connection', () => {
+  let house;
+  beforeEach(async () => { house = await House.open(); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  test('is always in sight, and comes back by itself with what is true then', async () => {
+    await house.add({ name: 'Kept' });
+    const page = await openApp(house);
+    await page.locator('link-state').getByText('Connected', { exact: true }).waitFor();
+    page.isAway = true;
+    await house.kill();
+    await page.locator('link-state').getByText('Not connected').waitFor();
+    await page.getByText('What you see may be out of date').waitFor();
+    await house.start();
+    await house.add({ name: 'Added meanwhile' });
+    await page.locator('link-state').getByText('Connected', { exact: true }).waitFor();
+    await page.getByRole('heading', { name: 'Added meanwhile' }).waitFor();
+    await page.getByRole('heading', { name: 'Kept' }).waitFor();
+    await page.getByText('What you see may be out of date').waitFor({ state: 'detached' });
+    await closePage(page);
+  });
+});
+
+describe('a house with tokens', () => {
+  let house;
+  beforeEach(async () => { house = await House.open({ tokens: ['admin', 'play', 'navigator:11'] }); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  test('asks for a token, refuses a wrong one, keeps a good one until one signs out', async () => {
+    const page = await openApp(house, '', { refusals: true });
+    const field = page.getByLabel('Token', { exact: true });
+    const enter = () => page.getByRole('button', { name: 'Sign in' }).click();
+    await field.fill('wrong');
+    await enter();
+    await page.getByText('This token is not known here').waitFor();
+    await field.fill(house.tokens.admin);
+    await enter();
+    await page.getByRole('heading', { name: 'No announcements yet' }).waitFor();
+    await page.reload();
+    await page.getByRole('heading', { name: 'No announcements yet' }).waitFor();
+    await page.getByRole('button', { name: 'Sign out' }).click();
+    await page.getByRole('heading', { name: 'Sign in' }).waitFor();
+    assert.equal(await page.evaluate(() => JSON.stringify([{ ...localStorage }, { ...sessionStorage }])), '[{},{}]');
+    await closePage(page);
+  });
+
+  test('takes the token out of the address', async () => {
+    const page = await openApp(house, `#token=${house.tokens.admin}`);
+    await page.getByRole('heading', { name: 'No announcements yet' }).waitFor();
+    assert.equal(await page.evaluate(() => location.hash), '');
+    await closePage(page);
+  });
+
+  test('shows those who may only play only what they may play', async () => {
+    await house.add({ name: 'Dinner', video: { text: 'Ready', timeout_ms: 120000 }, navigators: [{ id: 11, room: 1, onscreen: true }] });
+    const page = await openApp(house, `#token=${house.tokens.play}`);
+    await page.getByRole('button', { name: 'Play Dinner' }).click();
+    await page.getByRole('button', { name: 'What Dinner will do' }).click();
+    await page.locator('announcement-outlook [data-kind="popup"]').waitFor();
+    for (const name of ['Edit', 'Delete', 'New', 'House', 'Media', 'History', 'Log', 'Duplicate']) {
+      assert.equal(await page.getByLabel(name).or(page.getByRole('link', { name })).or(page.getByRole('button', { name })).count(), 0, name);
+    }
+    await page.evaluate(() => { location.hash = '#/house'; });
+    await page.getByRole('heading', { name: 'Announcements' }).waitFor();
+    await page.getByRole('button', { name: /^Dismiss what plays/ }).click();
+    await eventually(async () => (await house.request('GET', '/api/status')).playing === null, 'it is dismissed');
+    await closePage(page);
+  });
+
+  test('leads the token of a screen to its page', async () => {
+    const page = await openPage(house, `/#token=${house.tokens['navigator:11']}`, { refusals: true });
+    await page.getByRole('link', { name: 'Open the page of screen 11' }).click();
+    await page.locator('body.connected').waitFor();
+    await closePage(page);
+  });
+});

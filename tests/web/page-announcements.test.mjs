@@ -1,0 +1,158 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from './support/browser.mjs';
+import { House, wav } from './support/house.mjs';
+
+const loudest = (samples) => samples.reduce((most, one) => Math.max(most, Math.abs(one)), 0);
+
+describe('the list of announcements', () => {
+  let house;
+  beforeEach(async () => { house = await House.open({ isRecording: true }); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  const everything = async () => (await house.request('GET', '/api/announcements')).announcements;
+
+  test('leads from the first visit to the first announcement heard', async () => {
+    const page = await openApp(house);
+    await page.getByRole('link', { name: 'Make the first one' }).click();
+    await page.getByLabel('Name', { exact: true }).fill('Dinner');
+    const [chooser] = await Promise.all([
+      page.waitForEvent('filechooser'), page.locator('draft-sound').getByRole('button', { name: 'Choose a file' }).click(),
+    ]);
+    await chooser.setFiles({ name: 'My chime.wav', mimeType: 'audio/wav', buffer: wav(3000) });
+    await page.locator('draft-sound select').filter({ hasText: 'My-chime, 3 s' }).waitFor();
+    await page.getByRole('switch', { name: 'Kitchen', exact: true }).press('Space');
+    await page.getByRole('switch', { name: 'Bedroom', exact: true }).press('Space');
+    await page.getByLabel('Volume in Bedroom: as it is').fill('60');
+    await page.getByRole('button', { name: 'Save' }).click();
+    await toast(page, '“Dinner” is saved');
+    assert.equal((await everything())[0].audio.file, 'My-chime');
+    await page.getByRole('button', { name: 'Play Dinner' }).click();
+    await page.locator('now-bar').getByText('♪ My-chime in Kitchen and Bedroom').waitFor();
+    await page.locator('now-bar section').waitFor({ state: 'detached' });
+    const [kitchen, bedroom] = [await house.heard(1, 1), await house.heard(2, 1)];
+    assert.ok(loudest(kitchen) > 0.003, `the kitchen has heard ${loudest(kitchen)}`);
+    // The volumes' law: a share of v percent is a gain of (v/100)³.
+    assert.ok(Math.abs(loudest(bedroom) / loudest(kitchen) - (60 / 40) ** 3) < 0.3, `${loudest(bedroom)} and ${loudest(kitchen)}`);
+    await closePage(page);
+  });
+
+  test('plays by the keyboard, shows what plays and waits, and is dismissed from a screen', async () => {
+    const target = { navigators: [{ id: 11, room: 1, onscreen: true }] };
+    await house.add({ name: 'First', video: { text: 'One', timeout_ms: 120000 }, ...target });
+    await house.add({ name: 'Second', video: { text: 'Two', timeout_ms: 120000 }, ...target });
+    const page = await openApp(house);
+    const screen = await openNavigator(house, 11);
+    await page.getByRole('button', { name: 'Play First' }).focus();
+    await page.keyboard.press('Enter');
+    await page.locator('now-bar').getByText('on Kitchen screen').waitFor();
+    await page.getByRole('button', { name: 'Play Second' }).click();
+    await page.locator('now-bar').getByText('then Second').waitFor();
+    await page.locator('announcement-row', { hasText: 'Second' }).getByText('Next').waitFor();
+    await page.locator('announcement-row', { hasText: 'First' }).getByText('Playing').waitFor();
+    assert.equal(await screen.locator('#message').textContent(), 'One');
+    await screen.locator('#ok').click();
+    await eventually(async () => (await screen.locator('#message').textContent()) === 'Two', 'the second one is shown');
+    await page.locator('now-bar strong', { hasText: 'Second' }).waitFor();
+    await page.getByRole('button', { name: /^Dismiss what plays/ }).click();
+    await page.locator('now-bar section').waitFor({ state: 'detached' });
+    await closePage(screen);
+    await closePage(page);
+  });
+
+  test('tells what playing would do without playing', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(1000));
+    await house.add({ name: 'Dinner', audio: { file: 'chime', delay_ms: 500 }, video: { text: 'Dinner is ready', timeout_ms: 5000 },
+      rooms: [{ id: 1, volume: 40 }], navigators: [{ id: 11, room: 1, onscreen: true }] });
+    const page = await openApp(house);
+    await page.getByRole('button', { name: 'What Dinner will do' }).click();
+    const row = page.locator('announcement-row');
+    await row.locator('[data-kind="sound"]').waitFor();
+    const drawn = await row.locator('[data-kind]').evaluateAll((bars) => bars.map((bar) => bar.querySelector('title').textContent));
+    assert.deepEqual(drawn.slice(1), ['Delay: 0 s to 0.5 s', 'Sound: 0.5 s to 1.5 s', 'Restore: 1.5 s to 3.5 s', 'Popup: 0 s to 5 s']);
+    await row.getByText('Step by step').click();
+    for (const step of ['The sound “chime” begins.', 'Kitchen is set to 40 %.', 'Kitchen screen shows “Dinner is ready”, with an OK button.']) {
+      await row.getByText(step).waitFor();
+    }
+    assert.equal((await house.request('GET', '/api/status')).playing, null);
+    await closePage(page);
+  });
+
+  test('finds by any word, with or without marks, and says when there is none', async () => {
+    await house.add({ name: 'Café is open', video: { text: 'Croissants' } });
+    await house.add({ name: 'Bus', rooms: [{ id: 2, volume: -1 }] });
+    const page = await openApp(house);
+    await page.getByText('2 announcements').waitFor();
+    const search = page.getByLabel('Search announcements');
+    await search.fill('cafe crois');
+    await page.getByText('1 of 2 announcements').waitFor();
+    await page.getByRole('heading', { name: 'Café is open' }).waitFor();
+    await search.fill('bedroom');
+    await page.getByRole('heading', { name: 'Bus' }).waitFor();
+    await search.fill('nowhere');
+    await page.getByText('Nothing here matches “nowhere”').waitFor();
+    await page.getByRole('button', { name: 'Show all' }).click();
+    await page.getByText('2 announcements').waitFor();
+    await closePage(page);
+  });
+
+  test('duplicates one', async () => {
+    const first = await house.add({ name: 'Dinner', video: { text: 'Ready' }, rooms: [{ id: 1, volume: 20 }] });
+    const page = await openApp(house);
+    await page.getByRole('button', { name: 'What Dinner will do' }).click();
+    await page.getByText('Duplicate').click();
+    await page.getByRole('heading', { name: 'New announcement' }).waitFor();
+    await page.getByRole('button', { name: 'Save' }).click();
+    await toast(page, '“Dinner (copy)” is saved');
+    assert.deepEqual(await everything(), [first, { ...first, id: 2, name: 'Dinner (copy)' }]);
+    await closePage(page);
+  });
+
+  test('deletes one, and brings it back as it was', async () => {
+    const kept = await house.add({ name: 'Kept' });
+    await house.add({ name: 'Unwanted' });
+    const page = await openApp(house);
+    const erase = async (name) => {
+      await page.getByRole('button', { name: `What ${name} will do` }).click();
+      await page.locator('announcement-row', { hasText: name }).getByRole('button', { name: 'Delete' }).click();
+    };
+    await erase('Kept');
+    await page.getByRole('heading', { name: 'Kept' }).waitFor({ state: 'detached' });
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await page.getByRole('heading', { name: 'Kept' }).waitFor();
+    await erase('Unwanted');
+    await eventually(async () => (await everything()).length === 1, 'the other one is deleted');
+    assert.deepEqual(await everything(), [kept]);
+    await closePage(page);
+  });
+
+  test('follows what others change, and takes no text for markup', async () => {
+    const page = await openApp(house);
+    const { id } = await house.add({ name: 'From elsewhere <b>', video: { text: '<img src=x onerror=alert(1)>' } });
+    await page.getByRole('heading', { name: 'From elsewhere <b>' }).waitFor();
+    await house.request('PUT', `/api/announcements/${id}`, { name: 'Renamed' });
+    await page.getByRole('heading', { name: 'Renamed' }).waitFor();
+    await house.request('DELETE', `/api/announcements/${id}`);
+    await page.getByText('No announcements yet').waitFor();
+    await closePage(page);
+  });
+
+  test('scrolls through thousands with few of them drawn', async () => {
+    const many = Array.from({ length: 3000 }, (_, index) => `<announcement><name>Number ${index + 1}</name></announcement>`);
+    for (let at = 0; at < many.length; at += 20) {
+      await Promise.all(many.slice(at, at + 20).map((announcement) => house.request('POST', '/api/requests/add_announcement', { announcement })));
+    }
+    const page = await openApp(house);
+    await page.getByText('3000 announcements').waitFor();
+    const drawn = () => page.locator('announcement-row').count();
+    await page.locator('announcement-row').first().waitFor();
+    assert.ok((await drawn()) < 60, `${await drawn()} rows are drawn`);
+    await eventually(async () => {
+      await page.mouse.wheel(0, 200000);
+      return page.getByRole('heading', { name: /^Number (29\d\d|3000)$/ }).first().isVisible();
+    }, 'the end of the list');
+    assert.ok((await drawn()) < 60, `${await drawn()} rows are drawn`);
+    await closePage(page);
+  });
+});

@@ -1,0 +1,162 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openApp, toast } from './support/browser.mjs';
+import { House, png, wav } from './support/house.mjs';
+
+describe('the editor', () => {
+  let house;
+  beforeEach(async () => { house = await House.open(); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  const everything = async () => (await house.request('GET', '/api/announcements')).announcements;
+  const name = (page) => page.getByLabel('Name', { exact: true });
+  const save = (page) => page.getByRole('button', { name: 'Save', exact: true }).click();
+
+  test('makes an announcement with all its fields', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    await house.request('PUT', '/api/media/dinner.png', png);
+    const page = await openApp(house, '#/announcements/new');
+    await name(page).fill('Dinner');
+    await page.getByLabel('Which sound').selectOption('chime');
+    await page.getByLabel('Wait before the sound').fill('0.5');
+    await page.getByLabel('Text', { exact: true }).fill('Dinner is ready 🍝\n<b>Come!</b>');
+    await page.getByLabel('Image', { exact: true }).selectOption('dinner.png');
+    await page.getByLabel('Show the message for').fill('7');
+    await page.getByLabel('Wait before the message').fill('1.5');
+    await page.getByRole('switch', { name: /OK button/ }).press('Space');
+    await page.getByRole('switch', { name: 'Kitchen', exact: true }).press('Space');
+    await page.getByLabel('Volume in Kitchen').fill('55');
+    await page.getByRole('switch', { name: 'Bedroom', exact: true }).press('Space');
+    await page.getByRole('switch', { name: 'Bedroom screen' }).press('Space');
+    await save(page);
+    await toast(page, '“Dinner” is saved');
+    assert.deepEqual(await everything(), [{
+      id: 1,
+      name: 'Dinner',
+      audio: { file: 'chime', delay_ms: 500 },
+      video: { image: 'dinner.png', text: 'Dinner is ready 🍝\n<b>Come!</b>', delay_ms: 1500, timeout_ms: 7000, ok_button: false, variable: null },
+      rooms: [{ id: 1, volume: 55 }, { id: 2, volume: -1 }],
+      navigators: [{ id: 12, room: 2, onscreen: true }],
+    }]);
+    await page.getByRole('heading', { name: 'Dinner' }).waitFor();
+    await closePage(page);
+  });
+
+  test('changes an announcement and leaves alone what it was not asked to change', async () => {
+    const stored = await house.add({
+      name: 'Old', audio: { file: 'gone', delay_ms: 250 },
+      video: { text: 'Old text', variable: { device: 77, variable: 3, name: 'elsewhere' }, timeout_ms: 4000 },
+      rooms: [{ id: 1, volume: 20 }, { id: 99, volume: 30 }], navigators: [{ id: 98, room: 5, onscreen: false }],
+    });
+    const page = await openApp(house);
+    await page.getByRole('link', { name: 'Edit Old' }).click();
+    await eventually(async () => (await name(page).inputValue()) === 'Old', 'it is read');
+    await name(page).fill('New');
+    await save(page);
+    await toast(page, '“New” is saved');
+    assert.deepEqual(await everything(), [{ ...stored, name: 'New' }]);
+    await closePage(page);
+  });
+
+  test('lets the message follow a value', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    await name(page).fill('Outside');
+    await page.getByLabel('What the message says').selectOption('Outside');
+    await page.locator('popup-preview').getByText('21 °C').waitFor();
+    await house.request('PUT', '/api/variables/9/4', { value: '5 °C' });
+    await page.locator('popup-preview').getByText('5 °C').waitFor();
+    await save(page);
+    await toast(page, '“Outside” is saved');
+    assert.deepEqual((await everything())[0].video.variable, { device: 9, variable: 4, name: 'Outside' });
+    await closePage(page);
+  });
+
+  test('says at the field what is wrong', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    await page.getByLabel('Wait before the sound').fill('-5');
+    await page.getByLabel('Or an image from the web').fill('ftp://somewhere');
+    await save(page);
+    await page.getByText('Give it a name, so that you find it in the list.').waitFor();
+    await page.getByText('A number of seconds, 0 or more.').waitFor();
+    await page.getByText('An address that begins with http:// or https://').waitFor();
+    const focused = await page.evaluate(() => { let one = document.activeElement; while (one.shadowRoot?.activeElement) one = one.shadowRoot.activeElement; return one.placeholder; });
+    assert.equal(focused, 'Dinner');
+    await name(page).fill('Now it has one');
+    await page.getByText('Give it a name').waitFor({ state: 'detached' });
+    assert.deepEqual(await everything(), []);
+    await closePage(page);
+  });
+
+  test('says at the field what the controller refuses', async () => {
+    const page = await openApp(house, '#/announcements/new', { refusals: true });
+    await name(page).fill('Endless');
+    await page.getByLabel('Text', { exact: true }).fill('w'.repeat(70000));
+    await save(page);
+    await page.locator('draft-message sl-textarea.invalid').waitFor();
+    assert.deepEqual(await everything(), []);
+    await closePage(page);
+  });
+
+  test('shows what will happen while it is edited', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(1000));
+    const page = await openApp(house, '#/announcements/new');
+    const bars = (kind) => page.locator(`announcement-outlook [data-kind="${kind}"] title`);
+    await page.getByText('Nothing would happen').waitFor();
+    await page.getByLabel('Which sound').selectOption('chime');
+    await page.getByRole('switch', { name: 'Kitchen', exact: true }).press('Space');
+    await bars('sound').waitFor({ state: 'attached' });
+    assert.deepEqual(await bars('sound').allTextContents(), ['Sound: 1 s to 2 s']);
+    await page.getByLabel('Wait before the sound').fill('3');
+    await eventually(async () => (await bars('sound').allTextContents()).join() === 'Sound: 3 s to 4 s', 'the sound comes later');
+    await page.getByLabel('Text', { exact: true }).fill('Hello');
+    await page.getByRole('switch', { name: 'Kitchen screen' }).press('Space');
+    await bars('popup').waitFor({ state: 'attached' });
+    await page.locator('popup-preview').getByText('Hello').waitFor();
+    assert.deepEqual(await everything(), []);
+    await closePage(page);
+  });
+
+  test('asks before it forgets what was not saved', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    await name(page).fill('Half done');
+    await page.getByRole('link', { name: 'House' }).click();
+    await page.getByRole('dialog', { name: 'Leave without saving?' }).waitFor();
+    await page.locator('sl-dialog').getByRole('button', { name: 'Cancel' }).click();
+    await page.locator('sl-dialog').waitFor({ state: 'detached' });
+    assert.equal(await name(page).inputValue(), 'Half done');
+    await page.getByRole('link', { name: 'House' }).click();
+    await page.getByRole('button', { name: 'Leave' }).click();
+    await page.getByRole('heading', { name: 'House', exact: true }).waitFor();
+    await closePage(page);
+  });
+
+  test('tells the later one of two editors, who can overwrite or take over', async () => {
+    const { id } = await house.add({ name: 'Dinner', video: { text: 'Ready' } });
+    const address = `#/announcements/${id}`;
+    const [one, other] = [await openApp(house, address), await openApp(house, address, { refusals: true })];
+    await name(one).fill('Supper');
+    await name(other).fill('Lunch');
+    await save(one);
+    await toast(one, '“Supper” is saved');
+    await save(other);
+    await other.getByRole('dialog', { name: 'Somebody else has changed it' }).waitFor();
+    const dialog = other.locator('sl-dialog');
+    await dialog.getByRole('row', { name: 'Name Lunch Supper' }).waitFor();
+    await dialog.getByRole('button', { name: 'Cancel' }).click();
+    await dialog.waitFor({ state: 'detached' });
+    assert.equal(await name(other).inputValue(), 'Lunch');
+    assert.equal((await everything())[0].name, 'Supper');
+    await save(other);
+    await dialog.getByRole('button', { name: 'Take theirs' }).click();
+    await eventually(async () => (await name(other).inputValue()) === 'Supper', 'theirs is shown');
+    await house.request('PUT', `/api/announcements/${id}`, { name: 'Brunch' });
+    await name(other).fill('Lunch');
+    await save(other);
+    await dialog.getByRole('button', { name: 'Save mine' }).click();
+    await toast(other, '“Lunch” is saved');
+    assert.equal((await everything())[0].name, 'Lunch');
+    await closePage(one);
+    await closePage(other);
+  });
+});

@@ -1,0 +1,83 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from './support/browser.mjs';
+import { House } from './support/house.mjs';
+
+describe('the house', () => {
+  let house;
+  beforeEach(async () => { house = await House.open({ isRecording: true }); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  test('shows volumes and values as others set them', async () => {
+    const page = await openApp(house, '#/house');
+    const slider = page.getByRole('slider', { name: 'Volume of Kitchen' });
+    await eventually(async () => (await slider.inputValue()) === '40', 'the volume is shown');
+    await house.request('PUT', '/api/rooms/1/volume', { volume: 65 });
+    await eventually(async () => (await slider.inputValue()) === '65', 'the slider has moved');
+    await page.locator('room-card output', { hasText: '65 %' }).waitFor();
+    await house.request('PUT', '/api/variables/9/4', { value: '5 °C' });
+    await eventually(async () => (await page.getByLabel('Outside', { exact: true }).inputValue()) === '5 °C', 'the value is shown');
+    await closePage(page);
+  });
+
+  test('sets volumes, never above the most that a room may have, and values', async () => {
+    const page = await openApp(house, '#/house');
+    await page.locator('room-card').first().getByRole('slider').focus();
+    await page.keyboard.press('End');
+    await eventually(async () => (await house.request('GET', '/api/rooms/1')).volume === 80, 'the room is at its most');
+    await page.getByLabel('Outside', { exact: true }).fill('−3 °C');
+    await page.keyboard.press('Enter');
+    await toast(page, 'Outside is set');
+    assert.equal((await house.request('GET', '/api/variables/9/4')).value, '−3 °C');
+    await closePage(page);
+  });
+
+  test('says which screens are there as they come and go', async () => {
+    const page = await openApp(house, '#/house');
+    const card = page.locator('screen-card', { hasText: 'Kitchen screen' });
+    await card.getByText('Not connected').waitFor();
+    const screen = await openNavigator(house, 11);
+    await card.getByText('Connected', { exact: true }).waitFor();
+    await closePage(screen);
+    await card.getByText('Not connected').waitFor();
+    await closePage(page);
+  });
+
+  test('tries out a screen, and says what it shows', async () => {
+    const page = await openApp(house, '#/house');
+    const screen = await openNavigator(house, 11);
+    await page.getByRole('button', { name: 'Show a test popup on Kitchen screen' }).click();
+    await eventually(async () => (await screen.locator('#message').textContent()) === 'This is a test: Kitchen screen shows messages.', 'the test is shown');
+    const card = page.locator('screen-card', { hasText: 'Kitchen screen' });
+    await card.getByText('Shows “This is a test: Kitchen screen shows messages.”').waitFor();
+    await screen.locator('#ok').click();
+    await card.getByText('Shows nothing').waitFor();
+    assert.deepEqual((await house.request('GET', '/api/announcements')).announcements, []);
+    await closePage(screen);
+    await closePage(page);
+  });
+
+  test('tries out a room, which hears a tone and goes back to its volume', async () => {
+    const page = await openApp(house, '#/house');
+    await page.getByRole('button', { name: 'Play a test tone in Bedroom' }).click();
+    const card = page.locator('room-card', { hasText: 'Bedroom' });
+    await card.getByText('Announcement').waitFor();
+    await card.getByText('Quiet').waitFor();
+    const loudest = (await house.heard(2, 1)).reduce((most, one) => Math.max(most, Math.abs(one)), 0);
+    assert.ok(loudest > 0.003, `the bedroom has heard ${loudest}`);
+    assert.equal((await house.request('GET', '/api/rooms/2')).volume, 30);
+    assert.deepEqual((await house.request('GET', '/api/announcements')).announcements, []);
+    await closePage(page);
+  });
+
+  test('refuses a test while something plays', async () => {
+    const { id } = await house.add({ name: 'Long', video: { text: 'Long', timeout_ms: 120000 }, navigators: [{ id: 11, room: 1, onscreen: true }] });
+    const page = await openApp(house, '#/house', { refusals: true });
+    await house.play(id);
+    await page.locator('now-bar section').waitFor();
+    await page.getByRole('button', { name: 'Play a test tone in Bedroom' }).click();
+    await toast(page, 'an announcement is playing');
+    await closePage(page);
+  });
+});

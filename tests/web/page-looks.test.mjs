@@ -1,0 +1,84 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, complaintsOfAxe, eventually, openApp } from './support/browser.mjs';
+import { House, png, wav } from './support/house.mjs';
+
+const VIEWS = ['#/announcements', '#/announcements/new', '#/announcements/1', '#/house', '#/media', '#/history', '#/log'];
+
+describe('the page', () => {
+  let house;
+  beforeEach(async () => {
+    house = await House.open();
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    await house.request('PUT', '/api/media/dinner.png', png);
+    await house.add({ name: 'Donaudampfschifffahrtsgesellschaftskapitänsmützenhalter', audio: { file: 'chime', delay_ms: 1 },
+      video: { text: 'w'.repeat(300), image: 'dinner.png', timeout_ms: 300 }, rooms: [{ id: 1, volume: 30 }], navigators: [{ id: 11, room: 1, onscreen: true }] });
+    await house.play(1);
+    await eventually(async () => (await house.request('GET', '/api/history')).history.length === 1, 'it was played');
+  });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  const show = async (page, hash) => {
+    await page.goto(`${house.url}/${hash}`);
+    await page.locator('main h1').waitFor();
+    const sign = { '#/announcements': 'announcement-row', '#/announcements/1': 'announcement-outlook .lane', '#/house': 'room-card', '#/media': 'sound-wave rect', '#/history': 'tbody tr', '#/log': 'log-view li' }[hash];
+    if (sign) await page.locator(sign).first().waitFor({ state: 'attached' });
+  };
+
+  for (const colorScheme of ['light', 'dark']) {
+    test(`is found faultless by axe, ${colorScheme}`, async () => {
+      const page = await openApp(house, '', { colorScheme, reducedMotion: 'reduce' });
+      const complaints = [];
+      for (const hash of VIEWS) {
+        await show(page, hash);
+        complaints.push(...(await complaintsOfAxe(page)).map((one) => `${hash}: ${one}`));
+      }
+      assert.deepEqual(complaints, []);
+      await show(page, '#/announcements');
+      await page.getByRole('button', { name: /^What Donau/ }).click();
+      await page.locator('announcement-outlook .lane').first().waitFor();
+      assert.deepEqual(await complaintsOfAxe(page), [], 'opened');
+      await show(page, '#/media');
+      await page.getByRole('button', { name: 'Delete chime.wav' }).click();
+      await page.getByRole('dialog').waitFor();
+      assert.deepEqual(await complaintsOfAxe(page), [], 'dialog');
+      await closePage(page);
+    });
+  }
+
+  for (const [width, height] of [[360, 640], [820, 1180], [1440, 900]]) {
+    test(`fits a screen of ${width} by ${height}`, async () => {
+      const page = await openApp(house, '', { viewport: { width, height } });
+      for (const hash of VIEWS) {
+        await show(page, hash);
+        const wide = await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+        assert.ok(wide <= 0, `${hash} is ${wide} px too wide`);
+      }
+      await closePage(page);
+    });
+  }
+
+  test('is light or dark as the system, or as it is told', async () => {
+    const page = await openApp(house, '', { colorScheme: 'dark' });
+    const isDark = () => page.evaluate(() => getComputedStyle(document.documentElement).colorScheme === 'dark');
+    assert.equal(await isDark(), true);
+    await page.getByRole('button', { name: 'Colours: As the system' }).click();
+    await page.getByRole('button', { name: 'Colours: Light' }).waitFor();
+    assert.equal(await isDark(), false);
+    await page.reload();
+    await page.getByRole('button', { name: 'Colours: Light' }).waitFor();
+    assert.equal(await isDark(), false);
+    await closePage(page);
+  });
+
+  test('asks no other host for anything', async () => {
+    const page = await openApp(house);
+    const hosts = new Set();
+    page.on('request', (one) => hosts.add(new URL(one.url()).host || 'local'));
+    for (const hash of VIEWS) await show(page, hash);
+    hosts.delete('local');
+    assert.deepEqual([...hosts], [new URL(house.url).host]);
+    await closePage(page);
+  });
+});

@@ -1,0 +1,72 @@
+import assert from 'node:assert/strict';
+import { after, afterEach, beforeEach, describe, test } from 'node:test';
+import { closeBrowser, closePage, eventually, openApp, toast } from './support/browser.mjs';
+import { House, png, wav } from './support/house.mjs';
+
+describe('sounds and images', () => {
+  let house;
+  beforeEach(async () => { house = await House.open(); });
+  afterEach(() => house.close());
+  after(closeBrowser);
+
+  const file = (name, buffer) => ({ name, mimeType: '', buffer });
+  const names = async () => (await house.request('GET', '/api/media')).media.map((one) => one.name);
+
+  test('are taken, and refused kindly when they cannot be', async () => {
+    const page = await openApp(house, '#/media', { refusals: true });
+    await page.getByText('No sounds and no images yet').waitFor();
+    await page.locator('media-drop input').setInputFiles([
+      file('Büro Gong (2).WAV', wav(1500)), file('dinner.png', png), file('no sound.wav', Buffer.from('hello')),
+      file('long.wav', wav(21000)), file('cut.wav', wav(1000).subarray(0, 4000)), file('music.mp3', Buffer.from('ID3')),
+    ]);
+    await page.locator('media-card', { hasText: 'Buro-Gong-2.wav' }).getByText('1.5 s').waitFor();
+    await page.locator('media-card', { hasText: 'dinner.png' }).waitFor();
+    await eventually(async () => (await page.locator('media-drop .refused').count()) === 4, 'four refusals');
+    assert.deepEqual(await page.locator('media-drop .refused strong').allTextContents(), ['no sound.wav', 'long.wav', 'cut.wav', 'music.mp3']);
+    assert.deepEqual(await names(), ['Buro-Gong-2.wav', 'dinner.png']);
+    await closePage(page);
+  });
+
+  test('are deleted after a question', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    const page = await openApp(house, '#/media');
+    await page.getByRole('button', { name: 'Delete chime.wav' }).click();
+    await page.locator('sl-dialog').getByRole('button', { name: 'Cancel' }).click();
+    await page.locator('sl-dialog').waitFor({ state: 'detached' });
+    assert.deepEqual(await names(), ['chime.wav']);
+    await page.getByRole('button', { name: 'Delete chime.wav' }).click();
+    await page.locator('sl-dialog').getByRole('button', { name: 'Delete', exact: true }).click();
+    await toast(page, '“chime.wav” is deleted');
+    await page.locator('media-card').waitFor({ state: 'detached' });
+    assert.deepEqual(await names(), []);
+    await closePage(page);
+  });
+
+  test('say who uses them, and are not deleted while they are used', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    await house.add({ name: 'Dinner', audio: { file: 'chime' } });
+    const page = await openApp(house, '#/media');
+    await page.getByText('Used by Dinner').waitFor();
+    await page.getByRole('button', { name: 'Delete chime.wav' }).click();
+    await page.getByRole('dialog', { name: '“chime.wav” is in use' }).waitFor();
+    await page.locator('sl-dialog').getByRole('link', { name: 'Dinner' }).click();
+    await page.getByRole('heading', { name: 'Edit announcement' }).waitFor();
+    assert.deepEqual(await names(), ['chime.wav']);
+    await closePage(page);
+  });
+
+  test('are taken when they are dropped, drawn, and played here', async () => {
+    const page = await openApp(house, '#/media');
+    const data = await page.evaluateHandle((content) => {
+      const transfer = new DataTransfer();
+      transfer.items.add(new File([new Uint8Array(content)], 'ding.wav', { type: 'audio/wav' }));
+      return transfer;
+    }, [...wav(400)]);
+    await page.dispatchEvent('media-drop .drop', 'drop', { dataTransfer: data });
+    await page.getByRole('img', { name: 'ding.wav: how loud it is over its 0.4 s' }).waitFor();
+    await eventually(async () => (await page.locator('sound-wave rect').count()) > 10, 'its picture is drawn');
+    await page.getByRole('button', { name: 'Listen to ding.wav' }).click();
+    await page.getByRole('button', { name: 'Listen to ding.wav' }).waitFor(); // at its end, again
+    await closePage(page);
+  });
+});

@@ -1,0 +1,84 @@
+// An announcement while it is edited: what it begins as, what is wrong with it, how two of them differ.
+
+import type { Announcement, AnnouncementBody } from '../api/types';
+import { t } from '../texts';
+import { seconds } from './format';
+
+export const LONGEST = 4294967; // seconds, as many as the agent's milliseconds hold
+
+/** What is wrong, by the name of the field in the API. */
+export type Errors = Record<string, string>;
+
+export function blank(): AnnouncementBody {
+  return {
+    name: '',
+    audio: { file: '', delay_ms: 0 },
+    video: { image: '', text: '', delay_ms: 0, timeout_ms: 10000, ok_button: true, variable: null },
+    rooms: [],
+    navigators: [],
+  };
+}
+
+export function bodyOf({ id: _id, ...body }: Announcement): AnnouncementBody {
+  return structuredClone(body);
+}
+
+export function copyOf(announcement: Announcement): AnnouncementBody {
+  return { ...bodyOf(announcement), name: t.editor.copyName(announcement.name) };
+}
+
+export const isSame = (one: AnnouncementBody, other: AnnouncementBody): boolean => JSON.stringify(one) === JSON.stringify(other);
+
+export function errorsIn(draft: AnnouncementBody): Errors {
+  const errors: Errors = {};
+  if (!draft.name.trim()) errors.name = t.editor.errors.name;
+  const { image, delay_ms: delay, timeout_ms: timeout } = draft.video;
+  const times: [string, number][] = [['audio.delay_ms', draft.audio.delay_ms], ['video.delay_ms', delay], ['video.timeout_ms', timeout]];
+  for (const [place, time] of times) {
+    if (!(time >= 0 && time <= LONGEST * 1000)) errors[place] = t.editor.errors.seconds;
+  }
+  if (image && !isImageAddress(image)) errors['video.image'] = t.editor.errors.image;
+  return errors;
+}
+
+export function isImageAddress(image: string): boolean {
+  return /^https?:\/\/[^\s/]+/i.test(image) || /^[A-Za-z0-9][A-Za-z0-9._-]{0,99}\.(png|jpe?g|gif|webp)$/i.test(image);
+}
+
+/** The field that a refusal of the controller is about, and what it says; null when it names none. */
+export function errorOf(text: string): { place: string; text: string } | null {
+  const match = /^([a-z_]+(?:\.[a-z_]+)?)(?:\[\d+\][a-z_.]*)?:? (.*)$/s.exec(text);
+  const known = ['name', 'audio', 'audio.file', 'audio.delay_ms', 'video.image', 'video.text', 'video.delay_ms', 'video.timeout_ms', 'video.variable', 'rooms', 'navigators'];
+  if (!match || !known.includes(match[1] ?? '')) return null;
+  return { place: match[1] ?? '', text: match[2] ?? '' };
+}
+
+export interface Difference { field: string; mine: string; theirs: string }
+
+interface Names { room(id: number): string; screen(id: number): string }
+
+/** What two people have made of the same announcement, field by field, in words. */
+export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, names: Names): Difference[] {
+  const one = fieldsOf(mine, names);
+  const other = fieldsOf(theirs, names);
+  return Object.keys(one)
+    .filter((field) => one[field] !== other[field])
+    .map((field) => ({ field, mine: one[field] || t.editor.nothing, theirs: other[field] || t.editor.nothing }));
+}
+
+function fieldsOf({ name, audio, video, rooms, navigators }: AnnouncementBody, names: Names): Record<string, string> {
+  const f = t.editor.fields;
+  return {
+    [f.name]: name,
+    [f.sound]: audio.file,
+    [f.soundDelay]: seconds(audio.delay_ms),
+    [f.text]: video.text,
+    [f.variable]: video.variable?.name ?? '',
+    [f.image]: video.image,
+    [f.popupDelay]: seconds(video.delay_ms),
+    [f.timeout]: seconds(video.timeout_ms),
+    [f.ok]: video.ok_button ? t.yes : t.no,
+    [f.rooms]: rooms.map(({ id, volume }) => `${names.room(id)}${volume > 0 ? ` (${t.units.percent(volume)})` : ''}`).join(', '),
+    [f.screens]: navigators.map(({ id }) => names.screen(id)).join(', '),
+  };
+}

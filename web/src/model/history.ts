@@ -1,0 +1,65 @@
+// What was played: filtered, and as files for other programs.
+
+import type { HistoryEntry } from '../api/types';
+import { t } from '../texts';
+import { soundOf } from './format';
+import { plain } from './search';
+
+export interface Filter { words: string; outcome: string; place: string } // empty: all; a place is "room 1" or "screen 11"
+export interface Names { room(id: number): string; screen(id: number): string }
+
+const FAILED = 'failed: '; // before the reason
+
+/** How it ended, without the reason: 'played', 'dismissed', 'failed', 'interrupted'. */
+export function outcomeOf({ outcome }: HistoryEntry): string {
+  if (outcome.startsWith(FAILED)) return 'failed';
+  return outcome === 'ended' ? 'played' : outcome;
+}
+
+export const reasonOf = ({ outcome }: HistoryEntry): string => (outcome.startsWith(FAILED) ? outcome.slice(FAILED.length) : '');
+
+export function placesOf(entry: HistoryEntry, names: Names): string[] {
+  return [...entry.rooms.map((id) => names.room(id)), ...entry.navigators.map((id) => names.screen(id))];
+}
+
+export function filtered(entries: HistoryEntry[], filter: Filter, names: Names): HistoryEntry[] {
+  const words = plain(filter.words).split(/\s+/).filter(Boolean);
+  return entries.filter((entry) => {
+    if (filter.outcome && outcomeOf(entry) !== filter.outcome) return false;
+    if (filter.place && !isAt(entry, filter.place)) return false;
+    const text = plain([entry.name, entry.file, ...placesOf(entry, names)].join(' '));
+    return words.every((word) => text.includes(word));
+  });
+}
+
+function isAt(entry: HistoryEntry, place: string): boolean {
+  const [kind, id] = place.split(' ');
+  return (kind === 'room' ? entry.rooms : entry.navigators).includes(Number(id));
+}
+
+export function asJson(entries: HistoryEntry[]): string {
+  return `${JSON.stringify({ history: entries }, null, 2)}\n`;
+}
+
+export function asCsv(entries: HistoryEntry[], names: Names): string {
+  const head = ['started', 'ended', 'announcement', 'name', 'sound', 'rooms', 'screens', 'outcome'];
+  const rows = entries.map((one) => [one.started, one.ended ?? '', String(one.announcement), one.name, soundOf(one.file),
+    one.rooms.map((id) => names.room(id)).join('; '), one.navigators.map((id) => names.screen(id)).join('; '), one.outcome]);
+  return [head, ...rows].map((row) => row.map(cell).join(',')).join('\r\n') + '\r\n';
+}
+
+/** Spreadsheets take a text that begins like a formula for one: a quote in front keeps it a text. */
+function cell(text: string): string {
+  const safe = /^[=+\-@\t\r]/.test(text) ? `'${text}` : text;
+  return /[",\r\n]/.test(safe) ? `"${safe.replace(/"/g, '""')}"` : safe;
+}
+
+export const outcomeText = (outcome: string): string => t.history.outcomes[outcome] ?? outcome;
+
+export function download(name: string, type: string, text: string): void {
+  const link = document.createElement('a');
+  link.href = URL.createObjectURL(new Blob([text], { type }));
+  link.download = name;
+  link.click();
+  setTimeout(() => URL.revokeObjectURL(link.href), 10000);
+}

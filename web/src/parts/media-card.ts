@@ -1,0 +1,80 @@
+// A sound or an image: what it is, who uses it, and the way to be rid of it.
+
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement, property } from 'lit/decorators.js';
+import { mediaPath, Problem, request, type MediaUser } from '../api/request';
+import type { MediaFile } from '../api/types';
+import { bytes, listing, seconds } from '../model/format';
+import { editAddress } from '../model/route';
+import { Following, store } from '../store/live';
+import { shared } from '../styles/shared';
+import { t } from '../texts';
+import { ask } from './ask';
+import './listen-button';
+import './media-image';
+import './sound-wave';
+import { attempt, toast } from './ui-toasts';
+
+@customElement('media-card')
+export class MediaCard extends LitElement {
+  static override styles = [shared, css`
+    article { display: grid; gap: .7rem; padding: 1.1rem 1.25rem; height: 100%; grid-template-rows: auto auto 1fr auto; }
+    h3, .users { overflow-wrap: anywhere; }
+    media-image { height: 9rem; border-radius: 12px; background: var(--sunk); overflow: hidden; }
+    .users { align-self: start; }
+    .end { align-self: end; display: flex; align-items: center; justify-content: space-between; gap: .6rem; }
+  `];
+
+  @property({ attribute: false }) file!: MediaFile;
+
+  constructor() {
+    super();
+    new Following(this);
+  }
+
+  override render(): unknown {
+    const { name, kind, modified } = this.file;
+    const users = store.usersOf(this.file).map((one) => one.name);
+    return html`<article class="card">
+      ${kind === 'sound' ? html`<sound-wave .file=${this.file}></sound-wave>` : html`<media-image name=${name} version=${modified}></media-image>`}
+      <div><h3>${name}</h3><p class="soft small">${this.facts()}</p>
+        ${this.file.trouble ? html`<p class="problem">${t.media.trouble(this.file.trouble)}</p>` : nothing}</div>
+      <p class="users small" dir="auto">${users.length ? t.media.usedBy(listing(users)) : t.media.unused}</p>
+      <div class="end">${kind === 'sound' ? html`<listen-button file=${name}></listen-button>` : html`<span></span>`}
+        <button class="icon-button" aria-label=${t.media.remove(name)} title=${t.delete} @click=${this.erase}><ui-icon name="trash"></ui-icon></button></div></article>`;
+  }
+
+  private facts(): string {
+    const { kind, duration_ms: length } = this.file;
+    return kind === 'sound' && length !== undefined ? `${seconds(length)} · ${bytes(this.file.bytes)}` : bytes(this.file.bytes);
+  }
+
+  private async erase(): Promise<void> {
+    const users = store.usersOf(this.file);
+    if (users.length > 0) {
+      await this.tellUsers(users);
+      return;
+    }
+    const { name } = this.file;
+    const answer = await ask(t.media.removeTitle(name), html`<p>${t.media.removeText}</p>`, [{ key: 'delete', text: t.delete, variant: 'danger' }]);
+    if (answer !== 'delete') return;
+    try {
+      await request('DELETE', mediaPath(name));
+      toast({ text: t.media.removed(name) });
+    } catch (problem) {
+      // Somebody else has begun to use it meanwhile.
+      if (problem instanceof Problem && problem.users.length > 0) await this.tellUsers(problem.users);
+      else toast({ text: problem instanceof Problem ? problem.text : String(problem), tone: 'bad' });
+    }
+    await attempt(() => store.loadMedia());
+  }
+
+  private async tellUsers(users: MediaUser[]): Promise<void> {
+    await ask(t.media.inUseTitle(this.file.name), html`<p>${t.media.inUseText}</p>
+      <ul>${users.map(({ id, name }) => html`<li><a href=${editAddress(id)} dir="auto" @click=${(event: Event) => this.close(event)}>${name}</a></li>`)}</ul>`, []);
+  }
+
+  private close(event: Event): void {
+    void (event.target as Element).closest('sl-dialog')?.hide();
+  }
+}

@@ -1,0 +1,52 @@
+// An image of the media folder, which needs the token that an image element cannot send; or one from the web.
+
+import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
+import { customElement, property, state } from 'lit/decorators.js';
+import { fetchFile, mediaPath } from '../api/request';
+import { isImageAddress } from '../model/draft';
+
+@customElement('media-image')
+export class MediaImage extends LitElement {
+  static override styles = css`
+    :host { display: block; }
+    img { display: block; width: 100%; height: 100%; object-fit: var(--fit, contain); }
+  `;
+
+  @property() name = '';
+  @property() version = '';
+  @state() private source = '';
+
+  override willUpdate(changed: PropertyValues): void {
+    if (changed.has('name') || changed.has('version')) void this.load(this.name);
+  }
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    this.release();
+  }
+
+  private release(): void {
+    if (this.source.startsWith('blob:')) URL.revokeObjectURL(this.source);
+    this.source = '';
+  }
+
+  private async load(name: string): Promise<void> {
+    this.release();
+    if (/^https?:\/\//i.test(name)) {
+      this.source = name;
+      return;
+    }
+    if (!isImageAddress(name)) return;
+    try {
+      const source = URL.createObjectURL(await fetchFile(mediaPath(name)));
+      if (name === this.name) this.source = source;
+      else URL.revokeObjectURL(source);
+    } catch {
+      // There is none of this name: nothing is shown, as on a screen.
+    }
+  }
+
+  override render(): unknown {
+    return this.source ? html`<img src=${this.source} alt="" referrerpolicy="no-referrer" @error=${() => this.release()}>` : nothing;
+  }
+}

@@ -1,0 +1,41 @@
+// Rooms with their volumes, screens with what they show, and values that messages can follow.
+
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement } from 'lit/decorators.js';
+import { repeat } from 'lit/directives/repeat.js';
+import '../parts/room-card';
+import '../parts/screen-card';
+import '../parts/value-card';
+import { Following, store } from '../store/live';
+import { shared } from '../styles/shared';
+import { t } from '../texts';
+
+@customElement('house-view')
+export class HouseView extends LitElement {
+  static override styles = [shared, css`.group:first-of-type { margin-top: 0; } .none { color: var(--ink-soft); }`];
+
+  constructor() {
+    super();
+    new Following(this);
+  }
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    store.refreshSoon(); // no event tells that an output can be heard again
+  }
+
+  override render(): unknown {
+    const rooms = [...store.rooms.values()];
+    const screens = [...store.screens.values()];
+    return html`<div class="head"><h1>${t.house.title}</h1></div>
+      ${this.group(t.house.rooms, t.house.noRooms, rooms.length, repeat(rooms, (one) => one.id, (room) => html`<room-card .room=${room}></room-card>`))}
+      ${this.group(t.house.screens, t.house.noScreens, screens.length, repeat(screens, (one) => one.id, (screen) => html`<screen-card .screen=${screen}></screen-card>`))}
+      ${this.group(t.house.values, t.house.noValues, store.variables.length,
+        repeat(store.variables, (one) => `${one.device} ${one.variable}`, (value) => html`<value-card .value=${value}></value-card>`))}`;
+  }
+
+  private group(title: string, none: string, count: number, cards: unknown): unknown {
+    return html`<section class="group" aria-label=${title}><h2>${title}</h2>
+      ${count === 0 ? html`<p class="none">${none}</p>` : nothing}<div class="tiles">${cards}</div></section>`;
+  }
+}

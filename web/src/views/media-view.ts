@@ -1,0 +1,40 @@
+// The sounds and images of the house, and who uses them.
+
+import { LitElement, css, html, nothing } from 'lit';
+import { customElement } from 'lit/decorators.js';
+import { repeat } from 'lit/directives/repeat.js';
+import type { MediaFile } from '../api/types';
+import '../parts/media-card';
+import '../parts/media-drop';
+import { attempt } from '../parts/ui-toasts';
+import { Following, store } from '../store/live';
+import { shared } from '../styles/shared';
+import { t } from '../texts';
+
+@customElement('media-view')
+export class MediaView extends LitElement {
+  static override styles = [shared, css`.group { margin-top: 1.75rem; } .empty { margin-top: 1.5rem; }`];
+
+  constructor() {
+    super();
+    new Following(this);
+  }
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    void attempt(() => store.loadMedia());
+  }
+
+  override render(): unknown {
+    const files = store.media ?? [];
+    return html`<div class="head"><h1>${t.media.title}</h1></div><media-drop wanted="any"></media-drop>
+      ${store.media && files.length === 0 ? html`<section class="card empty"><ui-icon name="note"></ui-icon><h2>${t.media.none}</h2><p>${t.media.noneText}</p></section>` : nothing}
+      ${this.group(t.media.sounds, files.filter((one) => one.kind === 'sound'))}${this.group(t.media.images, files.filter((one) => one.kind === 'image'))}`;
+  }
+
+  private group(title: string, files: MediaFile[]): unknown {
+    if (files.length === 0) return nothing;
+    return html`<section class="group" aria-label=${title}><h2>${title}</h2>
+      <div class="tiles">${repeat(files, (one) => one.name, (file) => html`<media-card .file=${file}></media-card>`)}</div></section>`;
+  }
+}

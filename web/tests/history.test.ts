@@ -1,0 +1,35 @@
+import { describe, expect, it } from 'vitest';
+import type { HistoryEntry } from '../src/api/types';
+import { asCsv, filtered, outcomeOf, reasonOf } from '../src/model/history';
+
+const names = { room: (id: number) => `Room ${id}`, screen: (id: number) => `Screen ${id}` };
+const entry = (changes: Partial<HistoryEntry>): HistoryEntry => ({
+  id: 1, announcement: 3, name: 'Dinner', started: '2026-03-01T18:00:00Z', ended: '2026-03-01T18:00:05Z', rooms: [1], navigators: [5], file: 'chime', outcome: 'played', ...changes,
+});
+
+describe('the history', () => {
+  it('tells a failure from its reason', () => {
+    const failed = entry({ outcome: 'failed: there is no sound file' });
+    expect([outcomeOf(failed), reasonOf(failed)]).toEqual(['failed', 'there is no sound file']);
+    expect(reasonOf(entry({}))).toBe('');
+  });
+
+  it('is filtered by words, outcome and place', () => {
+    const all = [entry({}), entry({ id: 2, name: 'Café', rooms: [2], outcome: 'dismissed' })];
+    const ids = (filter: object) => filtered(all, { words: '', outcome: '', place: '', ...filter }, names).map((one) => one.id);
+    expect(ids({})).toEqual([1, 2]);
+    expect(ids({ words: 'cafe room' })).toEqual([2]);
+    expect(ids({ outcome: 'dismissed' })).toEqual([2]);
+    expect(ids({ place: 'room 1' })).toEqual([1]);
+    expect(ids({ place: 'screen 5', outcome: 'played' })).toEqual([1]);
+  });
+
+  it('becomes CSV that no text breaks out of, and none of which is a formula', () => {
+    const lines = asCsv([entry({ name: '=1+1, "x"\nnew' })], names).split('\r\n');
+    expect(lines).toEqual([
+      'started,ended,announcement,name,sound,rooms,screens,outcome',
+      '2026-03-01T18:00:00Z,2026-03-01T18:00:05Z,3,"\'=1+1, ""x""\nnew",chime,Room 1,Screen 5,played',
+      '',
+    ]);
+  });
+});

@@ -1,0 +1,56 @@
+import { describe, expect, it } from 'vitest';
+import type { Announcement } from '../src/api/types';
+import { blank } from '../src/model/draft';
+import { bytes, listing, seconds, soundOf } from '../src/model/format';
+import { refusalOf, safeName } from '../src/model/media';
+import { peaksIn } from '../src/model/peaks';
+import { routeOf } from '../src/model/route';
+import { matching } from '../src/model/search';
+
+describe('words and numbers', () => {
+  it('are what people say', () => {
+    expect([0, 500, 1500, 12345, 150000].map(seconds)).toEqual(['0 s', '0.5 s', '1.5 s', '12 s', '2 min 30 s']);
+    expect([999, 1500, 2500000].map(bytes)).toEqual(['999 bytes', '2 kB', '2.5 MB']);
+    expect(['/media/announcements/chime.wav', 'chime', '/media/announcements/.test-tone.wav'].map(soundOf)).toEqual(['chime', 'chime', 'test tone']);
+    expect([listing([]), listing(['a']), listing(['a', 'b', 'c'])]).toEqual(['', 'a', 'a, b and c']);
+  });
+});
+
+describe('names of files', () => {
+  it('become such as the media folder takes', () => {
+    expect(['Büro Gong (2).WAV', '…/../x.png', '??.wav', `${'a'.repeat(200)}.wav`].map(safeName))
+      .toEqual(['Buro-Gong-2.wav', 'x.png', 'file.wav', `${'a'.repeat(96)}.wav`]);
+  });
+
+  it('are refused by kind and size', () => {
+    expect(refusalOf({ name: 'a.wav', size: 10 }, 'sound')).toBe('');
+    expect(refusalOf({ name: 'a.png', size: 10 }, 'sound')).toMatch(/only WAV/);
+    expect(refusalOf({ name: 'a.png', size: 40e6 }, 'any')).toMatch(/at most 32 MB/);
+  });
+});
+
+describe('the address', () => {
+  it('names the view', () => {
+    expect(routeOf('')).toEqual({ place: 'announcements' });
+    expect(routeOf('#/house')).toEqual({ place: 'house' });
+    expect(routeOf('#/announcements/12')).toEqual({ place: 'announcements', editing: 12 });
+    expect(routeOf('#/announcements/new')).toEqual({ place: 'announcements', editing: null });
+    expect(routeOf('#/announcements/new?copy=7')).toEqual({ place: 'announcements', editing: null, copyOf: 7 });
+    expect(routeOf('#/announcements/x')).toEqual({ place: 'announcements' });
+  });
+});
+
+describe('searching', () => {
+  const all: Announcement[] = [{ ...blank(), id: 1, name: 'Café' }, { ...blank(), id: 2, name: 'Bus' }];
+  it('wants every word somewhere, marks or not', () => {
+    const ids = (words: string) => matching(all, words, (one) => (one.id === 2 ? 'Kitchen' : '')).map((one) => one.id);
+    expect([ids(' '), ids('CAFE'), ids('kitch bus'), ids('bus cafe')]).toEqual([[1, 2], [1], [2], []]);
+  });
+});
+
+describe('the picture of a sound', () => {
+  it('has the loudest of each part', () => {
+    expect(peaksIn([0, -0.5, 0.25, 0.1, 2, 0], 3)).toEqual([0.5, 0.25, 1]);
+    expect(peaksIn([], 2)).toEqual([0, 0]);
+  });
+});
