@@ -17,7 +17,8 @@ Json UsersOf(ApiContext& context, const std::string& name) {
     const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
     const std::string wanted = isSound ? name.substr(0, name.size() - std::string(".wav").size()) : name;
     Json users = Json::array();
-    for (const Json& one : Json::parse(announcement_json::ListFromXml(xml))["announcements"]) {
+    const Json list = Json::parse(announcement_json::ListFromXml(xml));
+    for (const Json& one : list["announcements"]) {
         if ((isSound ? one["audio"]["file"] : one["video"]["image"]) == wanted)
             users.push_back({{"id", one["id"]}, {"name", one["name"]}});
     }

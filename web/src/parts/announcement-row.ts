@@ -25,10 +25,12 @@ export class AnnouncementRow extends LitElement {
     .play:hover { background: var(--accent-strong); }
     .body { flex: 1; min-width: 0; }
     .title { display: flex; align-items: center; gap: .6rem; }
-    h2, .quote, .facts span { overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
+    h2 { display: -webkit-box; -webkit-box-orient: vertical; -webkit-line-clamp: 2; overflow: hidden; overflow-wrap: anywhere; }
+    .title .badge { flex: none; }
+    .quote, .facts span { overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
     .quote { color: var(--ink-soft); }
     .facts { display: flex; flex-wrap: wrap; gap: .1rem 1.1rem; margin-top: .25rem; }
-    .facts span { display: inline-flex; align-items: center; gap: .4rem; max-width: 100%; }
+    .facts > span { display: inline-flex; align-items: center; gap: .4rem; max-width: 100%; min-width: 0; }
     .more ui-icon { transition: transform .15s ease; }
     .more[aria-expanded="true"] ui-icon { transform: rotate(180deg); }
     .inside { margin-top: 1rem; padding-top: 1rem; border-top: 1px solid var(--line); }
@@ -72,9 +74,9 @@ export class AnnouncementRow extends LitElement {
   private renderFacts(): unknown {
     const { audio, rooms, navigators } = this.announcement;
     return html`<p class="facts soft small">
-      <span><ui-icon name="note"></ui-icon>${audio.file || t.list.noSound}</span>
-      <span><ui-icon name="speaker"></ui-icon>${listing(rooms.map(({ id }) => store.roomName(id))) || t.list.noRooms}</span>
-      <span><ui-icon name="display"></ui-icon>${listing(navigators.map(({ id }) => store.screenName(id))) || t.list.noScreens}</span></p>`;
+      <span><ui-icon name="note"></ui-icon><span>${audio.file || t.list.noSound}</span></span>
+      <span><ui-icon name="speaker"></ui-icon><span>${listing(rooms.map(({ id }) => store.roomName(id))) || t.list.noRooms}</span></span>
+      <span><ui-icon name="display"></ui-icon><span>${listing(navigators.map(({ id }) => store.screenName(id))) || t.list.noScreens}</span></span></p>`;
   }
 
   private renderInside(): unknown {

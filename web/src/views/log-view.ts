@@ -13,6 +13,7 @@ import { t } from '../texts';
 export class LogView extends LitElement {
   static override styles = [shared, css`
     .head select { width: auto; min-width: 11rem; }
+    @media (max-width: 699px) { .head h1 { flex-basis: 100%; } .head select { flex: 1; } }
     .log { max-height: 62vh; overflow-y: auto; padding: .5rem 0; }
     li { display: grid; grid-template-columns: 7rem 1fr; gap: .75rem; padding: .4rem 1.1rem; }
     time { color: var(--ink-soft); font-variant-numeric: tabular-nums; }
@@ -41,7 +42,7 @@ export class LogView extends LitElement {
         <sl-button @click=${() => { this.held = this.held ? null : store.log.lines; }}>${this.held ? t.logView.resume : t.logView.pause}</sl-button>
         <sl-button @click=${this.clear}>${t.logView.clear}</sl-button></div>
       ${lines.length === 0 ? html`<section class="card empty"><ui-icon name="journal"></ui-icon><p>${t.logView.none}</p></section>`
-        : html`<ol class="card log" tabindex="0" role="log" aria-label=${t.logView.lines}>${repeat(lines, (line) => line.number, renderLine)}</ol>`}
+        : html`<div class="card log" tabindex="0" role="log" aria-label=${t.logView.lines}><ol>${repeat(lines, (line) => line.number, renderLine)}</ol></div>`}
       ${this.renderFacts()}`;
   }
 
