@@ -78,11 +78,11 @@ export class PageShell extends LitElement {
 
   override render(): unknown {
     return html`<button class="skip" @click=${() => this.main.focus()}>${t.skip}</button>
-      <header>
+      <div class="frame" role="region" aria-label=${t.appName}>
         <div class="brand"><img src="/assets/icon.svg" alt="" width="32" height="32"><strong dir="auto">${store.status?.house ?? t.appName}</strong></div>
         ${this.renderNav()}
         <div class="tools"><link-state></link-state>${this.renderTools()}</div>
-      </header>
+      </div>
       <div class="page">${this.renderBanner()}<main tabindex="-1">${this.renderView()}</main></div>
       ${store.mayPlay ? html`<now-bar></now-bar>` : nothing}
       <ui-toasts></ui-toasts>`;

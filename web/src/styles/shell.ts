@@ -5,7 +5,7 @@ import { css } from 'lit';
 export const shellStyles = css`
   .skip { position: fixed; z-index: 1000; top: -6rem; left: 1rem; padding: .75rem 1rem; border: 0; border-radius: 10px; background: var(--card); color: var(--accent); font: inherit; }
   .skip:focus { top: 1rem; }
-  header { position: sticky; z-index: 20; top: 0; display: flex; align-items: center; gap: .75rem; padding: .5rem .75rem .5rem 1rem; background: var(--ground); border-bottom: 1px solid var(--line); }
+  .frame { position: sticky; z-index: 20; top: 0; display: flex; align-items: center; gap: .75rem; padding: .5rem .75rem .5rem 1rem; background: var(--ground); border-bottom: 1px solid var(--line); }
   .brand { display: flex; align-items: center; gap: .7rem; min-width: 0; flex: 1; }
   .brand strong { overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
   .brand img { flex: none; border-radius: 9px; }
@@ -25,7 +25,7 @@ export const shellStyles = css`
   ui-toasts { --toasts: calc(9.2rem + env(safe-area-inset-bottom, 0px)); }
 
   @media (min-width: 700px) {
-    header { position: fixed; inset: 0 auto 0 0; flex-direction: column; width: 6rem; padding: 1rem .5rem; gap: 1.25rem; border: 0; border-right: 1px solid var(--line); background: var(--card); }
+    .frame { position: fixed; inset: 0 auto 0 0; flex-direction: column; width: 6rem; padding: 1rem .5rem; gap: 1.25rem; border: 0; border-right: 1px solid var(--line); background: var(--card); }
     .brand { flex: none; }
     .brand strong { display: none; }
     nav { position: static; flex-direction: column; justify-content: flex-start; flex: 1; align-self: stretch; gap: .35rem; padding: 0; border: 0; overflow-y: auto; }
@@ -39,7 +39,7 @@ export const shellStyles = css`
     ui-toasts { --toasts: 6rem; }
   }
   @media (min-width: 1100px) {
-    header { width: var(--nav); padding: 1.5rem 1rem; align-items: stretch; }
+    .frame { width: var(--nav); padding: 1.5rem 1rem; align-items: stretch; }
     .brand { padding: 0 .5rem; }
     .brand strong { display: block; font-size: 1.05rem; }
     nav a { display: flex; align-items: center; gap: .9rem; min-height: 3rem; padding: 0 1rem; font-size: 1rem; }
