@@ -83,7 +83,7 @@ export class PageShell extends LitElement {
         ${this.renderNav()}
         <div class="tools"><link-state></link-state>${this.renderTools()}</div>
       </div>
-      <div class="page">${this.renderBanner()}<main tabindex="-1">${this.renderView()}</main></div>
+      <div class="page ${store.status?.playing ? 'playing' : ''}">${this.renderBanner()}<main tabindex="-1">${this.renderView()}</main></div>
       ${store.mayPlay ? html`<now-bar></now-bar>` : nothing}
       <ui-toasts></ui-toasts>`;
   }

@@ -58,9 +58,9 @@ function screenRow(id: number, room: number, moments: Moment[], length: number):
 
 const lasts = (bar: Bar): boolean => bar.end > bar.start;
 
-/** Where the picture has its marks, in milliseconds: never more than about eight. */
+/** Where the picture has its marks, in milliseconds: few enough for a phone. */
 export function marksOf(length: number): number[] {
-  const step = [500, 1000, 2000, 5000, 10000, 30000, 60000].find((one) => length / one <= 8) ?? 120000;
+  const step = [500, 1000, 2000, 5000, 10000, 30000, 60000].find((one) => length / one <= 5) ?? 120000;
   const marks: number[] = [];
   for (let at = 0; at <= length; at += step) marks.push(at);
   return marks;

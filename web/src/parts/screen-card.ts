@@ -18,6 +18,7 @@ export class ScreenCard extends LitElement {
     .shows { padding: .7rem .9rem; border-radius: 12px; background: var(--sunk); overflow-wrap: anywhere; color: var(--ink-soft); }
     .shows.on { background: var(--accent-soft); color: var(--ink); font-weight: 500; }
     .end { display: flex; flex-wrap: wrap; justify-content: flex-end; gap: .6rem; }
+    .end sl-button { flex: 1 1 auto; }
   `];
 
   @property({ attribute: false }) screen!: Screen;

@@ -14,8 +14,9 @@ export const shellStyles = css`
   nav { position: fixed; z-index: 30; inset: auto 0 0 0; display: flex; justify-content: space-around; padding: .25rem .25rem calc(.25rem + env(safe-area-inset-bottom, 0px)); background: var(--card); border-top: 1px solid var(--line); }
   nav a { flex: 1; display: grid; justify-items: center; gap: .2rem; min-height: 3.4rem; padding: .55rem 0 .3rem; border-radius: 12px; color: var(--ink-soft); font-size: .72rem; font-weight: 500; text-decoration: none; }
   nav ui-icon { font-size: 1.25rem; }
-  nav a[aria-current] { color: var(--accent); font-weight: 700; }
+  nav a[aria-current] { color: var(--accent); font-weight: 600; }
   .page { padding: 1.25rem 1rem 11rem; }
+  .page.playing { --now: 5.2rem; }
   main { max-width: 78rem; margin: 0 auto; }
   main:focus-visible { outline: none; }
   .banner { display: flex; align-items: center; gap: .75rem; max-width: 78rem; margin: 0 auto 1rem; padding: .8rem 1rem; border-radius: 12px; background: var(--warning-soft); color: var(--warning); font-weight: 500; }
@@ -25,7 +26,7 @@ export const shellStyles = css`
   ui-toasts { --toasts: calc(9.2rem + env(safe-area-inset-bottom, 0px)); }
 
   @media (min-width: 700px) {
-    .frame { position: fixed; inset: 0 auto 0 0; flex-direction: column; width: 6rem; padding: 1rem .5rem; gap: 1.25rem; border: 0; border-right: 1px solid var(--line); background: var(--card); }
+    .frame { position: fixed; inset: 0 auto 0 0; flex-direction: column; width: 7.5rem; padding: 1rem .5rem; gap: 1.25rem; border: 0; border-right: 1px solid var(--line); background: var(--card); }
     .brand { flex: none; }
     .brand strong { display: none; }
     nav { position: static; flex-direction: column; justify-content: flex-start; flex: 1; align-self: stretch; gap: .35rem; padding: 0; border: 0; overflow-y: auto; }
@@ -34,8 +35,8 @@ export const shellStyles = css`
     nav a[aria-current] { background: var(--accent-soft); }
     .tools { flex-direction: column; gap: .4rem; margin-top: auto; }
     .tools link-state { margin: 0; }
-    .page { margin-left: 6rem; padding: 2rem 2rem 9rem; }
-    now-bar { inset: auto 2rem 1.25rem 8rem; }
+    .page { margin-left: 7.5rem; padding: 2rem 1.75rem 9rem; }
+    now-bar { inset: auto 1.75rem 1.25rem 9.25rem; }
     ui-toasts { --toasts: 6rem; }
   }
   @media (min-width: 1100px) {
