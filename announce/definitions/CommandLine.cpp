@@ -46,8 +46,9 @@ public:
     /// What nobody has taken; an option before a word, which may be its value.
     [[nodiscard]] std::string FirstUnexpected() const {
         const auto left = m_app.remaining(true);
-        const auto option = std::find_if(left.begin(), left.end(),
-                                         [](const std::string& word) { return word.rfind("-", 0) == 0; });
+        const auto option = std::find_if(left.begin(), left.end(), [](const std::string& word) {
+            return !word.empty() && word.front() == '-';
+        });
         return option != left.end() ? *option : left.empty() ? "" : left.front();
     }
 

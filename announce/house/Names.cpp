@@ -19,6 +19,7 @@ std::string Shown(const Named& named) {
 [[noreturn]] void
 RefuseUnknown(const std::vector<Named>& all, const std::string& wanted, const std::string& kind) {
     std::vector<std::string> known;
+    known.reserve(all.size());
     for (const Named& named : all)
         known.push_back(named.name);
     std::vector<std::string> near;
@@ -85,6 +86,7 @@ std::size_t Find(const std::vector<Named>& all, const std::string& wanted, const
     if (exact.size() == 1)
         return exact.front();
     std::vector<std::string> candidates;
+    candidates.reserve(found.size());
     for (const std::size_t index : found)
         candidates.push_back(Shown(all[index]));
     throw Failure(ExitStatus::Ambiguous, "several " + kind + "s are called \"" + text::Visible(wanted) + "\"",

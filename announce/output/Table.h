@@ -20,11 +20,11 @@ public:
         Align align = Align::Left;
     };
     struct Cell {
-        Cell(std::string words,
-             Style look = Style::Plain) // NOLINT(google-explicit-constructor): cells are texts
-            : text(std::move(words))
-            , style(look) {}
-        Cell(const char* words) : text(words) {} // NOLINT(google-explicit-constructor)
+        // Cells are texts, and are written as such.
+        // NOLINTNEXTLINE(google-explicit-constructor)
+        Cell(std::string words, Style look = Style::Plain) : text(std::move(words)), style(look) {}
+        // NOLINTNEXTLINE(google-explicit-constructor)
+        Cell(const char* words) : text(words) {}
 
         std::string text;
         Style style = Style::Plain;
