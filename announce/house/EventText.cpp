@@ -34,6 +34,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
          "{navigator} shows[ \"{message}\"][ the value of {variable}][ with {image}][ for {duration_ms}]"},
         {"popup_changed", "{navigator} shows \"{message}\" now"},
         {"popup_hidden", "the popup of {navigator} is gone[ ({why})]"},
+        {"pages_changed", "{navigator} is open on pages: {pages}"},
         {"variable_changed", "variable {device}/{variable} is \"{value}\""},
         {"state_saved", "everything is saved"},
         {"state_not_saved", "it cannot be saved: {reason}"},

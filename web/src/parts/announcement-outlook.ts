@@ -4,6 +4,7 @@ import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { Problem, request } from '../api/request';
 import type { AnnouncementBody, Rehearsal } from '../api/types';
+import { errorsIn } from '../model/draft';
 import { shared } from '../styles/shared';
 import { t } from '../texts';
 import './announcement-timeline';
@@ -26,9 +27,11 @@ export class AnnouncementOutlook extends LitElement {
     const text = JSON.stringify(body);
     if (text === this.asked) return;
     const pause = this.asked ? PAUSE : 0;
+    const isWrong = Object.keys(errorsIn(body)).length > 0;
     this.asked = text;
     clearTimeout(this.timer);
-    this.timer = window.setTimeout(() => void this.rehearse(text, body), pause);
+    this.problem = isWrong ? t.timeline.wrong : '';
+    if (!isWrong) this.timer = window.setTimeout(() => void this.rehearse(text, body), pause);
   }
 
   override disconnectedCallback(): void {
