@@ -38,6 +38,23 @@ Request MakeRequest(const Connection& connection, const HttpQuestion& question) 
     return request;
 }
 
+/// Sends the next piece; `sent` grows by its size.
+template <class Stream, class Serializer>
+error_code SendPiece(EventLoop& loop, Stream& stream, Serializer& serializer, std::size_t& sent) {
+    beast::get_lowest_layer(stream).expires_after(kPatience);
+    std::size_t piece = 0;
+    const auto start = [&](auto done) {
+        const auto keep = [&piece, done](const error_code& error, std::size_t size) {
+            piece = size;
+            done(error);
+        };
+        http::async_write_some(stream, serializer, keep);
+    };
+    const error_code error = loop.Await(start);
+    sent += piece;
+    return error;
+}
+
 /// Sends the request piece by piece. The error of a controller that has answered and stopped reading is not
 /// told here: its answer says more.
 template <class Stream>
@@ -46,18 +63,9 @@ void Send(EventLoop& loop, Stream& stream, const Request& request, const HttpQue
     serializer.limit(kPiece);
     std::size_t sent = 0;
     while (!serializer.is_done()) {
-        beast::get_lowest_layer(stream).expires_after(kPatience);
-        std::size_t piece = 0;
-        const error_code error = loop.Await([&](auto done) {
-            http::async_write_some(stream, serializer,
-                                   [&piece, done](const error_code& why, std::size_t size) {
-                                       piece = size;
-                                       done(why);
-                                   });
-        });
+        const error_code error = SendPiece(loop, stream, serializer, sent);
         if (error && error != http::error::need_buffer)
             return;
-        sent += piece;
         if (question.progress)
             question.progress(std::min(sent, question.body.size()));
     }

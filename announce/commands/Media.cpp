@@ -21,7 +21,7 @@ constexpr std::uintmax_t kMostBytes = 32U << 20U;
 std::string SizeText(std::uint64_t bytes) {
     if (bytes < 1024)
         return std::to_string(bytes) + " B";
-    const bool isMega = bytes >= 1024U * 1024U;
+    const bool isMega = bytes >= 1048576U;
     char text[32];
     (void)std::snprintf(text, sizeof text, "%.1f %s",
                         static_cast<double>(bytes) / (isMega ? 1048576.0 : 1024.0),

@@ -46,9 +46,9 @@ void Report(Session& session, const ImportPlan& plan, const Json& stored) {
     }
     for (std::size_t index = 0; index < plan.changes.size(); ++index) {
         const auto& change = plan.changes[index];
-        const std::string name = text::Visible(change.announcement.at("name").get<std::string>());
+        std::string name = text::Visible(change.announcement.at("name").get<std::string>());
         const std::string what = change.present.is_null() ? "added" : "replaced";
-        session.output.Line(name + (isTrial ? " would be " : " is ") + what);
+        session.output.Line(name.append(isTrial ? " would be " : " is ").append(what));
     }
     if (plan.unchanged > 0)
         session.output.Line(std::to_string(plan.unchanged) + " are there already");

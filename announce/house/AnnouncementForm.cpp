@@ -129,17 +129,18 @@ private:
         if (!value.IsSequence() && !value.IsNull())
             throw Failure(ExitStatus::Usage, list.key + " is no list", "lines that begin with \"  - \"");
         Json items = Json::array();
-        for (const YAML::Node& node : value) {
-            Guarded(node.Mark(), [&] {
-                Json item = ItemFor(list, ReadItem(node, list.firstKey));
-                for (const Json& other : items) {
-                    if (other.at("id") == item.at("id"))
-                        throw Failure(ExitStatus::Usage, "it stands twice in " + list.key);
-                }
-                items.push_back(std::move(item));
-            });
-        }
+        for (const YAML::Node& node : value)
+            Guarded(node.Mark(), [&] { AddItem(list, node, items); });
         m_read[list.member] = std::move(items);
+    }
+
+    void AddItem(const form_fields::List& list, const YAML::Node& node, Json& items) {
+        Json item = ItemFor(list, ReadItem(node, list.firstKey));
+        for (const Json& other : items) {
+            if (other.at("id") == item.at("id"))
+                throw Failure(ExitStatus::Usage, "it stands twice in " + list.key);
+        }
+        items.push_back(std::move(item));
     }
 
     /// The original's item when its text is the same, else what the text says.

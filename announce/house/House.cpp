@@ -78,7 +78,7 @@ const Json& House::FindVariable(const std::string& text) {
 std::string House::FindMedia(const std::string& text, const std::string& kind) {
     std::vector<std::string> known;
     for (const Json& file : Media()) {
-        const std::string name = file.at("name");
+        std::string name = file.at("name");
         if (name == text || (kind == "sound" && name == text + ".wav"))
             return name;
         if (kind == "file" || file.at("kind") == kind)

@@ -14,7 +14,7 @@ constexpr std::size_t kNumber = 5; ///< " 100%"
 
 } // namespace
 
-Progress::Progress(std::string what, std::size_t total)
+Progress::Progress(const std::string& what, std::size_t total)
     : m_what(text::Visible(what))
     , m_total(total)
     , m_terminal(Terminal::Of(STDERR_FILENO)) {

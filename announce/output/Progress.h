@@ -9,7 +9,7 @@
 /// the end.
 class Progress {
 public:
-    Progress(std::string what, std::size_t total);
+    Progress(const std::string& what, std::size_t total);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress();
