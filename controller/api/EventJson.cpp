@@ -2,6 +2,7 @@
 
 #include "controller/api/ApiTime.h"
 #include "controller/api/HouseJson.h"
+#include "controller/api/MediaName.h"
 
 #include <nlohmann/json.hpp>
 
@@ -99,9 +100,12 @@ struct DataWriter {
     }
     Json operator()(const events::ScreensWoken& data) const { return {{"room", data.room}}; }
     Json operator()(const events::ScreensRested& data) const { return {{"room", data.room}}; }
-    Json operator()(const events::SoundStarted& data) const { return {{"file", data.file}}; }
+    Json operator()(const events::SoundStarted& data) const {
+        return {{"file", media_name::SoundOf(data.file)}};
+    }
     Json operator()(const events::SoundEnded& data) const {
-        return {{"file", data.file}, {"error", data.error.empty() ? Json(nullptr) : Json(data.error)}};
+        return {{"file", media_name::SoundOf(data.file)},
+                {"error", data.error.empty() ? Json(nullptr) : Json(data.error)}};
     }
     Json operator()(const events::PopupShown& data) const {
         return {{"navigator", data.navigator}, {"popup", PopupOf(data, time)}};

@@ -127,7 +127,7 @@ Json Status(const ApiContext& context) {
                    {"since", ApiTime(current->since)}};
     Json sound;
     if (const auto& current = watch.CurrentSound())
-        sound = {{"file", current->file}, {"since", ApiTime(current->since)}};
+        sound = {{"file", media_name::SoundOf(current->file)}, {"since", ApiTime(current->since)}};
     Json popups = Json::array();
     for (const Popups::Popup& popup : context.parts.popups.Standing())
         popups.push_back({{"navigator", popup.navigator}, {"popup", Popup(popup)}});

@@ -68,4 +68,14 @@ bool IsTypeFor(std::string_view name, std::string_view contentType) {
            std::find(std::begin(kSoundTypes), std::end(kSoundTypes), type) != std::end(kSoundTypes);
 }
 
+std::string SoundOf(std::string_view path) {
+    constexpr std::string_view kFolder = "/media/announcements/";
+    constexpr std::string_view kEnding = ".wav";
+    if (path.substr(0, kFolder.size()) == kFolder)
+        path.remove_prefix(kFolder.size());
+    if (path.size() >= kEnding.size() && path.substr(path.size() - kEnding.size()) == kEnding)
+        path.remove_suffix(kEnding.size());
+    return std::string(path);
+}
+
 } // namespace media_name

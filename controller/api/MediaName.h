@@ -14,6 +14,9 @@ enum class Kind { None, Sound, Image };
 /// `None` for a name that is not taken.
 [[nodiscard]] Kind KindOf(std::string_view name) noexcept;
 
+/// The sound that the agent plays under this path: "/media/announcements/chime.wav" is "chime".
+[[nodiscard]] std::string SoundOf(std::string_view path);
+
 /// What a name has to be, in words.
 [[nodiscard]] std::string Right();
 

@@ -1,5 +1,6 @@
 #include "controller/api/RehearsalTimeline.h"
 
+#include "controller/api/MediaName.h"
 #include "controller/log/Log.h"
 #include "framework/CmdMessage.h"
 #include "framework/DriverModule.h"
@@ -131,9 +132,7 @@ private:
     void StreamClosed(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_closed"); }
 
     void SoundStarted(VirtualTime now, const Arguments& arguments) {
-        std::string_view file = std::get<std::string_view>(arguments[0]);
-        file.remove_prefix(std::min(file.size(), file.rfind('/') + 1));
-        Add(now, "sound_started", {{"file", std::string(file.substr(0, file.rfind(".wav")))}});
+        Add(now, "sound_started", {{"file", media_name::SoundOf(std::get<std::string_view>(arguments[0]))}});
     }
 
     void CommandSent(VirtualTime now, const Arguments& arguments) {

@@ -1,5 +1,6 @@
 #include "controller/api/Handlers.h"
 #include "controller/api/HouseJson.h"
+#include "controller/api/MediaName.h"
 #include "controller/api/OpenApi.h"
 #include "controller/api/OperationParameters.h"
 
@@ -43,7 +44,7 @@ Json HistoryOf(const std::vector<HistoryEntry>& entries) {
                            {"ended", entry.endedAt},
                            {"rooms", entry.rooms},
                            {"navigators", entry.navigators},
-                           {"file", entry.file},
+                           {"file", media_name::SoundOf(entry.file)},
                            {"outcome", entry.outcome}});
     return {{"history", std::move(history)}};
 }

@@ -2,6 +2,7 @@
 
 #include "controller/http/Problem.h"
 #include "controller/http/ReplyHead.h"
+#include "controller/http/RequestHead.h"
 #include "controller/http/WebSocketConnection.h"
 
 #include <boost/asio/ssl/stream.hpp>
@@ -13,39 +14,18 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <exception>
 #include <limits>
 #include <optional>
 #include <type_traits>
 
-// Beast takes long to compile: this is the only source that includes it.
+// Beast takes long to compile: this and RequestHead.cpp are the only sources that include it.
 
 namespace {
 
 namespace http = boost::beast::http;
 using Clock = std::chrono::steady_clock;
 using TlsStream = boost::asio::ssl::stream<HttpSocket>;
-
-std::string_view View(boost::beast::string_view text) noexcept {
-    return {text.data(), text.size()};
-}
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return lower;
-}
-
-/// Sixteen bytes, in base64.
-bool IsWebSocketKey(std::string_view key) noexcept {
-    const std::string_view digits = key.substr(0, 22);
-    return key.size() == 24 && key.substr(22) == "==" &&
-           std::all_of(digits.begin(), digits.end(), [](unsigned char digit) {
-               return std::isalnum(digit) != 0 || digit == '+' || digit == '/';
-           });
-}
 
 template <class Stream>
 class HttpConnection final : public HttpExchange,
@@ -218,22 +198,14 @@ void HttpConnection<Stream>::ParseFailed(const boost::system::error_code& error)
 template <class Stream>
 void HttpConnection<Stream>::FillRequest() {
     const auto& message = m_parser->get();
-    m_request = {};
-    m_request.method = std::string(View(message.method_string()));
+    m_request = RequestOf(message);
     m_isHeadRequest = m_request.method == "HEAD";
     if (m_isHeadRequest)
         m_request.method = "GET";
-    const std::string_view target = View(message.target());
-    const std::size_t question = target.find('?');
-    m_request.path = std::string(target.substr(0, question));
-    if (question != std::string_view::npos)
-        m_request.query = std::string(target.substr(question + 1));
     m_request.peer = m_place->Address();
     m_request.isSecure = kIsSecure;
     m_request.isUpgrade = boost::beast::websocket::is_upgrade(message);
     m_request.hasBody = !m_parser->is_done();
-    for (const auto& field : message)
-        m_request.headers.emplace_back(Lower(View(field.name_string())), std::string(View(field.value())));
 }
 
 template <class Stream>

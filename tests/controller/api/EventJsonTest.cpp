@@ -41,6 +41,13 @@ TEST(EventJsonTest, ImagesComeFromTheMediaFolderOrTheWebAndFromNowhereElse) {
         EXPECT_EQ(imageOf(image), "") << image;
 }
 
+TEST(EventJsonTest, SoundsAreToldByTheNameThatAnnouncementsHave) {
+    EXPECT_EQ(event_json::DataOf(At(events::SoundStarted{"/media/announcements/chime.wav"})),
+              R"({"file":"chime"})");
+    EXPECT_EQ(event_json::DataOf(At(events::SoundEnded{"/media/announcements/bells/big.wav", "gone"})),
+              R"({"file":"bells/big","error":"gone"})");
+}
+
 TEST(EventJsonTest, WhatIsNoBusinessOfAPageIsNotTold) {
     EXPECT_EQ(event_json::ForPage(At(events::LogLine{Severity::Error, "x"})).type, nullptr);
     EXPECT_EQ(event_json::ForPage(At(events::VariableChanged{1, 2, "x"})).type, nullptr);

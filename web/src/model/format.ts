@@ -31,10 +31,7 @@ export function listing(words: string[]): string {
   return words.length < 2 ? words.join('') : t.and(words.slice(0, -1).join(', '), words[words.length - 1] ?? '');
 }
 
-/** What plays, by the path that the agent names it by: "/media/announcements/chime.wav" -> "chime". */
-export function soundOf(path: string): string {
-  const name = path.replace(/^.*\//, '').replace(/\.wav$/, '');
-  return name === '.test-tone' ? t.names.testTone : name;
-}
+/** What a sound is called: the name that announcements know it by, but for the test tone. */
+export const soundOf = (file: string): string => (file === '.test-tone' ? t.names.testTone : file);
 
 export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);
