@@ -1,6 +1,7 @@
 #include "announce/house/ImportPlan.h"
 
 #include "announce/Failure.h"
+#include "announce/house/AnnouncementOptions.h"
 
 #include <algorithm>
 
@@ -20,17 +21,7 @@ Json WithoutId(Json announcement) {
 
 /// Members that are left out have their usual values in the API; here they are put in, to compare.
 Json Completed(const Json& announcement) {
-    Json whole{{"name", ""},
-               {"audio", {{"file", ""}, {"delay_ms", 0}}},
-               {"video",
-                {{"image", ""},
-                 {"text", ""},
-                 {"delay_ms", 0},
-                 {"timeout_ms", 0},
-                 {"ok_button", true},
-                 {"variable", nullptr}}},
-               {"rooms", Json::array()},
-               {"navigators", Json::array()}};
+    Json whole = announcement_options::Nothing();
     whole.update(announcement, true);
     whole.erase("id");
     return whole;
