@@ -36,20 +36,21 @@ void Started(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer
         });
 }
 
+void Play(ApiContext& context, Call call, const AgentAnswer& added) {
+    agent_reply::Require(added);
+    const auto id = static_cast<std::uint32_t>(std::stoul(added.value));
+    context.parts.announcements.Play(
+        id, [&context, call, id](const Outcome& played) { Started(context, call, id, played.answer); });
+}
+
 /// Plays what is stored for this once. It goes through the agent like every announcement, so that nothing
 /// else plays at the same time and every room is put back.
 void PlayOnce(ApiContext& context, Call call, const nlohmann::json& announcement) {
     RefuseWhilePlaying(context);
     const std::string xml = announcement_json::ToXml(announcement, 0);
     context.parts.announcements.Request(
-        "add_announcement", {{"announcement", xml}}, [&context, call](const Outcome& added) {
-            call->Guard([&] {
-                agent_reply::Require(added.answer);
-                const auto id = static_cast<std::uint32_t>(std::stoul(added.answer.value));
-                context.parts.announcements.Play(
-                    id, [&](const Outcome& played) { Started(context, call, id, played.answer); });
-            });
-        });
+        "add_announcement", {{"announcement", xml}},
+        [&context, call](const Outcome& added) { call->Guard([&] { Play(context, call, added.answer); }); });
 }
 
 } // namespace

@@ -5,9 +5,8 @@
 
 #include <fstream>
 #include <stdexcept>
-#include <utility>
 
-TestTone::TestTone(std::filesystem::path folder) : m_file(std::move(folder) / "test-tone.wav") {}
+TestTone::TestTone(const std::filesystem::path& folder) : m_file(folder / "test-tone.wav") {}
 
 bool TestTone::Is(const std::string& announcedPath) {
     return announcedPath == std::string(audio::MediaFolder::kPrefix) + kName + ".wav";

@@ -11,7 +11,7 @@ public:
     static constexpr const char* kName = ".test-tone";
 
     /// `folder` is where the file is kept.
-    explicit TestTone(std::filesystem::path folder);
+    explicit TestTone(const std::filesystem::path& folder);
 
     /// Whether this is the path by which the agent asks for the tone.
     [[nodiscard]] static bool Is(const std::string& announcedPath);

@@ -237,8 +237,9 @@ TEST_F(HouseFileTest, WhatIsNoYamlIsToldWithItsLine) {
 TEST_F(HouseFileTest, OneDocumentIsAHouseAndNoneOrSeveralAreNot) {
     const std::string house = "name: H\nmedia_folder: media\ndata_folder: data\n";
     EXPECT_EQ(Mistakes("---\n" + house + "...\n"), Places{});
+    const std::string twoHouses = house + "---\n" + house;
     for (const std::string& text :
-         {std::string(), std::string("# a comment\n"), std::string("---\n"), house + "---\n" + house})
+         {std::string(), std::string("# a comment\n"), std::string("---\n"), twoHouses})
         EXPECT_EQ(Mistakes(text), Places{"0 "}) << text;
     // The YAML library takes it for empty documents without end.
     EXPECT_EQ(Mistakes(",\n"), Places{"0 "});

@@ -132,17 +132,20 @@ TEST_F(HttpServerTest, WebSocketRequestThatIsNoGoodIsRefusedInOurOwnWords) {
         "GET /events HTTP/1.1\r\nHost: x\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n";
     const std::string version = "Sec-WebSocket-Version: 13\r\n";
     const std::string key = "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n";
+    const auto replyTo = [&](const std::string& headers) {
+        return Ask(head + headers + "\r\n");
+    };
 
     for (const std::string& bad :
          {std::string(), std::string("Sec-WebSocket-Key: \r\n"),
           std::string("Sec-WebSocket-Key: dGhlIA==\r\n"),
           std::string("Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQdGhlIHNhbXBsZSBub25jZQ==\r\n")}) {
-        const std::string reply = Ask(head + version + bad + "\r\n");
+        const std::string reply = replyTo(version + bad);
         EXPECT_TRUE(HasStatus(reply, 400)) << reply;
         EXPECT_NE(reply.find("application/problem+json"), std::string::npos) << reply;
     }
     for (const std::string& bad : {std::string(), std::string("Sec-WebSocket-Version: 8\r\n")}) {
-        const std::string reply = Ask(head + bad + key + "\r\n");
+        const std::string reply = replyTo(bad + key);
         EXPECT_TRUE(HasStatus(reply, 426)) << reply;
         EXPECT_NE(reply.find("Sec-WebSocket-Version: 13\r\n"), std::string::npos) << reply;
         EXPECT_NE(reply.find("application/problem+json"), std::string::npos) << reply;

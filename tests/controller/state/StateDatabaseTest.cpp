@@ -168,7 +168,7 @@ TEST_F(StateDatabaseTest, RecoveredALongStateIsTheNewestThatIsWhole) {
                                      "UPDATE sqlite_master SET rootpage=9999 WHERE name='torn';");
         }
         (void)StateDatabase::Recover(m_folder.Path());
-        const std::string state = StateDatabase(m_folder.Path()).Read().agentState;
+        std::string state = StateDatabase(m_folder.Path()).Read().agentState;
         std::filesystem::remove(File());
         return state;
     };
