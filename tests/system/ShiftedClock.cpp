@@ -25,6 +25,9 @@ long Shift() {
 
 extern "C" {
 
+// The library's own names of the parameters are reserved.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+
 __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* time) noexcept {
     const auto result = static_cast<int>(syscall(SYS_clock_gettime, clock, time));
     if (result == 0 && (clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE))
@@ -47,5 +50,7 @@ __attribute__((visibility("default"))) time_t time(time_t* result) noexcept {
         *result = now.tv_sec;
     return now.tv_sec;
 }
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 } // extern "C"
