@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <optional>
-#include <sstream>
 
 using Json = nlohmann::ordered_json;
 
@@ -53,26 +52,24 @@ Json Shown(ApiContext& context, std::uint32_t id) {
     return announcement;
 }
 
-/// Changes when the announcement does. Playing one gives it a time of its own where it had none, which is no
-/// change to people.
-std::string TagOf(Json announcement) {
-    auto& timeout = announcement["video"]["timeout_ms"];
-    if (timeout == 0)
-        timeout = 30000;
-    std::ostringstream tag;
-    tag << '"' << std::hex << std::hash<std::string>{}(announcement.dump()) << '"';
-    return tag.str();
+/// Changes when the announcement does, whose JSON text this is. Playing one gives it a time of its own where
+/// it had none, which is no change to people. Within a text of the announcement its quotes would be escaped.
+std::string TagOf(std::string text) {
+    constexpr std::string_view kNoTime = R"("timeout_ms":0,)";
+    if (const std::size_t place = text.find(kNoTime); place != std::string::npos)
+        text.replace(place, kNoTime.size(), R"("timeout_ms":30000,)");
+    return '"' + std::to_string(std::hash<std::string>{}(text)) + '"';
 }
 
 void ReplyShown(ApiContext& context, Call call, unsigned status, std::uint32_t id) {
-    const Json announcement = Shown(context, id);
+    std::string text = Shown(context, id).dump();
     HttpReply reply;
     reply.status = status;
     reply.contentType = "application/json";
     if (status == 201)
         reply.headers.emplace_back("Location", "/api/announcements/" + IdText(id));
-    reply.headers.emplace_back("ETag", TagOf(announcement));
-    reply.body = announcement.dump();
+    reply.headers.emplace_back("ETag", TagOf(text));
+    reply.body = std::move(text);
     call->Reply(std::move(reply));
 }
 
@@ -81,7 +78,7 @@ void RequireMatch(ApiContext& context, Call call, std::uint32_t id) {
     const std::string_view wanted = call->Request().Header("if-match");
     if (wanted.empty())
         return;
-    const std::string tag = TagOf(Shown(context, id));
+    const std::string tag = TagOf(Shown(context, id).dump());
     if (wanted != "*" && wanted.find(tag) == std::string_view::npos)
         throw ApiError(412, "announcement " + IdText(id) + " has been changed meanwhile",
                        "the ETag of GET /api/announcements/" + IdText(id));
