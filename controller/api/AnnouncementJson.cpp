@@ -27,28 +27,55 @@ ordered_json ListOf(VqXML::INode* list, const Make& make) {
     return items;
 }
 
+void Add(ordered_json::object_t& /*members*/) {}
+
+template <class Value, class... Others>
+void Add(ordered_json::object_t& members, const char* name, Value&& value, Others&&... others) {
+    members.emplace_back(name, std::forward<Value>(value));
+    Add(members, std::forward<Others>(others)...);
+}
+
+/// The object of these names and values, in turn. An initializer list would make a list of each pair first;
+/// this is what reading an announcement spends its time on.
+template <class... NamesAndValues>
+ordered_json ObjectOf(NamesAndValues&&... namesAndValues) {
+    ordered_json object = ordered_json::object();
+    auto& members = object.get_ref<ordered_json::object_t&>();
+    members.reserve(sizeof...(namesAndValues) / 2);
+    Add(members, std::forward<NamesAndValues>(namesAndValues)...);
+    return object;
+}
+
 ordered_json AudioFromXml(VqXML::INode* audio) {
     if (audio == nullptr)
-        return {{"file", ""}, {"delay_ms", 0}};
-    return {{"file", audio->GetChildValue("file")}, {"delay_ms", audio->GetChildValueAsULong("delay")}};
+        return ObjectOf("file", "", "delay_ms", 0);
+    return ObjectOf("file", audio->GetChildValue("file"), "delay_ms", audio->GetChildValueAsULong("delay"));
 }
 
 ordered_json VideoFromXml(VqXML::INode* video) {
     if (video == nullptr)
-        return {{"image", ""},     {"text", ""},        {"delay_ms", 0},
-                {"timeout_ms", 0}, {"ok_button", true}, {"variable", nullptr}};
+        return ObjectOf("image", "", "text", "", "delay_ms", 0, "timeout_ms", 0, "ok_button", true,
+                        "variable", nullptr);
     const auto device = video->GetChildValueAsULong("displayID");
     const auto variable = video->GetChildValueAsULong("variableID");
     const std::string name = video->GetChildValue("variableName");
     ordered_json binding;
     if (device != 0 || variable != 0 || !name.empty())
-        binding = {{"device", device}, {"variable", variable}, {"name", name}};
-    return {{"image", video->GetChildValue("file")},
-            {"text", video->GetChildValue("text")},
-            {"delay_ms", video->GetChildValueAsULong("delay")},
-            {"timeout_ms", video->GetChildValueAsULong("timeout")},
-            {"ok_button", video->GetChildValueAsBool("OKButton")},
-            {"variable", std::move(binding)}};
+        binding = ObjectOf("device", device, "variable", variable, "name", name);
+    return ObjectOf("image", video->GetChildValue("file"), "text", video->GetChildValue("text"), "delay_ms",
+                    video->GetChildValueAsULong("delay"), "timeout_ms",
+                    video->GetChildValueAsULong("timeout"), "ok_button",
+                    video->GetChildValueAsBool("OKButton"), "variable", std::move(binding));
+}
+
+ordered_json RoomFromXml(VqXML::INode& room) {
+    return ObjectOf("id", room.GetChildValueAsULong("id"), "volume", room.GetChildValueAsLong("volume"));
+}
+
+ordered_json NavigatorFromXml(VqXML::INode& navigator) {
+    return ObjectOf("id", navigator.GetChildValueAsULong("id"), "room",
+                    navigator.GetChildValueAsULong("room_id"), "onscreen",
+                    navigator.GetChildValueAsBool("onscreen"));
 }
 
 void AudioToXml(const json* value, const std::string& path, VqXML::INode& announcement) {
@@ -146,20 +173,11 @@ void ListToXml(const json* value, const std::string& path, VqXML::INode& list, c
 } // namespace
 
 ordered_json FromXml(VqXML::INode& announcement) {
-    return {{"id", announcement.GetChildValueAsULong("id")},
-            {"name", announcement.GetChildValue("name")},
-            {"audio", AudioFromXml(announcement.FindChild("audio"))},
-            {"video", VideoFromXml(announcement.FindChild("video"))},
-            {"rooms", ListOf(announcement.FindChild("rooms"),
-                             [](VqXML::INode& room) {
-                                 return ordered_json{{"id", room.GetChildValueAsULong("id")},
-                                                     {"volume", room.GetChildValueAsLong("volume")}};
-                             })},
-            {"navigators", ListOf(announcement.FindChild("navigators"), [](VqXML::INode& navigator) {
-                 return ordered_json{{"id", navigator.GetChildValueAsULong("id")},
-                                     {"room", navigator.GetChildValueAsULong("room_id")},
-                                     {"onscreen", navigator.GetChildValueAsBool("onscreen")}};
-             })}};
+    return ObjectOf("id", announcement.GetChildValueAsULong("id"), "name", announcement.GetChildValue("name"),
+                    "audio", AudioFromXml(announcement.FindChild("audio")), "video",
+                    VideoFromXml(announcement.FindChild("video")), "rooms",
+                    ListOf(announcement.FindChild("rooms"), RoomFromXml), "navigators",
+                    ListOf(announcement.FindChild("navigators"), NavigatorFromXml));
 }
 
 std::string ListFromXml(const std::string& xml) {
