@@ -45,9 +45,11 @@ StateKeeper::Text StateKeeper::WholeState() {
 }
 
 StateKeeper::Text StateKeeper::StateWith(std::uint32_t announcement) {
-    if (!m_isAgents)
+    const std::string element = m_parts.announcement(announcement);
+    m_areIdsTheirOwn = m_areIdsTheirOwn && (element.empty() || CarriesId(element, announcement));
+    if (!m_isAgents || !m_areIdsTheirOwn)
         return WholeState();
-    auto state = SpliceAnnouncement(*m_wanted, announcement, m_parts.announcement(announcement));
+    auto state = SpliceAnnouncement(*m_wanted, announcement, element);
     return state ? std::make_shared<const std::string>(std::move(*state)) : WholeState();
 }
 

@@ -61,11 +61,14 @@ private:
     void Written(std::uint64_t number, const std::string& error);
 
     Parts m_parts;
-    Text m_wanted;              ///< the text last handed to the store
-    bool m_isAgents = false;    ///< it was written from the agent's elements, and not by somebody's hand
-    std::uint64_t m_number = 0; ///< counts what was handed over
-    bool m_isOnDisk = true;     ///< `m_wanted` stands on the disk
-    std::string m_failure;      ///< why it does not, once that is known
+    Text m_wanted;           ///< the text last handed to the store
+    bool m_isAgents = false; ///< it was written from the agent's elements, and not by somebody's hand
+    /// No announcement has been seen under another id than it carries: then a text could show one in the
+    /// place of another, until the next start.
+    bool m_areIdsTheirOwn = true;
+    std::uint64_t m_number = 0;                            ///< counts what was handed over
+    bool m_isOnDisk = true;                                ///< `m_wanted` stands on the disk
+    std::string m_failure;                                 ///< why it does not, once that is known
     std::vector<std::pair<std::uint64_t, Done>> m_waiting; ///< each for the text with that number
     std::set<std::uint32_t> m_inDoubt;                     ///< to be looked at soon
     bool m_areAllInDoubt = false;

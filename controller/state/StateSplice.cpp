@@ -34,14 +34,23 @@ std::optional<std::string> Appended(const std::string& state, std::uint32_t id, 
     return Replaced(state, end, end, element);
 }
 
+std::string BeginOf(std::uint32_t id) {
+    return std::string(kBegin) + std::to_string(id) + "</id>";
+}
+
 } // namespace
+
+bool CarriesId(const std::string& element, std::uint32_t id) {
+    const std::string begin = BeginOf(id);
+    return element.compare(0, begin.size(), begin) == 0;
+}
 
 std::optional<std::string>
 SpliceAnnouncement(const std::string& state, std::uint32_t id, const std::string& element) {
-    const std::string begin = std::string(kBegin) + std::to_string(id) + "</id>";
     // One that is kept under another id than it carries itself has its place elsewhere.
-    if (!element.empty() && element.compare(0, begin.size(), begin) != 0)
+    if (!element.empty() && !CarriesId(element, id))
         return std::nullopt;
+    const std::string begin = BeginOf(id);
     const std::size_t place = Find(state, begin, 0);
     if (place == std::string::npos)
         return element.empty() ? std::nullopt : Appended(state, id, element);

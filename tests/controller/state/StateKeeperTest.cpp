@@ -98,6 +98,25 @@ TEST_F(StateKeeperTest, WhereOneAnnouncementHasNoCertainPlaceTheWholeIsAskedFor)
     EXPECT_EQ(m_store.writes.back(), m_state);
 }
 
+TEST_F(StateKeeperTest, OneThatCarriesTheIdOfAnotherIsNotTakenForIt) {
+    // Kept under 3 and 7, they carry 7 and 9 until the next start.
+    const std::string first = Element(7, "kept under 3");
+    m_state = State(first);
+    m_elements[3] = first;
+    Save(3, "first");
+    m_state = State(first + Element(9, "kept under 7"));
+    m_elements[7] = Element(9, "kept under 7");
+    Save(7, "second");
+    m_state = State(first + Element(7, "changed"));
+    m_elements[7] = Element(7, "changed");
+    Save(7, "changed");
+    EXPECT_EQ(m_store.writes.back(), m_state);
+    m_state = State(first);
+    m_elements[7] = "";
+    Save(7, "removed");
+    EXPECT_EQ(m_store.writes.back(), m_state);
+}
+
 TEST_F(StateKeeperTest, OneInDoubtIsLookedAtSoonAndAllWhenAllAre) {
     m_state = State(Element(1, "a"));
     Save("whole");
