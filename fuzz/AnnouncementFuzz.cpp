@@ -1,6 +1,6 @@
-#include "controller/api/AnnouncementJson.h"
 #include "controller/api/ApiError.h"
-#include "controller/api/JsonObject.h"
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/JsonObject.h"
 #include "fuzz/Require.h"
 #include "host/VqXML.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "controller/agent/AgentHost.h"
+#include "controller/agent/DeviceManager.h"
 #include "controller/api/Api.h"
-#include "controller/driver/AgentHost.h"
 #include "controller/http/Connections.h"
-#include "controller/popups/DeviceManager.h"
 #include "tests/controller/support/TemporaryFolder.h"
 
 #include <memory>

@@ -1,10 +1,10 @@
 #include "controller/api/Api.h"
 
-#include "controller/api/AnnouncementJson.h"
-#include "controller/api/HouseJson.h"
-#include "controller/api/JsonObject.h"
-#include "controller/api/MediaName.h"
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/HouseJson.h"
+#include "controller/api/json/JsonObject.h"
 #include "controller/http/Problem.h"
+#include "controller/media/MediaName.h"
 #include "host/VqXML.h"
 
 using Json = nlohmann::ordered_json;

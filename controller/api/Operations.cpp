@@ -1,5 +1,5 @@
-#include "controller/api/Handlers.h"
 #include "controller/api/Operation.h"
+#include "controller/api/handlers/Handlers.h"
 
 // One line an operation, whatever its length: it is a table.
 // clang-format off

@@ -1,7 +1,7 @@
 #include "controller/api/RehearsalTimeline.h"
 
-#include "controller/api/MediaName.h"
 #include "controller/log/Log.h"
+#include "controller/media/MediaName.h"
 #include "framework/CmdMessage.h"
 #include "framework/DriverModule.h"
 #include "host/VqXML.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/driver/AgentHost.h"
+#include "controller/agent/AgentHost.h"
 
 #include <stdexcept>
 #include <string>

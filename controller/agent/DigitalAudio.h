@@ -1,0 +1,78 @@
+#pragma once
+
+#include "controller/agent/ISoundEngine.h"
+#include "controller/events/EventFeed.h"
+#include "controller/log/Log.h"
+#include "controller/rooms/RoomVolumes.h"
+#include "host/IDigitalAudio.h"
+#include "host/IInstanceManager.h"
+
+#include <functional>
+#include <set>
+#include <string>
+
+/// The agent's audio service on the audio engine: one stream, the rooms that it reaches, and the file played
+/// over it.
+///
+/// The agent is told what becomes of stream and file through the `IAnnouncementAgent` that is published,
+/// always by posted work and never from inside a call of its own; answers for a stream that has been
+/// released, or that an announcement no longer waits for, are dropped. Driver thread only.
+class DigitalAudio final : public IDigitalAudio {
+public:
+    /// The file behind a name that the agent gives, or why there is none.
+    struct Located {
+        std::string file;
+        std::string error; ///< empty when there is a file
+    };
+    /// Looks the file up elsewhere and calls back on the driver thread.
+    using Locate = std::function<void(const std::string& path, std::function<void(const Located&)> found)>;
+    using Post = std::function<void(const char* what, std::function<void()> work)>;
+
+    struct Parts {
+        ISoundEngine& engine;
+        RoomVolumes& volumes;
+        const IInstanceManager& services;
+        EventFeed& feed;
+        Log& log;
+        Post post;
+        Locate locate;
+    };
+
+    explicit DigitalAudio(Parts parts) : m_parts(std::move(parts)) {}
+    DigitalAudio(const DigitalAudio&) = delete;
+    DigitalAudio& operator=(const DigitalAudio&) = delete;
+    ~DigitalAudio();
+
+    void CreateStream() override;
+    void ReleaseStream() override;
+    void PlayFile(const std::string& path) override;
+
+    /// The room hears the stream from now on, and its volume is kept for later.
+    void AddRoom(std::uint32_t room);
+
+    /// The room hears the stream no more, and goes back to its volume.
+    void RemoveRoom(std::uint32_t room);
+
+    /// The announcement is over: a stream that it asked for and never released is released, so that no answer
+    /// reaches the next announcement and no room stays taken.
+    void AnnouncementEnded();
+
+    /// Ends the sound, gives every room back, and calls back when the outputs are closed.
+    void Close(std::function<void()> onClosed);
+
+    [[nodiscard]] bool IsPlaying() const noexcept { return m_isPlaying; }
+
+private:
+    enum class Answer { StreamCreated, Complete };
+
+    void Tell(Answer answer);
+    void Start(const std::string& path, const Located& located);
+    void Ended(const std::string& path, const std::string& error);
+    void Forget();
+
+    Parts m_parts;
+    std::uint64_t m_stream = 0; ///< counts streams; an answer for any other than the present one is dropped
+    bool m_isWanted = false;    ///< the agent has asked for the stream and not released it
+    bool m_isPlaying = false;
+    std::set<std::uint32_t> m_rooms;
+};

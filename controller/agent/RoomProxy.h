@@ -1,0 +1,35 @@
+#pragma once
+
+#include "controller/agent/DigitalAudio.h"
+#include "controller/events/EventFeed.h"
+#include "host/IRoomProxy.h"
+
+/// One room as the agent reaches it. Driver thread only.
+class RoomProxy final : public IRoomProxy {
+public:
+    /// `audio`, `volumes` and `feed` are borrowed for life.
+    RoomProxy(std::uint32_t room, DigitalAudio& audio, RoomVolumes& volumes, EventFeed& feed)
+        : m_room(room)
+        , m_audio(audio)
+        , m_volumes(volumes)
+        , m_feed(feed) {}
+
+    void SetUpAudio() override { m_audio.AddRoom(m_room); }
+    void SetAudioVolume(std::uint32_t volume) override { m_volumes.SetForAnnouncement(m_room, volume); }
+    void RestoreAudioState() override { m_audio.RemoveRoom(m_room); }
+    void SetUpVideo() override;
+    void RestoreVideoState() override;
+
+    /// No restore is ever pending here: rooms are restored when they are told to be.
+    void CancelRestoringState() override {}
+
+    /// The room's screens are wanted for a popup.
+    [[nodiscard]] bool AreScreensAwake() const noexcept { return m_areScreensAwake; }
+
+private:
+    const std::uint32_t m_room;
+    DigitalAudio& m_audio;
+    RoomVolumes& m_volumes;
+    EventFeed& m_feed;
+    bool m_areScreensAwake = false;
+};

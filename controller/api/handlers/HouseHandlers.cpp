@@ -1,0 +1,134 @@
+#include "controller/api/handlers/AgentReply.h"
+#include "controller/api/handlers/Handlers.h"
+#include "controller/api/json/HouseJson.h"
+#include "controller/api/json/JsonObject.h"
+
+using Json = nlohmann::ordered_json;
+
+namespace handlers {
+namespace {
+
+const House::Room& RequiredRoom(ApiContext& context, std::uint32_t id) {
+    const auto* const room = house_json::FindRoom(context.parts.house, id);
+    if (room == nullptr)
+        throw ApiError(404, "the house has no room " + std::to_string(id), "an id that GET /api/rooms lists");
+    return *room;
+}
+
+const House::Navigator& RequiredNavigator(ApiContext& context, std::uint32_t id) {
+    const auto* const navigator = house_json::FindNavigator(context.parts.house, id);
+    if (navigator == nullptr)
+        throw ApiError(404, "the house has no navigator " + std::to_string(id),
+                       "an id that GET /api/navigators lists");
+    return *navigator;
+}
+
+Variables::Variable RequiredVariable(ApiContext& context, std::uint32_t device, std::uint32_t id) {
+    for (const auto& variable : context.parts.variables.All()) {
+        if (variable.device == device && variable.variable == id)
+            return variable;
+    }
+    throw ApiError(404,
+                   "the house has no variable " + std::to_string(id) + " of device " + std::to_string(device),
+                   "one that GET /api/variables lists");
+}
+
+} // namespace
+
+void GetHouse(ApiContext& context, Call call) {
+    call->Reply(200, {{"name", context.parts.house.name},
+                      {"rooms", house_json::Rooms(context)},
+                      {"navigators", house_json::Navigators(context)}});
+}
+
+void ListRooms(ApiContext& context, Call call) {
+    call->Reply(200, {{"rooms", house_json::Rooms(context)}});
+}
+
+void GetRoom(ApiContext& context, Call call) {
+    call->Reply(200, house_json::Room(context, RequiredRoom(context, call->Id("id"))));
+}
+
+void SetRoomVolume(ApiContext& context, Call call) {
+    const std::uint32_t id = RequiredRoom(context, call->Id("id")).id;
+    JsonObject body(call->json, "");
+    const auto volume = static_cast<unsigned>(body.Integer("volume", 0, 100));
+    body.RefuseOthers();
+    // The first answer counts: a write that failed is tried again, and its success told once more.
+    const auto isAnswered = std::make_shared<bool>(false);
+    (void)context.parts.volumes.Set(id, volume, [&context, call, id, isAnswered](const std::string& error) {
+        if (std::exchange(*isAnswered, true))
+            return;
+        call->Guard([&] {
+            agent_reply::RequireSaved(error);
+            call->Reply(200, {{"id", id}, {"volume", context.parts.volumes.Volume(id).value_or(0)}});
+        });
+    });
+}
+
+void ListNavigators(ApiContext& context, Call call) {
+    call->Reply(200, {{"navigators", house_json::Navigators(context)}});
+}
+
+void GetNavigator(ApiContext& context, Call call) {
+    call->Reply(200, house_json::Navigator(context, RequiredNavigator(context, call->Id("id"))));
+}
+
+void ConfirmPopup(ApiContext& context, Call call) {
+    const std::uint32_t id = RequiredNavigator(context, call->Id("id")).id;
+    const Json popup = house_json::PopupOn(context, id);
+    if (popup.is_null() || popup["number"] != call->Number("number")) {
+        call->Reply(200, {{"dismissed", false}});
+        return;
+    }
+    if (popup["ok_button"] == false)
+        throw ApiError(409, "this popup has no OK button");
+    const auto number = popup["number"].get<std::uint64_t>();
+    context.parts.announcements.Dismiss(
+        [&context, call, number](const AnnouncementService::Outcome& outcome) {
+            call->Guard([&] {
+                agent_reply::Require(outcome.answer);
+                // One that the agent does not know any more, as after its announcement was gone, closes all
+                // the same.
+                (void)context.parts.popups.Dismiss(number);
+                call->Reply(200, {{"dismissed", true}});
+            });
+        });
+}
+
+void WatchNavigator(ApiContext& context, Call call) {
+    const std::uint32_t id = RequiredNavigator(context, call->Id("id")).id;
+    call->Exchange().Upgrade([&context, id](std::shared_ptr<WebSocket> socket) {
+        context.streams.AddPage(id, std::move(socket));
+    });
+}
+
+void ListVariables(ApiContext& context, Call call) {
+    call->Reply(200, {{"variables", house_json::Variables(context)}});
+}
+
+void GetVariable(ApiContext& context, Call call) {
+    call->Reply(200,
+                house_json::Variable(RequiredVariable(context, call->Id("device"), call->Id("variable"))));
+}
+
+void SetVariable(ApiContext& context, Call call) {
+    const std::uint32_t device = call->Id("device");
+    const std::uint32_t variable = call->Id("variable");
+    (void)RequiredVariable(context, device, variable);
+    JsonObject body(call->json, "");
+    const std::string value = body.Text("value", Variables::kMaxValue);
+    body.RefuseOthers();
+    const auto isAnswered = std::make_shared<bool>(false);
+    const auto answer = [&context, call, device, variable, isAnswered](const std::string& error) {
+        if (std::exchange(*isAnswered, true))
+            return;
+        call->Guard([&] {
+            agent_reply::RequireSaved(error);
+            call->Reply(200, house_json::Variable(RequiredVariable(context, device, variable)));
+        });
+    };
+    (void)context.parts.variables.Set(device, variable, value, answer); // known, and not too long
+}
+
+} // namespace handlers

@@ -1,0 +1,104 @@
+#include "controller/api/ApiContext.h"
+#include "controller/api/handlers/Handlers.h"
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/media/MediaName.h"
+
+namespace handlers {
+namespace {
+
+using Json = ApiCall::Json;
+
+/// The announcements that play or show the file.
+Json UsersOf(ApiContext& context, const std::string& name) {
+    std::string xml;
+    context.parts.announcements.Request(
+        "get_announcements", {},
+        [&xml](const AnnouncementService::Outcome& outcome) { xml = outcome.answer.text; });
+    const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
+    const std::string wanted = isSound ? name.substr(0, name.size() - std::string(".wav").size()) : name;
+    Json users = Json::array();
+    const Json list = Json::parse(announcement_json::ListFromXml(xml));
+    for (const Json& one : list["announcements"]) {
+        if ((isSound ? one["audio"]["file"] : one["video"]["image"]) == wanted)
+            users.push_back({{"id", one["id"]}, {"name", one["name"]}});
+    }
+    return users;
+}
+
+HttpReply InUse(const std::string& name, Json users) {
+    Json problem{{"type", "about:blank"},
+                 {"title", StatusText(409)},
+                 {"status", 409},
+                 {"detail", name + " is used by " + std::to_string(users.size()) +
+                                (users.size() == 1 ? " announcement" : " announcements")},
+                 {"right", "to change or delete what stands in users first"},
+                 {"users", std::move(users)}};
+    HttpReply reply;
+    reply.status = 409;
+    reply.contentType = "application/problem+json";
+    reply.body = problem.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return reply;
+}
+
+std::string RequiredName(Call call) {
+    std::string name = call->Text("name");
+    if (media_name::KindOf(name) == media_name::Kind::None)
+        throw ApiError(404, "no media file can have this name", media_name::Right());
+    return name;
+}
+
+} // namespace
+
+void ListMedia(ApiContext& context, Call call) {
+    Elsewhere(
+        context, call, [&context] { return context.media.List(); },
+        [call](const ApiCall::Json& list) { call->Reply(200, list); });
+}
+
+void PutMedia(ApiContext& context, Call call) {
+    const std::string name = RequiredName(call);
+    const auto content = std::make_shared<const std::string>(std::move(call->body));
+    if (content->empty())
+        throw ApiError(422, "the body is empty", "the file itself");
+    Elsewhere(
+        context, call, [&context, name, content] { return context.media.Store(name, *content); },
+        [call](const MediaShelf::Stored& stored) {
+            call->Reply(stored.isNew ? 201 : 200, stored.description);
+        });
+}
+
+void GetMedia(ApiContext& context, Call call) {
+    const std::string name = RequiredName(call);
+    Elsewhere(
+        context, call, [&context, name] { return context.media.Read(name); },
+        [call, name](const MediaShelf::File& file) {
+            HttpReply reply;
+            reply.headers.emplace_back("ETag", file.tag);
+            reply.headers.emplace_back("Cache-Control", "private, no-cache");
+            if (call->Request().Header("if-none-match") == file.tag) {
+                reply.status = 304;
+            } else {
+                reply.contentType = media_name::TypeOf(name);
+                reply.body = file.content;
+            }
+            call->Reply(std::move(reply));
+        });
+}
+
+void RemoveMedia(ApiContext& context, Call call) {
+    const std::string name = RequiredName(call);
+    Json users = UsersOf(context, name);
+    if (!users.empty()) {
+        call->Reply(InUse(name, std::move(users)));
+        return;
+    }
+    Elsewhere(
+        context, call,
+        [&context, name] {
+            context.media.Remove(name);
+            return true;
+        },
+        [call](bool) { call->ReplyNothing(); });
+}
+
+} // namespace handlers

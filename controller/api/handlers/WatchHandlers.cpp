@@ -1,0 +1,144 @@
+#include "controller/api/OpenApi.h"
+#include "controller/api/OperationParameters.h"
+#include "controller/api/handlers/Handlers.h"
+#include "controller/api/json/HouseJson.h"
+#include "controller/media/MediaName.h"
+
+#include <charconv>
+#include <limits>
+
+using Json = nlohmann::ordered_json;
+
+namespace handlers {
+namespace {
+
+std::size_t LimitOf(Call call) {
+    const std::string text = call->Query("limit");
+    if (text.empty())
+        return 100;
+    std::size_t limit = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), limit);
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || limit < 1 || limit > 1000)
+        throw ApiError(400, "limit: \"" + text + "\" is out of range", "an integer from 1 to 1000");
+    return limit;
+}
+
+std::int64_t BeforeOf(Call call) {
+    const std::string text = call->Query("before");
+    if (text.empty())
+        return std::numeric_limits<std::int64_t>::max();
+    std::int64_t before = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), before);
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || before < 0)
+        throw ApiError(400, "before: \"" + text + "\" is no id of the history", "the id of an entry");
+    return before;
+}
+
+Json HistoryOf(const std::vector<HistoryEntry>& entries) {
+    Json history = Json::array();
+    for (const HistoryEntry& entry : entries)
+        history.push_back({{"id", entry.id},
+                           {"announcement", entry.announcement},
+                           {"name", entry.name},
+                           {"started", entry.startedAt},
+                           {"ended", entry.endedAt},
+                           {"rooms", entry.rooms},
+                           {"navigators", entry.navigators},
+                           {"file", media_name::SoundOf(entry.file)},
+                           {"outcome", entry.outcome}});
+    return {{"history", std::move(history)}};
+}
+
+void AppendMetric(
+    std::string& out, const char* name, const char* type, const char* help, std::uint64_t value) {
+    out.append("# HELP announcement_").append(name).append(" ").append(help).append("\n# TYPE announcement_");
+    out.append(name).append(" ").append(type).append("\nannouncement_").append(name).append(" ");
+    out.append(std::to_string(value)).append("\n");
+}
+
+} // namespace
+
+void GetStatus(ApiContext& context, Call call) {
+    call->Reply(200, house_json::Status(context));
+}
+
+void GetHistory(ApiContext& context, Call call) {
+    context.parts.store.ReadHistory(
+        LimitOf(call), BeforeOf(call),
+        [call](const std::vector<HistoryEntry>& entries, const std::string& error) {
+            call->Guard([&] {
+                if (!error.empty())
+                    throw ApiError(503, "the history cannot be read: " + error);
+                call->Reply(200, HistoryOf(entries));
+            });
+        });
+}
+
+void WatchEvents(ApiContext& context, Call call) {
+    call->Exchange().Upgrade(
+        [&context](std::shared_ptr<WebSocket> socket) { context.streams.AddWatcher(std::move(socket)); });
+}
+
+void ListRecentEvents(ApiContext& context, Call call) {
+    call->ReplyText(200, "application/json", context.recent.Last(LimitOf(call)));
+}
+
+void GiveTicket(ApiContext& context, Call call) {
+    const auto life = std::chrono::milliseconds(Access::kTicketLife);
+    call->Reply(201, {{"ticket", context.access.GiveTicket(call->Caller())},
+                      {"expires_in_ms", life.count()},
+                      {"rights", call->Caller().Texts()}});
+}
+
+void ListOperations(ApiContext& /*context*/, Call call) {
+    Json operations = Json::array();
+    for (const Operation& operation : Operations()) {
+        Json parameters = Json::array();
+        for (const OperationParameter& parameter : ParametersIn(operation))
+            parameters.push_back({{"name", parameter.name},
+                                  {"in", parameter.isInPath ? "path" : "query"},
+                                  {"summary", parameter.summary}});
+        operations.push_back({{"name", operation.name},
+                              {"method", operation.method},
+                              {"path", operation.path},
+                              {"right", NameOf(operation.need)},
+                              {"summary", operation.summary},
+                              {"parameters", std::move(parameters)}});
+    }
+    call->Reply(200, {{"operations", std::move(operations)}});
+}
+
+void DescribeApi(ApiContext& context, Call call) {
+    Elsewhere(
+        context, call, [] { return DescribeAsOpenApi(Operations()); },
+        [call](const std::string& description) { call->ReplyText(200, "application/json", description); });
+}
+
+void GetHealth(ApiContext& context, Call call) {
+    if (!context.parts.isAgentRunning())
+        throw ApiError(503, "the agent is not running");
+    call->Reply(200, {{"status", "ok"}});
+}
+
+void GetMetrics(ApiContext& context, Call call) {
+    const auto& counts = context.watch.Totals();
+    std::string text;
+    AppendMetric(text, "played_total", "counter", "Announcements started.", counts.announcements);
+    AppendMetric(text, "popups_total", "counter", "Popups shown.", counts.popups);
+    AppendMetric(text, "output_failures_total", "counter", "Outputs of rooms that failed.",
+                 counts.outputFailures);
+    AppendMetric(text, "playing", "gauge", "Announcements that play now.", context.watch.Current() ? 1 : 0);
+    AppendMetric(text, "waiting", "gauge", "Announcements that wait.", context.watch.Waiting().size());
+    AppendMetric(text, "events_total", "counter", "Events of the house.", context.parts.feed.LastNumber());
+    AppendMetric(text, "websockets", "gauge", "Sockets that are told what happens.", context.streams.Size());
+    AppendMetric(text, "state_saved", "gauge", "1 when the state is on the disk.",
+                 context.watch.StateError() ? 0 : 1);
+    text += "# HELP announcement_http_replies_total Replies by status.\n"
+            "# TYPE announcement_http_replies_total counter\n";
+    for (const auto& [status, count] : context.replies)
+        text += "announcement_http_replies_total{status=\"" + std::to_string(status) + "\"} " +
+                std::to_string(count) + "\n";
+    call->ReplyText(200, "text/plain; version=0.0.4; charset=utf-8", std::move(text));
+}
+
+} // namespace handlers

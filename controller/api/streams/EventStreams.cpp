@@ -1,0 +1,122 @@
+#include "controller/api/streams/EventStreams.h"
+
+#include "controller/api/json/EventJson.h"
+
+EventStreams::EventStreams(EventFeed& feed, Parts parts)
+    : m_feed(feed)
+    , m_parts(std::move(parts))
+    , m_lastNumber(feed.LastNumber())
+    , m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
+
+void EventStreams::AddWatcher(std::shared_ptr<WebSocket> socket) {
+    const std::uint64_t id = ++m_lastId;
+    const std::weak_ptr<bool> life = m_life;
+    socket->OnClosed([this, life, id] {
+        if (!life.expired())
+            m_watchers.erase(id);
+    });
+    m_watchers[id].socket = std::move(socket);
+    m_parts.wholeState([this, life, id, number = m_lastNumber](const std::string& state) {
+        if (!life.expired())
+            Begin(id, number, state);
+    });
+}
+
+void EventStreams::Begin(std::uint64_t id, std::uint64_t number, const std::string& state) {
+    const auto place = m_watchers.find(id);
+    if (place == m_watchers.end())
+        return;
+    Watcher& watcher = place->second;
+    watcher.isBegun = true;
+    watcher.socket->Send(std::make_shared<const std::string>(event_json::Message(number, "state", state)));
+    for (const Text& text : std::exchange(watcher.held, {}))
+        watcher.socket->Send(text);
+}
+
+void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> socket) {
+    const std::uint64_t id = ++m_lastId;
+    const std::weak_ptr<bool> life = m_life;
+    socket->OnClosed([this, life, navigator, id] {
+        if (life.expired())
+            return;
+        const auto place = m_pages.find(navigator);
+        m_pageCount -= place->second.erase(id);
+        if (place->second.empty())
+            m_pages.erase(place);
+        m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
+    });
+    socket->Send(std::make_shared<const std::string>(
+        event_json::Message(m_lastNumber, "state", m_parts.pageState(navigator))));
+    m_pages[navigator].emplace(id, std::move(socket));
+    ++m_pageCount;
+    m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
+}
+
+std::size_t EventStreams::PagesOf(std::uint32_t navigator) const {
+    const auto place = m_pages.find(navigator);
+    return place != m_pages.end() ? place->second.size() : 0;
+}
+
+void EventStreams::Take(const Event& event) {
+    m_lastNumber = event.number;
+    // Pages first: people wait for them.
+    if (!m_pages.empty())
+        TellPages(event);
+    if (!m_watchers.empty())
+        TellWatchers(event);
+}
+
+void EventStreams::TellWatchers(const Event& event) {
+    std::string data = event_json::DataOf(event);
+    if (const auto* stored = std::get_if<events::AnnouncementStored>(&event.data)) {
+        const std::string now = m_parts.announcement(stored->announcement);
+        data.insert(data.size() - 1, R"(,"now":)" + (now.empty() ? std::string("null") : now));
+    }
+    const auto text =
+        std::make_shared<const std::string>(event_json::Message(event, event_json::TypeOf(event), data));
+    for (auto& [id, watcher] : m_watchers) {
+        if (watcher.isBegun)
+            watcher.socket->Send(text);
+        else if (watcher.held.size() < kMaxHeld)
+            watcher.held.push_back(text);
+        else
+            // Its first message takes too long: it connects again and gets a fresh one.
+            watcher.socket->Close(1013, "too much happened before the state was sent");
+    }
+}
+
+void EventStreams::TellNavigator(std::uint32_t navigator, const Text& text) {
+    const auto place = m_pages.find(navigator);
+    if (place == m_pages.end())
+        return;
+    for (const auto& [id, socket] : place->second)
+        socket->Send(text);
+}
+
+void EventStreams::TellPages(const Event& event) {
+    std::uint32_t navigator = 0;
+    std::uint32_t room = 0;
+    if (const auto* shown = std::get_if<events::PopupShown>(&event.data))
+        navigator = shown->navigator;
+    else if (const auto* changed = std::get_if<events::PopupChanged>(&event.data))
+        navigator = changed->navigator;
+    else if (const auto* hidden = std::get_if<events::PopupHidden>(&event.data))
+        navigator = hidden->navigator;
+    else if (const auto* woken = std::get_if<events::ScreensWoken>(&event.data))
+        room = woken->room;
+    else if (const auto* rested = std::get_if<events::ScreensRested>(&event.data))
+        room = rested->room;
+    if (room == 0 && m_pages.count(navigator) == 0)
+        return;
+    const auto message = event_json::ForPage(event);
+    const auto text =
+        std::make_shared<const std::string>(event_json::Message(event, message.type, message.data));
+    if (room == 0) {
+        TellNavigator(navigator, text);
+        return;
+    }
+    for (const auto& [id, sockets] : m_pages) {
+        if (m_parts.roomOf(id) == room)
+            TellNavigator(id, text);
+    }
+}

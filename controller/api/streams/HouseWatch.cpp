@@ -1,0 +1,67 @@
+#include "controller/api/streams/HouseWatch.h"
+
+#include <algorithm>
+
+HouseWatch::HouseWatch(EventFeed& feed)
+    : m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
+
+std::vector<std::uint32_t> HouseWatch::Waiting() const {
+    // With nothing playing, nothing waits: the agent takes the next one, or has found that none of them
+    // exists.
+    if (!m_playing)
+        return {};
+    return {m_waiting.begin(), m_waiting.end()};
+}
+
+std::string HouseWatch::Trouble(std::uint32_t room) const {
+    const auto place = m_trouble.find(room);
+    return place != m_trouble.end() ? place->second : "";
+}
+
+void HouseWatch::Asked(std::uint32_t announcement) {
+    if (!m_playing) {
+        m_waiting.clear();
+        return;
+    }
+    const bool isKnown = announcement == 0 || announcement == m_playing->announcement ||
+                         std::find(m_waiting.begin(), m_waiting.end(), announcement) != m_waiting.end();
+    if (!isKnown)
+        m_waiting.push_back(announcement);
+}
+
+void HouseWatch::Started(std::uint32_t announcement, Time time) {
+    m_playing = Playing{announcement, time};
+    m_trouble.clear();
+    ++m_counts.announcements;
+    // Those that waited before it have been skipped.
+    const auto place = std::find(m_waiting.begin(), m_waiting.end(), announcement);
+    if (place != m_waiting.end())
+        m_waiting.erase(m_waiting.begin(), std::next(place));
+}
+
+void HouseWatch::Take(const Event& event) {
+    using namespace events;
+    if (const auto* asked = std::get_if<PlayAsked>(&event.data))
+        Asked(asked->announcement);
+    else if (const auto* started = std::get_if<AnnouncementStarted>(&event.data))
+        Started(started->announcement, event.time);
+    else if (std::holds_alternative<AnnouncementEnded>(event.data))
+        m_playing.reset();
+    else if (const auto* sound = std::get_if<SoundStarted>(&event.data))
+        m_sound = Sound{sound->file, event.time};
+    else if (std::holds_alternative<SoundEnded>(event.data))
+        m_sound.reset();
+    else if (const auto* woken = std::get_if<ScreensWoken>(&event.data))
+        m_awake.insert(woken->room);
+    else if (const auto* rested = std::get_if<ScreensRested>(&event.data))
+        m_awake.erase(rested->room);
+    else if (const auto* failed = std::get_if<RoomOutputFailed>(&event.data)) {
+        m_trouble[failed->room] = failed->reason;
+        ++m_counts.outputFailures;
+    } else if (std::holds_alternative<PopupShown>(event.data))
+        ++m_counts.popups;
+    else if (std::holds_alternative<StateSaved>(event.data))
+        m_stateError.reset();
+    else if (const auto* notSaved = std::get_if<StateNotSaved>(&event.data))
+        m_stateError = notSaved->reason;
+}

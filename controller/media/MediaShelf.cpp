@@ -1,0 +1,251 @@
+#include "controller/media/MediaShelf.h"
+
+#include "controller/api/ApiError.h"
+#include "controller/api/ApiTime.h"
+#include "controller/audio/SoundFile.h"
+#include "controller/media/MediaName.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using nlohmann::ordered_json;
+
+namespace {
+
+/// An open file, closed at the end.
+class Descriptor {
+public:
+    Descriptor(const fs::path& file, int flags) : m_number(::open(file.c_str(), flags | O_CLOEXEC, 0644)) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    [[nodiscard]] int Number() const noexcept { return m_number; }
+    [[nodiscard]] bool IsOpen() const noexcept { return m_number >= 0; }
+
+private:
+    const int m_number;
+};
+
+/// Removes the file at the end, unless it was put in place.
+class Scrap {
+public:
+    explicit Scrap(fs::path file) : m_file(std::move(file)) {}
+    Scrap(const Scrap&) = delete;
+    Scrap& operator=(const Scrap&) = delete;
+    ~Scrap() {
+        if (!m_file.empty())
+            ::unlink(m_file.c_str());
+    }
+    void Keep() noexcept { m_file.clear(); }
+
+private:
+    fs::path m_file;
+};
+
+ApiError Missing(const std::string& name) {
+    return {404, "there is no file " + name + " in the media folder"};
+}
+
+[[noreturn]] void FailToWrite(const std::string& name) {
+    const int error = errno;
+    throw ApiError(507, name + " cannot be written to the media folder: " + std::strerror(error));
+}
+
+struct stat StatOf(const fs::path& file, const std::string& name) {
+    struct stat status {};
+    if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Missing(name);
+    return status;
+}
+
+std::string TagOf(const struct stat& status) {
+    return '"' + std::to_string(status.st_mtim.tv_sec) + '-' + std::to_string(status.st_mtim.tv_nsec) + '-' +
+           std::to_string(status.st_size) + '"';
+}
+
+std::string ReadAll(int file, std::size_t size) {
+    std::string content(size, '\0');
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t read = ::read(file, content.data() + done, size - done);
+        if (read < 0 && errno == EINTR)
+            continue;
+        if (read <= 0)
+            break; // it has become shorter, or is unreadable: what there is, is all
+        done += static_cast<std::size_t>(read);
+    }
+    content.resize(done);
+    return content;
+}
+
+void WriteAll(int file, const std::string& content, const std::string& name) {
+    std::size_t done = 0;
+    while (done < content.size()) {
+        const ssize_t written = ::write(file, content.data() + done, content.size() - done);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            FailToWrite(name);
+        done += static_cast<std::size_t>(written);
+    }
+    if (::fsync(file) != 0)
+        FailToWrite(name);
+}
+
+bool StartsWith(const std::string& content, const std::string& start, std::size_t at = 0) {
+    return content.compare(at, start.size(), start) == 0;
+}
+
+bool IsImage(const std::string& content, std::string_view type) {
+    if (type == "image/png")
+        return StartsWith(content, "\x89PNG\r\n\x1a\n");
+    if (type == "image/jpeg")
+        return StartsWith(content, "\xff\xd8\xff");
+    if (type == "image/gif")
+        return StartsWith(content, "GIF87a") || StartsWith(content, "GIF89a");
+    return StartsWith(content, "RIFF") && StartsWith(content, "WEBP", 8);
+}
+
+void CheckImage(const std::string& name, const std::string& content) {
+    const std::string_view type = media_name::TypeOf(name);
+    if (!IsImage(content, type))
+        throw ApiError(422, "the content is not what " + name + " says", std::string(type));
+}
+
+void CheckSound(const fs::path& file, const std::string& name) {
+    try {
+        audio::CheckUpload(file.string());
+    } catch (const audio::SoundFileError& error) {
+        std::string text = error.what();
+        // The file still has the name of its scrap.
+        const std::size_t place = text.find(file.string());
+        if (place != std::string::npos)
+            text.replace(place, file.string().size(), name);
+        throw ApiError(422, text, "a whole sound file of at most 20 s");
+    }
+}
+
+} // namespace
+
+ordered_json MediaShelf::Describe(const std::string& name) const {
+    const fs::path file = m_folder / name;
+    const struct stat status = StatOf(file, name);
+    const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
+    const std::chrono::system_clock::time_point modified(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(
+            std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec)));
+    ordered_json description{{"name", name},
+                             {"kind", isSound ? "sound" : "image"},
+                             {"bytes", status.st_size},
+                             {"modified", ApiTime(modified)}};
+    if (!isSound)
+        return description;
+    try {
+        const audio::SoundFile sound(file.string());
+        description["duration_ms"] = sound.Duration().count();
+        description["sample_rate"] = sound.Rate();
+        description["channels"] = sound.Channels();
+    } catch (const audio::SoundFileError& error) {
+        description["trouble"] = error.what();
+    }
+    return description;
+}
+
+ordered_json MediaShelf::List() const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator place(m_folder, error), end; !error && place != end; place.increment(error)) {
+        const std::string name = place->path().filename().string();
+        if (media_name::KindOf(name) != media_name::Kind::None && names.size() < kMaxListed)
+            names.push_back(name);
+    }
+    if (error)
+        throw ApiError(503, "the media folder cannot be read: " + error.message());
+    std::sort(names.begin(), names.end());
+    ordered_json media = ordered_json::array();
+    for (const std::string& name : names) {
+        try {
+            media.push_back(Describe(name));
+        } catch (const ApiError&) {
+            // A folder or link of such a name, or a file that has gone meanwhile.
+        }
+    }
+    return {{"media", std::move(media)}};
+}
+
+MediaShelf::File MediaShelf::Read(const std::string& name) {
+    const Descriptor file(m_folder / name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Missing(name);
+    if (static_cast<std::size_t>(status.st_size) > kMaxFile)
+        throw ApiError(503, name + " is too large to be sent");
+    File result;
+    result.tag = TagOf(status);
+    const std::lock_guard lock(m_mutex);
+    for (auto place = m_shared.begin(); place != m_shared.end();)
+        place = place->second.second.expired() ? m_shared.erase(place) : std::next(place);
+    auto& [tag, shared] = m_shared[name];
+    result.content = tag == result.tag ? shared.lock() : nullptr;
+    if (!result.content) {
+        result.content = std::make_shared<const std::string>(
+            ReadAll(file.Number(), static_cast<std::size_t>(status.st_size)));
+        tag = result.tag;
+        shared = result.content;
+    }
+    return result;
+}
+
+MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string& content) {
+    static std::atomic<unsigned> lastScrap{0};
+    if (media_name::KindOf(name) == media_name::Kind::Image)
+        CheckImage(name, content);
+    const fs::path scrapFile =
+        m_folder / (".upload-" + std::to_string(::getpid()) + "-" + std::to_string(++lastScrap) + ".tmp");
+    const Descriptor file(scrapFile, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+    if (!file.IsOpen())
+        FailToWrite(name);
+    Scrap scrap(scrapFile);
+    WriteAll(file.Number(), content, name);
+    if (media_name::KindOf(name) == media_name::Kind::Sound)
+        CheckSound(scrapFile, name);
+    const fs::path target = m_folder / name;
+    struct stat status {};
+    const bool isNew = ::lstat(target.c_str(), &status) != 0;
+    if (!isNew && !S_ISREG(status.st_mode))
+        throw ApiError(409, name + " is in the media folder already, and is no file");
+    if (::rename(scrapFile.c_str(), target.c_str()) != 0)
+        FailToWrite(name);
+    scrap.Keep();
+    const Descriptor folder(m_folder, O_RDONLY | O_DIRECTORY);
+    if (!folder.IsOpen() || ::fsync(folder.Number()) != 0)
+        FailToWrite(name);
+    return {isNew, Describe(name)};
+}
+
+void MediaShelf::Remove(const std::string& name) {
+    (void)StatOf(m_folder / name, name); // a link or folder is none of ours
+    if (::unlink((m_folder / name).c_str()) != 0)
+        throw ApiError(507, name + " cannot be removed: " + std::strerror(errno));
+}
+
+std::int64_t MediaShelf::LengthOf(const std::string& name) const noexcept {
+    try {
+        return media_name::KindOf(name) == media_name::Kind::Sound
+                   ? audio::SoundFile((m_folder / name).string()).Duration().count()
+                   : 0;
+    } catch (const std::exception&) {
+        return 0; // a rehearsal goes on without a sound, as the agent does
+    }
+}

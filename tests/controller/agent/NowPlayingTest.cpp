@@ -1,0 +1,176 @@
+#include "controller/agent/NowPlaying.h"
+
+#include "controller/ModuleFile.h"
+#include "controller/agent/AgentHost.h"
+#include "controller/history/HistoryRecorder.h"
+#include "host/IDeviceManager.h"
+#include "tests/controller/support/EventTexts.h"
+#include "tests/controller/support/FakeScheduler.h"
+#include "tests/controller/support/TestLog.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Texts = std::vector<std::string>;
+
+std::string Announcement(int id, int videoDelay) {
+    // A screen that no host knows: what counts is the timers that the popup arms.
+    return "<announcement><id>" + std::to_string(id) +
+           "</id><name>A</name><video><file/><text>T</text><delay>" + std::to_string(videoDelay) +
+           "</delay><timeout>3000</timeout></video><rooms/><navigators>" +
+           (videoDelay < 0 ? "" : "<navigator><id>5</id></navigator>") + "</navigators></announcement>";
+}
+
+/// With the real agent on virtual time.
+class NowPlayingTest : public testing::Test {
+protected:
+    NowPlayingTest() {
+        m_services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&m_timers), 1);
+        m_services.RegisterInterface(IDeviceManager::kGuid, static_cast<IDeviceManager*>(&m_devices), 1);
+        DriverHost::Listeners listeners;
+        listeners.eventFired = [this](std::uint32_t id) {
+            m_playing.EventFired(id);
+        };
+        m_host.SetListeners(listeners);
+        m_timers.SetDriverTimerListener([this] { m_playing.DriverTimerDone(); });
+        m_agent.Start("<announcements>" + Announcement(1, 0) + Announcement(2, 500) + Announcement(3, -1) +
+                      "</announcements>");
+    }
+
+    void Play(const std::string& id) { (void)m_agent.Command("execute_announcement", {{"id", id}}); }
+
+    struct NoDevices final : IDeviceManager {
+        std::int32_t SendCommandToDevice(std::uint32_t, ICmdMessage*, std::uint32_t, std::uint32_t) override {
+            return -1;
+        }
+        void InvalidateDeviceState(std::uint32_t) override {}
+        void GetDeviceInterface(std::uint32_t, const std::string&, void** out) override { *out = nullptr; }
+    };
+
+    FakeScheduler m_scheduler;
+    TestLog m_log;
+    EventFeed m_feed;
+    EventTexts m_events{m_feed};
+    Timers m_timers{m_scheduler, m_log.log};
+    NoDevices m_devices;
+    NowPlaying m_playing{m_timers, m_feed};
+    DriverHost m_host{m_timers, m_log.log};
+    InstanceRegistry m_services;
+    AgentHost m_agent{FindModuleFile().string(), m_services, m_host, m_log.log};
+};
+
+TEST_F(NowPlayingTest, AnAnnouncementIsOverWhenThePollFindsIt) {
+    Play("1");
+    ASSERT_TRUE(m_playing.Current());
+    EXPECT_EQ(m_playing.Current()->id, 1U);
+    EXPECT_EQ(m_playing.Current()->show, 1U);
+    m_scheduler.Advance(2999ms);
+    EXPECT_EQ(m_events.Take(), Texts{"started 1"});
+    m_scheduler.Advance(1000ms);
+    EXPECT_EQ(m_events.Take(), Texts{"ended 1"});
+    EXPECT_FALSE(m_playing.Current());
+    EXPECT_EQ(m_scheduler.Waiting(), 0U);
+}
+
+TEST_F(NowPlayingTest, QueuedAnnouncementsFollowOneAnother) {
+    Play("1");
+    Play("2");
+    Play("3");
+    m_scheduler.Advance(20s);
+    EXPECT_EQ(m_events.Take(),
+              (Texts{"started 1", "ended 1", "started 2", "ended 2", "started 3", "ended 3"}));
+}
+
+TEST_F(NowPlayingTest, AnAnnouncementWithNothingToPlayIsOverAtTheNextPoll) {
+    Play("3");
+    m_scheduler.Advance(999ms);
+    EXPECT_EQ(m_events.Take(), Texts{"started 3"});
+    m_scheduler.Advance(1ms);
+    EXPECT_EQ(m_events.Take(), Texts{"ended 3"});
+}
+
+TEST_F(NowPlayingTest, PlayedAgainWhileItPlaysItIsStillTheSamePlaying) {
+    Play("1");
+    m_scheduler.Advance(300ms);
+    Play("0");
+    EXPECT_EQ(m_events.Take(), Texts{"started 1"});
+    EXPECT_EQ(m_playing.Current()->show, 1U);
+    m_scheduler.Advance(10s);
+    EXPECT_EQ(m_events.Take(), Texts{"ended 1"});
+    // The surplus poll goes on; what is played beside it is seen as ever.
+    Play("2");
+    m_scheduler.Advance(10s);
+    EXPECT_EQ(m_events.Take(), (Texts{"started 2", "ended 2"}));
+}
+
+TEST_F(NowPlayingTest, AnUnknownIdPlaysNothing) {
+    Play("77");
+    m_scheduler.Advance(5s);
+    EXPECT_TRUE(m_events.Take().empty());
+}
+
+TEST_F(NowPlayingTest, WithoutTheAgentNothingPlays) {
+    Play("1");
+    m_agent.Stop();
+    m_playing.AgentStopped();
+    EXPECT_EQ(m_events.Take(), (Texts{"started 1", "ended 1"}));
+    m_playing.AgentStopped();
+    EXPECT_TRUE(m_events.Take().empty());
+}
+
+class HistoryRecorderTest : public testing::Test {
+protected:
+    EventFeed m_feed;
+    std::vector<HistoryEntry> m_written;
+    bool m_isEnding = false;
+    HistoryRecorder m_history{m_feed,
+                              {[](std::uint32_t id) { return "name of " + std::to_string(id); },
+                               [this](const HistoryEntry& entry) { m_written.push_back(entry); },
+                               [this] {
+                                   return m_isEnding;
+                               }}};
+};
+
+TEST_F(HistoryRecorderTest, WhatWasPlayedWhereIsWrittenWhenItIsOver) {
+    m_feed.Publish(events::RoomSetUp{9, 40}); // nothing plays
+    m_feed.Publish(events::AnnouncementStarted{7});
+    m_feed.Publish(events::RoomSetUp{1, 40});
+    m_feed.Publish(events::RoomSetUp{2, 40});
+    m_feed.Publish(events::RoomSetUp{1, 40});
+    m_feed.Publish(events::PopupShown{1, 5, "m", "", {}, true});
+    m_feed.Publish(events::SoundStarted{"chime.wav"});
+    m_feed.Publish(events::SoundEnded{"chime.wav", ""});
+    EXPECT_TRUE(m_written.empty());
+    m_feed.Publish(events::AnnouncementEnded{7});
+    ASSERT_EQ(m_written.size(), 1U);
+    EXPECT_EQ(m_written[0].announcement, 7U);
+    EXPECT_EQ(m_written[0].name, "name of 7");
+    EXPECT_EQ(m_written[0].rooms, (std::vector<std::uint32_t>{1, 2}));
+    EXPECT_EQ(m_written[0].navigators, std::vector<std::uint32_t>{5});
+    EXPECT_EQ(m_written[0].file, "chime.wav");
+    EXPECT_EQ(m_written[0].outcome, "ended");
+    EXPECT_EQ(m_written[0].startedAt.size(), 20U);
+    EXPECT_EQ(m_written[0].endedAt.size(), 20U);
+}
+
+TEST_F(HistoryRecorderTest, TheOutcomeSaysHowItEnded) {
+    m_feed.Publish(events::AnnouncementStarted{1});
+    m_feed.Publish(events::PopupHidden{1, 5, events::PopupEnd::Dismissed});
+    m_feed.Publish(events::AnnouncementEnded{1});
+    m_feed.Publish(events::AnnouncementStarted{2});
+    m_feed.Publish(events::SoundEnded{"a.wav", "missing"});
+    m_feed.Publish(events::PopupHidden{1, 5, events::PopupEnd::Dismissed});
+    m_feed.Publish(events::AnnouncementEnded{2});
+    m_feed.Publish(events::AnnouncementStarted{3});
+    m_isEnding = true;
+    m_feed.Publish(events::AnnouncementEnded{3});
+    ASSERT_EQ(m_written.size(), 3U);
+    EXPECT_EQ(m_written[0].outcome, "dismissed");
+    EXPECT_EQ(m_written[1].outcome, "failed: missing");
+    EXPECT_EQ(m_written[1].file, "a.wav");
+    EXPECT_EQ(m_written[2].outcome, "interrupted");
+}
+
+} // namespace

@@ -1,0 +1,132 @@
+#include "controller/media/MediaShelf.h"
+
+#include "controller/api/ApiError.h"
+#include "controller/media/MediaName.h"
+#include "tests/controller/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kPng = "\x89PNG\r\n\x1a\nrest";
+
+std::string Little(std::uint32_t number, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i)
+        text += static_cast<char>(number >> (8 * i));
+    return text;
+}
+
+/// A WAV of silence: 8 kHz, 16 bits, mono.
+std::string Wav(unsigned seconds) {
+    const std::uint32_t size = seconds * 16000;
+    return "RIFF" + Little(36 + size, 4) + "WAVEfmt " + Little(16, 4) + Little(1, 2) + Little(1, 2) +
+           Little(8000, 4) + Little(16000, 4) + Little(2, 2) + Little(16, 2) + "data" + Little(size, 4) +
+           std::string(size, '\0');
+}
+
+class MediaShelfTest : public testing::Test {
+protected:
+    unsigned StatusOfStoring(const std::string& name, const std::string& content) {
+        try {
+            (void)m_shelf.Store(name, content);
+            return 0;
+        } catch (const ApiError& error) {
+            return error.Status();
+        }
+    }
+
+    std::size_t FilesInFolder() {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(m_folder.Path()), fs::directory_iterator()));
+    }
+
+    TemporaryFolder m_folder;
+    MediaShelf m_shelf{m_folder.Path()};
+};
+
+} // namespace
+
+TEST(MediaNameTest, NamesCannotLeaveTheFolder) {
+    using media_name::Kind;
+    EXPECT_EQ(media_name::KindOf("chime.wav"), Kind::Sound);
+    EXPECT_EQ(media_name::KindOf("Dinner_2.v1.jpeg"), Kind::Image);
+    for (const std::string& name :
+         {std::string("../x.wav"), std::string("/x.wav"), std::string("a/b.wav"), std::string(".wav"),
+          std::string(".x.wav"), std::string("x.svg"), std::string("x"), std::string(),
+          std::string("x.wav\0", 6), std::string("x\0.wav", 6), std::string("x .wav"),
+          std::string("\xC3\xA9.wav"), std::string(97, 'a') + ".wav", std::string("x.wav\n"),
+          std::string("..\\x.wav"), std::string("-x.wav")})
+        EXPECT_EQ(media_name::KindOf(name), Kind::None) << name;
+}
+
+TEST(MediaNameTest, TypeHasToFitTheName) {
+    EXPECT_TRUE(media_name::IsTypeFor("x.wav", "audio/x-wav"));
+    EXPECT_TRUE(media_name::IsTypeFor("x.wav", "Audio/WAV ; codecs=1"));
+    EXPECT_TRUE(media_name::IsTypeFor("x.jpg", "image/jpeg"));
+    EXPECT_TRUE(media_name::IsTypeFor("x.png", "application/octet-stream"));
+    EXPECT_FALSE(media_name::IsTypeFor("x.png", "audio/wav"));
+    EXPECT_FALSE(media_name::IsTypeFor("x.wav", "text/html"));
+    EXPECT_FALSE(media_name::IsTypeFor("x.wav", ""));
+}
+
+TEST_F(MediaShelfTest, SoundIsStoredDescribedReadAndRemoved) {
+    const auto stored = m_shelf.Store("chime.wav", Wav(2));
+
+    EXPECT_TRUE(stored.isNew);
+    EXPECT_EQ(stored.description["kind"], "sound");
+    EXPECT_EQ(stored.description["bytes"], 32044);
+    EXPECT_EQ(stored.description["duration_ms"], 2000);
+    EXPECT_EQ(stored.description["sample_rate"], 8000);
+    EXPECT_EQ(stored.description["channels"], 1);
+    EXPECT_EQ(*m_shelf.Read("chime.wav").content, Wav(2));
+    EXPECT_EQ(m_shelf.LengthOf("chime.wav"), 2000);
+    EXPECT_FALSE(m_shelf.Store("chime.wav", Wav(1)).isNew);
+    EXPECT_EQ(m_shelf.List()["media"].size(), 1U);
+    m_shelf.Remove("chime.wav");
+    EXPECT_EQ(FilesInFolder(), 0U);
+    EXPECT_THROW((void)m_shelf.Read("chime.wav"), ApiError);
+    EXPECT_THROW(m_shelf.Remove("chime.wav"), ApiError);
+}
+
+TEST_F(MediaShelfTest, WhatCannotBePlayedIsRefusedAndLeavesNothing) {
+    EXPECT_EQ(StatusOfStoring("long.wav", Wav(21)), 422U);
+    EXPECT_EQ(StatusOfStoring("cut.wav", Wav(2).substr(0, 20000)), 422U);
+    EXPECT_EQ(StatusOfStoring("none.wav", "no sound"), 422U);
+    EXPECT_EQ(StatusOfStoring("sound.png", Wav(1)), 422U);
+    EXPECT_EQ(StatusOfStoring("page.png", "<html>"), 422U);
+    EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+TEST_F(MediaShelfTest, FileThatIsRefusedLeavesTheFormerOne) {
+    (void)m_shelf.Store("chime.wav", Wav(1));
+
+    EXPECT_EQ(StatusOfStoring("chime.wav", "no sound"), 422U);
+
+    EXPECT_EQ(*m_shelf.Read("chime.wav").content, Wav(1));
+}
+
+TEST_F(MediaShelfTest, LinksThatLeadOutAreNotFollowed) {
+    std::ofstream(m_folder.Path() / "secret") << "secret";
+    fs::create_symlink(m_folder.Path() / "secret", m_folder.Path() / "link.png");
+
+    EXPECT_THROW((void)m_shelf.Read("link.png"), ApiError);
+    EXPECT_THROW(m_shelf.Remove("link.png"), ApiError);
+    EXPECT_EQ(StatusOfStoring("link.png", kPng), 409U);
+    EXPECT_EQ(m_shelf.List()["media"].size(), 0U);
+}
+
+TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges) {
+    (void)m_shelf.Store("a.png", kPng);
+    const auto first = m_shelf.Read("a.png");
+
+    EXPECT_EQ(m_shelf.Read("a.png").content, first.content);
+    (void)m_shelf.Store("a.png", kPng + "more");
+
+    EXPECT_EQ(*m_shelf.Read("a.png").content, kPng + "more");
+    EXPECT_NE(m_shelf.Read("a.png").tag, first.tag);
+}
