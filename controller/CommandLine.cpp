@@ -18,6 +18,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -162,3 +164,5 @@ int RunCommandLine(int argc, const char* const* argv) {
         return kFailed;
     }
 }
+
+} // namespace controller

@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 /// So long an orderly end may take before the program ends anyway.
@@ -123,3 +125,5 @@ void Controller::StopWhenDone() {
     if (--m_stillToDo == 0)
         m_store->WhenTried([this] { m_driver.Stop(); });
 }
+
+} // namespace controller

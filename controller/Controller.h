@@ -27,6 +27,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// The controller of one house: everything that lives as long as the program, in the order of its
 /// construction.
 class Controller {
@@ -110,3 +112,5 @@ private:
     bool m_isEnding = false;
     int m_stillToDo = 0; ///< before the program may end
 };
+
+} // namespace controller

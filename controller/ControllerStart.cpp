@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 std::vector<audio::RoomConfig> EngineRooms(const House& house) {
@@ -209,3 +211,5 @@ void Controller::ConnectAgent() {
     }
     m_keeper.SaveSoon();
 }
+
+} // namespace controller

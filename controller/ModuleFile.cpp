@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+namespace controller {
+
 std::filesystem::path FindModuleFile() {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -13,3 +15,5 @@ std::filesystem::path FindModuleFile() {
             return place.lexically_normal();
     return places[0].lexically_normal();
 }
+
+} // namespace controller

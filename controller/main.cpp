@@ -1,5 +1,5 @@
 #include "controller/CommandLine.h"
 
 int main(int argc, char** argv) {
-    return RunCommandLine(argc, argv);
+    return controller::RunCommandLine(argc, argv);
 }

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+namespace controller {
+
 namespace {
 
 constexpr std::uint32_t kId = 1;
@@ -45,3 +47,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckRoundTrip(xml);
     return 0;
 }
+
+} // namespace controller

@@ -13,6 +13,8 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 
+namespace controller {
+
 namespace {
 
 constexpr const char* kState = "<announcements><announcement><id>1</id><name>Dinner</name>"
@@ -176,3 +178,5 @@ std::string ApiHouse::Converse(const std::string& bytes, const std::string& then
     }
     return client.Got();
 }
+
+} // namespace controller

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+namespace controller {
+
 /// A house with all that its API reaches, the agent included, but sound; one for each input, so that an input
 /// does the same every time.
 class ApiHouse {
@@ -47,3 +49,5 @@ private:
     Api m_api;
     std::shared_ptr<Connections> m_connections;
 };
+
+} // namespace controller

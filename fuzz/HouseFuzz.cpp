@@ -8,6 +8,8 @@
 
 #include <yaml-cpp/yaml.h>
 
+namespace controller {
+
 namespace {
 
 /// Relative paths of the corpus begin here, so that what is written absolute stays as it is.
@@ -111,3 +113,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+} // namespace controller

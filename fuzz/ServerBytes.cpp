@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 
+namespace controller {
+
 namespace {
 
 /// The value of a header in a reply's head; empty when it is missing.
@@ -84,3 +86,5 @@ void RequireFrames(std::string_view bytes) {
         bytes.remove_prefix(size);
     }
 }
+
+} // namespace controller

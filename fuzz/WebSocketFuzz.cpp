@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+namespace controller {
+
 namespace {
 
 std::string Upgrade(const char* path) {
@@ -53,3 +55,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+} // namespace controller

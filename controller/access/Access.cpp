@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <exception>
 
+namespace controller {
+
 namespace {
 
 constexpr std::chrono::minutes kWrongMemory{1};
@@ -118,3 +120,5 @@ std::optional<Rights> Access::TakeTicket(const std::string& ticket) {
         return std::nullopt;
     return taken.mapped().rights;
 }
+
+} // namespace controller

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+namespace controller {
+
 /// Says who may do what: knows the tokens of the house, and the tickets given for them. Driver thread only.
 ///
 /// Hashing a token takes long, on purpose, so it is done elsewhere, and once: a token that was found right is
@@ -84,3 +86,5 @@ private:
     std::map<std::string, std::deque<TimePoint>> m_wrong;               ///< by address
     std::map<std::string, Ticket> m_tickets;
 };
+
+} // namespace controller

@@ -8,6 +8,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 std::string Lower(std::string_view text) {
@@ -77,3 +79,5 @@ std::string HostCheck::Accepted() const {
         text += ", " + name;
     return text;
 }
+
+} // namespace controller

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace controller {
+
 /// Tells requests that were meant for this server from those that a web page elsewhere makes its visitor's
 /// browser send.
 ///
@@ -30,3 +32,5 @@ public:
 private:
     std::set<std::string> m_names;
 };
+
+} // namespace controller

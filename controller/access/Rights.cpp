@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string_view>
 
+namespace controller {
+
 namespace {
 
 constexpr std::string_view kNavigator = "navigator:";
@@ -81,3 +83,5 @@ std::vector<std::string> Rights::Texts() const {
         texts.push_back(std::string(kNavigator) + std::to_string(navigator));
     return texts;
 }
+
+} // namespace controller

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// What an operation asks of its caller.
 enum class Need {
     Nothing,   ///< not even a token
@@ -34,3 +36,5 @@ struct Rights {
 
     [[nodiscard]] std::vector<std::string> Texts() const;
 };
+
+} // namespace controller

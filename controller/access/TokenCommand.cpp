@@ -15,6 +15,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace controller {
+
 namespace fs = std::filesystem;
 
 namespace token_command {
@@ -107,3 +109,5 @@ void Remove(const fs::path& house, const std::string& name) {
 }
 
 } // namespace token_command
+
+} // namespace controller

@@ -11,7 +11,7 @@
 #include <openssl/evp.h>
 #include <openssl/rand.h>
 
-namespace token_secret {
+namespace controller::token_secret {
 namespace {
 
 using Bytes = std::vector<unsigned char>;
@@ -145,4 +145,4 @@ bool AreSame(const Digest& one, const Digest& other) noexcept {
     return CRYPTO_memcmp(one.data(), other.data(), one.size()) == 0;
 }
 
-} // namespace token_secret
+} // namespace controller::token_secret

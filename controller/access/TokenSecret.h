@@ -6,7 +6,7 @@
 
 /// Tokens and what is kept of them. A token reads `NAME.SECRET`; the secret is 256 bits of chance, and what
 /// the house keeps of it, `scrypt:LOG2N:R:P:SALT:HASH` in hexadecimal, does not lead back to it. Any thread.
-namespace token_secret {
+namespace controller::token_secret {
 
 /// So long a name may be: letters, digits, `-` and `_`.
 constexpr std::size_t kMaxName = 64;
@@ -33,4 +33,4 @@ using Digest = std::array<unsigned char, 32>;
 /// A map key's order tells how far two keys agree; this one looks at all of both.
 [[nodiscard]] bool AreSame(const Digest& one, const Digest& other) noexcept;
 
-} // namespace token_secret
+} // namespace controller::token_secret

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
-namespace token_text {
+namespace controller::token_text {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -129,4 +129,4 @@ std::string Remove(const std::string& house, const std::string& name) {
                              "`token add` writes it; take it out by hand then");
 }
 
-} // namespace token_text
+} // namespace controller::token_text

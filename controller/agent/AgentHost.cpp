@@ -6,6 +6,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 namespace {
 
 vq::auto_com<CmdMessage> MessageOf(const std::string& name, const Parameters& parameters) {
@@ -118,3 +120,5 @@ std::string AgentHost::State(std::uint32_t announcement) {
         throw std::runtime_error(answer.text);
     return answer.element->FindChild("id") != nullptr ? ToXmlText(*answer.element) : std::string();
 }
+
+} // namespace controller

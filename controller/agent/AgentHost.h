@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+namespace controller {
+
 /// Named text parameters, in the order of their adding.
 using Parameters = std::vector<std::pair<std::string, std::string>>;
 
@@ -75,3 +77,5 @@ private:
     std::unique_ptr<VqBaseDriver> m_agent;
     bool m_isUnknown = false;
 };
+
+} // namespace controller

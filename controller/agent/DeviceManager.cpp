@@ -3,6 +3,8 @@
 #include "controller/agent/DriverHost.h"
 #include "framework/CmdMessage.h"
 
+namespace controller {
+
 namespace {
 
 std::optional<MessageBinding> BindingOf(const ICmdMessage& message, const std::string& name) {
@@ -61,3 +63,5 @@ void DeviceManager::GetDeviceInterface(std::uint32_t deviceId, const std::string
     if (place != m_rooms.end() && guid == IRoomProxy::kGuid)
         *out = static_cast<IRoomProxy*>(place->second);
 }
+
+} // namespace controller

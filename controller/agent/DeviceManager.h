@@ -10,6 +10,8 @@
 #include <memory>
 #include <set>
 
+namespace controller {
+
 /// The devices that the agent reaches: rooms by their interface, navigators by popup commands, and its own
 /// device, whose state it says has changed. Driver thread only.
 class DeviceManager final : public IDeviceManager {
@@ -39,3 +41,5 @@ private:
     Log& m_log;
     Hooks m_hooks;
 };
+
+} // namespace controller

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace controller {
+
 DigitalAudio::~DigitalAudio() = default;
 
 void DigitalAudio::Forget() {
@@ -106,3 +108,5 @@ void DigitalAudio::Close(std::function<void()> onClosed) {
     m_parts.volumes.GiveBackAll();
     m_parts.engine.CloseStream(std::move(onClosed));
 }
+
+} // namespace controller

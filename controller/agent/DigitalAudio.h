@@ -11,6 +11,8 @@
 #include <set>
 #include <string>
 
+namespace controller {
+
 /// The agent's audio service on the audio engine: one stream, the rooms that it reaches, and the file played
 /// over it.
 ///
@@ -76,3 +78,5 @@ private:
     bool m_isPlaying = false;
     std::set<std::uint32_t> m_rooms;
 };
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include "framework/CmdMessage.h"
 
+namespace controller {
+
 namespace {
 
 /// The agent knows two levels, 3 and 6; its errors speak of what was asked of it and not of this program.
@@ -63,3 +65,5 @@ void DriverHost::Write(const char* file, int line, const vq::StackTrace& stack) 
         m_isNamingStack = false;
     });
 }
+
+} // namespace controller

@@ -11,6 +11,8 @@
 #include <atomic>
 #include <functional>
 
+namespace controller {
+
 /// What stands behind the base driver's own services in this program, and the log services that the agent
 /// writes to.
 class DriverHost final : public IDriverHost, public ILogger, private IDriverHelperV2, private AssertWriter {
@@ -26,7 +28,7 @@ public:
     };
 
     /// Both are borrowed for life.
-    DriverHost(Timers& timers, ::Log& log) : m_timers(timers), m_log(log) {}
+    DriverHost(Timers& timers, controller::Log& log) : m_timers(timers), m_log(log) {}
 
     void SetListeners(Listeners listeners) { m_listeners = std::move(listeners); }
 
@@ -47,8 +49,10 @@ private:
     void Write(const char* file, int line, const vq::StackTrace& stack) override;
 
     Timers& m_timers;
-    ::Log& m_log;
+    controller::Log& m_log;
     Listeners m_listeners;
     std::atomic<bool> m_isNamingStack = false;
     Worker m_worker; ///< finds the names of a stack, which reads debug information and may take seconds
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+namespace controller {
+
 /// The real engine behind the interface.
 class EngineSound final : public ISoundEngine {
 public:
@@ -22,3 +24,5 @@ public:
 private:
     audio::AudioEngine m_engine;
 };
+
+} // namespace controller

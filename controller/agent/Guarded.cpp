@@ -2,6 +2,8 @@
 
 #include <exception>
 
+namespace controller {
+
 std::optional<Thrown> Guarded(const std::function<void()>& call) {
     try {
         call();
@@ -22,3 +24,5 @@ std::string Describe(const Thrown& thrown, const std::string& what) {
         thrown.text.empty() ? "without a word of why (" + thrown.kind + ")" : thrown.text;
     return "The agent failed in " + what + ": " + text;
 }
+
+} // namespace controller

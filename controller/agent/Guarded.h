@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// What left the agent instead of an answer.
 struct Thrown {
     std::string kind; ///< "const char*", "std::string", "std::exception" or "other"
@@ -15,3 +17,5 @@ struct Thrown {
 
 /// "The agent failed in <what>: <text>", for the log.
 [[nodiscard]] std::string Describe(const Thrown& thrown, const std::string& what);
+
+} // namespace controller

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+namespace controller {
+
 /// The audio engine, as the rest of the controller calls it; `audio::AudioEngine` has the meaning of each
 /// operation.
 class ISoundEngine {
@@ -20,3 +22,5 @@ public:
 protected:
     ~ISoundEngine() = default;
 };
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace controller {
+
 void NowPlaying::EventFired(std::uint32_t announcement) {
     // Only a poll goes on to another announcement; any other repetition plays the present one again.
     m_hasPollStartedAnother = m_timers.IsInDriverTimer();
@@ -21,3 +23,5 @@ void NowPlaying::End() {
     if (const auto ended = std::exchange(m_current, std::nullopt))
         m_feed.Publish(events::AnnouncementEnded{ended->id});
 }
+
+} // namespace controller

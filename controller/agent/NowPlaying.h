@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace controller {
+
 /// What the agent is playing, told from outside: an announcement starts when its event is fired, and it is
 /// over when the agent has dealt with a poll without firing another event and no timer of an announcement
 /// runs any more. That is when, and only when, the agent itself lets go of it. Driver thread only.
@@ -41,3 +43,5 @@ private:
     std::uint64_t m_lastShow = 0;
     bool m_hasPollStartedAnother = false;
 };
+
+} // namespace controller

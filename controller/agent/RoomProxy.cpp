@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace controller {
+
 void RoomProxy::SetUpVideo() {
     if (!std::exchange(m_areScreensAwake, true))
         m_feed.Publish(events::ScreensWoken{m_room});
@@ -11,3 +13,5 @@ void RoomProxy::RestoreVideoState() {
     if (std::exchange(m_areScreensAwake, false))
         m_feed.Publish(events::ScreensRested{m_room});
 }
+
+} // namespace controller

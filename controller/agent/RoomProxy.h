@@ -4,6 +4,8 @@
 #include "controller/events/EventFeed.h"
 #include "host/IRoomProxy.h"
 
+namespace controller {
+
 /// One room as the agent reaches it. Driver thread only.
 class RoomProxy final : public IRoomProxy {
 public:
@@ -33,3 +35,5 @@ private:
     EventFeed& m_feed;
     bool m_areScreensAwake = false;
 };
+
+} // namespace controller

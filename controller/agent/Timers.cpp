@@ -4,6 +4,8 @@
 #include "host/TimerUnit.h"
 #include "host/VqBaseDriver.h"
 
+namespace controller {
+
 Timers::Timers(IScheduler& scheduler, Log& log) : m_scheduler(scheduler), m_log(log) {}
 
 Timers::~Timers() {
@@ -86,3 +88,5 @@ void Timers::Fire(std::uint32_t id) {
     if (timer.driver != nullptr && m_driverTimerDone)
         m_driverTimerDone();
 }
+
+} // namespace controller

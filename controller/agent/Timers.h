@@ -9,6 +9,8 @@
 
 class VqBaseDriver;
 
+namespace controller {
+
 /// The agent's timers: those of its announcements (`ITimerManager`) and the driver's own. One counter numbers
 /// both; an id that is in use, or 0, is never given. What a callback throws is logged.
 class Timers final : public ITimerManager {
@@ -55,3 +57,5 @@ private:
     bool m_isInDriverTimer = false;
     std::function<void()> m_driverTimerDone;
 };
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <array>
 #include <optional>
 
+namespace controller {
+
 namespace {
 
 /// So many names are remembered of what was played.
@@ -134,3 +136,5 @@ void AnnouncementService::PublishChange(const std::string& request, std::uint32_
     else
         m_feed.Publish(events::AnnouncementStored{announcement});
 }
+
+} // namespace controller

@@ -8,6 +8,8 @@
 #include <map>
 #include <string>
 
+namespace controller {
+
 /// The way to the agent for console and network: delivers commands and requests, and answers a request only
 /// when what it changed stands on the disk. Driver thread only.
 class AnnouncementService {
@@ -49,3 +51,5 @@ private:
     EventFeed& m_feed;
     std::map<std::uint32_t, std::string> m_names;
 };
+
+} // namespace controller

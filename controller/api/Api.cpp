@@ -7,6 +7,8 @@
 #include "controller/media/MediaName.h"
 #include "host/VqXML.h"
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace {
@@ -341,3 +343,5 @@ std::string Api::PageState(std::uint32_t navigator) const {
                  {"awake", m_watch.IsAwake(page->room)},
                  {"popup", house_json::PopupOn(m_context, navigator)}});
 }
+
+} // namespace controller

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+namespace controller {
+
 /// The controller's API and pages: answers every request that the server takes. Driver thread only.
 class Api final : public IHttpHandler {
 public:
@@ -57,3 +59,5 @@ private:
     std::unique_ptr<Worker> m_worker;
     ApiContext m_context;
 };
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <limits>
 #include <optional>
 
+namespace controller {
+
 namespace {
 
 std::string Find(const ApiCall::Values& values, std::string_view name) {
@@ -83,3 +85,5 @@ void ApiCall::Guard(const std::function<void()>& work) {
         Fail(ApiError(500, std::string("the controller failed: ") + error.what()));
     }
 }
+
+} // namespace controller

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+namespace controller {
+
 /// One request to an operation of the API, and the ways to answer it; held until it is answered. Driver
 /// thread only.
 class ApiCall : public std::enable_shared_from_this<ApiCall> {
@@ -69,3 +71,5 @@ private:
 };
 
 using ApiCallPointer = std::shared_ptr<ApiCall>;
+
+} // namespace controller

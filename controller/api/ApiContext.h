@@ -26,6 +26,8 @@
 #include <string>
 #include <type_traits>
 
+namespace controller {
+
 /// The parts of the controller that the API shows and drives. All are borrowed for life.
 struct ControllerParts {
     const House& house;
@@ -103,3 +105,5 @@ void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done 
         driver.Post("an answer of the API", [errand = std::move(errand)] { errand->Answer(); });
     });
 }
+
+} // namespace controller

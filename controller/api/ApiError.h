@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace controller {
+
 /// A request that cannot be done: the status to answer it with, what is wrong and where, and what would be
 /// right.
 class ApiError : public std::runtime_error {
@@ -19,3 +21,5 @@ private:
     unsigned m_status;
     std::string m_right;
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 namespace {
 
 std::optional<TlsFiles> TlsOf(const House& house) {
@@ -36,3 +38,5 @@ ApiServer::ApiServer(ControllerParts parts, const HttpLimits& limits)
     RequireSafeAddress(parts.house);
     m_address = Url(parts.house, m_server.Listen(parts.house.address, parts.house.port));
 }
+
+} // namespace controller

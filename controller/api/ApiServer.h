@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+namespace controller {
+
 /// The house on the network: the API and the pages, served at the address of the house file. Driver thread
 /// only.
 class ApiServer {
@@ -28,3 +30,5 @@ private:
     HttpServer m_server;
     std::string m_address;
 };
+
+} // namespace controller

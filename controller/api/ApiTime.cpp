@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <ctime>
 
+namespace controller {
+
 std::string ApiTime(std::chrono::system_clock::time_point time) {
     using std::chrono::milliseconds;
     const auto whole = std::chrono::floor<std::chrono::seconds>(time);
@@ -17,3 +19,5 @@ std::string ApiTime(std::chrono::system_clock::time_point time) {
     (void)std::snprintf(fraction.data(), fraction.size(), ".%03dZ", rest % 1000);
     return std::string(date.data()) + fraction.data();
 }
+
+} // namespace controller

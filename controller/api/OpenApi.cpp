@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace {
@@ -101,3 +103,5 @@ std::string DescribeAsOpenApi(const std::vector<Operation>& operations) {
                               {"schemas", Json::parse(OpenApiSchemas())}};
     return document.dump(1);
 }
+
+} // namespace controller

@@ -5,5 +5,9 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// The operations as an OpenAPI 3.0 document, as JSON text.
 [[nodiscard]] std::string DescribeAsOpenApi(const std::vector<Operation>& operations);
+
+} // namespace controller

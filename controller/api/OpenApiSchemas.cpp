@@ -1,5 +1,7 @@
 #include "controller/api/OpenApiSchemas.h"
 
+namespace controller {
+
 namespace {
 
 constexpr const char* kSchemas = R"JSON({
@@ -140,3 +142,5 @@ constexpr const char* kSchemas = R"JSON({
 const char* OpenApiSchemas() noexcept {
     return kSchemas;
 }
+
+} // namespace controller

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace controller {
+
 struct ApiContext;
 
 /// One operation of the API: what routes, help and description are made of.
@@ -35,3 +37,5 @@ struct Operation {
 
 /// All of them.
 [[nodiscard]] const std::vector<Operation>& Operations();
+
+} // namespace controller

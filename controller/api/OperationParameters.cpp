@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+namespace controller {
+
 std::vector<OperationParameter> ParametersIn(const Operation& operation) {
     std::vector<OperationParameter> parameters;
     std::string_view path = operation.path;
@@ -18,3 +20,5 @@ std::vector<OperationParameter> ParametersIn(const Operation& operation) {
         parameters.push_back({value.name, value.summary, false});
     return parameters;
 }
+
+} // namespace controller

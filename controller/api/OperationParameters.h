@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// A value that stands in the address of an operation.
 struct OperationParameter {
     std::string name;
@@ -14,3 +16,5 @@ struct OperationParameter {
 
 /// In the order of the path, then of the query.
 [[nodiscard]] std::vector<OperationParameter> ParametersIn(const Operation& operation);
+
+} // namespace controller

@@ -1,6 +1,8 @@
 #include "controller/api/Operation.h"
 #include "controller/api/handlers/Handlers.h"
 
+namespace controller {
+
 // One line an operation, whatever its length: it is a table.
 // clang-format off
 const std::vector<Operation>& Operations() { // NOLINT(readability-function-size)
@@ -90,3 +92,5 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
     return kOperations;
 }
 // clang-format on
+
+} // namespace controller

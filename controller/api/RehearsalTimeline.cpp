@@ -12,6 +12,8 @@
 #include <map>
 #include <optional>
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace rehearsal_timeline {
@@ -233,3 +235,5 @@ Json Run(const std::string& moduleFile, const Order& order) {
 }
 
 } // namespace rehearsal_timeline
+
+} // namespace controller

@@ -7,7 +7,7 @@
 
 /// What playing an announcement would do: the real agent plays it on a virtual host, and nothing is heard or
 /// shown.
-namespace rehearsal_timeline {
+namespace controller::rehearsal_timeline {
 
 /// As long a playing is followed, in virtual time.
 constexpr std::uint64_t kLongest = 600'000;
@@ -24,4 +24,4 @@ struct Order {
 /// Runs the module's agent; any thread. Throws `std::runtime_error` when the module cannot be loaded.
 [[nodiscard]] nlohmann::ordered_json Run(const std::string& moduleFile, const Order& order);
 
-} // namespace rehearsal_timeline
+} // namespace controller::rehearsal_timeline

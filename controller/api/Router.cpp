@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+namespace controller {
+
 namespace {
 
 std::vector<std::string> Split(std::string_view path) {
@@ -66,3 +68,5 @@ Router::Route Router::Find(std::string_view method, std::string_view path) const
     }
     return route;
 }
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace controller {
+
 /// Finds the operation behind an address.
 class Router {
 public:
@@ -28,3 +30,5 @@ private:
     };
     std::vector<Entry> m_entries;
 };
+
+} // namespace controller

@@ -7,7 +7,7 @@
 #include <atomic>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -136,4 +136,4 @@ void AudioEngine::SwitchTicker() {
     m_ticker->Switch(m_stream != nullptr || hasClosing);
 }
 
-} // namespace audio
+} // namespace controller::audio

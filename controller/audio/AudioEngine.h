@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 class RoomOutput;
 class Ticker;
@@ -141,4 +141,4 @@ private:
     std::unique_ptr<Ticker> m_ticker;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -13,7 +13,7 @@
 #include <set>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// The stream: its clock and its rooms. Another Play on it needs a new clock, since outputs end with a clip.
 struct AudioEngine::Stream {
@@ -35,4 +35,4 @@ struct AudioEngine::PendingClose {
     std::vector<std::shared_ptr<const RoomPipeline>> pipelines;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 void AudioEngine::Play(const std::string& path, OnDone onDone) {
     std::string refusal;
@@ -116,4 +116,4 @@ void AudioEngine::FinishPlay(const std::string& error, std::vector<std::uint32_t
         });
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -103,4 +103,4 @@ std::string Clip::Error() const {
     return m_error;
 }
 
-} // namespace audio
+} // namespace controller::audio

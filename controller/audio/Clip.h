@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// The decoded sound of one Play, filled by one thread and read by the rooms' threads. Only a window of it is
 /// kept in memory, around the room that is furthest: a room that falls further behind reads silence (it has
@@ -58,4 +58,4 @@ private:
     std::string m_error;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -3,7 +3,7 @@
 #include "controller/audio/DecodebinReader.h"
 #include "controller/audio/SoundFileReader.h"
 
-namespace audio {
+namespace controller::audio {
 
 std::unique_ptr<IClipReader> OpenClipReader(const std::string& path) {
     try {
@@ -13,4 +13,4 @@ std::unique_ptr<IClipReader> OpenClipReader(const std::string& path) {
     }
 }
 
-} // namespace audio
+} // namespace controller::audio

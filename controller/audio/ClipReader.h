@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// Decodes one sound file, from its beginning, into the engine's format.
 class IClipReader {
@@ -21,4 +21,4 @@ public:
 /// @throws SoundFileError when the file is missing, unreadable, broken or known to nobody.
 [[nodiscard]] std::unique_ptr<IClipReader> OpenClipReader(const std::string& path);
 
-} // namespace audio
+} // namespace controller::audio

@@ -9,7 +9,7 @@
 
 #include <gst/app/gstappsink.h>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -94,4 +94,4 @@ void DecodebinReader::ThrowOnError(bool isTooLate) const {
     throw SoundFileError(m_name + ": not a playable sound file: " + reason);
 }
 
-} // namespace audio
+} // namespace controller::audio

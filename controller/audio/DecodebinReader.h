@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// Reads files in formats that only GStreamer's decoder plug-ins know.
 class DecodebinReader final : public IClipReader {
@@ -31,4 +31,4 @@ private:
     std::vector<float> m_first;
 };
 
-} // namespace audio
+} // namespace controller::audio

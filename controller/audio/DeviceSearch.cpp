@@ -5,7 +5,7 @@
 #include <set>
 #include <system_error>
 
-namespace audio {
+namespace controller::audio {
 
 namespace fs = std::filesystem;
 
@@ -85,4 +85,4 @@ GstPtr<GstDevice> DeviceSearch::FindDefault() {
     return device;
 }
 
-} // namespace audio
+} // namespace controller::audio

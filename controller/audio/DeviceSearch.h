@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// Finds the machine's default sound device. Where there is none, asking is dear (a sound server is waited
 /// for, and its library loses some memory each time), so the answer "none" is kept until something that hints
@@ -27,4 +27,4 @@ private:
     std::string m_hints;
 };
 
-} // namespace audio
+} // namespace controller::audio

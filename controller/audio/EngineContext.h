@@ -10,7 +10,7 @@
 #include <set>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// What the engine and its rooms share. Driver thread, except for mailbox, workers and devices.
 struct EngineContext {
@@ -33,4 +33,4 @@ struct EngineContext {
     }
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -5,7 +5,7 @@
 
 #include <signal.h>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -66,4 +66,4 @@ std::string ErrorText(GstMessage* message) {
     return text + " (" + (source ? source : "unknown element") + ")";
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -5,7 +5,7 @@
 
 #include <gst/gst.h>
 
-namespace audio {
+namespace controller::audio {
 
 struct GstUnref {
     void operator()(gpointer object) const { gst_object_unref(object); }
@@ -29,4 +29,4 @@ void StartGstreamer();
 /// What an error message says, in one line, with the name of the element that said it.
 [[nodiscard]] std::string ErrorText(GstMessage* message);
 
-} // namespace audio
+} // namespace controller::audio

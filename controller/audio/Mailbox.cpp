@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 Mailbox::Mailbox(std::function<void(Task)> post) : m_post(std::move(post)) {}
 
@@ -26,4 +26,4 @@ void Mailbox::Close() {
     m_post = nullptr;
 }
 
-} // namespace audio
+} // namespace controller::audio

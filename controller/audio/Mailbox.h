@@ -4,7 +4,7 @@
 #include <memory>
 #include <mutex>
 
-namespace audio {
+namespace controller::audio {
 
 /// The way back to the driver thread. It outlives the engine in the hands of threads that are stuck in a
 /// device; what they still have to say is dropped then. Post: any thread. Close: driver thread.
@@ -26,4 +26,4 @@ private:
     std::function<void(Task)> m_post;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace fs = std::filesystem;
 
@@ -51,4 +51,4 @@ fs::path MediaFolder::Find(const std::string& announcedPath) const {
     return file;
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// A name that does not lead to a file in the media folder; the text says why.
 class MediaNameError : public std::runtime_error {
@@ -32,4 +32,4 @@ private:
     std::filesystem::path m_folder;
 };
 
-} // namespace audio
+} // namespace controller::audio

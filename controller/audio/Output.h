@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 class DeviceSearch;
 
@@ -50,4 +50,4 @@ struct OutputDescription;
 /// @throws std::invalid_argument for an unknown kind or an unusable text.
 [[nodiscard]] std::unique_ptr<IOutput> CreateOutput(const OutputDescription& description);
 
-} // namespace audio
+} // namespace controller::audio

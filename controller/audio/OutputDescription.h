@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// Where a room's sound goes, as the house file has it: "auto", "silent", "file: PATTERN",
 /// "gstreamer: BIN". `kind` is the word before the colon, `text` what follows it, without the
@@ -29,4 +29,4 @@ struct OutputHelp {
 /// Every kind of output, in the order of the manual.
 [[nodiscard]] std::vector<OutputHelp> ListOutputs();
 
-} // namespace audio
+} // namespace controller::audio

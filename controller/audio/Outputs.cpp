@@ -5,7 +5,7 @@
 #include <array>
 #include <stdexcept>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -65,4 +65,4 @@ std::vector<OutputHelp> ListOutputs() {
     return list;
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -50,4 +50,4 @@ bool Playback::Start() {
     return begin.has_value();
 }
 
-} // namespace audio
+} // namespace controller::audio

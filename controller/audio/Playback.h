@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// One Play: opens the file, starts its clip on the timeline, decodes ahead of the rooms. Its Run fills a
 /// thread of its own.
@@ -43,4 +43,4 @@ private:
     std::shared_ptr<Clip> m_clip = std::make_shared<Clip>();
 };
 
-} // namespace audio
+} // namespace controller::audio

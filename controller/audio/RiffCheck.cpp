@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -65,4 +65,4 @@ void RequireWholeRiff(int descriptor, std::int64_t fileSize, const std::string& 
     throw SoundFileError(name + ": a WAV file that ends before its sound begins (no \"data\" chunk)");
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// Libraries clamp a WAV file's sound to what is there and so take half a file for a whole one. This reads
 /// the chunk sizes themselves: throws SoundFileError when the sound is missing, empty or shorter than its
@@ -11,4 +11,4 @@ namespace audio {
 /// afterwards.
 void RequireWholeRiff(int descriptor, std::int64_t fileSize, const std::string& name);
 
-} // namespace audio
+} // namespace controller::audio

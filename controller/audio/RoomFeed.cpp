@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 RoomFeed::RoomFeed(std::shared_ptr<Timeline> timeline, std::shared_ptr<RoomSlot> slot, unsigned volume)
     : m_timeline(std::move(timeline))
@@ -86,4 +86,4 @@ void RoomFeed::ApplyGain(float target, float* samples) {
     m_currentGain = target;
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -7,7 +7,7 @@
 
 #include <gst/app/gstappsrc.h>
 
-namespace audio {
+namespace controller::audio {
 
 /// Gives one room's pipeline its sound, block by block: silence or clip, at the room's volume. SetVolume: any
 /// thread; everything else happens on the pipeline's own streaming thread.
@@ -32,4 +32,4 @@ private:
     float m_currentGain;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -189,4 +189,4 @@ void RoomOutput::Report(RoomTrouble::Kind kind, const std::string& reason) {
             });
 }
 
-} // namespace audio
+} // namespace controller::audio

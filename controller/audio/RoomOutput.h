@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// One room: its volume, its pipeline while it is in a stream, and the former one while that closes (a device
 /// is opened again only when it is closed, or was given up). Driver thread.
@@ -58,4 +58,4 @@ private:
     std::string m_lastTrouble;
 };
 
-} // namespace audio
+} // namespace controller::audio

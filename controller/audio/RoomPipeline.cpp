@@ -9,7 +9,7 @@
 
 #include <gst/audio/gstaudiobasesink.h>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -182,4 +182,4 @@ void RoomPipeline::Handle(GstMessage* message) {
     m_changed.notify_all();
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <string>
 
-namespace audio {
+namespace controller::audio {
 
 /// What a room's pipeline has to say. Called on threads of the pipeline, one at a time, Gone last.
 struct PipelineEvent {
@@ -77,4 +77,4 @@ private:
     std::string m_error;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -138,4 +138,4 @@ void CheckUpload(const std::string& path) {
                              std::to_string(kLongestClip.count() / 1000) + " s can be played");
 }
 
-} // namespace audio
+} // namespace controller::audio

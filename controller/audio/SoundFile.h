@@ -8,7 +8,7 @@
 
 #include <sndfile.h>
 
-namespace audio {
+namespace controller::audio {
 
 /// An announcement's sound may last so long: whoever plays it gives up 20 s after its start.
 constexpr std::chrono::milliseconds kLongestClip{20000};
@@ -56,4 +56,4 @@ private:
 /// @throws SoundFileError
 void CheckUpload(const std::string& path);
 
-} // namespace audio
+} // namespace controller::audio

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <filesystem>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -129,4 +129,4 @@ std::vector<float> SoundFileReader::Convert(float* samples, std::size_t frames) 
     return result;
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -10,7 +10,7 @@
 
 #include <gst/audio/audio.h>
 
-namespace audio {
+namespace controller::audio {
 
 /// Reads files that the sound file library knows. Channels and rate are converted by GStreamer's converter.
 class SoundFileReader final : public IClipReader {
@@ -34,4 +34,4 @@ private:
     std::int64_t m_framesToCome = 0; ///< Of the result.
 };
 
-} // namespace audio
+} // namespace controller::audio

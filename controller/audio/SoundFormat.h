@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace audio {
+namespace controller::audio {
 
 /// The one format that everything between file and output is in: interleaved 32-bit float, stereo, 48 kHz.
 /// 16- and 24-bit samples pass through it unchanged. Outputs convert to what their device wants.
@@ -29,4 +29,4 @@ constexpr std::int64_t kTailFrames = kRate / 10;
                                     frames * 1'000'000 % kRate * 1000 / kRate);
 }
 
-} // namespace audio
+} // namespace controller::audio

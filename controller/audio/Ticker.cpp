@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 Ticker::Ticker(std::chrono::milliseconds interval, std::function<void()> onTick)
     : m_interval(interval)
@@ -38,4 +38,4 @@ void Ticker::Run() {
     }
 }
 
-} // namespace audio
+} // namespace controller::audio

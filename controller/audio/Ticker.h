@@ -6,7 +6,7 @@
 #include <mutex>
 #include <thread>
 
-namespace audio {
+namespace controller::audio {
 
 /// Calls back in equal intervals, on a thread of its own, while it is switched on; asleep otherwise.
 class Ticker final {
@@ -31,4 +31,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -155,4 +155,4 @@ bool Timeline::IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) 
     return slot.state == RoomSlot::State::Running && Now() > slot.next + FramesOf(limit);
 }
 
-} // namespace audio
+} // namespace controller::audio

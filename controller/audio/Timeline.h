@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-namespace audio {
+namespace controller::audio {
 
 /// One room's place on the timeline. Guarded by the timeline.
 struct RoomSlot {
@@ -95,4 +95,4 @@ private:
     std::int64_t m_clipStart = 0;
 };
 
-} // namespace audio
+} // namespace controller::audio

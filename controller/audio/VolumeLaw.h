@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace audio {
+namespace controller::audio {
 
 constexpr unsigned kFullVolume = 100;
 
@@ -14,4 +14,4 @@ constexpr unsigned kFullVolume = 100;
     return share * share * share;
 }
 
-} // namespace audio
+} // namespace controller::audio

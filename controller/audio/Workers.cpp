@@ -3,7 +3,7 @@
 #include <thread>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 void Workers::Start(std::function<void()> task) {
     const auto leave = [](Count& count) {
@@ -33,4 +33,4 @@ bool Workers::Wait(std::chrono::milliseconds limit) {
     return m_count->changed.wait_for(lock, limit, [this] { return m_count->running == 0; });
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -6,7 +6,7 @@
 #include <memory>
 #include <mutex>
 
-namespace audio {
+namespace controller::audio {
 
 /// Threads that may get stuck in a device: they are counted, waited for within limits, and left behind when
 /// that is not enough. What they need they own themselves. Any thread.
@@ -29,4 +29,4 @@ private:
     std::shared_ptr<Count> m_count = std::make_shared<Count>();
 };
 
-} // namespace audio
+} // namespace controller::audio

@@ -7,6 +7,8 @@
 #include <memory>
 #include <utility>
 
+namespace controller {
+
 const Console::Entry Console::kEntries[] = {
     {"play", 1, "play ID", "plays an announcement, or queues it behind the one that plays", &Console::Play},
     {"dismiss", 0, "dismiss", "takes the popups of the announcement that plays away", &Console::Dismiss},
@@ -204,3 +206,5 @@ void Console::Quit(const ConsoleCommand& /*command*/, const ConsoleInput::Answer
     m_parts.quit();
     answered();
 }
+
+} // namespace controller

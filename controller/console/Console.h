@@ -12,6 +12,8 @@
 #include <map>
 #include <string>
 
+namespace controller {
+
 /// Does what the lines of the console ask for and prints the replies. Driver thread only.
 class Console {
 public:
@@ -67,3 +69,5 @@ private:
 
     Parts m_parts;
 };
+
+} // namespace controller

@@ -5,6 +5,8 @@
 #include <fstream>
 #include <sstream>
 
+namespace controller {
+
 namespace {
 
 constexpr std::uintmax_t kMaxFile = std::uintmax_t{1024} * 1024;
@@ -122,3 +124,5 @@ ConsoleCommand ParseConsoleLine(const std::string& line) {
         throw ConsoleError("a line begins with a command; `help` lists them");
     return command;
 }
+
+} // namespace controller

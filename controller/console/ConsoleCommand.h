@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// One line of the console, taken apart.
 struct ConsoleCommand {
     std::string verb;               ///< empty for a blank line or a comment
@@ -31,3 +33,5 @@ public:
 /// A whole number as ids and volumes are written, `what` being its name in messages. Throws `ConsoleError`.
 [[nodiscard]] std::uint32_t
 ParseConsoleNumber(const std::string& text, const std::string& what, std::uint32_t least, std::uint32_t most);
+
+} // namespace controller

@@ -10,6 +10,8 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+namespace controller {
+
 ConsoleInput::ConsoleInput(int descriptor, Hooks hooks)
     : m_descriptor(descriptor)
     , m_hooks(std::move(hooks))
@@ -98,3 +100,5 @@ void ConsoleInput::Await(const Line& line) {
     m_hooks.post([take = m_hooks.take, line, answered] { take(line, answered); });
     m_gate->condition.wait(lock, [this] { return m_gate->isAnswered || m_gate->isEnding; });
 }
+
+} // namespace controller

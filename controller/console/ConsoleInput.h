@@ -9,6 +9,8 @@
 #include <string>
 #include <thread>
 
+namespace controller {
+
 /// Reads commands, one a line, on a thread of its own. The next line is read when the one before has been
 /// answered, so that replies stand in order and never more than one command waits.
 class ConsoleInput {
@@ -58,3 +60,5 @@ private:
     std::shared_ptr<Gate> m_gate;
     std::thread m_thread;
 };
+
+} // namespace controller

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 std::string Seconds(std::chrono::milliseconds duration) {
@@ -108,3 +110,5 @@ void ConsoleView::Show(const events::PopupChanged& event) {
 void ConsoleView::Show(const events::PopupHidden& event) {
     m_print("Popup on " + Navigator(event.navigator) + " is gone: " + Reason(event.why));
 }
+
+} // namespace controller

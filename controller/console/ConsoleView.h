@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+namespace controller {
+
 /// Prints what happens in the house, one line each. Driver thread only.
 class ConsoleView {
 public:
@@ -39,3 +41,5 @@ private:
     std::string m_roomsInSound; ///< "Kitchen, Living room"
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

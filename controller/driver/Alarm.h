@@ -4,6 +4,8 @@
 
 #include <utility>
 
+namespace controller {
+
 /// Work that happens once, later, unless the alarm is stopped, started again or destroyed before.
 class Alarm {
 public:
@@ -36,3 +38,5 @@ private:
     const char* const m_what;
     std::uint64_t m_id = 0;
 };
+
+} // namespace controller

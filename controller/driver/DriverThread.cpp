@@ -7,6 +7,8 @@
 #include <exception>
 #include <utility>
 
+namespace controller {
+
 using Clock = std::chrono::steady_clock;
 
 DriverThread::DriverThread(Log& log) : m_log(log) {}
@@ -98,3 +100,5 @@ void DriverThread::DoDue() {
     }
     Rearm();
 }
+
+} // namespace controller

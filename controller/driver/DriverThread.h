@@ -11,6 +11,8 @@
 #include <string>
 #include <thread>
 
+namespace controller {
+
 /// The one thread that everything that touches the agent runs on: the thread that made this object. Other
 /// threads post.
 ///
@@ -72,3 +74,5 @@ private:
     std::map<Key, Later> m_later;
     std::map<std::uint64_t, TimePoint> m_dueOf;
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <functional>
 
+namespace controller {
+
 /// Lets work happen later on the driver thread. Driver thread only.
 class IScheduler {
 public:
@@ -23,3 +25,5 @@ public:
 protected:
     ~IScheduler() = default;
 };
+
+} // namespace controller

@@ -3,6 +3,8 @@
 #include <csignal>
 #include <utility>
 
+namespace controller {
+
 Worker::Worker() {
     // Signals are the driver thread's business.
     sigset_t all;
@@ -45,3 +47,5 @@ void Worker::Work() {
         lock.lock();
     }
 }
+
+} // namespace controller

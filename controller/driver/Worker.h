@@ -6,6 +6,8 @@
 #include <mutex>
 #include <thread>
 
+namespace controller {
+
 /// A thread that does, one after another, what would block the driver thread. What waits at the end is still
 /// done.
 class Worker {
@@ -28,3 +30,5 @@ private:
     bool m_isEnding = false;
     std::thread m_thread;
 };
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <string>
 #include <variant>
 
+namespace controller {
+
 /// What happens in the house, one structure a kind. Ids are those of the house file and of the agent.
 namespace events {
 
@@ -157,3 +159,5 @@ struct Event {
     std::chrono::system_clock::time_point time;
     EventData data;
 };
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace controller {
+
 EventFeed::Subscription::Subscription(Subscription&& other) noexcept
     : m_feed(std::exchange(other.m_feed, nullptr))
     , m_id(other.m_id) {}
@@ -46,3 +48,5 @@ void EventFeed::Deliver(const Event& event) {
         place = m_subscribers.upper_bound(id);
     }
 }
+
+} // namespace controller

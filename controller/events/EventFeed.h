@@ -7,6 +7,8 @@
 #include <map>
 #include <vector>
 
+namespace controller {
+
 /// Tells everybody who subscribed what happens, in order. Driver thread only. The feed keeps nothing: who
 /// joins late asks the parts of the controller for their present state.
 class EventFeed {
@@ -47,3 +49,5 @@ private:
     std::vector<Event> m_waiting;
     bool m_isDelivering = false;
 };
+
+} // namespace controller

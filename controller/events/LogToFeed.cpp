@@ -1,5 +1,7 @@
 #include "controller/events/LogToFeed.h"
 
+namespace controller {
+
 LogToFeed::LogToFeed(Log& log, DriverThread& driver, EventFeed& feed) : m_log(log) {
     m_log.SetListener([&driver, &feed](Severity severity, const std::string& text) {
         const auto publish = [&feed, severity, text] {
@@ -16,3 +18,5 @@ LogToFeed::LogToFeed(Log& log, DriverThread& driver, EventFeed& feed) : m_log(lo
 LogToFeed::~LogToFeed() {
     m_log.SetListener({});
 }
+
+} // namespace controller

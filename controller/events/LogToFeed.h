@@ -4,6 +4,8 @@
 #include "controller/events/EventFeed.h"
 #include "controller/log/Log.h"
 
+namespace controller {
+
 /// Publishes every line of the log as an event, for as long as it lives.
 class LogToFeed {
 public:
@@ -16,3 +18,5 @@ public:
 private:
     Log& m_log;
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 #include <ctime>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 std::string UtcText(std::chrono::system_clock::time_point time) {
@@ -62,3 +64,5 @@ void HistoryRecorder::Finish(const Event& event) {
         entry.outcome = "interrupted";
     m_parts.write(entry);
 }
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// Writes down what is played: when, in which rooms, on which screens, and how it ended. Driver thread only.
 class HistoryRecorder {
 public:
@@ -27,3 +29,5 @@ private:
     std::optional<HistoryEntry> m_current;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

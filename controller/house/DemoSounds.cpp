@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace controller {
+
 namespace {
 
 constexpr std::uint32_t kRate = 8000;
@@ -82,3 +84,5 @@ std::string demosounds::Gong() {
 std::string demosounds::TestTone() {
     return Wave(Samples(0.95, {{0.0, 523.3, 0.4, 0.08}, {0.25, 659.3, 0.4, 0.08}, {0.5, 784.0, 0.4, 0.16}}));
 }
+
+} // namespace controller

@@ -4,7 +4,7 @@
 
 /// The sounds that a new house starts with and a room is tried out by, as whole WAV files: 16-bit mono, less
 /// than a second each. They are computed here, so that a house can be made anywhere without files to copy.
-namespace demosounds {
+namespace controller::demosounds {
 
 /// Two falling bell tones.
 [[nodiscard]] std::string Doorbell();
@@ -15,4 +15,4 @@ namespace demosounds {
 /// Three rising tones.
 [[nodiscard]] std::string TestTone();
 
-} // namespace demosounds
+} // namespace controller::demosounds

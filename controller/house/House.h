@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// The house as its file describes it. Folders are absolute, or relative to the working folder; the house
 /// file's own folder has been put before relative ones.
 struct House {
@@ -51,3 +53,5 @@ struct House {
     std::vector<Token> tokens;
     Tls tls;
 };
+
+} // namespace controller

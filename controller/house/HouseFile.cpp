@@ -10,6 +10,8 @@
 #include <yaml-cpp/eventhandler.h>
 #include <yaml-cpp/parser.h>
 
+namespace controller {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -102,3 +104,5 @@ House ReadHouseFile(const std::filesystem::path& file) {
     text << stream.rdbuf();
     return ReadHouse(text.str(), file.parent_path(), file);
 }
+
+} // namespace controller

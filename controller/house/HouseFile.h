@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// One mistake in a house file: where, and what would be right.
 struct HouseMistake {
     int line = 0;    ///< from 1; 0 when it is about the file as a whole
@@ -31,3 +33,5 @@ private:
 /// The same, of a text; `folder` is what relative paths are relative to, and `file` is how messages name it.
 [[nodiscard]] House
 ReadHouse(const std::string& text, const std::filesystem::path& folder, const std::filesystem::path& file);
+
+} // namespace controller

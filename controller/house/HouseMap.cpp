@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 constexpr std::size_t kMaxText = 1000;
@@ -159,3 +161,5 @@ void HouseMap::RefuseUnknown() {
             m_mistakes.push_back(
                 {value.line, KeyPath(key), "is not known; the keys here are " + Join(m_known)});
 }
+
+} // namespace controller

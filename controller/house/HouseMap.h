@@ -11,6 +11,8 @@
 
 #include <yaml-cpp/yaml.h>
 
+namespace controller {
+
 /// One mapping of the house file: gives its values by key, and notes every mistake on the way. Each value
 /// that is taken counts as known; what is left in the end is unknown.
 class HouseMap {
@@ -63,3 +65,5 @@ private:
     std::map<std::string, Value> m_values;
     std::vector<std::string> m_known;
 };
+
+} // namespace controller

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -211,3 +213,5 @@ House HouseReading::Read(const YAML::Node& root) {
     map.RefuseUnknown();
     return std::move(m_house);
 }
+
+} // namespace controller

@@ -10,6 +10,8 @@
 
 #include <yaml-cpp/yaml.h>
 
+namespace controller {
+
 /// Reads the parts of one house file.
 class HouseReading {
 public:
@@ -48,3 +50,5 @@ private:
     };
     std::vector<NavigatorPlace> m_navigatorPlaces;
 };
+
+} // namespace controller

@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -162,3 +164,5 @@ std::vector<std::filesystem::path> WriteNewHouse(const std::filesystem::path& fo
     }
     return files;
 }
+
+} // namespace controller

@@ -6,6 +6,8 @@
 #include <array>
 #include <vector>
 
+namespace controller {
+
 namespace {
 
 bool IsOwnMachine(const std::string& address) {
@@ -109,3 +111,5 @@ const std::string& Connections::Date() {
              kMonths.at(static_cast<std::size_t>(parts.tm_mon)) + std::string(text.data(), length);
     return m_date;
 }
+
+} // namespace controller

@@ -12,6 +12,8 @@
 #include <set>
 #include <string>
 
+namespace controller {
+
 /// The connections of a server: how many there are, from where, and when each has to be looked after. Driver
 /// thread only.
 class Connections : public std::enable_shared_from_this<Connections> {
@@ -84,3 +86,5 @@ private:
     std::time_t m_dateOf = 0;
     std::string m_date;
 };
+
+} // namespace controller

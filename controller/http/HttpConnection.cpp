@@ -19,6 +19,8 @@
 #include <optional>
 #include <type_traits>
 
+namespace controller {
+
 // Beast takes long to compile: this and RequestHead.cpp are the only sources that include it.
 
 namespace {
@@ -412,3 +414,5 @@ void ServeConnection(HttpSocket socket,
     auto stream = std::make_shared<TlsStream>(std::move(socket), *tls);
     std::make_shared<HttpConnection<TlsStream>>(std::move(stream), std::move(place), handler)->Start();
 }
+
+} // namespace controller

@@ -12,6 +12,8 @@ namespace boost::asio::ssl {
 class context;
 }
 
+namespace controller {
+
 /// A socket of the driver thread's loop; naming the executor saves a virtual call for each operation.
 using HttpSocket =
     boost::asio::basic_stream_socket<boost::asio::ip::tcp, boost::asio::io_context::executor_type>;
@@ -22,3 +24,5 @@ void ServeConnection(HttpSocket socket,
                      std::shared_ptr<Connections::Place> place,
                      IHttpHandler& handler,
                      boost::asio::ssl::context* tls);
+
+} // namespace controller

@@ -8,6 +8,8 @@
 #include <memory>
 #include <string>
 
+namespace controller {
+
 /// The server's end of a WebSocket. Driver thread only.
 class WebSocket {
 public:
@@ -54,3 +56,5 @@ public:
 protected:
     ~IHttpHandler() = default;
 };
+
+} // namespace controller

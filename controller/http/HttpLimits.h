@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstddef>
 
+namespace controller {
+
 /// What a client can make the server hold or wait for.
 struct HttpLimits {
     std::size_t connections = 2000;
@@ -20,3 +22,5 @@ struct HttpLimits {
     std::chrono::seconds alive{20};   ///< a WebSocket without other messages hears from us so often
     std::chrono::seconds silence{65}; ///< a WebSocket whose client answers no ping for so long is dropped
 };
+
+} // namespace controller

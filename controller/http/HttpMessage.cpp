@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace controller {
+
 std::string_view HttpRequest::Header(std::string_view lowerCaseName) const noexcept {
     for (const auto& [name, value] : headers) {
         if (name == lowerCaseName)
@@ -124,3 +126,5 @@ std::optional<std::vector<std::pair<std::string, std::string>>> ParseQuery(std::
     }
     return parsed;
 }
+
+} // namespace controller

@@ -9,6 +9,8 @@
 #include <variant>
 #include <vector>
 
+namespace controller {
+
 /// The head of a request, taken apart.
 struct HttpRequest {
     std::string method;     ///< "GET" for a HEAD, too: its reply is cut by the connection
@@ -50,3 +52,5 @@ struct HttpReply {
 /// A form-encoded query's names and values; nothing when the encoding is broken.
 [[nodiscard]] std::optional<std::vector<std::pair<std::string, std::string>>>
 ParseQuery(std::string_view query);
+
+} // namespace controller

@@ -11,6 +11,8 @@
 
 #include <sys/resource.h>
 
+namespace controller {
+
 namespace {
 
 using Acceptor =
@@ -70,7 +72,7 @@ public:
         : m_handler(handler)
         , m_log(log)
         , m_tls(tls ? LoadTls(*tls) : nullptr)
-        , m_connections(std::make_shared<::Connections>(context, Possible(limits)))
+        , m_connections(std::make_shared<controller::Connections>(context, Possible(limits)))
         , m_acceptor(context)
         , m_pause(context) {}
 
@@ -86,7 +88,7 @@ private:
     IHttpHandler& m_handler;
     Log& m_log;
     const std::unique_ptr<boost::asio::ssl::context> m_tls;
-    const std::shared_ptr<::Connections> m_connections;
+    const std::shared_ptr<controller::Connections> m_connections;
     Acceptor m_acceptor;
     boost::asio::steady_timer m_pause;
     bool m_isClosed = false;
@@ -189,3 +191,5 @@ void HttpServer::Close() {
 std::size_t HttpServer::Connections() const noexcept {
     return m_implementation->Size();
 }
+
+} // namespace controller

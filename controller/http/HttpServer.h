@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// Certificate chain and private key, as PEM files.
 struct TlsFiles {
     std::string certificate;
@@ -48,3 +50,5 @@ private:
     class Implementation;
     std::shared_ptr<Implementation> m_implementation;
 };
+
+} // namespace controller

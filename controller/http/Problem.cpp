@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace controller {
+
 HttpReply Problem(unsigned status, std::string_view detail, std::string_view right) {
     nlohmann::ordered_json problem{
         {"type", "about:blank"}, {"title", StatusText(status)}, {"status", status}, {"detail", detail}};
@@ -13,3 +15,5 @@ HttpReply Problem(unsigned status, std::string_view detail, std::string_view rig
     reply.body = problem.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
     return reply;
 }
+
+} // namespace controller

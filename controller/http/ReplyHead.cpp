@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+namespace controller {
+
 namespace {
 
 constexpr std::string_view kAlways = "X-Content-Type-Options: nosniff\r\n"
@@ -62,3 +64,5 @@ void AppendHead(std::string& out, const HttpReply& reply, const ReplyFrame& fram
         out += "Connection: keep-alive\r\n";
     out += "\r\n";
 }
+
+} // namespace controller

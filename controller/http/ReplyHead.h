@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace controller {
+
 /// What the connection adds to a reply.
 struct ReplyFrame {
     std::string_view date;
@@ -16,3 +18,5 @@ struct ReplyFrame {
 /// The reply's head as it is sent: status, length, the headers that every reply carries, its own, and the
 /// blank line.
 void AppendHead(std::string& out, const HttpReply& reply, const ReplyFrame& frame);
+
+} // namespace controller

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cctype>
 
+namespace controller {
+
 namespace {
 
 std::string_view View(boost::beast::string_view text) noexcept {
@@ -40,3 +42,5 @@ bool IsWebSocketKey(std::string_view key) noexcept {
                return std::isalnum(digit) != 0 || digit == '+' || digit == '/';
            });
 }
+
+} // namespace controller

@@ -15,6 +15,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// A connection after it has become a WebSocket. Included by `HttpConnection.cpp` only.
 ///
 /// What the client sends is read, so that its pongs and its end are seen, and thrown away.
@@ -240,3 +242,5 @@ void WebSocketConnection<Stream>::Ended() {
     if (const auto listener = std::exchange(m_onClosed, nullptr))
         listener();
 }
+
+} // namespace controller

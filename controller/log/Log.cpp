@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 constexpr std::size_t kMaxText = 4096;
@@ -83,3 +85,5 @@ void Log::SetListener(Listener listener) {
     const std::lock_guard lock(m_mutex);
     m_listener = std::move(listener);
 }
+
+} // namespace controller

@@ -4,6 +4,8 @@
 #include <mutex>
 #include <string>
 
+namespace controller {
+
 /// How much a line matters; numbered as the syslog severities.
 enum class Severity : unsigned { Error = 3, Warning = 4, Notice = 5, Information = 6, Debug = 7 };
 
@@ -50,3 +52,5 @@ private:
     std::mutex m_mutex;
     Listener m_listener;
 };
+
+} // namespace controller

@@ -10,6 +10,8 @@
 #include <iostream>
 #include <stdexcept>
 
+namespace controller {
+
 void maintenance::Check(const std::filesystem::path& house) {
     const House read = ReadHouseFile(house);
     std::cout << house.string() << ": " << read.name << " is in order (" << read.rooms.size() << " rooms, "
@@ -52,3 +54,5 @@ void maintenance::Import(const std::filesystem::path& house, const std::filesyst
     database.Together([&](StateDatabase& together) { together.WriteAgentState(state); });
     std::cout << "imported " << file.string() << '\n';
 }
+
+} // namespace controller

@@ -4,7 +4,7 @@
 
 /// What the program does to a house that is not running. Everything throws `std::runtime_error` (or
 /// `HouseError`), which says what is wrong; what went well is printed on standard output.
-namespace maintenance {
+namespace controller::maintenance {
 
 /// Reads a house file, for its mistakes.
 void Check(const std::filesystem::path& house);
@@ -20,4 +20,4 @@ void Export(const std::filesystem::path& house, const std::filesystem::path& fil
 /// running.
 void Import(const std::filesystem::path& house, const std::filesystem::path& file);
 
-} // namespace maintenance
+} // namespace controller::maintenance

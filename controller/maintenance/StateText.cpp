@@ -6,6 +6,8 @@
 #include <sstream>
 #include <stdexcept>
 
+namespace controller {
+
 std::string statetext::Read(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     std::ostringstream content;
@@ -21,3 +23,5 @@ std::string statetext::Read(const std::filesystem::path& file) {
                                  document->GetRootNode()->GetName() + "\" and not \"announcements\"");
     return text;
 }
+
+} // namespace controller

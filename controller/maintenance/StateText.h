@@ -4,10 +4,10 @@
 #include <string>
 
 /// The agent's state as XML text in a file.
-namespace statetext {
+namespace controller::statetext {
 
 /// The text of a file, once it is certain that it is a state: XML with the root element "announcements".
 /// Throws `std::runtime_error`, which says what is wrong.
 [[nodiscard]] std::string Read(const std::filesystem::path& file);
 
-} // namespace statetext
+} // namespace controller::statetext

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-namespace media_name {
+namespace controller::media_name {
 namespace {
 
 struct Ending {
@@ -78,4 +78,4 @@ std::string SoundOf(std::string_view path) {
     return std::string(path);
 }
 
-} // namespace media_name
+} // namespace controller::media_name

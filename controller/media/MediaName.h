@@ -5,7 +5,7 @@
 
 /// Names of files of the media folder, as the API takes them: no name leads out of the folder, or to a hidden
 /// file.
-namespace media_name {
+namespace controller::media_name {
 
 constexpr std::size_t kMaxLength = 100;
 
@@ -26,4 +26,4 @@ enum class Kind { None, Sound, Image };
 /// Whether a body of this type (parameters left aside) may be stored under the name.
 [[nodiscard]] bool IsTypeFor(std::string_view name, std::string_view contentType);
 
-} // namespace media_name
+} // namespace controller::media_name

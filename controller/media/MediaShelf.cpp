@@ -15,6 +15,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace controller {
+
 namespace fs = std::filesystem;
 using nlohmann::ordered_json;
 
@@ -249,3 +251,5 @@ std::int64_t MediaShelf::LengthOf(const std::string& name) const noexcept {
         return 0; // a rehearsal goes on without a sound, as the agent does
     }
 }
+
+} // namespace controller

@@ -8,6 +8,8 @@
 #include <mutex>
 #include <string>
 
+namespace controller {
+
 /// The media folder as the API sees it. Every operation looks into the file system, so none is for the driver
 /// thread; any other thread may call, several at once. Names have been found good by `media_name`; what
 /// cannot be done is thrown as `ApiError`.
@@ -52,3 +54,5 @@ private:
     std::map<std::string, std::pair<std::string, std::weak_ptr<const std::string>>>
         m_shared; ///< by name, with tag
 };
+
+} // namespace controller

@@ -5,6 +5,8 @@
 #include <exception>
 #include <utility>
 
+namespace controller {
+
 SoundFinder::SoundFinder(const std::filesystem::path& folder,
                          TestTone testTone,
                          DigitalAudio::Post post,
@@ -49,3 +51,5 @@ void SoundFinder::LookThrough() {
         }
     }
 }
+
+} // namespace controller

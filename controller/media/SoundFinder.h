@@ -11,6 +11,8 @@
 #include <functional>
 #include <string>
 
+namespace controller {
+
 /// Finds the sounds of the media folder, and the test tone, away from the driver thread, and looks once
 /// through all of them for those that cannot be played whole.
 class SoundFinder {
@@ -37,3 +39,5 @@ private:
     Worker m_looking;
     Worker m_finding;
 };
+
+} // namespace controller

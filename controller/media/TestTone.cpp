@@ -6,6 +6,8 @@
 #include <fstream>
 #include <stdexcept>
 
+namespace controller {
+
 TestTone::TestTone(const std::filesystem::path& folder) : m_file(folder / "test-tone.wav") {}
 
 bool TestTone::Is(const std::string& announcedPath) {
@@ -23,3 +25,5 @@ std::filesystem::path TestTone::File() const {
         throw std::runtime_error("the test tone cannot be written to " + m_file.string());
     return m_file;
 }
+
+} // namespace controller

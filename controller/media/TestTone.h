@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+namespace controller {
+
 /// The tone by which a room is tried out: a sound of the controller's own, which is no file of the media
 /// folder and cannot be taken for one.
 class TestTone {
@@ -23,3 +25,5 @@ public:
 private:
     std::filesystem::path m_file;
 };
+
+} // namespace controller

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace controller {
+
 Popups::Popups(IScheduler& scheduler, const Variables& variables, EventFeed& feed)
     : m_scheduler(scheduler)
     , m_variables(variables)
@@ -79,3 +81,5 @@ void Popups::VariableHasChanged(const events::VariableChanged& change) {
             m_feed.Publish(events::PopupChanged{shown.number, navigator, change.value});
     }
 }
+
+} // namespace controller

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// The variable that a popup's message follows.
 struct MessageBinding {
     std::uint32_t device = 0;
@@ -82,3 +84,5 @@ private:
     std::map<std::uint32_t, Shown> m_shown;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

@@ -1,5 +1,7 @@
 #include "controller/popups/Variables.h"
 
+namespace controller {
+
 Variables::Variables(const std::vector<Variable>& variables, IVariableStore& store, EventFeed& feed)
     : m_store(store)
     , m_feed(feed) {
@@ -32,3 +34,5 @@ std::vector<Variables::Variable> Variables::All() const {
         all.push_back(variable);
     return all;
 }
+
+} // namespace controller

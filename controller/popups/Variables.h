@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+namespace controller {
+
 /// Where values of variables are kept. Driver thread only.
 class IVariableStore {
 public:
@@ -50,3 +52,5 @@ private:
     EventFeed& m_feed;
     std::map<std::pair<std::uint32_t, std::uint32_t>, Variable> m_variables;
 };
+
+} // namespace controller

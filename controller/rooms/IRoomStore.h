@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// A room whose volume an announcement has taken: what it was, and what the announcement has set, once it
 /// has.
 struct JournalEntry {
@@ -31,3 +33,5 @@ public:
 protected:
     ~IRoomStore() = default;
 };
+
+} // namespace controller

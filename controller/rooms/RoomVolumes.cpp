@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 /// The agent hands negative volumes over as unsigned numbers beyond this one.
@@ -183,3 +185,5 @@ bool RoomVolumes::IsTaken(std::uint32_t room) const {
     const auto place = m_rooms.find(room);
     return place != m_rooms.end() && place->second.taken.has_value();
 }
+
+} // namespace controller

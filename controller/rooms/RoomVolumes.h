@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+namespace controller {
+
 /// The volume of each room, 0 to 100, and how announcements borrow it.
 ///
 /// Before an announcement changes a room's volume, what it was stands in the journal on the disk. It is put
@@ -88,3 +90,5 @@ private:
     std::uint64_t m_turn = 0;
     std::vector<std::function<void()>> m_whenApplied;
 };
+
+} // namespace controller

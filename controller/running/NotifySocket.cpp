@@ -10,6 +10,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+namespace controller {
+
 NotifySocket::NotifySocket(const std::string& address) : m_address(address) {
     if (address.empty())
         return;
@@ -44,3 +46,5 @@ bool NotifySocket::Send(const std::string& lines) noexcept {
                                   reinterpret_cast<const sockaddr*>(&to), length);
     return sent == static_cast<ssize_t>(lines.size());
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace controller {
+
 /// The service manager's end of a datagram socket, on which it hears how the program is: lines `NAME=value`.
 ///
 /// Written here and not taken from a library: the protocol is one datagram, and promised to stay as it is.
@@ -24,3 +26,5 @@ private:
     std::string m_address; ///< as the system wants it
     int m_socket = -1;
 };
+
+} // namespace controller

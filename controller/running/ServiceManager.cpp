@@ -7,6 +7,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 /// A whole number; nothing when the variable is missing or holds anything else.
@@ -91,3 +93,5 @@ void ServiceManager::Take(const Event& event) {
     if (m_isReady && status != m_told)
         Tell("STATUS=" + (m_told = status));
 }
+
+} // namespace controller

@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// Tells the service manager that started the program (systemd) how it is: that it is ready, what it does,
 /// that it ends; and, when a watchdog waits for that, that the driver thread still gets its work done: the
 /// sign of life is work of that thread, so that none comes when it is stuck. Driver thread only.
@@ -49,3 +51,5 @@ private:
     Alarm m_signOfLife;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

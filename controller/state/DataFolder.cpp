@@ -10,6 +10,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 std::string Reason(int error) {
@@ -52,3 +54,5 @@ DataFolder::DataFolder(const std::filesystem::path& folder) : m_folder(folder) {
 DataFolder::~DataFolder() {
     ::close(m_lock);
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+namespace controller {
+
 /// The folder that one controller keeps its data in, made when it is missing, and locked against every other
 /// controller for as long as this object lives (and no longer than the process does).
 class DataFolder {
@@ -19,3 +21,5 @@ private:
     std::filesystem::path m_folder;
     int m_lock = -1;
 };
+
+} // namespace controller

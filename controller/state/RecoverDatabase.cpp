@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <ctime>
 
+namespace controller {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -157,3 +159,5 @@ std::vector<std::string> StateDatabase::Recover(const std::filesystem::path& fol
         fs::remove(copy.string() + companion);
     return lines;
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+namespace controller {
+
 bool SqliteError::IsDamage() const noexcept {
     return m_code == SQLITE_CORRUPT || m_code == SQLITE_NOTADB;
 }
@@ -93,3 +95,5 @@ void SqliteTransaction::Commit() {
     m_database.Execute("COMMIT");
     m_isCommitted = true;
 }
+
+} // namespace controller

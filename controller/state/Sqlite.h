@@ -8,6 +8,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+namespace controller {
+
 /// A failure that SQLite reported.
 class SqliteError : public std::runtime_error {
 public:
@@ -89,3 +91,5 @@ private:
     Sqlite& m_database;
     bool m_isCommitted = false;
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <sstream>
 
+namespace controller {
+
 namespace {
 
 constexpr int kVersion = 2;
@@ -243,3 +245,5 @@ void StateDatabase::AddHistory(const HistoryEntry& entry) {
     m_database->Execute("DELETE FROM history WHERE id <= (SELECT max(id) FROM history) - " +
                         std::to_string(kHistory));
 }
+
+} // namespace controller

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+namespace controller {
+
 /// One announcement that was played.
 struct HistoryEntry {
     std::int64_t id = 0;   ///< given by the database
@@ -86,3 +88,5 @@ private:
     std::unique_ptr<Sqlite> m_database;
     std::shared_ptr<const std::string> m_agentState; ///< as the database has it; null when that is not known
 };
+
+} // namespace controller

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+namespace controller {
+
 StateKeeper::StateKeeper(Parts parts, std::string stored)
     : m_parts(std::move(parts))
     , m_wanted(std::make_shared<const std::string>(std::move(stored)))
@@ -124,3 +126,5 @@ void StateKeeper::Tell(std::uint64_t upTo, const std::string& error) {
     m_waiting.insert(m_waiting.begin(), std::make_move_iterator(later.begin()),
                      std::make_move_iterator(later.end()));
 }
+
+} // namespace controller

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+namespace controller {
+
 /// Keeps the agent's state on the disk: compares it with what was written last, and writes what differs.
 /// Driver thread only.
 class StateKeeper {
@@ -74,3 +76,5 @@ private:
     bool m_areAllInDoubt = false;
     Alarm m_soon;
 };
+
+} // namespace controller

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <string_view>
 
+namespace controller {
+
 namespace {
 
 // In a text a "<" is always written as an entity: these are elements wherever they stand.
@@ -59,3 +61,5 @@ SpliceAnnouncement(const std::string& state, std::uint32_t id, const std::string
         return std::nullopt;
     return Replaced(state, place, end + kEnd.size(), element);
 }
+
+} // namespace controller

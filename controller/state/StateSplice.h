@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace controller {
+
 /// Whether the announcement that is this element carries the id itself under which the agent keeps it.
 [[nodiscard]] bool CarriesId(const std::string& element, std::uint32_t id);
 
@@ -13,3 +15,5 @@
 /// the ids that they are kept under.
 [[nodiscard]] std::optional<std::string>
 SpliceAnnouncement(const std::string& state, std::uint32_t id, const std::string& element);
+
+} // namespace controller

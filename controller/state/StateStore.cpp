@@ -4,6 +4,8 @@
 #include <exception>
 #include <utility>
 
+namespace controller {
+
 StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& scheduler, Post post)
     : m_post(std::move(post))
     , m_retry(scheduler, "writing to the disk again")
@@ -117,3 +119,5 @@ void StateStore::Retry() {
     for (const auto& [number, write] : again)
         Submit({write->subject, write->writes, write->done, write->isFailureTold});
 }
+
+} // namespace controller

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// Where the agent's state is kept. Driver thread only.
 class IAgentStateStore {
 public:
@@ -80,3 +82,5 @@ private:
     std::unique_ptr<StateDatabase> m_database;
     Worker m_worker;
 };
+
+} // namespace controller

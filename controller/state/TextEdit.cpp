@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace controller {
+
 TextEdit TextEdit::Between(const std::string& before, const std::string& after) {
     const auto shorter = static_cast<std::ptrdiff_t>(std::min(before.size(), after.size()));
     const auto head =
@@ -23,3 +25,5 @@ bool TextEdit::Apply(std::string& text) const {
     text.replace(static_cast<std::size_t>(place), static_cast<std::size_t>(removed), added);
     return true;
 }
+
+} // namespace controller

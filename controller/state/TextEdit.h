@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace controller {
+
 /// How one text becomes another: at a place, in bytes, so many are taken out and others put in.
 struct TextEdit {
     std::int64_t place = 0;
@@ -15,3 +17,5 @@ struct TextEdit {
     /// False, and nothing done, when the place is not in the text.
     [[nodiscard]] bool Apply(std::string& text) const;
 };
+
+} // namespace controller

@@ -2,7 +2,7 @@
 
 #include "controller/api/ApiError.h"
 
-namespace agent_reply {
+namespace controller::agent_reply {
 
 void Require(const AgentAnswer& answer) {
     switch (answer.kind) {
@@ -31,4 +31,4 @@ void RequireSaved(const std::string& notSaved) {
                        "room and leave to write in the data folder; it is tried again by itself");
 }
 
-} // namespace agent_reply
+} // namespace controller::agent_reply

@@ -5,7 +5,7 @@
 #include <string>
 
 /// The agent's answers as the API's errors.
-namespace agent_reply {
+namespace controller::agent_reply {
 
 /// Returns for a command that was delivered and a request that was answered with success. Throws `ApiError`
 /// for anything else: a "fail" becomes 404 when it is about an unknown id, else 409; an exception 400; each
@@ -15,4 +15,4 @@ void Require(const AgentAnswer& answer);
 /// Throws `ApiError` with 507 unless the text, why a change is not on the disk, is empty.
 void RequireSaved(const std::string& notSaved);
 
-} // namespace agent_reply
+} // namespace controller::agent_reply

@@ -9,6 +9,8 @@
 #include <functional>
 #include <optional>
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace handlers {
@@ -300,3 +302,5 @@ void Rehearse(ApiContext& context, Call call) {
 }
 
 } // namespace handlers
+
+} // namespace controller

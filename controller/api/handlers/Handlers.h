@@ -2,6 +2,8 @@
 
 #include "controller/api/ApiCall.h"
 
+namespace controller {
+
 struct ApiContext;
 
 /// What the operations of the table do. Each answers the call, at once or later; what it throws at once
@@ -55,3 +57,5 @@ void GetHealth(ApiContext& context, Call call);
 void GetMetrics(ApiContext& context, Call call);
 
 } // namespace handlers
+
+} // namespace controller

@@ -3,6 +3,8 @@
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/JsonObject.h"
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace handlers {
@@ -132,3 +134,5 @@ void SetVariable(ApiContext& context, Call call) {
 }
 
 } // namespace handlers
+
+} // namespace controller

@@ -3,7 +3,7 @@
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/media/MediaName.h"
 
-namespace handlers {
+namespace controller::handlers {
 namespace {
 
 using Json = ApiCall::Json;
@@ -101,4 +101,4 @@ void RemoveMedia(ApiContext& context, Call call) {
         [call](bool) { call->ReplyNothing(); });
 }
 
-} // namespace handlers
+} // namespace controller::handlers

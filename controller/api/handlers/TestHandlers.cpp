@@ -5,7 +5,7 @@
 #include "controller/api/json/HouseJson.h"
 #include "controller/media/TestTone.h"
 
-namespace handlers {
+namespace controller::handlers {
 namespace {
 
 using Outcome = AnnouncementService::Outcome;
@@ -79,4 +79,4 @@ void TestNavigator(ApiContext& context, Call call) {
               {"navigators", {{{"id", id}, {"room", navigator->room}}}}});
 }
 
-} // namespace handlers
+} // namespace controller::handlers

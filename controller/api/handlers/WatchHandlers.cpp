@@ -7,6 +7,8 @@
 #include <charconv>
 #include <limits>
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace handlers {
@@ -142,3 +144,5 @@ void GetMetrics(ApiContext& context, Call call) {
 }
 
 } // namespace handlers
+
+} // namespace controller

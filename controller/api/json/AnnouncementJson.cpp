@@ -8,6 +8,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 using nlohmann::json;
 using nlohmann::ordered_json;
 
@@ -234,3 +236,5 @@ std::string NavigatorXml(std::uint32_t id, std::uint32_t room, bool isOnscreen) 
 }
 
 } // namespace announcement_json
+
+} // namespace controller

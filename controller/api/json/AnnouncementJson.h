@@ -8,7 +8,7 @@
 #include <string>
 
 /// Announcements as the API shows them, and as the agent reads and writes them.
-namespace announcement_json {
+namespace controller::announcement_json {
 
 /// The longest text of an announcement, in bytes.
 constexpr std::size_t kMaxText = 16384;
@@ -36,4 +36,4 @@ ToXml(const nlohmann::json& announcement, std::uint32_t id, const std::string& p
 /// Reads the volume that an announcement has for a room, from the member "volume".
 [[nodiscard]] std::int32_t ReadVolume(const nlohmann::json& room, const std::string& path);
 
-} // namespace announcement_json
+} // namespace controller::announcement_json

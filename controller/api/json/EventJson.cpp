@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace controller {
+
 using Json = nlohmann::ordered_json;
 
 namespace event_json {
@@ -181,3 +183,5 @@ PageMessage ForPage(const Event& event) {
 }
 
 } // namespace event_json
+
+} // namespace controller

@@ -5,7 +5,7 @@
 #include <string>
 
 /// Events as the API's sockets send them.
-namespace event_json {
+namespace controller::event_json {
 
 /// The name of the event's kind: "popup_shown"; null for a kind that is not told.
 [[nodiscard]] const char* TypeOf(const Event& event);
@@ -28,4 +28,4 @@ struct PageMessage {
 };
 [[nodiscard]] PageMessage ForPage(const Event& event);
 
-} // namespace event_json
+} // namespace controller::event_json

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace house_json {
+namespace controller::house_json {
 namespace {
 
 template <class List>
@@ -151,4 +151,4 @@ Json Status(const ApiContext& context) {
               {"sound", "the file that the agent asked for, until its last sample was played"}}}};
 }
 
-} // namespace house_json
+} // namespace controller::house_json

@@ -8,7 +8,7 @@
 #include <string>
 
 /// The house and what stands in it, as the API shows it.
-namespace house_json {
+namespace controller::house_json {
 
 using Json = nlohmann::ordered_json;
 
@@ -32,4 +32,4 @@ using Json = nlohmann::ordered_json;
 [[nodiscard]] const House::Room* FindRoom(const House& house, std::uint32_t id);
 [[nodiscard]] const House::Navigator* FindNavigator(const House& house, std::uint32_t id);
 
-} // namespace house_json
+} // namespace controller::house_json

@@ -2,6 +2,8 @@
 
 #include "controller/api/ApiError.h"
 
+namespace controller {
+
 using nlohmann::json;
 
 namespace {
@@ -136,3 +138,5 @@ void JsonObject::RefuseOthers() const {
                            known.empty() ? "an empty object" : "only " + known);
     }
 }
+
+} // namespace controller

@@ -8,6 +8,8 @@
 #include <set>
 #include <string>
 
+namespace controller {
+
 /// Parses a body. Throws `ApiError` with 400 for what is no JSON, or nests deeper than 32.
 [[nodiscard]] nlohmann::json ParseJson(const std::string& text);
 
@@ -44,3 +46,5 @@ private:
     const std::string m_path;
     std::set<std::string> m_read;
 };
+
+} // namespace controller

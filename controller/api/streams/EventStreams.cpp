@@ -2,6 +2,8 @@
 
 #include "controller/api/json/EventJson.h"
 
+namespace controller {
+
 EventStreams::EventStreams(EventFeed& feed, Parts parts)
     : m_feed(feed)
     , m_parts(std::move(parts))
@@ -120,3 +122,5 @@ void EventStreams::TellPages(const Event& event) {
             TellNavigator(id, text);
     }
 }
+
+} // namespace controller

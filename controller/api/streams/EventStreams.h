@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// The sockets that are told what happens: those that watch everything, and the pages of navigators. Driver
 /// thread only.
 class EventStreams {
@@ -70,3 +72,5 @@ private:
     const std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< sockets may outlive this object
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

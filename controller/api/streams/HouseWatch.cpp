@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace controller {
+
 HouseWatch::HouseWatch(EventFeed& feed)
     : m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
 
@@ -65,3 +67,5 @@ void HouseWatch::Take(const Event& event) {
     else if (const auto* notSaved = std::get_if<StateNotSaved>(&event.data))
         m_stateError = notSaved->reason;
 }
+
+} // namespace controller

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// What the house is doing, as far as its events tell: they are all that this looks at. Driver thread only.
 class HouseWatch {
 public:
@@ -64,3 +66,5 @@ private:
     Counts m_counts;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

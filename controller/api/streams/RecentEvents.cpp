@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace controller {
+
 RecentEvents::RecentEvents(EventFeed& feed)
     : m_subscription(feed.Subscribe([this](const Event& event) {
         if (event_json::TypeOf(event) == nullptr)
@@ -23,3 +25,5 @@ std::string RecentEvents::Last(std::size_t limit) const {
     }
     return "{\"events\":[" + list + "]}";
 }
+
+} // namespace controller

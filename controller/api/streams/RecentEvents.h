@@ -6,6 +6,8 @@
 #include <deque>
 #include <string>
 
+namespace controller {
+
 /// The last events, for those who come too late to have heard them. Driver thread only.
 class RecentEvents {
 public:
@@ -24,3 +26,5 @@ private:
     std::deque<Event> m_events;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -33,4 +33,4 @@ std::unique_ptr<IOutput> CreateAutoOutput(const std::string& text) {
     return std::make_unique<AutoOutput>();
 }
 
-} // namespace audio
+} // namespace controller::audio

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace fs = std::filesystem;
 
@@ -76,4 +76,4 @@ std::unique_ptr<IOutput> CreateFileOutput(const std::string& text) {
     return std::make_unique<FileOutput>(text);
 }
 
-} // namespace audio
+} // namespace controller::audio

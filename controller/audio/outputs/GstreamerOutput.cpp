@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -34,4 +34,4 @@ std::unique_ptr<IOutput> CreateGstreamerOutput(const std::string& text) {
     return std::make_unique<GstreamerOutput>(text);
 }
 
-} // namespace audio
+} // namespace controller::audio

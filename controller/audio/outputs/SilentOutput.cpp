@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace audio {
+namespace controller::audio {
 
 namespace {
 
@@ -21,4 +21,4 @@ std::unique_ptr<IOutput> CreateSilentOutput(const std::string& text) {
     return std::make_unique<SilentOutput>();
 }
 
-} // namespace audio
+} // namespace controller::audio

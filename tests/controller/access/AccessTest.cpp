@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -151,3 +153,5 @@ TEST_F(AccessTest, TicketsThatNobodyTakesDoNotFillTheMemory) {
 TEST(OpenAccessTest, HouseWithoutTokensIsOpen) {
     EXPECT_TRUE(Access({}, {}).IsOpen());
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 TEST(HostCheckTest, NamesThatNobodyElseCanHaveAreOurs) {
     const HostCheck hosts("Attic", "0.0.0.0");
 
@@ -27,3 +29,5 @@ TEST(HostCheckTest, OnlyOurOwnPagesMaySendAnOrigin) {
                                "localhost:8765", "http://localhost:8765.evil.example", "file://"})
         EXPECT_FALSE(HostCheck::IsSameOrigin(origin, "localhost:8765")) << origin;
 }
+
+} // namespace controller

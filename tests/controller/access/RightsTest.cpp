@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 TEST(RightsTest, AdministratorMayDoEverything) {
     const Rights rights = Rights::Read({"admin"});
 
@@ -43,3 +45,5 @@ TEST(RightsTest, TextsReadBackAsTheSameRights) {
 
     EXPECT_EQ(Rights::Read(texts).Texts(), texts);
 }
+
+} // namespace controller

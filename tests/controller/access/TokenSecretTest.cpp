@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 TEST(TokenSecretTest, SecretMatchesItsOwnHashAndNoOtherDoes) {
     const std::string hash = token_secret::Hash("secret");
 
@@ -36,3 +38,5 @@ TEST(TokenSecretTest, NamesAreShortAndPlain) {
                                     std::string("\xC3\xA9"), std::string(65, 'a'), std::string("a\"")})
         EXPECT_FALSE(token_secret::IsName(name)) << name;
 }
+
+} // namespace controller

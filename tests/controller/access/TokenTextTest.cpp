@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 namespace {
 const House::Token kPhone{"phone", "scrypt:x", {"play", "navigator:5"}};
 const std::string kEntry =
@@ -52,3 +54,5 @@ TEST(TokenTextTest, RemovingAnUnknownTokenIsRefused) {
     EXPECT_THROW((void)token_text::Remove("tokens:\n" + kEntry, "phon"), std::runtime_error);
     EXPECT_THROW((void)token_text::Remove("name: phone\n", "phone"), std::runtime_error);
 }
+
+} // namespace controller

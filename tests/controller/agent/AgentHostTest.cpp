@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 constexpr const char* kOne =
@@ -101,3 +103,5 @@ TEST(AgentModuleTest, AModuleThatIsMissingOfTheWrongKindOrWithoutItsEntryIsToldB
 }
 
 } // namespace
+
+} // namespace controller

@@ -9,6 +9,8 @@
 
 #include <deque>
 
+namespace controller {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -272,3 +274,5 @@ TEST_F(DigitalAudioTest, ClosedItGivesEveryRoomBackAndSaysWhenTheOutputsAreClose
 }
 
 } // namespace
+
+} // namespace controller

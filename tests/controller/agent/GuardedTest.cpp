@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+namespace controller {
+
 namespace {
 
 TEST(GuardedTest, WhateverIsThrownIsCaughtWithItsKindAndText) {
@@ -24,3 +26,5 @@ TEST(GuardedTest, WhateverIsThrownIsCaughtWithItsKindAndText) {
 }
 
 } // namespace
+
+} // namespace controller

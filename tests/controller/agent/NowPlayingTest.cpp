@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -174,3 +176,5 @@ TEST_F(HistoryRecorderTest, TheOutcomeSaysHowItEnded) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -154,3 +156,5 @@ TEST_F(TimersTest, WhoeverListensIsToldWhenTheDriverHasDealtWithATimer) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <set>
 
+namespace controller {
+
 namespace {
 
 std::string NameAt(const std::string& method, const std::string& path) {
@@ -55,3 +57,5 @@ TEST(RouterTest, TableHasEachNameAndEachAddressOnce) {
             << operation.path;
     }
 }
+
+} // namespace controller

@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -254,4 +254,4 @@ TEST_F(AudioEngineFaultTest, WithoutASoundDeviceAutoIsSilentInRealTimeAndSaysSoO
     EXPECT_EQ(notices, 1);
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 class AudioEngineOrderTest : public PlayFixture {
 protected:
@@ -182,4 +182,4 @@ TEST_F(AudioEngineOrderTest, NoCallbackComesAfterTheEnginesDestruction) {
     EXPECT_FALSE(isCalled);
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

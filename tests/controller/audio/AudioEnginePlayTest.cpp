@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 class AudioEnginePlayTest : public PlayFixture {};
 
@@ -193,4 +193,4 @@ TEST_F(AudioEnginePlayTest, AFileRemovedWhileItPlaysIsPlayedToItsEnd) {
     ExpectWholeClip("room.wav");
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

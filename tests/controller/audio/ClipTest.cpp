@@ -7,7 +7,7 @@
 #include <atomic>
 #include <thread>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -115,4 +115,4 @@ TEST(ClipTest, WhenNobodyListensTheDecoderIsToldSo) {
     EXPECT_EQ(ReadFrames(clip, std::int64_t{100} * kRate, 2), Silence(2)) << "no wait";
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -5,7 +5,7 @@
 #include <iostream>
 #include <iterator>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -52,4 +52,4 @@ TEST_F(EnduranceTest, TwoHundredPlaysLeaveNoThreadAndNoDescriptorBehind) {
               << " us\n";
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -7,7 +7,7 @@
 
 #include <stdlib.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -123,4 +123,4 @@ bool EngineHarness::HasTrouble(std::uint32_t roomId, RoomTrouble::Kind kind) con
     });
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 /// The driver thread of the tests: the thread that calls RunUntil.
 class DriverLoop final {
@@ -81,4 +81,4 @@ private:
     std::unique_ptr<AudioEngine> m_engine;
 };
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -7,7 +7,7 @@
 
 #include <gst/gst.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -195,4 +195,4 @@ TEST_F(FormatTest, ResampledSoundIsWholeInTheRoom) {
     EXPECT_NEAR(recording.Rms(recording.First(), recording.Last()), 16000 / std::sqrt(2.0), 300);
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace fs = std::filesystem;
 
@@ -100,4 +100,4 @@ TEST_F(MediaFolderTest, AMissingMediaFolderIsNamed) {
     }
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -73,4 +73,4 @@ TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
         })) << kind;
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

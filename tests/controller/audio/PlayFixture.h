@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 using Rooms = std::vector<std::uint32_t>;
 
@@ -59,4 +59,4 @@ protected:
     std::string m_clip;
 };
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -10,7 +10,7 @@
 
 #include <sys/stat.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 class SoundFileTest : public ::testing::Test {
 protected:
@@ -144,4 +144,4 @@ TEST_F(SoundFileTest, EveryShorterFileIsRefusedAndNoneCrashes) {
     }
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 std::vector<short> Melody(std::size_t frames, int channels) {
     std::vector<short> samples;
@@ -98,4 +98,4 @@ std::string ReadBytes(const std::string& path) {
     return bytes.str();
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -6,7 +6,7 @@
 
 #include <sndfile.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 /// A tone that nothing else looks like: no two blocks of it are the same, its first and last sample are not
 /// 0.
@@ -40,4 +40,4 @@ struct Recording {
 void WriteBytes(const std::string& path, const std::string& bytes);
 [[nodiscard]] std::string ReadBytes(const std::string& path);
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 namespace {
 
@@ -114,4 +114,4 @@ TEST_F(TimelineTest, ARemovedRoomFadesAndEndsAnAbortedOneStopsAtOnce) {
     EXPECT_EQ(m_timeline.NextTurn(*aborted).kind, Turn::Kind::Abort);
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace audio::test {
+namespace controller::audio::test {
 
 TEST(VolumeLawTest, IsTheCubeOfTheShare) {
     EXPECT_EQ(Gain(0), 0.0);
@@ -17,4 +17,4 @@ TEST(VolumeLawTest, MoreThanTheScaleIsTheFullVolume) {
     EXPECT_EQ(Gain(4'294'967'295U), 1.0);
 }
 
-} // namespace audio::test
+} // namespace controller::audio::test

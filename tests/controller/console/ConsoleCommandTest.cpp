@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using Words = std::vector<std::string>;
@@ -65,3 +67,5 @@ TEST(ConsoleCommandTest, NumbersAreWholeAndInTheirRange) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -7,6 +7,8 @@
 
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -104,3 +106,5 @@ TEST_F(ConsoleInputTest, ALineWithoutEndIsRefused) {
 }
 
 } // namespace
+
+} // namespace controller

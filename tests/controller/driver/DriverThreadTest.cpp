@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <thread>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -113,3 +115,5 @@ TEST_F(DriverThreadTest, AnAlarmMayBeDestroyedByItsOwnWork) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+namespace controller {
+
 namespace {
 
 using Numbers = std::vector<std::uint64_t>;
@@ -65,3 +67,5 @@ TEST(EventFeedTest, WhoeverSubscribesWhileAnEventIsToldHearsTheNextOne) {
 }
 
 } // namespace
+
+} // namespace controller

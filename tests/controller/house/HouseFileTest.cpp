@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace controller {
+
 namespace {
 
 class HouseFileTest : public testing::Test {
@@ -263,3 +265,5 @@ TEST_F(HouseFileTest, RoomsThatRecordIntoOneFileAreAMistakeUnlessItsNameTellsThe
 }
 
 } // namespace
+
+} // namespace controller

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 TEST(NewHouseTest, IsAHouseInOrderWithSoundsAndAnnouncements) {
@@ -43,3 +45,5 @@ TEST(NewHouseTest, TheDemoHouseIsWhatANewHouseIs) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 TEST(HttpMessageTest, HeaderIsFoundByItsNameAndTheFirstOfTwoCounts) {
@@ -37,3 +39,5 @@ TEST(HttpMessageTest, EveryStatusThatIsRepliedHasWords) {
                              413, 414, 415, 421, 422, 426, 429, 431, 500, 503, 505, 507})
         EXPECT_NE(StatusText(static_cast<unsigned>(status)), "Unknown") << status;
 }
+
+} // namespace controller

@@ -9,6 +9,8 @@
 #include <future>
 #include <thread>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -366,3 +368,5 @@ TEST_F(HttpServerTest, CertificateThatIsNoneIsReported) {
     EXPECT_THROW(HttpServer(m_context, m_handler, m_log, {}, TlsFiles{"/dev/null", "/dev/null"}),
                  std::runtime_error);
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 std::string HeadOf(const HttpReply& reply, const ReplyFrame& frame) {
@@ -77,3 +79,5 @@ TEST(ReplyHeadTest, OwnCachingTakesThePlaceOfTheUsualOne) {
     EXPECT_TRUE(Holds(head, "Cache-Control: no-cache\r\n"));
     EXPECT_TRUE(Holds(head, "Connection: keep-alive\r\n"));
 }
+
+} // namespace controller

@@ -12,6 +12,8 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+namespace controller {
+
 /// A client that sends and reads bytes as they are, so that tests can send what no well-meaning client does.
 class TestClient {
 public:
@@ -109,3 +111,5 @@ private:
     std::string m_read;
     bool m_isClosed = false;
 };
+
+} // namespace controller

@@ -8,6 +8,8 @@
 
 #include <fstream>
 
+namespace controller {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -130,3 +132,5 @@ TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges)
     EXPECT_EQ(*m_shelf.Read("a.png").content, kPng + "more");
     EXPECT_NE(m_shelf.Read("a.png").tag, first.tag);
 }
+
+} // namespace controller

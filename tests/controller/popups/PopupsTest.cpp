@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -152,3 +154,5 @@ TEST_F(PopupsTest, VariablesRefuseWhatTheyCannotHold) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -271,3 +273,5 @@ TEST_F(RoomVolumesTest, AtStartTheJournalOfARoomThatIsGoneIsStruck) {
 }
 
 } // namespace
+
+} // namespace controller

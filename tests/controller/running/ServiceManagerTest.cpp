@@ -16,6 +16,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -211,3 +213,5 @@ TEST(ServiceEnvironmentTest, WithoutAManagerItIsEmpty) {
 }
 
 } // namespace
+
+} // namespace controller

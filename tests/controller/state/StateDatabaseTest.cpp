@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -286,3 +288,5 @@ TEST(DataFolderTest, AFolderThatCannotBeMadeIsToldByName) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -9,6 +9,8 @@
 #include <map>
 #include <stdexcept>
 
+namespace controller {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -233,3 +235,5 @@ TEST(StateKeeperFailureTest, AnAgentThatCannotGiveItsStateIsTold) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 
 std::string Element(std::uint32_t id, const std::string& rest = "") {
@@ -33,3 +35,5 @@ TEST(StateSpliceTest, WithoutACertainPlaceThereIsNothing) {
     EXPECT_EQ(SpliceAnnouncement("<announcements/>", 1, Element(1)), std::nullopt) << "the first one";
     EXPECT_EQ(SpliceAnnouncement("", 1, Element(1)), std::nullopt) << "nothing stored yet";
 }
+
+} // namespace controller

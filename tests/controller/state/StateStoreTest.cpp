@@ -10,6 +10,8 @@
 #include <deque>
 #include <mutex>
 
+namespace controller {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -146,3 +148,5 @@ TEST_F(StateStoreTest, TheHistoryIsWrittenAndRead) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -4,6 +4,8 @@
 
 #include <tuple>
 
+namespace controller {
+
 namespace {
 
 std::tuple<std::int64_t, std::int64_t, std::string> Between(const std::string& before,
@@ -37,3 +39,5 @@ TEST(TextEditTest, WhatIsNotInTheTextIsNotDone) {
         EXPECT_EQ(text, "abc");
     }
 }
+
+} // namespace controller

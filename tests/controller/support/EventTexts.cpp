@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace controller {
+
 namespace {
 
 std::string Id(std::uint64_t id) {
@@ -69,3 +71,5 @@ EventTexts::EventTexts(EventFeed& feed)
 std::vector<std::string> EventTexts::Take() {
     return std::exchange(m_texts, {});
 }
+
+} // namespace controller

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// Collects what a feed says, each event as one short text.
 class EventTexts {
 public:
@@ -17,3 +19,5 @@ private:
     std::vector<std::string> m_texts;
     EventFeed::Subscription m_subscription;
 };
+
+} // namespace controller

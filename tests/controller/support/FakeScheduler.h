@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+namespace controller {
+
 /// A scheduler whose time passes when the test says so.
 class FakeScheduler final : public IScheduler {
 public:
@@ -42,3 +44,5 @@ private:
     std::uint64_t m_lastId = 0;
     std::map<std::pair<Duration, std::uint64_t>, std::function<void()>> m_work;
 };
+
+} // namespace controller

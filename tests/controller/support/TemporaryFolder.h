@@ -8,6 +8,8 @@
 
 #include <stdlib.h>
 
+namespace controller {
+
 /// A folder of its own for a test, gone afterwards.
 class TemporaryFolder {
 public:
@@ -42,3 +44,5 @@ public:
 private:
     std::filesystem::path m_path;
 };
+
+} // namespace controller

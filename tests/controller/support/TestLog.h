@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
 /// A log that keeps its lines, as "warning: text", and writes nothing.
 struct TestLog {
     TestLog() {
@@ -16,3 +18,5 @@ struct TestLog {
     std::vector<std::string> lines;
     Log log{-1, static_cast<Severity>(0), Log::Form::Plain};
 };
+
+} // namespace controller

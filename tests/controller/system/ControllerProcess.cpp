@@ -9,6 +9,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace controller {
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -106,3 +108,5 @@ int ControllerProcess::WaitForEnd() {
     m_process = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
+
+} // namespace controller

@@ -6,6 +6,8 @@
 
 #include <sys/types.h>
 
+namespace controller {
+
 /// The real program, run with arguments; what it prints (on both outputs) is collected.
 class ControllerProcess {
 public:
@@ -40,3 +42,5 @@ private:
     std::string m_output;
     std::size_t m_seen = 0;
 };
+
+} // namespace controller

@@ -13,6 +13,8 @@
 
 #include <sys/resource.h>
 
+namespace controller {
+
 namespace {
 
 constexpr int kRate = 48000;
@@ -343,3 +345,5 @@ TEST_F(SystemTest, AHouseIsBegunExportedAndImported) {
 }
 
 } // namespace
+
+} // namespace controller

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 using nlohmann::json;
 
 namespace {
@@ -109,3 +111,5 @@ TEST(AnnouncementJsonTest, ListHoldsEveryAnnouncement) {
     EXPECT_EQ(list, std::string(R"({"announcements":[)") + kJson + "," + kJson + "]}");
     EXPECT_EQ(announcement_json::ListFromXml("<announcements/>"), R"({"announcements":[]})");
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 namespace {
 Event At(EventData data) {
     return {7, std::chrono::system_clock::time_point(std::chrono::milliseconds(1500)), std::move(data)};
@@ -64,3 +66,5 @@ TEST(EventJsonTest, WatchersAreToldOfPagesThatComeAndGo) {
 TEST(EventJsonTest, BytesThatAreNoTextAreReplaced) {
     EXPECT_EQ(event_json::DataOf(At(events::StateNotSaved{"a\xff"})), "{\"reason\":\"a\xEF\xBF\xBD\"}");
 }
+
+} // namespace controller

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace controller {
+
 using Ids = std::vector<std::uint32_t>;
 
 class HouseWatchTest : public testing::Test {
@@ -80,3 +82,5 @@ TEST_F(HouseWatchTest, ScreensAreAwakeUntilTheyRest) {
 
     EXPECT_FALSE(m_watch.IsAwake(12));
 }
+
+} // namespace controller

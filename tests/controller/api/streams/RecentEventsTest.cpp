@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+namespace controller {
+
 class RecentEventsTest : public testing::Test {
 protected:
     void Publish(unsigned count) {
@@ -46,3 +48,5 @@ TEST_F(RecentEventsTest, NoMoreAreKeptThanTheLimit) {
     EXPECT_EQ(numbers.front(), 6U);
     EXPECT_EQ(numbers.back(), RecentEvents::kMost + 5);
 }
+
+} // namespace controller
