@@ -11,18 +11,34 @@ import type { IconName } from './parts/ui-icon';
 import { Following, store } from './store/live';
 import { shellStyles } from './styles/shell';
 import { shared } from './styles/shared';
-import { t } from './texts';
+import { t } from './texts/page';
 import './views';
 
-const ICONS: Record<Place, IconName> = { announcements: 'bell', house: 'house', media: 'note', history: 'clock', log: 'journal' };
+const ICONS: Record<Place, IconName> = {
+  announcements: 'bell',
+  house: 'house',
+  media: 'note',
+  history: 'clock',
+  log: 'journal',
+};
 const THEME_ICONS: Record<string, IconName> = { auto: 'half', light: 'sun', dark: 'moon' };
 
 /** A view that may hold something unsaved. */
-interface MayBeDirty { isDirty?: boolean }
+interface MayBeDirty {
+  isDirty?: boolean;
+}
 
 @customElement('page-shell')
 export class PageShell extends LitElement {
-  static override styles = [shared, shellStyles, css`:host { display: block; }`];
+  static override styles = [
+    shared,
+    shellStyles,
+    css`
+      :host {
+        display: block;
+      }
+    `,
+  ];
 
   @state() private route: Route = routeOf(location.hash);
   @state() private theme = theme();
@@ -46,7 +62,9 @@ export class PageShell extends LitElement {
     const view = this.main.firstElementChild as (Element & MayBeDirty) | null;
     if (view?.isDirty) {
       history.replaceState(null, '', this.shownAt || '#/announcements');
-      const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [{ key: 'leave', text: t.editor.leave, variant: 'danger' }]);
+      const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [
+        { key: 'leave', text: t.editor.leave, variant: 'danger' },
+      ]);
       if (answer !== 'leave') return;
       history.replaceState(null, '', wanted);
     }
@@ -79,26 +97,46 @@ export class PageShell extends LitElement {
   override render(): unknown {
     return html`<button class="skip" @click=${() => this.main.focus()}>${t.skip}</button>
       <div class="frame" role="region" aria-label=${t.appName}>
-        <div class="brand"><img src="/assets/icon.svg" alt="" width="32" height="32"><strong dir="auto">${store.status?.house ?? t.appName}</strong></div>
+        <div class="brand">
+          <img src="/assets/icon.svg" alt="" width="32" height="32" /><strong dir="auto"
+            >${store.status?.house ?? t.appName}</strong
+          >
+        </div>
         ${this.renderNav()}
         <div class="tools"><link-state></link-state>${this.renderTools()}</div>
       </div>
-      <div class="page ${store.status?.playing ? 'playing' : ''}">${this.renderBanner()}<main tabindex="-1">${this.renderView()}</main></div>
+      <div class="page ${store.status?.playing ? 'playing' : ''}">
+        ${this.renderBanner()}
+        <main tabindex="-1">${this.renderView()}</main>
+      </div>
       ${store.mayPlay ? html`<now-bar></now-bar>` : nothing}
       <ui-toasts></ui-toasts>`;
   }
 
   private renderNav(): unknown {
     if (!store.isReady || this.needsToken || !store.mayEdit) return nothing;
-    return html`<nav aria-label=${t.places.label}>${PLACES.map((place) => html`
-      <a href=${placeAddress(place)} aria-current=${place === this.place ? 'page' : nothing}>
-        <ui-icon name=${ICONS[place]}></ui-icon><span>${t.places[place]}</span></a>`)}</nav>`;
+    return html`<nav aria-label=${t.places.label}>
+      ${PLACES.map(
+        (place) =>
+          html` <a href=${placeAddress(place)} aria-current=${place === this.place ? 'page' : nothing}>
+            <ui-icon name=${ICONS[place]}></ui-icon><span>${t.places[place]}</span></a
+          >`,
+      )}
+    </nav>`;
   }
 
   private renderTools(): unknown {
     const name = t.theme.label(t.theme[this.theme]);
-    return html`<button class="icon-button" aria-label=${name} title=${name} @click=${this.nextTheme}><ui-icon name=${THEME_ICONS[this.theme] ?? 'half'}></ui-icon></button>
-      ${token() ? html`<button class="icon-button" aria-label=${t.access.signOut} title=${t.access.signOut} @click=${signOut}><ui-icon name="exit"></ui-icon></button>` : nothing}`;
+    return html`<button class="icon-button" aria-label=${name} title=${name} @click=${this.nextTheme}>
+        <ui-icon name=${THEME_ICONS[this.theme] ?? 'half'}></ui-icon>
+      </button>
+      ${
+        token()
+          ? html`<button class="icon-button" aria-label=${t.access.signOut} title=${t.access.signOut} @click=${signOut}>
+              <ui-icon name="exit"></ui-icon>
+            </button>`
+          : nothing
+      }`;
   }
 
   private renderBanner(): unknown {
@@ -107,21 +145,31 @@ export class PageShell extends LitElement {
     if (status && !store.link.isConnected && !this.needsToken) texts.push(t.link.lostLong);
     if (status && !status.agent) texts.push(t.problem.noAgent);
     if (status && !status.state_saved) texts.push(t.problem.notSaved(status.state_error ?? ''));
-    return html`<div role="alert">${texts.map((text) => html`<p class="banner"><ui-icon name="exclamation"></ui-icon>${text}</p>`)}</div>`;
+    return html`<div role="alert">
+      ${texts.map((text) => html`<p class="banner"><ui-icon name="exclamation"></ui-icon>${text}</p>`)}
+    </div>`;
   }
 
   private renderView(): unknown {
     if (this.needsToken) return html`<sign-in></sign-in>`;
     if (!store.isReady) return html`<p class="waiting soft">${t.link.connecting}</p>`;
     if (this.place === 'announcements' && this.route.editing !== undefined && store.mayEdit) {
-      return html`<announcement-editor .announcement=${this.route.editing} .copyOf=${this.route.copyOf ?? null}></announcement-editor>`;
+      return html`<announcement-editor
+        .announcement=${this.route.editing}
+        .copyOf=${this.route.copyOf ?? null}
+      ></announcement-editor>`;
     }
     switch (this.place) {
-      case 'house': return html`<house-view></house-view>`;
-      case 'media': return html`<media-view></media-view>`;
-      case 'history': return html`<history-view></history-view>`;
-      case 'log': return html`<log-view></log-view>`;
-      default: return html`<announcements-view></announcements-view>`;
+      case 'house':
+        return html`<house-view></house-view>`;
+      case 'media':
+        return html`<media-view></media-view>`;
+      case 'history':
+        return html`<history-view></history-view>`;
+      case 'log':
+        return html`<log-view></log-view>`;
+      default:
+        return html`<announcements-view></announcements-view>`;
     }
   }
 

@@ -12,6 +12,8 @@ const total = sizes.reduce((sum, [, size]) => sum + size, 0);
 for (const [name, size] of sizes) console.log(`${name}: ${size} bytes`);
 console.log(`all scripts, gzipped: ${total} of ${BUDGET} bytes`);
 if (scripts.length === 0 || total > BUDGET) {
-  console.error(scripts.length === 0 ? `there is no script in ${folder}` : `the page loads ${total - BUDGET} bytes too many`);
+  console.error(
+    scripts.length === 0 ? `there is no script in ${folder}` : `the page loads ${total - BUDGET} bytes too many`,
+  );
   process.exit(1);
 }

@@ -1,7 +1,7 @@
 import { describe, expect, it } from 'vitest';
 import { blank, differences, errorOf, errorsIn, isImageAddress } from '../src/model/draft';
 
-const names = { room: (id: number) => `Room ${id}`, screen: (id: number) => `Screen ${id}` };
+const names = { roomName: (id: number) => `Room ${id}`, screenName: (id: number) => `Screen ${id}` };
 
 describe('a draft', () => {
   it('needs a name and times that are not negative', () => {
@@ -13,12 +13,17 @@ describe('a draft', () => {
   });
 
   it('takes images of the media folder and of the web, and no other', () => {
-    for (const good of ['dinner.png', 'a-b_c.JPEG', 'https://example.org/x', 'http://10.0.0.1/a.jpg']) expect(isImageAddress(good)).toBe(true);
-    for (const bad of ['javascript:alert(1)', '../x.png', 'ftp://x/y.png', 'x.svg', 'https://', '.png']) expect(isImageAddress(bad)).toBe(false);
+    for (const good of ['dinner.png', 'a-b_c.JPEG', 'https://example.org/x', 'http://10.0.0.1/a.jpg'])
+      expect(isImageAddress(good)).toBe(true);
+    for (const bad of ['javascript:alert(1)', '../x.png', 'ftp://x/y.png', 'x.svg', 'https://', '.png'])
+      expect(isImageAddress(bad)).toBe(false);
   });
 
   it('finds the field that a refusal is about', () => {
-    expect(errorOf('audio.delay_ms: -5 is out of range')).toEqual({ place: 'audio.delay_ms', text: '-5 is out of range' });
+    expect(errorOf('audio.delay_ms: -5 is out of range')).toEqual({
+      place: 'audio.delay_ms',
+      text: '-5 is out of range',
+    });
     expect(errorOf('rooms[1].volume: 300 is out of range')).toEqual({ place: 'rooms', text: '300 is out of range' });
     expect(errorOf('the agent is not running')).toBeNull();
   });

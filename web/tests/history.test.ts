@@ -2,9 +2,18 @@ import { describe, expect, it } from 'vitest';
 import type { HistoryEntry } from '../src/api/types';
 import { asCsv, filtered, outcomeOf, reasonOf } from '../src/model/history';
 
-const names = { room: (id: number) => `Room ${id}`, screen: (id: number) => `Screen ${id}` };
+const names = { roomName: (id: number) => `Room ${id}`, screenName: (id: number) => `Screen ${id}` };
 const entry = (changes: Partial<HistoryEntry>): HistoryEntry => ({
-  id: 1, announcement: 3, name: 'Dinner', started: '2026-03-01T18:00:00Z', ended: '2026-03-01T18:00:05Z', rooms: [1], navigators: [5], file: 'chime', outcome: 'played', ...changes,
+  id: 1,
+  announcement: 3,
+  name: 'Dinner',
+  started: '2026-03-01T18:00:00Z',
+  ended: '2026-03-01T18:00:05Z',
+  rooms: [1],
+  navigators: [5],
+  file: 'chime',
+  outcome: 'played',
+  ...changes,
 });
 
 describe('the history', () => {
@@ -16,7 +25,8 @@ describe('the history', () => {
 
   it('is filtered by words, outcome and place', () => {
     const all = [entry({}), entry({ id: 2, name: 'Café', rooms: [2], outcome: 'dismissed' })];
-    const ids = (filter: object) => filtered(all, { words: '', outcome: '', place: '', ...filter }, names).map((one) => one.id);
+    const ids = (filter: object) =>
+      filtered(all, { words: '', outcome: '', place: '', ...filter }, names).map((one) => one.id);
     expect(ids({})).toEqual([1, 2]);
     expect(ids({ words: 'cafe room' })).toEqual([2]);
     expect(ids({ outcome: 'dismissed' })).toEqual([2]);

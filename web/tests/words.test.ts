@@ -18,8 +18,12 @@ describe('words and numbers', () => {
 
 describe('names of files', () => {
   it('become such as the media folder takes', () => {
-    expect(['Büro Gong (2).WAV', '…/../x.png', '??.wav', `${'a'.repeat(200)}.wav`].map(safeName))
-      .toEqual(['Buro-Gong-2.wav', 'x.png', 'file.wav', `${'a'.repeat(96)}.wav`]);
+    expect(['Büro Gong (2).WAV', '…/../x.png', '??.wav', `${'a'.repeat(200)}.wav`].map(safeName)).toEqual([
+      'Buro-Gong-2.wav',
+      'x.png',
+      'file.wav',
+      `${'a'.repeat(96)}.wav`,
+    ]);
   });
 
   it('are refused by kind and size', () => {
@@ -41,7 +45,10 @@ describe('the address', () => {
 });
 
 describe('searching', () => {
-  const all: Announcement[] = [{ ...blank(), id: 1, name: 'Café' }, { ...blank(), id: 2, name: 'Bus' }];
+  const all: Announcement[] = [
+    { ...blank(), id: 1, name: 'Café' },
+    { ...blank(), id: 2, name: 'Bus' },
+  ];
   it('wants every word somewhere, marks or not', () => {
     const ids = (words: string) => matching(all, words, (one) => (one.id === 2 ? 'Kitchen' : '')).map((one) => one.id);
     expect([ids(' '), ids('CAFE'), ids('kitch bus'), ids('bus cafe')]).toEqual([[1, 2], [1], [2], []]);

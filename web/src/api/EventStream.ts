@@ -1,7 +1,7 @@
 // The stream of events from the controller, which comes back by itself.
 
+import type { EventOf } from './events';
 import { Problem, request } from './request';
-import type { ServerEvent } from './types';
 
 const FIRST_PAUSE = 1000;
 const LONGEST_PAUSE = 30000;
@@ -9,34 +9,42 @@ const SILENCE = 45000;
 
 export interface Link {
   isConnected: boolean;
+  retryAt: number; // on the page's monotonic clock; 0 while it is connected
   problem: Problem | null; // when the controller answered and refused
 }
 
-export interface Listeners {
-  /** Every message with a type but `alive`; after each connecting a `state` comes first. */
-  onEvent(event: ServerEvent): void;
+export interface Listeners<Events> {
+  /** Every message but `alive`; after each connecting a `state` comes first, and then `onLink`. */
+  onEvent(event: EventOf<Events>): void;
   onLink(link: Link): void;
   /** What this page's token allows; gives false when that is not enough to go on. */
   onRights(rights: string[]): boolean;
 }
 
 /** Keeps a WebSocket open for as long as the page lives. */
-export class EventStream {
+export class EventStream<Events> {
   private socket: WebSocket | null = null;
   private attempt = 0; // counts up with each try, so that what belongs to an older one is known
   private pause = FIRST_PAUSE;
   private timer = 0;
   private lastHeard = 0;
 
-  constructor(private readonly path: string, private readonly listeners: Listeners) {
+  constructor(
+    private readonly path: string,
+    private readonly listeners: Listeners<Events>,
+  ) {
     window.addEventListener('online', () => this.hurry());
-    window.addEventListener('pageshow', (event) => { if (event.persisted) void this.reconnect(); });
+    window.addEventListener('pageshow', (event) => {
+      if (event.persisted) void this.reconnect();
+    });
     document.addEventListener('visibilitychange', () => {
       if (document.hidden) return;
       if (this.isSilent()) void this.reconnect();
       else this.hurry();
     });
-    window.setInterval(() => { if (this.isSilent()) void this.reconnect(); }, 5000);
+    window.setInterval(() => {
+      if (this.isSilent()) void this.reconnect();
+    }, 5000);
   }
 
   /** Connects now, whatever there was. */
@@ -81,16 +89,18 @@ export class EventStream {
     this.socket = socket;
     this.lastHeard = performance.now();
     socket.onmessage = (message) => this.hear(String(message.data));
-    socket.onclose = () => { if (attempt === this.attempt) this.retryLater(null); };
+    socket.onclose = () => {
+      if (attempt === this.attempt) this.retryLater(null);
+    };
   }
 
   private hear(text: string): void {
     this.lastHeard = performance.now();
-    const event = JSON.parse(text) as ServerEvent;
+    const event = JSON.parse(text) as EventOf<Events> | { type: 'alive' };
     if (event.type === 'alive') return;
     if (event.type === 'state') this.pause = FIRST_PAUSE;
-    this.listeners.onEvent(event);
-    if (event.type === 'state') this.listeners.onLink({ isConnected: true, problem: null });
+    this.listeners.onEvent(event as EventOf<Events>);
+    if (event.type === 'state') this.listeners.onLink({ isConnected: true, retryAt: 0, problem: null });
   }
 
   private retryLater(problem: Problem | null): void {
@@ -98,6 +108,6 @@ export class EventStream {
     const pause = this.pause * (1 + Math.random() / 4);
     this.pause = Math.min(this.pause * 2, LONGEST_PAUSE);
     this.timer = window.setTimeout(() => void this.reconnect(), pause);
-    this.listeners.onLink({ isConnected: false, problem });
+    this.listeners.onLink({ isConnected: false, retryAt: performance.now() + pause, problem });
   }
 }

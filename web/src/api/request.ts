@@ -1,23 +1,34 @@
 // Requests to the controller, and its refusals as errors that people can read.
 
-import { t } from '../texts';
+import { problemText } from '../texts/problem';
 import { token } from './access';
 
-export interface MediaUser { id: number; name: string }
+export interface MediaUser {
+  id: number;
+  name: string;
+}
 
 /** What the controller answered in place of what was asked for. `status` 0: it could not be reached. */
 export class Problem extends Error {
-  constructor(readonly status: number, detail: string, readonly right = '', readonly users: MediaUser[] = []) {
+  constructor(
+    readonly status: number,
+    detail: string,
+    readonly right = '',
+    readonly users: MediaUser[] = [],
+  ) {
     super(detail);
   }
 
   /** The whole, as a sentence or two. */
   get text(): string {
-    return this.right ? t.problem.withRight(this.message, this.right) : this.message;
+    return this.right ? problemText.withRight(this.message, this.right) : this.message;
   }
 }
 
-export interface Reply<T> { value: T; etag: string }
+export interface Reply<T> {
+  value: T;
+  etag: string;
+}
 
 /** Gives the reply's JSON (null without one) and its tag. Throws `Problem`. */
 export async function exchange<T>(method: string, path: string, body?: unknown, ifMatch?: string): Promise<Reply<T>> {
@@ -53,7 +64,7 @@ export function upload<T>(name: string, file: Blob, onShare: (share: number) => 
     for (const [header, value] of Object.entries(authorization())) call.setRequestHeader(header, value);
     call.setRequestHeader('Content-Type', 'application/octet-stream');
     call.upload.onprogress = (event) => onShare(event.lengthComputable ? event.loaded / event.total : 0);
-    call.onerror = () => reject(new Problem(0, t.problem.unreachable));
+    call.onerror = () => reject(new Problem(0, problemText.unreachable));
     call.onload = () => {
       const reply = parsed(call.responseText);
       if (call.status < 300) resolve(reply as T);
@@ -73,7 +84,7 @@ async function send(path: string, options: RequestInit): Promise<Response> {
   try {
     response = await fetch(path, options);
   } catch {
-    throw new Problem(0, t.problem.unreachable);
+    throw new Problem(0, problemText.unreachable);
   }
   if (response.ok) return response;
   throw problemOf(response.status, response.statusText, parsed(await response.text().catch(() => '')));
@@ -88,7 +99,12 @@ function parsed(text: string): unknown {
 }
 
 function problemOf(status: number, statusText: string, body: unknown): Problem {
-  const { detail, title, right, users } = (body ?? {}) as { detail?: string; title?: string; right?: string; users?: MediaUser[] };
-  const text = detail ?? title ?? t.problem.answered(status, statusText);
+  const { detail, title, right, users } = (body ?? {}) as {
+    detail?: string;
+    title?: string;
+    right?: string;
+    users?: MediaUser[];
+  };
+  const text = detail ?? title ?? problemText.answered(status, statusText);
   return new Problem(status, text, right, users);
 }

@@ -1,10 +1,21 @@
 // What the controller's API gives and takes, under its own names.
 
-export interface Binding { device: number; variable: number; name: string }
+export interface Binding {
+  device: number;
+  variable: number;
+  name: string;
+}
 
-export interface RoomTarget { id: number; volume: number }
+export interface RoomTarget {
+  id: number;
+  volume: number;
+}
 
-export interface NavigatorTarget { id: number; room: number; onscreen: boolean }
+export interface NavigatorTarget {
+  id: number;
+  room: number;
+  onscreen: boolean;
+}
 
 /** An announcement without its id, as it is edited and sent. */
 export interface AnnouncementBody {
@@ -22,7 +33,9 @@ export interface AnnouncementBody {
   navigators: NavigatorTarget[];
 }
 
-export interface Announcement extends AnnouncementBody { id: number }
+export interface Announcement extends AnnouncementBody {
+  id: number;
+}
 
 export interface Popup {
   number: number;
@@ -44,9 +57,21 @@ export interface Room {
   trouble: string | null;
 }
 
-export interface Screen { id: number; name: string; room: number; pages: number; awake: boolean; popup: Popup | null }
+export interface Screen {
+  id: number;
+  name: string;
+  room: number;
+  pages: number;
+  awake: boolean;
+  popup: Popup | null;
+}
 
-export interface Variable { device: number; variable: number; name: string; value: string }
+export interface Variable {
+  device: number;
+  variable: number;
+  name: string;
+  value: string;
+}
 
 export interface Status {
   house: string;
@@ -108,7 +133,9 @@ export interface Moment {
   text?: string;
 }
 
-export interface Rehearsal { announcement: number; length_ms: number; complete: boolean; timeline: Moment[] }
-
-/** A message of the event stream. Its data is what `docs/api.md` says for its type. */
-export interface ServerEvent { seq: number; time: string; type: string; data: Record<string, unknown> }
+export interface Rehearsal {
+  announcement: number;
+  length_ms: number;
+  complete: boolean;
+  timeline: Moment[];
+}

@@ -1,8 +1,9 @@
 // An announcement while it is edited: what it begins as, what is wrong with it, how two of them differ.
 
 import type { Announcement, AnnouncementBody } from '../api/types';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { seconds } from './format';
+import type { PlaceNames } from './names';
 
 export const LONGEST = 4294967; // seconds, as many as the agent's milliseconds hold
 
@@ -27,13 +28,18 @@ export function copyOf(announcement: Announcement): AnnouncementBody {
   return { ...bodyOf(announcement), name: t.editor.copyName(announcement.name) };
 }
 
-export const isSame = (one: AnnouncementBody, other: AnnouncementBody): boolean => JSON.stringify(one) === JSON.stringify(other);
+export const isSame = (one: AnnouncementBody, other: AnnouncementBody): boolean =>
+  JSON.stringify(one) === JSON.stringify(other);
 
 export function errorsIn(draft: AnnouncementBody): Errors {
   const errors: Errors = {};
   if (!draft.name.trim()) errors.name = t.editor.errors.name;
   const { image, delay_ms: delay, timeout_ms: timeout } = draft.video;
-  const times: [string, number][] = [['audio.delay_ms', draft.audio.delay_ms], ['video.delay_ms', delay], ['video.timeout_ms', timeout]];
+  const times: [string, number][] = [
+    ['audio.delay_ms', draft.audio.delay_ms],
+    ['video.delay_ms', delay],
+    ['video.timeout_ms', timeout],
+  ];
   for (const [place, time] of times) {
     if (!(time >= 0 && time <= LONGEST * 1000)) errors[place] = t.editor.errors.seconds;
   }
@@ -48,17 +54,31 @@ export function isImageAddress(image: string): boolean {
 /** The field that a refusal of the controller is about, and what it says; null when it names none. */
 export function errorOf(text: string): { place: string; text: string } | null {
   const match = /^([a-z_]+(?:\.[a-z_]+)?)(?:\[\d+\][a-z_.]*)?:? (.*)$/s.exec(text);
-  const known = ['name', 'audio', 'audio.file', 'audio.delay_ms', 'video.image', 'video.text', 'video.delay_ms', 'video.timeout_ms', 'video.variable', 'rooms', 'navigators'];
+  const known = [
+    'name',
+    'audio',
+    'audio.file',
+    'audio.delay_ms',
+    'video.image',
+    'video.text',
+    'video.delay_ms',
+    'video.timeout_ms',
+    'video.variable',
+    'rooms',
+    'navigators',
+  ];
   if (!match || !known.includes(match[1] ?? '')) return null;
   return { place: match[1] ?? '', text: match[2] ?? '' };
 }
 
-export interface Difference { field: string; mine: string; theirs: string }
-
-interface Names { room(id: number): string; screen(id: number): string }
+export interface Difference {
+  field: string;
+  mine: string;
+  theirs: string;
+}
 
 /** What two people have made of the same announcement, field by field, in words. */
-export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, names: Names): Difference[] {
+export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, names: PlaceNames): Difference[] {
   const one = fieldsOf(mine, names);
   const other = fieldsOf(theirs, names);
   return Object.keys(one)
@@ -66,7 +86,10 @@ export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, na
     .map((field) => ({ field, mine: one[field] || t.editor.nothing, theirs: other[field] || t.editor.nothing }));
 }
 
-function fieldsOf({ name, audio, video, rooms, navigators }: AnnouncementBody, names: Names): Record<string, string> {
+function fieldsOf(
+  { name, audio, video, rooms, navigators }: AnnouncementBody,
+  names: PlaceNames,
+): Record<string, string> {
   const f = t.editor.fields;
   return {
     [f.name]: name,
@@ -78,7 +101,9 @@ function fieldsOf({ name, audio, video, rooms, navigators }: AnnouncementBody, n
     [f.popupDelay]: seconds(video.delay_ms),
     [f.timeout]: seconds(video.timeout_ms),
     [f.ok]: video.ok_button ? t.yes : t.no,
-    [f.rooms]: rooms.map(({ id, volume }) => `${names.room(id)}${volume > 0 ? ` (${t.units.percent(volume)})` : ''}`).join(', '),
-    [f.screens]: navigators.map(({ id }) => names.screen(id)).join(', '),
+    [f.rooms]: rooms
+      .map(({ id, volume }) => `${names.roomName(id)}${volume > 0 ? ` (${t.units.percent(volume)})` : ''}`)
+      .join(', '),
+    [f.screens]: navigators.map(({ id }) => names.screenName(id)).join(', '),
   };
 }

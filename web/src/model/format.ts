@@ -1,6 +1,6 @@
 // Times, lengths and numbers as people say them.
 
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 const clock = new Intl.DateTimeFormat(t.locale, { hour: '2-digit', minute: '2-digit', second: '2-digit' });
 const day = new Intl.DateTimeFormat(t.locale, { weekday: 'short', day: 'numeric', month: 'short' });

@@ -1,12 +1,17 @@
 // What was played: filtered, and as files for other programs.
 
 import type { HistoryEntry } from '../api/types';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { soundOf } from './format';
+import type { PlaceNames } from './names';
 import { plain } from './search';
 
-export interface Filter { words: string; outcome: string; place: string } // empty: all; a place is "room 1" or "screen 11"
-export interface Names { room(id: number): string; screen(id: number): string }
+/** Empty ones let everything pass. */
+export interface Filter {
+  words: string;
+  outcome: string;
+  place: string; // "room 1" or "screen 11"
+}
 
 const FAILED = 'failed: '; // before the reason
 
@@ -16,13 +21,14 @@ export function outcomeOf({ outcome }: HistoryEntry): string {
   return outcome === 'ended' ? 'played' : outcome;
 }
 
-export const reasonOf = ({ outcome }: HistoryEntry): string => (outcome.startsWith(FAILED) ? outcome.slice(FAILED.length) : '');
+export const reasonOf = ({ outcome }: HistoryEntry): string =>
+  outcome.startsWith(FAILED) ? outcome.slice(FAILED.length) : '';
 
-export function placesOf(entry: HistoryEntry, names: Names): string[] {
-  return [...entry.rooms.map((id) => names.room(id)), ...entry.navigators.map((id) => names.screen(id))];
+export function placesOf(entry: HistoryEntry, names: PlaceNames): string[] {
+  return [...entry.rooms.map((id) => names.roomName(id)), ...entry.navigators.map((id) => names.screenName(id))];
 }
 
-export function filtered(entries: HistoryEntry[], filter: Filter, names: Names): HistoryEntry[] {
+export function filtered(entries: HistoryEntry[], filter: Filter, names: PlaceNames): HistoryEntry[] {
   const words = plain(filter.words).split(/\s+/).filter(Boolean);
   return entries.filter((entry) => {
     if (filter.outcome && outcomeOf(entry) !== filter.outcome) return false;
@@ -41,10 +47,18 @@ export function asJson(entries: HistoryEntry[]): string {
   return `${JSON.stringify({ history: entries }, null, 2)}\n`;
 }
 
-export function asCsv(entries: HistoryEntry[], names: Names): string {
+export function asCsv(entries: HistoryEntry[], names: PlaceNames): string {
   const head = ['started', 'ended', 'announcement', 'name', 'sound', 'rooms', 'screens', 'outcome'];
-  const rows = entries.map((one) => [one.started, one.ended ?? '', String(one.announcement), one.name, soundOf(one.file),
-    one.rooms.map((id) => names.room(id)).join('; '), one.navigators.map((id) => names.screen(id)).join('; '), one.outcome]);
+  const rows = entries.map((one) => [
+    one.started,
+    one.ended ?? '',
+    String(one.announcement),
+    one.name,
+    soundOf(one.file),
+    one.rooms.map((id) => names.roomName(id)).join('; '),
+    one.navigators.map((id) => names.screenName(id)).join('; '),
+    one.outcome,
+  ]);
   return [head, ...rows].map((row) => row.map(cell).join(',')).join('\r\n') + '\r\n';
 }
 

@@ -27,7 +27,8 @@ export function peaksIn(samples: ArrayLike<number>, count: number): number[] {
   for (let part = 0; part < count; part += 1) {
     const end = Math.ceil(((part + 1) * samples.length) / count);
     let peak = 0;
-    for (let at = Math.floor((part * samples.length) / count); at < end; at += 1) peak = Math.max(peak, Math.abs(samples[at] ?? 0));
+    for (let at = Math.floor((part * samples.length) / count); at < end; at += 1)
+      peak = Math.max(peak, Math.abs(samples[at] ?? 0));
     peaks.push(Math.min(1, peak));
   }
   return peaks;

@@ -24,4 +24,5 @@ export function routeOf(hash: string): Route {
 
 export const placeAddress = (place: Place): string => `#/${place}`;
 export const editAddress = (id: number): string => `#/announcements/${id}`;
-export const newAddress = (copyOf?: number): string => `#/announcements/new${copyOf === undefined ? '' : `?copy=${copyOf}`}`;
+export const newAddress = (copyOf?: number): string =>
+  `#/announcements/new${copyOf === undefined ? '' : `?copy=${copyOf}`}`;

@@ -3,7 +3,11 @@
 import type { Announcement } from '../api/types';
 
 /** Every word must stand somewhere; letters with and without marks are the same. */
-export function matching(announcements: Announcement[], words: string, placesOf: (one: Announcement) => string): Announcement[] {
+export function matching(
+  announcements: Announcement[],
+  words: string,
+  placesOf: (one: Announcement) => string,
+): Announcement[] {
   const wanted = plain(words).split(/\s+/).filter(Boolean);
   if (wanted.length === 0) return announcements;
   return announcements.filter((one) => {

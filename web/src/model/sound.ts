@@ -20,6 +20,8 @@ export async function listen(name: string, onEnd: () => void): Promise<void> {
   const own = new Audio(URL.createObjectURL(await fetchFile(mediaPath(name))));
   if (end !== onEnd) return; // another one was wanted meanwhile
   audio = own;
-  own.onended = () => { if (audio === own) stop(); };
+  own.onended = () => {
+    if (audio === own) stop();
+  };
   await own.play();
 }

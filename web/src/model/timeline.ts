@@ -3,9 +3,22 @@
 import type { Moment, Rehearsal } from '../api/types';
 
 export type BarKind = 'setup' | 'delay' | 'sound' | 'popup' | 'restore';
-export interface Bar { kind: BarKind; start: number; end: number; text: string }
-export interface Row { kind: 'room' | 'screen'; id: number; bars: Bar[]; volume: number | null }
-export interface Picture { length: number; rows: Row[] }
+export interface Bar {
+  kind: BarKind;
+  start: number;
+  end: number;
+  text: string;
+}
+export interface Row {
+  kind: 'room' | 'screen';
+  id: number;
+  bars: Bar[];
+  volume: number | null;
+}
+export interface Picture {
+  length: number;
+  rows: Row[];
+}
 
 const SHORTEST = 1000;
 
@@ -13,7 +26,9 @@ export function pictureOf(rehearsal: Rehearsal, roomOfScreen: (id: number) => nu
   const moments = rehearsal.timeline;
   const rows = [
     ...idsOf(moments, 'room_set_up', 'room').map((id) => roomRow(id, moments, rehearsal.length_ms)),
-    ...idsOf(moments, 'popup_shown', 'navigator').map((id) => screenRow(id, roomOfScreen(id), moments, rehearsal.length_ms)),
+    ...idsOf(moments, 'popup_shown', 'navigator').map((id) =>
+      screenRow(id, roomOfScreen(id), moments, rehearsal.length_ms),
+    ),
   ];
   return { length: Math.max(SHORTEST, rehearsal.length_ms), rows };
 }
@@ -35,8 +50,11 @@ function roomRow(id: number, moments: Moment[], length: number): Row {
   } else {
     const ended = at('sound_ended') ?? restored;
     const file = moments.find((one) => one.what === 'sound_started')?.file ?? '';
-    bars.push({ kind: 'delay', start: setUp, end: sound, text: '' }, { kind: 'sound', start: sound, end: ended, text: file },
-      { kind: 'restore', start: ended, end: restored, text: '' });
+    bars.push(
+      { kind: 'delay', start: setUp, end: sound, text: '' },
+      { kind: 'sound', start: sound, end: ended, text: file },
+      { kind: 'restore', start: ended, end: restored, text: '' },
+    );
   }
   const volume = moments.find((one) => one.what === 'volume_set' && one.room === id)?.volume ?? null;
   return { kind: 'room', id, volume, bars: bars.filter(lasts) };
@@ -47,7 +65,9 @@ function screenRow(id: number, room: number, moments: Moment[], length: number):
   let free = 0; // where the row goes on
   for (const shown of moments.filter((one) => one.what === 'popup_shown' && one.navigator === id)) {
     bars.push({ kind: 'delay', start: free, end: shown.at_ms, text: '' });
-    const hidden = moments.find((one) => one.what === 'popup_hidden' && one.navigator === id && one.at_ms >= shown.at_ms && one !== shown);
+    const hidden = moments.find(
+      (one) => one.what === 'popup_hidden' && one.navigator === id && one.at_ms >= shown.at_ms && one !== shown,
+    );
     free = hidden?.at_ms ?? length;
     bars.push({ kind: 'popup', start: shown.at_ms, end: free, text: shown.message ?? '' });
   }

@@ -6,14 +6,25 @@ import { Problem, request } from '../api/request';
 import type { AnnouncementBody, Rehearsal } from '../api/types';
 import { errorsIn } from '../model/draft';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import './announcement-timeline';
 
 const PAUSE = 350; // while somebody types
 
 @customElement('announcement-outlook')
 export class AnnouncementOutlook extends LitElement {
-  static override styles = [shared, css`:host { display: block; min-height: 5rem; } h3 { margin-bottom: .6rem; }`];
+  static override styles = [
+    shared,
+    css`
+      :host {
+        display: block;
+        min-height: 5rem;
+      }
+      h3 {
+        margin-bottom: 0.6rem;
+      }
+    `,
+  ];
 
   @property({ attribute: false }) announcement!: AnnouncementBody;
   @state() private rehearsal: Rehearsal | null = null;
@@ -47,14 +58,19 @@ export class AnnouncementOutlook extends LitElement {
       this.problem = '';
     } catch (problem) {
       if (text !== this.asked) return;
-      if (problem instanceof Problem && problem.status === 503) this.timer = window.setTimeout(() => void this.rehearse(text, announcement), 2 * PAUSE);
+      if (problem instanceof Problem && problem.status === 503)
+        this.timer = window.setTimeout(() => void this.rehearse(text, announcement), 2 * PAUSE);
       else this.problem = problem instanceof Problem ? problem.text : String(problem);
     }
   }
 
   override render(): unknown {
     return html`<h3>${t.timeline.title}</h3>
-      ${this.problem ? html`<p class="soft">${this.problem}</p>` : html`<announcement-timeline .rehearsal=${this.rehearsal}></announcement-timeline>`}
+      ${
+        this.problem
+          ? html`<p class="soft">${this.problem}</p>`
+          : html`<announcement-timeline .rehearsal=${this.rehearsal}></announcement-timeline>`
+      }
       ${this.rehearsal || this.problem ? nothing : html`<p class="soft">${t.timeline.asking}</p>`}`;
   }
 }

@@ -6,40 +6,121 @@ import { request } from '../api/request';
 import type { Announcement } from '../api/types';
 import { listing } from '../model/format';
 import { editAddress, newAddress } from '../model/route';
-import { deleteWithUndo } from '../store/deleting';
+import { deleteWithUndo } from './deleting';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { attempt, toast } from './ui-toasts';
 import './announcement-outlook';
 import { named } from './named';
 
 @customElement('announcement-row')
 export class AnnouncementRow extends LitElement {
-  static override styles = [shared, css`
-    :host { display: block; }
-    article { padding: .9rem; }
-    article.playing { border-color: var(--accent); box-shadow: 0 0 0 1px var(--accent), var(--shadow); }
-    .line { display: flex; align-items: center; gap: 1rem; }
-    .play { width: 3.25rem; height: 3.25rem; flex: none; display: grid; place-items: center; padding: 0; border: 0; border-radius: 50%; background: var(--accent); color: var(--on-accent); font-size: 1.6rem; cursor: pointer; }
-    .play:hover { background: var(--accent-strong); }
-    .body { flex: 1; min-width: 0; }
-    .title { display: flex; align-items: center; gap: .6rem; }
-    h2 { display: -webkit-box; -webkit-box-orient: vertical; -webkit-line-clamp: 2; overflow: hidden; overflow-wrap: anywhere; }
-    .title .badge { flex: none; }
-    .quote, .facts span { overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
-    .quote { color: var(--ink-soft); }
-    .facts { display: flex; flex-wrap: wrap; gap: .1rem 1.1rem; margin-top: .25rem; }
-    .facts > span { display: inline-flex; align-items: center; gap: .4rem; max-width: 100%; min-width: 0; }
-    .more ui-icon { transition: transform .15s ease; }
-    .more[aria-expanded="true"] ui-icon { transform: rotate(180deg); }
-    .inside { margin-top: 1rem; padding-top: 1rem; border-top: 1px solid var(--line); }
-    .actions { display: flex; flex-wrap: wrap; gap: .5rem; margin-top: 1rem; }
-    @media (max-width: 699px) {
-      .line { gap: .75rem; }
-      .edit { display: none; }
-    }
-  `];
+  static override styles = [
+    shared,
+    css`
+      :host {
+        display: block;
+      }
+      article {
+        padding: 0.9rem;
+      }
+      article.playing {
+        border-color: var(--accent);
+        box-shadow:
+          0 0 0 1px var(--accent),
+          var(--shadow);
+      }
+      .line {
+        display: flex;
+        align-items: center;
+        gap: 1rem;
+      }
+      .play {
+        width: 3.25rem;
+        height: 3.25rem;
+        flex: none;
+        display: grid;
+        place-items: center;
+        padding: 0;
+        border: 0;
+        border-radius: 50%;
+        background: var(--accent);
+        color: var(--on-accent);
+        font-size: 1.6rem;
+        cursor: pointer;
+      }
+      .play:hover {
+        background: var(--accent-strong);
+      }
+      .body {
+        flex: 1;
+        min-width: 0;
+      }
+      .title {
+        display: flex;
+        align-items: center;
+        gap: 0.6rem;
+      }
+      h2 {
+        display: -webkit-box;
+        -webkit-box-orient: vertical;
+        -webkit-line-clamp: 2;
+        overflow: hidden;
+        overflow-wrap: anywhere;
+      }
+      .title .badge {
+        flex: none;
+      }
+      .quote,
+      .facts span {
+        overflow: hidden;
+        text-overflow: ellipsis;
+        white-space: nowrap;
+      }
+      .quote {
+        color: var(--ink-soft);
+      }
+      .facts {
+        display: flex;
+        flex-wrap: wrap;
+        gap: 0.1rem 1.1rem;
+        margin-top: 0.25rem;
+      }
+      .facts > span {
+        display: inline-flex;
+        align-items: center;
+        gap: 0.4rem;
+        max-width: 100%;
+        min-width: 0;
+      }
+      .more ui-icon {
+        transition: transform 0.15s ease;
+      }
+      .more[aria-expanded='true'] ui-icon {
+        transform: rotate(180deg);
+      }
+      .inside {
+        margin-top: 1rem;
+        padding-top: 1rem;
+        border-top: 1px solid var(--line);
+      }
+      .actions {
+        display: flex;
+        flex-wrap: wrap;
+        gap: 0.5rem;
+        margin-top: 1rem;
+      }
+      @media (max-width: 699px) {
+        .line {
+          gap: 0.75rem;
+        }
+        .edit {
+          display: none;
+        }
+      }
+    `,
+  ];
 
   @property({ attribute: false }) announcement!: Announcement;
   @property({ type: Boolean }) isOpen = false;
@@ -50,11 +131,36 @@ export class AnnouncementRow extends LitElement {
     const { id, name } = this.announcement;
     return html`<article class="card ${this.isPlaying ? 'playing' : ''}">
       <div class="line">
-        <button class="play" aria-label=${t.list.play(name)} @click=${this.play}><ui-icon name="play"></ui-icon></button>
-        <div class="body"><div class="title"><h2 dir="auto">${name}</h2>${this.renderBadge()}</div>
-          <p class="quote" dir="auto">${this.message()}</p>${this.renderFacts()}</div>
-        ${store.mayEdit ? html`<a class="icon-button edit" href=${editAddress(id)} aria-label=${t.list.edit(name)} title=${t.list.editShort}><ui-icon name="pencil"></ui-icon></a>` : nothing}
-        <button class="icon-button more" aria-expanded=${this.isOpen} aria-label=${t.list.preview(name)} @click=${this.toggle}><ui-icon name="chevronDown"></ui-icon></button>
+        <button class="play" aria-label=${t.list.play(name)} @click=${this.play}>
+          <ui-icon name="play"></ui-icon>
+        </button>
+        <div class="body">
+          <div class="title">
+            <h2 dir="auto">${name}</h2>
+            ${this.renderBadge()}
+          </div>
+          <p class="quote" dir="auto">${this.message()}</p>
+          ${this.renderFacts()}
+        </div>
+        ${
+          store.mayEdit
+            ? html`<a
+                class="icon-button edit"
+                href=${editAddress(id)}
+                aria-label=${t.list.edit(name)}
+                title=${t.list.editShort}
+                ><ui-icon name="pencil"></ui-icon
+              ></a>`
+            : nothing
+        }
+        <button
+          class="icon-button more"
+          aria-expanded=${this.isOpen}
+          aria-label=${t.list.preview(name)}
+          @click=${this.toggle}
+        >
+          <ui-icon name="chevronDown"></ui-icon>
+        </button>
       </div>
       ${this.isOpen ? this.renderInside() : nothing}
     </article>`;
@@ -75,17 +181,36 @@ export class AnnouncementRow extends LitElement {
     const { audio, rooms, navigators } = this.announcement;
     return html`<p class="facts soft small">
       <span><ui-icon name="note"></ui-icon><span>${audio.file || t.list.noSound}</span></span>
-      <span><ui-icon name="speaker"></ui-icon><span>${listing(rooms.map(({ id }) => store.roomName(id))) || t.list.noRooms}</span></span>
-      <span><ui-icon name="display"></ui-icon><span>${listing(navigators.map(({ id }) => store.screenName(id))) || t.list.noScreens}</span></span></p>`;
+      <span
+        ><ui-icon name="speaker"></ui-icon
+        ><span>${listing(rooms.map(({ id }) => store.roomName(id))) || t.list.noRooms}</span></span
+      >
+      <span
+        ><ui-icon name="display"></ui-icon
+        ><span>${listing(navigators.map(({ id }) => store.screenName(id))) || t.list.noScreens}</span></span
+      >
+    </p>`;
   }
 
   private renderInside(): unknown {
     const { id, name } = this.announcement;
-    return html`<div class="inside"><announcement-outlook .announcement=${this.announcement}></announcement-outlook>
-      ${store.mayEdit ? html`<div class="actions">
-        <sl-button href=${editAddress(id)}><ui-icon slot="prefix" name="pencil"></ui-icon>${named(t.list.editShort, t.list.edit(name))}</sl-button>
-        <sl-button href=${newAddress(id)}><ui-icon slot="prefix" name="copy"></ui-icon>${t.list.duplicateShort}</sl-button>
-        <sl-button @click=${() => deleteWithUndo(this.announcement)}><ui-icon slot="prefix" name="trash"></ui-icon>${t.delete}</sl-button></div>` : nothing}</div>`;
+    return html`<div class="inside">
+      <announcement-outlook .announcement=${this.announcement}></announcement-outlook> ${
+        store.mayEdit
+          ? html`<div class="actions">
+              <sl-button href=${editAddress(id)}
+                ><ui-icon slot="prefix" name="pencil"></ui-icon>${named(t.list.editShort, t.list.edit(name))}</sl-button
+              >
+              <sl-button href=${newAddress(id)}
+                ><ui-icon slot="prefix" name="copy"></ui-icon>${t.list.duplicateShort}</sl-button
+              >
+              <sl-button @click=${() => deleteWithUndo(this.announcement)}
+                ><ui-icon slot="prefix" name="trash"></ui-icon>${t.delete}</sl-button
+              >
+            </div>`
+          : nothing
+      }
+    </div>`;
   }
 
   private toggle(): void {

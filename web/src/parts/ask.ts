@@ -2,9 +2,13 @@
 
 import type SlDialog from '@shoelace-style/shoelace/dist/components/dialog/dialog.js';
 import { html, render } from 'lit';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
-export interface Choice { key: string; text: string; variant?: 'primary' | 'danger' | 'default' }
+export interface Choice {
+  key: string;
+  text: string;
+  variant?: 'primary' | 'danger' | 'default';
+}
 
 /** Gives the key of the chosen button; '' when the question was closed. */
 export function ask(title: string, content: unknown, choices: Choice[]): Promise<string> {
@@ -21,10 +25,19 @@ export function ask(title: string, content: unknown, choices: Choice[]): Promise
       place.remove();
       resolve(chosen);
     };
-    render(html`<sl-dialog label=${title} @sl-after-hide=${end}>${content}
-      <sl-button slot="footer" @click=${() => choose('')}>${t.cancel}</sl-button>
-      ${choices.map((one) => html`<sl-button slot="footer" variant=${one.variant ?? 'primary'} @click=${() => choose(one.key)}>${one.text}</sl-button>`)}
-    </sl-dialog>`, place);
+    render(
+      html`<sl-dialog label=${title} @sl-after-hide=${end}
+        >${content}
+        <sl-button slot="footer" @click=${() => choose('')}>${t.cancel}</sl-button>
+        ${choices.map(
+          (one) =>
+            html`<sl-button slot="footer" variant=${one.variant ?? 'primary'} @click=${() => choose(one.key)}
+              >${one.text}</sl-button
+            >`,
+        )}
+      </sl-dialog>`,
+      place,
+    );
     void customElements.whenDefined('sl-dialog').then(() => place.querySelector<SlDialog>('sl-dialog')?.show());
   });
 }

@@ -4,13 +4,34 @@ import { html } from 'lit';
 import type { AnnouncementBody } from '../api/types';
 import { differences } from '../model/draft';
 import { store } from '../store/live';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { ask } from './ask';
 
 export function askAboutConflict(mine: AnnouncementBody, theirs: AnnouncementBody): Promise<string> {
-  const found = differences(mine, theirs, { room: (id) => store.roomName(id), screen: (id) => store.screenName(id) });
+  const found = differences(mine, theirs, store);
   const c = t.editor.conflict;
-  const content = html`<p>${c.text}</p><table class="differences"><thead><tr><th scope="col">${c.field}</th><th scope="col">${c.mine}</th><th scope="col">${c.theirs}</th></tr></thead>
-    <tbody>${found.map((one) => html`<tr><th scope="row">${one.field}</th><td dir="auto">${one.mine}</td><td dir="auto">${one.theirs}</td></tr>`)}</tbody></table>`;
-  return ask(c.title, content, [{ key: 'reload', text: c.reload, variant: 'default' }, { key: 'overwrite', text: c.overwrite, variant: 'primary' }]);
+  const content = html`<p>${c.text}</p>
+    <table class="differences">
+      <thead>
+        <tr>
+          <th scope="col">${c.field}</th>
+          <th scope="col">${c.mine}</th>
+          <th scope="col">${c.theirs}</th>
+        </tr>
+      </thead>
+      <tbody>
+        ${found.map(
+          (one) =>
+            html`<tr>
+              <th scope="row">${one.field}</th>
+              <td dir="auto">${one.mine}</td>
+              <td dir="auto">${one.theirs}</td>
+            </tr>`,
+        )}
+      </tbody>
+    </table>`;
+  return ask(c.title, content, [
+    { key: 'reload', text: c.reload, variant: 'default' },
+    { key: 'overwrite', text: c.overwrite, variant: 'primary' },
+  ]);
 }

@@ -7,10 +7,13 @@ import { customElement } from 'lit/decorators.js';
 import type { RoomTarget } from '../api/types';
 import { volume } from '../model/format';
 import { store } from '../store/live';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { DraftPart } from './draft-part';
 
-interface Place { id: number; name: string }
+interface Place {
+  id: number;
+  name: string;
+}
 
 @customElement('draft-places')
 export class DraftPlaces extends DraftPart {
@@ -19,9 +22,19 @@ export class DraftPlaces extends DraftPart {
   }
 
   private renderRooms(): unknown {
-    const rooms = withStrange([...store.rooms.values()], this.draft.rooms.map(({ id }) => id), t.editor.strangeRoom);
-    return html`<section class="card" aria-labelledby="rooms"><h2 id="rooms">${t.editor.sections.rooms}</h2>
-      ${rooms.length === 0 ? html`<p class="hint">${t.editor.noRooms}</p>` : html`<div>${rooms.map((room) => this.renderRoom(room))}</div>`}${this.wrong('rooms')}</section>`;
+    const rooms = withStrange(
+      [...store.rooms.values()],
+      this.draft.rooms.map(({ id }) => id),
+      t.editor.strangeRoom,
+    );
+    return html`<section class="card" aria-labelledby="rooms">
+      <h2 id="rooms">${t.editor.sections.rooms}</h2>
+      ${
+        rooms.length === 0
+          ? html`<p class="hint">${t.editor.noRooms}</p>`
+          : html`<div>${rooms.map((room) => this.renderRoom(room))}</div>`
+      }${this.wrong('rooms')}
+    </section>`;
   }
 
   private renderRoom(room: Place): unknown {
@@ -33,17 +46,41 @@ export class DraftPlaces extends DraftPart {
     };
     const level = (event: Event): void => {
       const value = (event.target as SlRange).value;
-      this.change({ rooms: this.draft.rooms.map((one) => (one.id === room.id ? { ...one, volume: value || -1 } : one)) });
+      this.change({
+        rooms: this.draft.rooms.map((one) => (one.id === room.id ? { ...one, volume: value || -1 } : one)),
+      });
     };
-    return html`<div class="target"><sl-switch ?checked=${target !== undefined} @sl-change=${toggle}><span dir="auto">${room.name}</span></sl-switch>
-      ${target ? html`<sl-range label=${t.editor.volumeIn(room.name, volume(target.volume))} min="0" max="100" .value=${Math.max(0, target.volume)}
-        .tooltipFormatter=${volume} @sl-input=${level}></sl-range>` : nothing}</div>`;
+    return html`<div class="target">
+      <sl-switch ?checked=${target !== undefined} @sl-change=${toggle}><span dir="auto">${room.name}</span></sl-switch>
+      ${
+        target
+          ? html`<sl-range
+              label=${t.editor.volumeIn(room.name, volume(target.volume))}
+              min="0"
+              max="100"
+              .value=${Math.max(0, target.volume)}
+              .tooltipFormatter=${volume}
+              @sl-input=${level}
+            ></sl-range>`
+          : nothing
+      }
+    </div>`;
   }
 
   private renderScreens(): unknown {
-    const screens = withStrange([...store.screens.values()], this.draft.navigators.map(({ id }) => id), t.editor.strangeScreen);
-    return html`<section class="card below" aria-labelledby="screens"><h2 id="screens">${t.editor.sections.screens}</h2>
-      ${screens.length === 0 ? html`<p class="hint">${t.editor.noScreens}</p>` : html`<div>${screens.map((screen) => this.renderScreen(screen))}</div>`}${this.wrong('navigators')}</section>`;
+    const screens = withStrange(
+      [...store.screens.values()],
+      this.draft.navigators.map(({ id }) => id),
+      t.editor.strangeScreen,
+    );
+    return html`<section class="card below" aria-labelledby="screens">
+      <h2 id="screens">${t.editor.sections.screens}</h2>
+      ${
+        screens.length === 0
+          ? html`<p class="hint">${t.editor.noScreens}</p>`
+          : html`<div>${screens.map((screen) => this.renderScreen(screen))}</div>`
+      }${this.wrong('navigators')}
+    </section>`;
   }
 
   private renderScreen(screen: Place): unknown {
@@ -53,7 +90,9 @@ export class DraftPlaces extends DraftPart {
       const room = store.screens.get(screen.id)?.room ?? 0;
       this.change({ navigators: isOn ? inOrder([...others, { id: screen.id, room, onscreen: true }]) : others });
     };
-    return html`<sl-switch ?checked=${others.length < this.draft.navigators.length} @sl-change=${toggle}><span dir="auto">${screen.name}</span></sl-switch>`;
+    return html`<sl-switch ?checked=${others.length < this.draft.navigators.length} @sl-change=${toggle}
+      ><span dir="auto">${screen.name}</span></sl-switch
+    >`;
   }
 }
 
@@ -63,4 +102,5 @@ function withStrange(known: Place[], ids: number[], nameOf: (id: number) => stri
   return [...known, ...strange.map((id) => ({ id, name: nameOf(id) }))];
 }
 
-const inOrder = <T extends RoomTarget | Place | { id: number }>(targets: T[]): T[] => [...targets].sort((one, other) => one.id - other.id);
+const inOrder = <T extends RoomTarget | Place | { id: number }>(targets: T[]): T[] =>
+  [...targets].sort((one, other) => one.id - other.id);

@@ -4,13 +4,20 @@ import { LitElement, css, html } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { listen, stop } from '../model/sound';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { attempt } from './ui-toasts';
 import { named } from './named';
 
 @customElement('listen-button')
 export class ListenButton extends LitElement {
-  static override styles = [shared, css`:host { display: inline-block; }`];
+  static override styles = [
+    shared,
+    css`
+      :host {
+        display: inline-block;
+      }
+    `,
+  ];
 
   @property() file = ''; // with its ending
   @state() private isPlaying = false;
@@ -22,7 +29,11 @@ export class ListenButton extends LitElement {
 
   override render(): unknown {
     return html`<sl-button ?disabled=${!this.file} @click=${this.toggle}>
-      <ui-icon slot="prefix" name=${this.isPlaying ? 'stop' : 'play'}></ui-icon>${named(this.isPlaying ? t.media.stop : t.media.listen, this.isPlaying ? t.media.stopLabel(this.file) : t.media.listenLabel(this.file))}</sl-button>`;
+      <ui-icon slot="prefix" name=${this.isPlaying ? 'stop' : 'play'}></ui-icon>${named(
+        this.isPlaying ? t.media.stop : t.media.listen,
+        this.isPlaying ? t.media.stopLabel(this.file) : t.media.listenLabel(this.file),
+      )}</sl-button
+    >`;
   }
 
   private toggle(): void {
@@ -31,6 +42,12 @@ export class ListenButton extends LitElement {
       return;
     }
     this.isPlaying = true;
-    void attempt(() => listen(this.file, () => { this.isPlaying = false; })).then((isWell) => { if (!isWell) stop(); });
+    void attempt(() =>
+      listen(this.file, () => {
+        this.isPlaying = false;
+      }),
+    ).then((isWell) => {
+      if (!isWell) stop();
+    });
   }
 }

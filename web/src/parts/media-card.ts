@@ -8,7 +8,7 @@ import { bytes, listing, seconds } from '../model/format';
 import { editAddress } from '../model/route';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { ask } from './ask';
 import './listen-button';
 import './media-image';
@@ -17,13 +17,38 @@ import { attempt, toast } from './ui-toasts';
 
 @customElement('media-card')
 export class MediaCard extends LitElement {
-  static override styles = [shared, css`
-    article { display: grid; gap: .7rem; padding: 1.1rem 1.25rem; height: 100%; grid-template-rows: auto auto 1fr auto; }
-    h3, .users { overflow-wrap: anywhere; }
-    media-image { height: 9rem; border-radius: 12px; background: var(--sunk); overflow: hidden; }
-    .users { align-self: start; }
-    .end { align-self: end; display: flex; align-items: center; justify-content: space-between; gap: .6rem; }
-  `];
+  static override styles = [
+    shared,
+    css`
+      article {
+        display: grid;
+        gap: 0.7rem;
+        padding: 1.1rem 1.25rem;
+        height: 100%;
+        grid-template-rows: auto auto 1fr auto;
+      }
+      h3,
+      .users {
+        overflow-wrap: anywhere;
+      }
+      media-image {
+        height: 9rem;
+        border-radius: 12px;
+        background: var(--sunk);
+        overflow: hidden;
+      }
+      .users {
+        align-self: start;
+      }
+      .end {
+        align-self: end;
+        display: flex;
+        align-items: center;
+        justify-content: space-between;
+        gap: 0.6rem;
+      }
+    `,
+  ];
 
   @property({ attribute: false }) file!: MediaFile;
 
@@ -36,17 +61,31 @@ export class MediaCard extends LitElement {
     const { name, kind, modified } = this.file;
     const users = store.usersOf(this.file).map((one) => one.name);
     return html`<article class="card">
-      ${kind === 'sound' ? html`<sound-wave .file=${this.file}></sound-wave>` : html`<media-image name=${name} version=${modified}></media-image>`}
-      <div><h3>${name}</h3><p class="soft small">${this.facts()}</p>
-        ${this.file.trouble ? html`<p class="problem">${t.media.trouble(this.file.trouble)}</p>` : nothing}</div>
+      ${
+        kind === 'sound'
+          ? html`<sound-wave .file=${this.file}></sound-wave>`
+          : html`<media-image name=${name} version=${modified}></media-image>`
+      }
+      <div>
+        <h3>${name}</h3>
+        <p class="soft small">${this.facts()}</p>
+        ${this.file.trouble ? html`<p class="problem">${t.media.trouble(this.file.trouble)}</p>` : nothing}
+      </div>
       <p class="users small" dir="auto">${users.length ? t.media.usedBy(listing(users)) : t.media.unused}</p>
-      <div class="end">${kind === 'sound' ? html`<listen-button file=${name}></listen-button>` : html`<span></span>`}
-        <button class="icon-button" aria-label=${t.media.remove(name)} title=${t.delete} @click=${this.erase}><ui-icon name="trash"></ui-icon></button></div></article>`;
+      <div class="end">
+        ${kind === 'sound' ? html`<listen-button file=${name}></listen-button>` : html`<span></span>`}
+        <button class="icon-button" aria-label=${t.media.remove(name)} title=${t.delete} @click=${this.erase}>
+          <ui-icon name="trash"></ui-icon>
+        </button>
+      </div>
+    </article>`;
   }
 
   private facts(): string {
     const { kind, duration_ms: length } = this.file;
-    return kind === 'sound' && length !== undefined ? `${seconds(length)} · ${bytes(this.file.bytes)}` : bytes(this.file.bytes);
+    return kind === 'sound' && length !== undefined
+      ? `${seconds(length)} · ${bytes(this.file.bytes)}`
+      : bytes(this.file.bytes);
   }
 
   private async erase(): Promise<void> {
@@ -56,7 +95,9 @@ export class MediaCard extends LitElement {
       return;
     }
     const { name } = this.file;
-    const answer = await ask(t.media.removeTitle(name), html`<p>${t.media.removeText}</p>`, [{ key: 'delete', text: t.delete, variant: 'danger' }]);
+    const answer = await ask(t.media.removeTitle(name), html`<p>${t.media.removeText}</p>`, [
+      { key: 'delete', text: t.delete, variant: 'danger' },
+    ]);
     if (answer !== 'delete') return;
     try {
       await request('DELETE', mediaPath(name));
@@ -70,8 +111,19 @@ export class MediaCard extends LitElement {
   }
 
   private async tellUsers(users: MediaUser[]): Promise<void> {
-    await ask(t.media.inUseTitle(this.file.name), html`<p>${t.media.inUseText}</p>
-      <ul>${users.map(({ id, name }) => html`<li><a href=${editAddress(id)} dir="auto" @click=${(event: Event) => this.close(event)}>${name}</a></li>`)}</ul>`, []);
+    await ask(
+      t.media.inUseTitle(this.file.name),
+      html`<p>${t.media.inUseText}</p>
+        <ul>
+          ${users.map(
+            ({ id, name }) =>
+              html`<li>
+                <a href=${editAddress(id)} dir="auto" @click=${(event: Event) => this.close(event)}>${name}</a>
+              </li>`,
+          )}
+        </ul>`,
+      [],
+    );
   }
 
   private close(event: Event): void {

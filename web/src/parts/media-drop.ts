@@ -7,26 +7,73 @@ import type { MediaFile } from '../api/types';
 import { ACCEPTED, refusalOf, safeName, type Wanted } from '../model/media';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { ask } from './ask';
 import { attempt } from './ui-toasts';
 
-interface Under { name: string; share: number }
+interface Under {
+  name: string;
+  share: number;
+}
 
 @customElement('media-drop')
 export class MediaDrop extends LitElement {
-  static override styles = [shared, css`
-    :host { display: block; }
-    .drop { display: flex; flex-wrap: wrap; align-items: center; justify-content: center; gap: .5rem 1rem; padding: 1rem; border: 2px dashed var(--line); border-radius: 14px; color: var(--ink-soft); text-align: center; }
-    .drop.over { border-color: var(--accent); background: var(--accent-soft); }
-    .drop > ui-icon { font-size: 1.5rem; color: var(--accent); }
-    progress { width: 100%; height: .6rem; accent-color: var(--accent); }
-    .under { display: grid; gap: .25rem; margin-top: .75rem; }
-    .refused { display: flex; align-items: start; gap: .75rem; margin-top: .75rem; }
-    .refused span { flex: 1; overflow-wrap: anywhere; }
-    label { display: inline-flex; }
-    input:focus-visible + sl-button { outline: 3px solid var(--accent); outline-offset: 2px; border-radius: 10px; }
-  `];
+  static override styles = [
+    shared,
+    css`
+      :host {
+        display: block;
+      }
+      .drop {
+        display: flex;
+        flex-wrap: wrap;
+        align-items: center;
+        justify-content: center;
+        gap: 0.5rem 1rem;
+        padding: 1rem;
+        border: 2px dashed var(--line);
+        border-radius: 14px;
+        color: var(--ink-soft);
+        text-align: center;
+      }
+      .drop.over {
+        border-color: var(--accent);
+        background: var(--accent-soft);
+      }
+      .drop > ui-icon {
+        font-size: 1.5rem;
+        color: var(--accent);
+      }
+      progress {
+        width: 100%;
+        height: 0.6rem;
+        accent-color: var(--accent);
+      }
+      .under {
+        display: grid;
+        gap: 0.25rem;
+        margin-top: 0.75rem;
+      }
+      .refused {
+        display: flex;
+        align-items: start;
+        gap: 0.75rem;
+        margin-top: 0.75rem;
+      }
+      .refused span {
+        flex: 1;
+        overflow-wrap: anywhere;
+      }
+      label {
+        display: inline-flex;
+      }
+      input:focus-visible + sl-button {
+        outline: 3px solid var(--accent);
+        outline-offset: 2px;
+        border-radius: 10px;
+      }
+    `,
+  ];
 
   @property() wanted: Wanted = 'any';
   @state() private isOver = false;
@@ -34,14 +81,39 @@ export class MediaDrop extends LitElement {
   @state() private refusals: { name: string; why: string }[] = [];
 
   override render(): unknown {
-    return html`<div class="drop ${this.isOver ? 'over' : ''}" @dragenter=${this.hover} @dragover=${this.hover} @dragleave=${this.hover} @drop=${this.take}>
+    return html`<div
+        class="drop ${this.isOver ? 'over' : ''}"
+        @dragenter=${this.hover}
+        @dragover=${this.hover}
+        @dragleave=${this.hover}
+        @drop=${this.take}
+      >
         <ui-icon name="upload"></ui-icon><span>${t.media.drop[this.wanted]}</span>
         <sl-button size="medium" @click=${this.choose}>${t.media.choose}</sl-button>
-        <input type="file" hidden ?multiple=${this.wanted === 'any'} accept=${ACCEPTED[this.wanted]} @change=${this.chosen}>
+        <input
+          type="file"
+          hidden
+          ?multiple=${this.wanted === 'any'}
+          accept=${ACCEPTED[this.wanted]}
+          @change=${this.chosen}
+        />
       </div>
-      ${this.under ? html`<div class="under small"><span role="status">${t.media.uploading(this.under.name)}</span>
-        <progress aria-label=${t.media.uploading(this.under.name)} max="1" .value=${this.under.share}></progress></div>` : nothing}
-      <div role="alert">${this.refusals.map((one) => html`<p class="problem refused"><span><strong dir="auto">${one.name}</strong> ${one.why}</span></p>`)}</div>`;
+      ${
+        this.under
+          ? html`<div class="under small">
+              <span role="status">${t.media.uploading(this.under.name)}</span>
+              <progress aria-label=${t.media.uploading(this.under.name)} max="1" .value=${this.under.share}></progress>
+            </div>`
+          : nothing
+      }
+      <div role="alert">
+        ${this.refusals.map(
+          (one) =>
+            html`<p class="problem refused">
+              <span><strong dir="auto">${one.name}</strong> ${one.why}</span>
+            </p>`,
+        )}
+      </div>`;
   }
 
   private choose(): void {
@@ -81,12 +153,18 @@ export class MediaDrop extends LitElement {
     const refusal = refusalOf(file, this.wanted);
     if (refusal) return this.refuse(file.name, refusal);
     if (store.media?.some((one) => one.name === name)) {
-      const answer = await ask(t.media.replaceTitle(name), html`<p>${t.media.replaceText}</p>`, [{ key: 'replace', text: t.media.replace }]);
+      const answer = await ask(t.media.replaceTitle(name), html`<p>${t.media.replaceText}</p>`, [
+        { key: 'replace', text: t.media.replace },
+      ]);
       if (answer !== 'replace') return '';
     }
     try {
       this.under = { name, share: 0 };
-      return (await upload<MediaFile>(name, file, (share) => { this.under = { name, share }; })).name;
+      return (
+        await upload<MediaFile>(name, file, (share) => {
+          this.under = { name, share };
+        })
+      ).name;
     } catch (problem) {
       return this.refuse(file.name, problem instanceof Problem ? t.media.refused(problem.text) : String(problem));
     }

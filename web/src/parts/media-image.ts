@@ -8,8 +8,15 @@ import { isImageAddress } from '../model/draft';
 @customElement('media-image')
 export class MediaImage extends LitElement {
   static override styles = css`
-    :host { display: block; }
-    img { display: block; width: 100%; height: 100%; object-fit: var(--fit, contain); }
+    :host {
+      display: block;
+    }
+    img {
+      display: block;
+      width: 100%;
+      height: 100%;
+      object-fit: var(--fit, contain);
+    }
   `;
 
   @property() name = '';
@@ -47,6 +54,8 @@ export class MediaImage extends LitElement {
   }
 
   override render(): unknown {
-    return this.source ? html`<img src=${this.source} alt="" referrerpolicy="no-referrer" @error=${() => this.release()}>` : nothing;
+    return this.source
+      ? html`<img src=${this.source} alt="" referrerpolicy="no-referrer" @error=${() => this.release()} />`
+      : nothing;
   }
 }

@@ -2,4 +2,5 @@
 
 import { html } from 'lit';
 
-export const named = (seen: string, heard: string): unknown => html`<span aria-hidden="true">${seen}</span><span class="unseen">${heard}</span>`;
+export const named = (seen: string, heard: string): unknown =>
+  html`<span aria-hidden="true">${seen}</span><span class="unseen">${heard}</span>`;

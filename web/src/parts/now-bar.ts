@@ -6,24 +6,80 @@ import { request } from '../api/request';
 import { listing, soundOf } from '../model/format';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { attempt } from './ui-toasts';
 
 @customElement('now-bar')
 export class NowBar extends LitElement {
-  static override styles = [shared, css`
-    section { display: flex; align-items: center; gap: .9rem; padding: .7rem .7rem .7rem 1.1rem; border-radius: 18px; background: var(--accent); color: var(--on-accent); box-shadow: 0 8px 30px rgb(0 0 0 / 25%); }
-    .text { flex: 1; min-width: 0; }
-    strong, .details { display: block; overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
-    .details { font-size: .875rem; }
-    .wave { display: flex; align-items: center; gap: 3px; height: 1.4rem; flex: none; }
-    .wave i { width: 4px; height: 40%; border-radius: 2px; background: currentcolor; animation: swing 1s ease-in-out infinite alternate; }
-    .wave i:nth-child(2) { animation-delay: -.35s; }
-    .wave i:nth-child(3) { animation-delay: -.7s; }
-    @keyframes swing { to { height: 100%; } }
-    button { flex: none; min-height: 2.75rem; padding: 0 1.1rem; border: 2px solid currentcolor; border-radius: 12px; background: transparent; color: inherit; font: inherit; font-weight: 600; cursor: pointer; }
-    button:focus-visible { outline-color: currentcolor; }
-  `];
+  static override styles = [
+    shared,
+    css`
+      section {
+        display: flex;
+        align-items: center;
+        gap: 0.9rem;
+        padding: 0.7rem 0.7rem 0.7rem 1.1rem;
+        border-radius: 18px;
+        background: var(--accent);
+        color: var(--on-accent);
+        box-shadow: 0 8px 30px rgb(0 0 0 / 25%);
+      }
+      .text {
+        flex: 1;
+        min-width: 0;
+      }
+      strong,
+      .details {
+        display: block;
+        overflow: hidden;
+        text-overflow: ellipsis;
+        white-space: nowrap;
+      }
+      .details {
+        font-size: 0.875rem;
+      }
+      .wave {
+        display: flex;
+        align-items: center;
+        gap: 3px;
+        height: 1.4rem;
+        flex: none;
+      }
+      .wave i {
+        width: 4px;
+        height: 40%;
+        border-radius: 2px;
+        background: currentcolor;
+        animation: swing 1s ease-in-out infinite alternate;
+      }
+      .wave i:nth-child(2) {
+        animation-delay: -0.35s;
+      }
+      .wave i:nth-child(3) {
+        animation-delay: -0.7s;
+      }
+      @keyframes swing {
+        to {
+          height: 100%;
+        }
+      }
+      button {
+        flex: none;
+        min-height: 2.75rem;
+        padding: 0 1.1rem;
+        border: 2px solid currentcolor;
+        border-radius: 12px;
+        background: transparent;
+        color: inherit;
+        font: inherit;
+        font-weight: 600;
+        cursor: pointer;
+      }
+      button:focus-visible {
+        outline-color: currentcolor;
+      }
+    `,
+  ];
 
   constructor() {
     super();
@@ -35,8 +91,10 @@ export class NowBar extends LitElement {
     if (!playing) return nothing;
     return html`<section aria-label=${t.now.label}>
       <span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>
-      <div class="text" role="status"><strong dir="auto">${store.announcementName(playing.announcement)}</strong>
-        <span class="details" dir="auto">${this.details()}</span></div>
+      <div class="text" role="status">
+        <strong dir="auto">${store.announcementName(playing.announcement)}</strong>
+        <span class="details" dir="auto">${this.details()}</span>
+      </div>
       <button aria-label=${t.now.dismissLabel} @click=${this.dismiss}>${t.now.dismiss}</button>
     </section>`;
   }
@@ -48,7 +106,8 @@ export class NowBar extends LitElement {
     const screens = [...store.screens.values()].filter((one) => one.popup).map((one) => one.name);
     if (status?.sound) parts.push(t.now.sound(soundOf(status.sound.file), listing(rooms)));
     if (screens.length) parts.push(t.now.screens(listing(screens)));
-    if (status?.waiting.length) parts.push(t.now.waiting(listing(status.waiting.map((id) => store.announcementName(id)))));
+    if (status?.waiting.length)
+      parts.push(t.now.waiting(listing(status.waiting.map((id) => store.announcementName(id)))));
     return parts.join('  ·  ') || t.now.playing;
   }
 

@@ -6,7 +6,7 @@ import { customElement, property, state } from 'lit/decorators.js';
 import { request } from '../api/request';
 import type { Room } from '../api/types';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { attempt } from './ui-toasts';
 import { named } from './named';
 
@@ -14,14 +14,46 @@ const HELD = 1500; // after a touch, news must not move the slider under the fin
 
 @customElement('room-card')
 export class RoomCard extends LitElement {
-  static override styles = [shared, css`
-    article { display: grid; gap: .75rem; padding: 1.1rem 1.25rem; height: 100%; align-content: start; }
-    .title { display: flex; align-items: center; justify-content: space-between; gap: .75rem; }
-    .level { display: grid; grid-template-columns: 1fr auto; align-items: center; gap: 1rem; }
-    output { min-width: 3.5rem; font-size: 1.3rem; font-weight: 600; text-align: right; font-variant-numeric: tabular-nums; }
-    sl-range { padding: .5rem 0; }
-    .end { display: flex; align-items: center; justify-content: space-between; gap: .75rem; }
-  `];
+  static override styles = [
+    shared,
+    css`
+      article {
+        display: grid;
+        gap: 0.75rem;
+        padding: 1.1rem 1.25rem;
+        height: 100%;
+        align-content: start;
+      }
+      .title {
+        display: flex;
+        align-items: center;
+        justify-content: space-between;
+        gap: 0.75rem;
+      }
+      .level {
+        display: grid;
+        grid-template-columns: 1fr auto;
+        align-items: center;
+        gap: 1rem;
+      }
+      output {
+        min-width: 3.5rem;
+        font-size: 1.3rem;
+        font-weight: 600;
+        text-align: right;
+        font-variant-numeric: tabular-nums;
+      }
+      sl-range {
+        padding: 0.5rem 0;
+      }
+      .end {
+        display: flex;
+        align-items: center;
+        justify-content: space-between;
+        gap: 0.75rem;
+      }
+    `,
+  ];
 
   @property({ attribute: false }) room!: Room;
   @state() private wanted: number | null = null; // while the slider is held
@@ -32,20 +64,41 @@ export class RoomCard extends LitElement {
   override render(): unknown {
     const { name, volume, max_volume: highest, in_announcement: isPlaying, trouble } = this.room;
     const shown = this.wanted ?? volume;
-    return html`<article class="card"><div class="title"><h3 dir="auto">${name}</h3>
-        <span class="badge ${isPlaying ? 'good' : ''}">${isPlaying ? t.house.playing : t.house.quiet}</span></div>
-      <div class="level"><sl-range class="unlabelled" label=${t.house.volume(name)} min="0" max=${highest} tooltip="none" .value=${shown} @sl-input=${this.level}></sl-range>
-        <output>${t.units.percent(shown)}</output></div>
+    return html`<article class="card">
+      <div class="title">
+        <h3 dir="auto">${name}</h3>
+        <span class="badge ${isPlaying ? 'good' : ''}">${isPlaying ? t.house.playing : t.house.quiet}</span>
+      </div>
+      <div class="level">
+        <sl-range
+          class="unlabelled"
+          label=${t.house.volume(name)}
+          min="0"
+          max=${highest}
+          tooltip="none"
+          .value=${shown}
+          @sl-input=${this.level}
+        ></sl-range>
+        <output>${t.units.percent(shown)}</output>
+      </div>
       ${trouble ? html`<p class="problem">${t.house.trouble(trouble)}</p>` : nothing}
-      <div class="end"><span class="soft small">${highest < 100 ? t.house.highest(highest) : ''}</span>
-        <sl-button @click=${this.test}><ui-icon slot="prefix" name="speaker"></ui-icon>${named(t.house.testTone, t.house.testToneLabel(name))}</sl-button></div></article>`;
+      <div class="end">
+        <span class="soft small">${highest < 100 ? t.house.highest(highest) : ''}</span>
+        <sl-button @click=${this.test}
+          ><ui-icon slot="prefix" name="speaker"></ui-icon
+          >${named(t.house.testTone, t.house.testToneLabel(name))}</sl-button
+        >
+      </div>
+    </article>`;
   }
 
   private level(event: Event): void {
     this.wanted = (event.target as SlRange).value;
     this.next = this.wanted;
     clearTimeout(this.release);
-    this.release = window.setTimeout(() => { this.wanted = null; }, HELD);
+    this.release = window.setTimeout(() => {
+      this.wanted = null;
+    }, HELD);
     void this.send();
   }
 

@@ -7,15 +7,34 @@ import { customElement, query } from 'lit/decorators.js';
 import { setToken, token } from '../api/access';
 import { Following, store, stream } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 @customElement('sign-in')
 export class SignIn extends LitElement {
-  static override styles = [shared, css`
-    .card { display: grid; gap: 1.25rem; max-width: 32rem; margin: 6vh auto 0; padding: 2rem; }
-    form { display: grid; gap: 1.25rem; }
-    code { display: block; padding: .75rem 1rem; border-radius: 10px; background: var(--sunk); font-size: .8rem; overflow-wrap: anywhere; }
-  `];
+  static override styles = [
+    shared,
+    css`
+      .card {
+        display: grid;
+        gap: 1.25rem;
+        max-width: 32rem;
+        margin: 6vh auto 0;
+        padding: 2rem;
+      }
+      form {
+        display: grid;
+        gap: 1.25rem;
+      }
+      code {
+        display: block;
+        padding: 0.75rem 1rem;
+        border-radius: 10px;
+        background: var(--sunk);
+        font-size: 0.8rem;
+        overflow-wrap: anywhere;
+      }
+    `,
+  ];
 
   @query('sl-input') private readonly input!: SlInput;
   @query('sl-switch') private readonly keep!: SlSwitch;
@@ -28,20 +47,36 @@ export class SignIn extends LitElement {
   override render(): unknown {
     const screens = store.rights.map((right) => /^navigator:(\d+)$/.exec(right)?.[1]).filter((id) => id !== undefined);
     if (!store.link.problem && screens.length && !store.mayPlay) return this.screenOnly(screens.map(Number));
-    return html`<section class="card"><h1>${t.access.title}</h1>
-      <p class="soft">${t.access.intro}</p><code>${t.access.command}</code>
+    return html`<section class="card">
+      <h1>${t.access.title}</h1>
+      <p class="soft">${t.access.intro}</p>
+      <code>${t.access.command}</code>
       <form @submit=${this.submit}>
-        <sl-input name="token" type="password" label=${t.access.field} password-toggle autocomplete="current-password" autocapitalize="off" spellcheck="false" required></sl-input>
+        <sl-input
+          name="token"
+          type="password"
+          label=${t.access.field}
+          password-toggle
+          autocomplete="current-password"
+          autocapitalize="off"
+          spellcheck="false"
+          required
+        ></sl-input>
         <sl-switch checked>${t.access.keep}</sl-switch>
         <p class="problem" role="alert">${this.problem()}</p>
         <sl-button type="submit" variant="primary" size="large" @click=${this.submit}>${t.access.submit}</sl-button>
-      </form></section>`;
+      </form>
+    </section>`;
   }
 
   private screenOnly(ids: number[]): unknown {
-    return html`<section class="card"><h1>${t.access.screenTitle}</h1>
-      ${ids.map((id) => html`<sl-button variant="primary" href="/navigator/${id}">${t.access.openScreen(id)}</sl-button>`)}
-      <sl-button @click=${signOut}>${t.access.signOut}</sl-button></section>`;
+    return html`<section class="card">
+      <h1>${t.access.screenTitle}</h1>
+      ${ids.map(
+        (id) => html`<sl-button variant="primary" href="/navigator/${id}">${t.access.openScreen(id)}</sl-button>`,
+      )}
+      <sl-button @click=${signOut}>${t.access.signOut}</sl-button>
+    </section>`;
   }
 
   private problem(): string {

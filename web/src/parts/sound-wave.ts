@@ -5,7 +5,7 @@ import { customElement, property, state } from 'lit/decorators.js';
 import type { MediaFile } from '../api/types';
 import { seconds } from '../model/format';
 import { peaksOf } from '../model/peaks';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 const BARS = 72;
 const HEIGHT = 64;
@@ -13,9 +13,19 @@ const HEIGHT = 64;
 @customElement('sound-wave')
 export class SoundWave extends LitElement {
   static override styles = css`
-    :host { display: block; }
-    svg { display: block; width: 100%; height: 4rem; border-radius: 12px; background: var(--sunk); }
-    rect { fill: var(--bar-sound); }
+    :host {
+      display: block;
+    }
+    svg {
+      display: block;
+      width: 100%;
+      height: 4rem;
+      border-radius: 12px;
+      background: var(--sunk);
+    }
+    rect {
+      fill: var(--bar-sound);
+    }
   `;
 
   @property({ attribute: false }) file!: MediaFile;
@@ -55,8 +65,14 @@ export class SoundWave extends LitElement {
   }
 
   override render(): unknown {
-    return html`<svg role="img" aria-label=${t.media.waveform(this.file.name, seconds(this.file.duration_ms ?? 0))} viewBox="0 0 ${4 * BARS} ${HEIGHT}" preserveAspectRatio="none">
-      ${this.peaks.map((peak, index) => this.bar(peak, index))}</svg>`;
+    return html`<svg
+      role="img"
+      aria-label=${t.media.waveform(this.file.name, seconds(this.file.duration_ms ?? 0))}
+      viewBox="0 0 ${4 * BARS} ${HEIGHT}"
+      preserveAspectRatio="none"
+    >
+      ${this.peaks.map((peak, index) => this.bar(peak, index))}
+    </svg>`;
   }
 
   private bar(peak: number, index: number): unknown {

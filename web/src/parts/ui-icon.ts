@@ -32,8 +32,33 @@ import { customElement, property } from 'lit/decorators.js';
 import { unsafeSVG } from 'lit/directives/unsafe-svg.js';
 
 const icons = {
-  bell, stop, check, chevronDown, clock, copy, display, download, exclamation, house, image, journal, moon, note, pencil,
-  play, plus, search, speaker, sun, half, trash, upload, exit, back, open, close,
+  bell,
+  stop,
+  check,
+  chevronDown,
+  clock,
+  copy,
+  display,
+  download,
+  exclamation,
+  house,
+  image,
+  journal,
+  moon,
+  note,
+  pencil,
+  play,
+  plus,
+  search,
+  speaker,
+  sun,
+  half,
+  trash,
+  upload,
+  exit,
+  back,
+  open,
+  close,
 };
 
 export type IconName = keyof typeof icons;
@@ -41,8 +66,15 @@ export type IconName = keyof typeof icons;
 @customElement('ui-icon')
 export class UiIcon extends LitElement {
   static override styles = css`
-    :host { display: inline-grid; place-items: center; line-height: 0; }
-    svg { width: 1em; height: 1em; }
+    :host {
+      display: inline-grid;
+      place-items: center;
+      line-height: 0;
+    }
+    svg {
+      width: 1em;
+      height: 1em;
+    }
   `;
 
   @property() name: IconName = 'bell';

@@ -5,11 +5,19 @@ import { customElement, state } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
 import { Problem } from '../api/request';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
-export interface Toast { text: string; tone?: 'good' | 'bad'; onUndo?: () => void; stays?: number }
+export interface Toast {
+  text: string;
+  tone?: 'good' | 'bad';
+  onUndo?: () => void;
+  stays?: number;
+}
 
-interface Shown extends Toast { number: number; timer: number }
+interface Shown extends Toast {
+  number: number;
+  timer: number;
+}
 
 const STAYS = 5000;
 let host: UiToasts | null = null;
@@ -36,17 +44,63 @@ export async function attempt(work: () => Promise<unknown>): Promise<boolean> {
 
 @customElement('ui-toasts')
 export class UiToasts extends LitElement {
-  static override styles = [shared, css`
-    :host { position: fixed; z-index: 900; inset: auto 1rem var(--toasts, 1rem) 1rem; display: grid; gap: .5rem; justify-items: center; pointer-events: none; }
-    div { pointer-events: auto; display: flex; align-items: center; gap: .75rem; max-width: 34rem; padding: .5rem .5rem .5rem 1.1rem;
-      border-radius: 14px; background: var(--ink); color: var(--ground); box-shadow: 0 8px 30px rgb(0 0 0 / 30%); animation: rise .2s ease; }
-    span { overflow-wrap: anywhere; }
-    .bad { background: var(--bad); }
-    button { min-height: 2.75rem; padding: 0 .9rem; border: 0; border-radius: 10px; background: transparent; color: inherit; font: inherit; font-weight: 600; cursor: pointer; }
-    button.undo { text-decoration: underline; }
-    button:focus-visible { outline-color: currentcolor; outline-offset: -3px; }
-    @keyframes rise { from { opacity: 0; transform: translateY(8px); } }
-  `];
+  static override styles = [
+    shared,
+    css`
+      :host {
+        position: fixed;
+        z-index: 900;
+        inset: auto 1rem var(--toasts, 1rem) 1rem;
+        display: grid;
+        gap: 0.5rem;
+        justify-items: center;
+        pointer-events: none;
+      }
+      div {
+        pointer-events: auto;
+        display: flex;
+        align-items: center;
+        gap: 0.75rem;
+        max-width: 34rem;
+        padding: 0.5rem 0.5rem 0.5rem 1.1rem;
+        border-radius: 14px;
+        background: var(--ink);
+        color: var(--ground);
+        box-shadow: 0 8px 30px rgb(0 0 0 / 30%);
+        animation: rise 0.2s ease;
+      }
+      span {
+        overflow-wrap: anywhere;
+      }
+      .bad {
+        background: var(--bad);
+      }
+      button {
+        min-height: 2.75rem;
+        padding: 0 0.9rem;
+        border: 0;
+        border-radius: 10px;
+        background: transparent;
+        color: inherit;
+        font: inherit;
+        font-weight: 600;
+        cursor: pointer;
+      }
+      button.undo {
+        text-decoration: underline;
+      }
+      button:focus-visible {
+        outline-color: currentcolor;
+        outline-offset: -3px;
+      }
+      @keyframes rise {
+        from {
+          opacity: 0;
+          transform: translateY(8px);
+        }
+      }
+    `,
+  ];
 
   @state() private shown: Shown[] = [];
   private count = 0;
@@ -76,10 +130,15 @@ export class UiToasts extends LitElement {
   }
 
   override render(): unknown {
-    return repeat(this.shown, (one) => one.number, (one) => html`
-      <div class="toast ${one.tone ?? ''}"><span dir="auto">${one.text}</span>
-        ${one.onUndo ? html`<button class="undo" @click=${() => this.undo(one)}>${t.undo}</button>` : ''}
-        <button aria-label=${t.close} @click=${() => this.drop(one.number)}><ui-icon name="close"></ui-icon></button>
-      </div>`);
+    return repeat(
+      this.shown,
+      (one) => one.number,
+      (one) =>
+        html` <div class="toast ${one.tone ?? ''}">
+          <span dir="auto">${one.text}</span>
+          ${one.onUndo ? html`<button class="undo" @click=${() => this.undo(one)}>${t.undo}</button>` : ''}
+          <button aria-label=${t.close} @click=${() => this.drop(one.number)}><ui-icon name="close"></ui-icon></button>
+        </div>`,
+    );
   }
 }

@@ -2,11 +2,12 @@
 
 import type { ReactiveController, ReactiveControllerHost } from 'lit';
 import { EventStream } from '../api/EventStream';
+import type { HouseEvents } from '../api/events';
 import { Store } from './Store';
 
 export const store = new Store();
 
-export const stream = new EventStream('/api/events', {
+export const stream = new EventStream<HouseEvents>('/api/events', {
   onEvent: (event) => store.apply(event),
   onLink: (link) => store.setLink(link),
   onRights: (rights) => {
@@ -19,7 +20,10 @@ export const stream = new EventStream('/api/events', {
 export class Following implements ReactiveController {
   private end = (): void => undefined;
 
-  constructor(private readonly host: ReactiveControllerHost, private readonly onChange: () => void = () => undefined) {
+  constructor(
+    private readonly host: ReactiveControllerHost,
+    private readonly onChange: () => void = () => undefined,
+  ) {
     host.addController(this);
   }
 

@@ -1,76 +1,62 @@
-// How each event of the controller changes what the store holds.
+// How each event of the controller changes what is known of the house.
 
-import type { Announcement, Popup, ServerEvent, WholeState } from '../api/types';
-import { byId, type Store } from './Store';
+import type { Handlers, HouseEvents } from '../api/events';
+import { byId, type House } from './House';
 
-type Reducer = (store: Store, data: never, event: ServerEvent) => void;
-interface OfRoom { room: number }
-interface OfAnnouncement { announcement: number }
-
-export const reducers: Record<string, Reducer> = {
-  state(store: Store, data: WholeState) {
-    store.status = data.status;
-    store.announcements = byId(data.announcements);
-    store.rooms = byId(data.rooms);
-    store.screens = byId(data.navigators);
-    store.variables = data.variables;
-    store.endings += 1;
+export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
+  state(data, house) {
+    house.status = data.status;
+    house.announcements = byId(data.announcements);
+    house.rooms = byId(data.rooms);
+    house.screens = byId(data.navigators);
+    house.variables = data.variables;
+    house.endings += 1;
   },
-  play_asked(store: Store) {
-    store.refreshSoon();
+  announcement_started({ announcement }, house, time) {
+    if (!house.status) return;
+    const playing = { announcement, name: house.announcementName(announcement), since: time };
+    house.changeStatus({ playing, waiting: house.status.waiting.filter((id) => id !== announcement) });
+    house.endings += 1;
   },
-  announcement_started(store: Store, { announcement }: OfAnnouncement, event: ServerEvent) {
-    if (!store.status) return;
-    const playing = { announcement, name: store.announcementName(announcement), since: event.time };
-    store.status = { ...store.status, playing, waiting: store.status.waiting.filter((id) => id !== announcement) };
-    store.endings += 1;
-    store.refreshSoon();
+  announcement_ended(_data, house) {
+    house.changeStatus({ playing: null });
+    house.endings += 1;
   },
-  announcement_ended(store: Store) {
-    if (store.status) store.status = { ...store.status, playing: null };
-    store.endings += 1;
-    store.refreshSoon();
-  },
-  announcement_stored(store: Store, data: { announcement: number; now: Announcement | null }) {
+  announcement_stored(data, house) {
     if (!data.now) return;
-    store.announcements.set(data.announcement, data.now);
-    store.announcements = new Map(store.announcements);
+    house.announcements = new Map(house.announcements).set(data.announcement, data.now);
   },
-  announcement_removed(store: Store, { announcement }: OfAnnouncement) {
-    store.announcements.delete(announcement);
-    store.announcements = new Map(store.announcements);
-    store.leaving.delete(announcement);
+  announcement_removed({ announcement }, house) {
+    house.announcements = new Map(house.announcements);
+    house.announcements.delete(announcement);
+    house.leaving.delete(announcement);
   },
-  room_set_up: (store: Store, { room }: OfRoom) => store.changeRoom(room, { in_announcement: true, trouble: null }),
-  room_volume_changed: (store: Store, data: OfRoom & { volume: number }) => store.changeRoom(data.room, { volume: data.volume }),
-  room_restored: (store: Store, data: OfRoom & { volume: number }) =>
-    store.changeRoom(data.room, { in_announcement: false, volume: data.volume }),
-  room_output_failed: (store: Store, data: OfRoom & { reason: string }) => store.changeRoom(data.room, { trouble: data.reason }),
-  screens_woken: (store: Store, { room }: OfRoom) => store.changeRoom(room, { awake: true }),
-  screens_rested: (store: Store, { room }: OfRoom) => store.changeRoom(room, { awake: false }),
-  sound_started(store: Store, { file }: { file: string }, event: ServerEvent) {
-    if (store.status) store.status = { ...store.status, sound: { file, since: event.time } };
+  room_set_up: ({ room }, house) => house.changeRoom(room, { in_announcement: true, trouble: null }),
+  room_volume_changed: ({ room, volume }, house) => house.changeRoom(room, { volume }),
+  room_restored: ({ room, volume }, house) => house.changeRoom(room, { in_announcement: false, volume }),
+  room_output_failed: ({ room, reason }, house) => house.changeRoom(room, { trouble: reason }),
+  screens_woken: ({ room }, house) => house.changeRoom(room, { awake: true }),
+  screens_rested: ({ room }, house) => house.changeRoom(room, { awake: false }),
+  sound_started: ({ file }, house, time) => house.changeStatus({ sound: { file, since: time } }),
+  sound_ended: (_data, house) => house.changeStatus({ sound: null }),
+  popup_shown: ({ navigator, popup }, house) => house.changeScreen(navigator, { popup }),
+  popup_changed({ navigator, number, message }, house) {
+    const popup = house.popupOn(navigator);
+    if (popup?.number === number) house.changeScreen(navigator, { popup: { ...popup, message } });
   },
-  sound_ended(store: Store) {
-    if (store.status) store.status = { ...store.status, sound: null };
+  popup_hidden({ navigator, number }, house) {
+    if (house.popupOn(navigator)?.number === number) house.changeScreen(navigator, { popup: null });
   },
-  popup_shown: (store: Store, data: { navigator: number; popup: Popup }) => store.changeScreen(data.navigator, { popup: data.popup }),
-  popup_changed(store: Store, data: { navigator: number; number: number; message: string }) {
-    const popup = store.popupOn(data.navigator);
-    if (popup?.number === data.number) store.changeScreen(data.navigator, { popup: { ...popup, message: data.message } });
+  pages_changed: ({ navigator, pages }, house) => house.changeScreen(navigator, { pages }),
+  variable_changed({ device, variable, value }, house) {
+    house.variables = house.variables.map((one) =>
+      one.device === device && one.variable === variable ? { ...one, value } : one,
+    );
   },
-  popup_hidden(store: Store, data: { navigator: number; number: number }) {
-    if (store.popupOn(data.navigator)?.number === data.number) store.changeScreen(data.navigator, { popup: null });
-  },
-  pages_changed: (store: Store, data: { navigator: number; pages: number }) => store.changeScreen(data.navigator, { pages: data.pages }),
-  variable_changed(store: Store, data: { device: number; variable: number; value: string }) {
-    store.variables = store.variables.map((one) =>
-      (one.device === data.device && one.variable === data.variable ? { ...one, value: data.value } : one));
-  },
-  state_saved(store: Store) {
-    if (store.status) store.status = { ...store.status, state_saved: true, state_error: null };
-  },
-  state_not_saved(store: Store, { reason }: { reason: string }) {
-    if (store.status) store.status = { ...store.status, state_saved: false, state_error: reason };
-  },
+  state_saved: (_data, house) => house.changeStatus({ state_saved: true, state_error: null }),
+  state_not_saved: ({ reason }, house) => house.changeStatus({ state_saved: false, state_error: reason }),
 };
+
+/** After these something has changed that no event tells: who waits, which outputs can be heard. */
+export const leavesQuestions = (type: string): boolean =>
+  ['play_asked', 'announcement_started', 'announcement_ended'].includes(type);

@@ -14,11 +14,11 @@ import '../parts/draft-places';
 import '../parts/draft-sound';
 import '../parts/popup-preview';
 import { attempt, toast } from '../parts/ui-toasts';
-import { deleteWithUndo } from '../store/deleting';
+import { deleteWithUndo } from '../parts/deleting';
 import { Following, store } from '../store/live';
 import { editorStyles } from '../styles/editor';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 const LIST = '#/announcements';
 
@@ -56,7 +56,9 @@ export class AnnouncementEditor extends LitElement {
     window.removeEventListener('beforeunload', this.beforeUnload);
   }
 
-  private readonly beforeUnload = (event: Event): void => { if (this.isDirty) event.preventDefault(); };
+  private readonly beforeUnload = (event: Event): void => {
+    if (this.isDirty) event.preventDefault();
+  };
 
   override willUpdate(changed: PropertyValues): void {
     if (changed.has('announcement') || changed.has('copyOf')) void this.begin();
@@ -91,28 +93,69 @@ export class AnnouncementEditor extends LitElement {
 
   override render(): unknown {
     const isNew = this.announcement === null;
-    return html`<div class="head"><a class="icon-button" href=${LIST} aria-label=${t.editor.back} title=${t.editor.back}><ui-icon name="back"></ui-icon></a>
+    return html`<div class="head">
+        <a class="icon-button" href=${LIST} aria-label=${t.editor.back} title=${t.editor.back}
+          ><ui-icon name="back"></ui-icon
+        ></a>
         <h1>${isNew ? t.editor.newTitle : t.editor.title}</h1>
-        ${isNew || !this.draft ? nothing : html`<sl-button href=${newAddress(this.announcement ?? 0)}><ui-icon slot="prefix" name="copy"></ui-icon>${t.list.duplicateShort}</sl-button>
-          <sl-button @click=${this.erase}><ui-icon slot="prefix" name="trash"></ui-icon>${t.delete}</sl-button>`}</div>
-      ${this.isGone ? html`<section class="card empty"><ui-icon name="bell"></ui-icon><h2>${t.editor.gone}</h2><sl-button href=${LIST}>${t.editor.back}</sl-button></section>` : nothing}
+        ${
+          isNew || !this.draft
+            ? nothing
+            : html`<sl-button href=${newAddress(this.announcement ?? 0)}
+                  ><ui-icon slot="prefix" name="copy"></ui-icon>${t.list.duplicateShort}</sl-button
+                >
+                <sl-button @click=${this.erase}><ui-icon slot="prefix" name="trash"></ui-icon>${t.delete}</sl-button>`
+        }
+      </div>
+      ${
+        this.isGone
+          ? html`<section class="card empty">
+              <ui-icon name="bell"></ui-icon>
+              <h2>${t.editor.gone}</h2>
+              <sl-button href=${LIST}>${t.editor.back}</sl-button>
+            </section>`
+          : nothing
+      }
       ${this.draft ? this.renderForm(this.draft) : html`<p class="problem" role="alert">${this.problem}</p>`}`;
   }
 
   private renderForm(draft: AnnouncementBody): unknown {
     const name = (event: Event): void => this.change({ ...draft, name: (event.target as SlInput).value });
-    return html`<form novalidate @submit=${this.submit} @draft=${(event: CustomEvent<AnnouncementBody>) => this.change(event.detail)}>
+    return html`<form
+      novalidate
+      @submit=${this.submit}
+      @draft=${(event: CustomEvent<AnnouncementBody>) => this.change(event.detail)}
+    >
       <div class="fields">
-        <section class="card name"><sl-input data-place="name" class=${this.errors.name ? 'invalid' : ''} label=${t.editor.fields.name} .value=${draft.name} maxlength="200" autocomplete="off"
-          placeholder=${t.editor.placeholders.name} help-text=${this.errors.name ?? t.editor.help.name} @sl-input=${name}></sl-input></section>
+        <section class="card name">
+          <sl-input
+            data-place="name"
+            class=${this.errors.name ? 'invalid' : ''}
+            label=${t.editor.fields.name}
+            .value=${draft.name}
+            maxlength="200"
+            autocomplete="off"
+            placeholder=${t.editor.placeholders.name}
+            help-text=${this.errors.name ?? t.editor.help.name}
+            @sl-input=${name}
+          ></sl-input>
+        </section>
         <draft-sound .draft=${draft} .errors=${this.errors}></draft-sound>
         <draft-message .draft=${draft} .errors=${this.errors}></draft-message>
         <draft-places .draft=${draft} .errors=${this.errors}></draft-places>
       </div>
-      <aside aria-label=${t.preview.title}><section class="card"><h2>${t.preview.title}</h2><popup-preview .announcement=${draft}></popup-preview></section>
-        <section class="card"><announcement-outlook .announcement=${draft}></announcement-outlook></section></aside>
-      <footer><p class="problem" role="alert">${this.problem}</p><sl-button href=${LIST}>${t.cancel}</sl-button>
-        <sl-button type="submit" variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button></footer>
+      <aside aria-label=${t.preview.title}>
+        <section class="card">
+          <h2>${t.preview.title}</h2>
+          <popup-preview .announcement=${draft}></popup-preview>
+        </section>
+        <section class="card"><announcement-outlook .announcement=${draft}></announcement-outlook></section>
+      </aside>
+      <footer>
+        <p class="problem" role="alert">${this.problem}</p>
+        <sl-button href=${LIST}>${t.cancel}</sl-button>
+        <sl-button type="submit" variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button>
+      </footer>
     </form>`;
   }
 
@@ -177,7 +220,10 @@ export class AnnouncementEditor extends LitElement {
 
   private async showFirstError(): Promise<void> {
     await this.updateComplete;
-    for (const part of [this, ...this.renderRoot.querySelectorAll<LitElement>('draft-sound, draft-message, draft-places')]) {
+    for (const part of [
+      this,
+      ...this.renderRoot.querySelectorAll<LitElement>('draft-sound, draft-message, draft-places'),
+    ]) {
       await part.updateComplete;
       const places = [...(part.renderRoot as ParentNode).querySelectorAll<HTMLElement>('[data-place]')];
       const first = places.find((one) => this.errors[one.dataset.place ?? '']);

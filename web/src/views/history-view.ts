@@ -7,16 +7,25 @@ import { repeat } from 'lit/directives/repeat.js';
 import { request } from '../api/request';
 import type { HistoryEntry } from '../api/types';
 import { listing, moment, seconds } from '../model/format';
-import { asCsv, asJson, download, filtered, outcomeOf, outcomeText, placesOf, reasonOf, type Filter } from '../model/history';
+import {
+  asCsv,
+  asJson,
+  download,
+  filtered,
+  outcomeOf,
+  outcomeText,
+  placesOf,
+  reasonOf,
+  type Filter,
+} from '../model/history';
 import { attempt } from '../parts/ui-toasts';
 import { Following, store } from '../store/live';
 import { historyStyles } from '../styles/history';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 import { named } from '../parts/named';
 
 const PAGE = 200;
-const names = { room: (id: number): string => store.roomName(id), screen: (id: number): string => store.screenName(id) };
 
 @customElement('history-view')
 export class HistoryView extends LitElement {
@@ -67,36 +76,86 @@ export class HistoryView extends LitElement {
 
   override render(): unknown {
     const all = this.entries ?? [];
-    const shown = filtered(all, this.filter, names);
-    return html`<div class="head"><h1>${t.history.title}</h1>${all.length ? this.renderExport(shown) : nothing}</div>
+    const shown = filtered(all, this.filter, store);
+    return html`<div class="head">
+        <h1>${t.history.title}</h1>
+        ${all.length ? this.renderExport(shown) : nothing}
+      </div>
       ${all.length ? this.renderFilter() : nothing}
-      ${this.entries && all.length === 0 ? html`<section class="card empty"><ui-icon name="clock"></ui-icon><h2>${t.history.none}</h2><p>${t.history.noneText}</p></section>` : nothing}
+      ${
+        this.entries && all.length === 0
+          ? html`<section class="card empty">
+              <ui-icon name="clock"></ui-icon>
+              <h2>${t.history.none}</h2>
+              <p>${t.history.noneText}</p>
+            </section>`
+          : nothing
+      }
       ${all.length && shown.length === 0 ? html`<p class="card empty">${t.history.notFound}</p>` : nothing}
       ${shown.length ? this.renderTable(shown) : nothing}
-      ${this.hasMore ? html`<div class="more"><sl-button @click=${this.more}>${t.history.more}</sl-button></div>` : nothing}`;
+      ${
+        this.hasMore
+          ? html`<div class="more"><sl-button @click=${this.more}>${t.history.more}</sl-button></div>`
+          : nothing
+      }`;
   }
 
   private renderExport(shown: HistoryEntry[]): unknown {
-    return html`<sl-button @click=${() => download('history.csv', 'text/csv', asCsv(shown, names))}><ui-icon slot="prefix" name="download"></ui-icon>${named(t.history.csv, t.history.csvLabel)}</sl-button>
-      <sl-button @click=${() => download('history.json', 'application/json', asJson(shown))}><ui-icon slot="prefix" name="download"></ui-icon>${named(t.history.json, t.history.jsonLabel)}</sl-button>`;
+    return html`<sl-button @click=${() => download('history.csv', 'text/csv', asCsv(shown, store))}
+        ><ui-icon slot="prefix" name="download"></ui-icon>${named(t.history.csv, t.history.csvLabel)}</sl-button
+      >
+      <sl-button @click=${() => download('history.json', 'application/json', asJson(shown))}
+        ><ui-icon slot="prefix" name="download"></ui-icon>${named(t.history.json, t.history.jsonLabel)}</sl-button
+      >`;
   }
 
   private renderFilter(): unknown {
-    const set = (changes: Partial<Filter>): void => { this.filter = { ...this.filter, ...changes }; };
+    const set = (changes: Partial<Filter>): void => {
+      this.filter = { ...this.filter, ...changes };
+    };
     const valueOf = (event: Event): string => (event.target as HTMLSelectElement).value;
     return html`<div class="filter">
-      <sl-input class="unlabelled" type="search" label=${t.history.search} placeholder=${t.history.search} clearable @sl-input=${(event: Event) => set({ words: (event.target as SlInput).value })}><ui-icon slot="prefix" name="search"></ui-icon></sl-input>
-      <select aria-label=${t.history.outcome} @change=${(event: Event) => set({ outcome: valueOf(event) })}><option value="">${t.history.all}</option>
-        ${Object.entries(t.history.outcomes).map(([key, text]) => html`<option value=${key}>${text}</option>`)}</select>
-      <select aria-label=${t.history.where} @change=${(event: Event) => set({ place: valueOf(event) })}><option value="">${t.history.everywhere}</option>
+      <sl-input
+        class="unlabelled"
+        type="search"
+        label=${t.history.search}
+        placeholder=${t.history.search}
+        clearable
+        @sl-input=${(event: Event) => set({ words: (event.target as SlInput).value })}
+        ><ui-icon slot="prefix" name="search"></ui-icon
+      ></sl-input>
+      <select aria-label=${t.history.outcome} @change=${(event: Event) => set({ outcome: valueOf(event) })}>
+        <option value="">${t.history.all}</option>
+        ${Object.entries(t.history.outcomes).map(([key, text]) => html`<option value=${key}>${text}</option>`)}
+      </select>
+      <select aria-label=${t.history.where} @change=${(event: Event) => set({ place: valueOf(event) })}>
+        <option value="">${t.history.everywhere}</option>
         ${[...store.rooms.values()].map((one) => html`<option value="room ${one.id}">${one.name}</option>`)}
-        ${[...store.screens.values()].map((one) => html`<option value="screen ${one.id}">${one.name}</option>`)}</select></div>`;
+        ${[...store.screens.values()].map((one) => html`<option value="screen ${one.id}">${one.name}</option>`)}
+      </select>
+    </div>`;
   }
 
   private renderTable(shown: HistoryEntry[]): unknown {
     const c = t.history.columns;
-    return html`<table class="card" aria-label=${t.history.title}><thead><tr><th scope="col">${c.when}</th><th scope="col">${c.what}</th><th scope="col">${c.where}</th><th scope="col">${c.length}</th><th scope="col">${c.outcome}</th></tr></thead>
-      <tbody>${repeat(shown, (one) => one.id, (one) => this.renderEntry(one))}</tbody></table>`;
+    return html`<table class="card" aria-label=${t.history.title}>
+      <thead>
+        <tr>
+          <th scope="col">${c.when}</th>
+          <th scope="col">${c.what}</th>
+          <th scope="col">${c.where}</th>
+          <th scope="col">${c.length}</th>
+          <th scope="col">${c.outcome}</th>
+        </tr>
+      </thead>
+      <tbody>
+        ${repeat(
+          shown,
+          (one) => one.id,
+          (one) => this.renderEntry(one),
+        )}
+      </tbody>
+    </table>`;
   }
 
   private renderEntry(one: HistoryEntry): unknown {
@@ -104,8 +163,15 @@ export class HistoryView extends LitElement {
     const reason = reasonOf(one);
     const tone = { failed: 'bad', interrupted: 'warning', played: 'good' }[outcome] ?? '';
     const took = one.ended ? seconds(Math.max(0, Date.parse(one.ended) - Date.parse(one.started))) : '';
-    return html`<tr><td class="when"><time datetime=${one.started}>${moment(one.started)}</time></td><td class="what" dir="auto">${one.name}</td>
-      <td class="where" dir="auto">${listing(placesOf(one, names))}</td><td class="took">${took}</td>
-      <td class="outcome"><span class="badge ${tone}">${outcomeText(outcome)}</span>${reason ? html`<p class="small reason" dir="auto">${reason}</p>` : nothing}</td></tr>`;
+    return html`<tr>
+      <td class="when"><time datetime=${one.started}>${moment(one.started)}</time></td>
+      <td class="what" dir="auto">${one.name}</td>
+      <td class="where" dir="auto">${listing(placesOf(one, store))}</td>
+      <td class="took">${took}</td>
+      <td class="outcome">
+        <span class="badge ${tone}">${outcomeText(outcome)}</span
+        >${reason ? html`<p class="small reason" dir="auto">${reason}</p>` : nothing}
+      </td>
+    </tr>`;
   }
 }

@@ -8,11 +8,21 @@ import '../parts/screen-card';
 import '../parts/value-card';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 @customElement('house-view')
 export class HouseView extends LitElement {
-  static override styles = [shared, css`.group:first-of-type { margin-top: 0; } .none { color: var(--ink-soft); }`];
+  static override styles = [
+    shared,
+    css`
+      .group:first-of-type {
+        margin-top: 0;
+      }
+      .none {
+        color: var(--ink-soft);
+      }
+    `,
+  ];
 
   constructor() {
     super();
@@ -28,14 +38,43 @@ export class HouseView extends LitElement {
     const rooms = [...store.rooms.values()];
     const screens = [...store.screens.values()];
     return html`<div class="head"><h1>${t.house.title}</h1></div>
-      ${this.group(t.house.rooms, t.house.noRooms, rooms.length, repeat(rooms, (one) => one.id, (room) => html`<room-card .room=${room}></room-card>`))}
-      ${this.group(t.house.screens, t.house.noScreens, screens.length, repeat(screens, (one) => one.id, (screen) => html`<screen-card .screen=${screen}></screen-card>`))}
-      ${this.group(t.house.values, t.house.noValues, store.variables.length,
-        repeat(store.variables, (one) => `${one.device} ${one.variable}`, (value) => html`<value-card .value=${value}></value-card>`))}`;
+      ${this.group(
+        t.house.rooms,
+        t.house.noRooms,
+        rooms.length,
+        repeat(
+          rooms,
+          (one) => one.id,
+          (room) => html`<room-card .room=${room}></room-card>`,
+        ),
+      )}
+      ${this.group(
+        t.house.screens,
+        t.house.noScreens,
+        screens.length,
+        repeat(
+          screens,
+          (one) => one.id,
+          (screen) => html`<screen-card .screen=${screen}></screen-card>`,
+        ),
+      )}
+      ${this.group(
+        t.house.values,
+        t.house.noValues,
+        store.variables.length,
+        repeat(
+          store.variables,
+          (one) => `${one.device} ${one.variable}`,
+          (value) => html`<value-card .value=${value}></value-card>`,
+        ),
+      )}`;
   }
 
   private group(title: string, none: string, count: number, cards: unknown): unknown {
-    return html`<section class="group" aria-label=${title}><h2>${title}</h2>
-      ${count === 0 ? html`<p class="none">${none}</p>` : nothing}<div class="tiles">${cards}</div></section>`;
+    return html`<section class="group" aria-label=${title}>
+      <h2>${title}</h2>
+      ${count === 0 ? html`<p class="none">${none}</p>` : nothing}
+      <div class="tiles">${cards}</div>
+    </section>`;
   }
 }

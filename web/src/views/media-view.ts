@@ -9,11 +9,21 @@ import '../parts/media-drop';
 import { attempt } from '../parts/ui-toasts';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts';
+import { t } from '../texts/page';
 
 @customElement('media-view')
 export class MediaView extends LitElement {
-  static override styles = [shared, css`.group { margin-top: 1.75rem; } .empty { margin-top: 1.5rem; }`];
+  static override styles = [
+    shared,
+    css`
+      .group {
+        margin-top: 1.75rem;
+      }
+      .empty {
+        margin-top: 1.5rem;
+      }
+    `,
+  ];
 
   constructor() {
     super();
@@ -27,14 +37,36 @@ export class MediaView extends LitElement {
 
   override render(): unknown {
     const files = store.media ?? [];
-    return html`<div class="head"><h1>${t.media.title}</h1></div><media-drop wanted="any"></media-drop>
-      ${store.media && files.length === 0 ? html`<section class="card empty"><ui-icon name="note"></ui-icon><h2>${t.media.none}</h2><p>${t.media.noneText}</p></section>` : nothing}
-      ${this.group(t.media.sounds, files.filter((one) => one.kind === 'sound'))}${this.group(t.media.images, files.filter((one) => one.kind === 'image'))}`;
+    return html`<div class="head"><h1>${t.media.title}</h1></div>
+      <media-drop wanted="any"></media-drop> ${
+        store.media && files.length === 0
+          ? html`<section class="card empty">
+              <ui-icon name="note"></ui-icon>
+              <h2>${t.media.none}</h2>
+              <p>${t.media.noneText}</p>
+            </section>`
+          : nothing
+      }
+      ${this.group(
+        t.media.sounds,
+        files.filter((one) => one.kind === 'sound'),
+      )}${this.group(
+        t.media.images,
+        files.filter((one) => one.kind === 'image'),
+      )}`;
   }
 
   private group(title: string, files: MediaFile[]): unknown {
     if (files.length === 0) return nothing;
-    return html`<section class="group" aria-label=${title}><h2>${title}</h2>
-      <div class="tiles">${repeat(files, (one) => one.name, (file) => html`<media-card .file=${file}></media-card>`)}</div></section>`;
+    return html`<section class="group" aria-label=${title}>
+      <h2>${title}</h2>
+      <div class="tiles">
+        ${repeat(
+          files,
+          (one) => one.name,
+          (file) => html`<media-card .file=${file}></media-card>`,
+        )}
+      </div>
+    </section>`;
   }
 }

@@ -2,9 +2,9 @@
 
 import { request, requestInPassing } from '../api/request';
 import type { Announcement } from '../api/types';
-import { attempt, toast } from '../parts/ui-toasts';
-import { t } from '../texts';
-import { store } from './live';
+import { t } from '../texts/page';
+import { store } from '../store/live';
+import { attempt, toast } from './ui-toasts';
 
 const SECOND_THOUGHTS = 8000;
 const waiting = new Map<number, number>(); // timers by id
@@ -13,7 +13,10 @@ const path = (id: number): string => `/api/announcements/${id}`;
 
 export function deleteWithUndo({ id, name }: Announcement): void {
   hide(id, true);
-  waiting.set(id, window.setTimeout(() => void finish(id), SECOND_THOUGHTS));
+  waiting.set(
+    id,
+    window.setTimeout(() => void finish(id), SECOND_THOUGHTS),
+  );
   toast({ text: t.list.deleted(name), stays: SECOND_THOUGHTS - 200, onUndo: () => undo(id) });
 }
 
