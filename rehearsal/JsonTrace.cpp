@@ -136,3 +136,7 @@ void JsonTrace::Thrown(VirtualTime now, std::string_view type, std::string_view 
     AppendJsonText(m_output.Text(), text);
     End();
 }
+
+void JsonTrace::GoesOn(VirtualTime now, std::string_view operation) {
+    Line(now, "goes_on", operation);
+}

@@ -19,6 +19,7 @@ public:
     void Answered(VirtualTime now, bool answer) override;
     void HandlerMissing(VirtualTime now, std::string_view name) override;
     void Thrown(VirtualTime now, std::string_view type, std::string_view text) override;
+    void GoesOn(VirtualTime now, std::string_view operation) override;
     void Flush() override { m_output.Flush(); }
 
 private:

@@ -10,6 +10,15 @@
 [[nodiscard]] std::string PhraseOf(const Step& step);
 [[nodiscard]] std::string PhraseOf(const HostCall& call);
 
+/// What a host will do from inside a call: "inside the next VqBaseDriver.DmInvalidateState the host saves".
+[[nodiscard]] std::string PhraseOf(const Reaction& reaction);
+
+/// A step of a reaction, when it is done inside this call: "meanwhile the host saves", "the room refuses: …".
+[[nodiscard]] std::string PhraseInside(std::string_view call, const Step& step);
+
+/// The end of what was done inside this call: "the room goes on".
+[[nodiscard]] std::string PhraseOfGoingOn(std::string_view call);
+
 /// A time for people: "1.5 s".
 [[nodiscard]] std::string InSeconds(VirtualTime time);
 

@@ -17,14 +17,15 @@ vq::auto_com<CmdMessage> MessageOf(const Step& step) {
 }
 
 bool NeedsAgent(StepKind kind) {
-    return kind != StepKind::Host && kind != StepKind::Create && kind != StepKind::Advance;
+    return kind != StepKind::Host && kind != StepKind::Create && kind != StepKind::Advance &&
+           kind != StepKind::On && kind != StepKind::Throw;
 }
 
 } // namespace
 
 Rehearsal::Rehearsal(DriverCreator create, TraceSink& sink, bool showLookUps)
     : m_create(std::move(create))
-    , m_host(sink, showLookUps) {}
+    , m_host(sink, showLookUps, [this](const Step& step) { DoInside(step); }) {}
 
 Rehearsal::~Rehearsal() {
     m_host.Events().Mute();
@@ -42,7 +43,16 @@ void Rehearsal::Judge(const Step& step) const {
 }
 
 void Rehearsal::Do(const Step& step) {
+    m_thrown.clear();
     RequireAgent(step.kind);
+    if (NeedsAgent(step.kind) && !m_agent)
+        return;
+    m_host.Events().Tell(&TraceSink::StepBegins, step);
+    Perform(step);
+}
+
+void Rehearsal::DoInside(const Step& step) {
+    // A driver that calls its host while it is created or destroyed cannot be entered.
     if (NeedsAgent(step.kind) && !m_agent)
         return;
     m_host.Events().Tell(&TraceSink::StepBegins, step);
@@ -93,6 +103,10 @@ void Rehearsal::Perform(const Step& step) {
         return Save();
     case StepKind::Destroy:
         return trace.Enter([&] { m_agent.reset(); });
+    case StepKind::On:
+        return m_host.FromInside().Set(step.reaction);
+    case StepKind::Throw:
+        Throw(step);
     }
 }
 
@@ -121,4 +135,17 @@ void Rehearsal::Save() {
     m_host.Events().Enter([&] { state = m_agent->GetPersistState(0); });
     if (state)
         m_host.Events().Tell(&TraceSink::Saved, ToXmlText(*state));
+}
+
+void Rehearsal::Throw(const Step& step) {
+    switch (step.thrownType) {
+    case ThrownType::Characters:
+        m_thrown.push_back(step.thrownText);
+        throw m_thrown.back().c_str(); // NOLINT(misc-throw-by-value-catch-by-reference): what hosts throw
+    case ThrownType::String:
+        throw std::string(step.thrownText);
+    case ThrownType::Other:
+        break;
+    }
+    throw std::runtime_error(step.thrownText);
 }

@@ -5,7 +5,9 @@
 #include "rehearsal/VirtualHost.h"
 
 #include <functional>
+#include <list>
 #include <memory>
+#include <string>
 
 /// Makes the agent: `DriverModule::Create`, or another driver to rehearse.
 using DriverCreator = std::function<std::unique_ptr<VqBaseDriver>(IInstanceManager&)>;
@@ -26,7 +28,8 @@ public:
     void Judge(const Step& step) const;
 
     /// Does a step that was found good, with the steps that it needs first. A step whose agent could not be
-    /// created, for its constructor threw, is left out. Throws `TraceError` only.
+    /// created, for its constructor threw, is left out. Throws `TraceError` only, of which `NestingError` is
+    /// one.
     void Do(const Step& step);
 
     /// Destroys an agent that still lives, as a step of its own.
@@ -39,8 +42,11 @@ private:
     void Request(const Step& step);
     void AskRoom(std::uint32_t roomId);
     void Save();
+    void DoInside(const Step& step);
+    [[noreturn]] void Throw(const Step& step);
 
     const DriverCreator m_create;
     VirtualHost m_host;
     std::unique_ptr<VqBaseDriver> m_agent;
+    std::list<std::string> m_thrown; ///< what was thrown as `const char*`, which outlives the exceptions
 };

@@ -26,6 +26,14 @@ Step ReadStep(const LineReader& lines, const std::string& line, const Rehearsal&
     }
 }
 
+void DoStep(const LineReader& lines, const Step& step, Rehearsal& rehearsal) {
+    try {
+        rehearsal.Do(step);
+    } catch (const NestingError& error) {
+        throw ScenarioError(lines.Number(), error.what());
+    }
+}
+
 } // namespace
 
 void RunScenario(std::istream& scenario, const DriverCreator& create, TraceSink& sink, bool showLookUps) {
@@ -34,7 +42,7 @@ void RunScenario(std::istream& scenario, const DriverCreator& create, TraceSink&
     std::string line;
     while (ReadLine(lines, line)) {
         if (IsStep(line))
-            rehearsal.Do(ReadStep(lines, line, rehearsal));
+            DoStep(lines, ReadStep(lines, line, rehearsal), rehearsal);
         if (lines.MayWait())
             sink.Flush();
     }

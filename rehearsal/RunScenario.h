@@ -23,6 +23,7 @@ private:
 /// Does the steps of a scenario, read line by line, one after another, and destroys the agent at the end.
 /// Everything that happens reaches `sink`; nothing is kept from one run to the next.
 ///
-/// Throws `ScenarioError` for a bad line, of which nothing was done, and for a text that cannot be read;
-/// `TraceError` when the sink takes no more. The agent is then destroyed unseen.
+/// Throws `ScenarioError` for a bad line, of which nothing was done, for one whose reactions cause each other
+/// without end in sight, and for a text that cannot be read; `TraceError` when the sink takes no more. The
+/// agent is then destroyed unseen.
 void RunScenario(std::istream& scenario, const DriverCreator& create, TraceSink& sink, bool showLookUps);

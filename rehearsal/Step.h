@@ -5,10 +5,13 @@
 #include "rehearsal/HostSettings.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+struct Reaction;
 
 /// What a step does.
 enum class StepKind {
@@ -23,10 +26,15 @@ enum class StepKind {
     PlayDone,
     RoomAsked,
     Save,
-    Destroy
+    Destroy,
+    On,
+    Throw
 };
 
-/// One step of a scenario, found good: only its kind's own members mean something.
+/// What a host throws: a `const char*`, a `std::string`, or anything else.
+enum class ThrownType { Characters, String, Other };
+
+/// One step of a scenario or of a reaction, found good: only its kind's own members mean something.
 struct Step {
     StepKind kind = StepKind::Host;
     /// The step as JSON text, without blanks, its members in the order in which they were given.
@@ -39,6 +47,9 @@ struct Step {
     std::vector<std::pair<std::string, std::string>> params; ///< command, request
     VirtualTime duration{0};                                 ///< advance
     std::uint32_t roomId = 0;                                ///< room_asked
+    std::shared_ptr<Reaction> reaction;                      ///< on
+    ThrownType thrownType = ThrownType::Other;               ///< throw
+    std::string thrownText;                                  ///< throw
 
     /// Reads a scenario's line. Throws `std::invalid_argument`, which says what is wrong with it and what
     /// would be right.

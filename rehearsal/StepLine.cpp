@@ -10,11 +10,16 @@ namespace {
 using Value = StepLine::Value;
 using Kind = Value::Kind;
 
-void AppendIds(std::string& out, const std::vector<std::uint32_t>& ids) {
+/// A list holds either ids or steps.
+void AppendList(std::string& out, const Value& list) {
     const char* separator = "";
-    for (const std::uint32_t id : ids) {
+    for (const std::uint32_t id : list.ids) {
         out.append(separator);
         AppendNumber(out, id);
+        separator = ",";
+    }
+    for (const StepLine& step : list.steps) {
+        out.append(separator).append(step.ToText());
         separator = ",";
     }
 }
@@ -43,7 +48,7 @@ void AppendValue(std::string& out, const Value& value) {
         return;
     case Kind::List:
         out.push_back('[');
-        AppendIds(out, value.ids);
+        AppendList(out, value);
         out.push_back(']');
         return;
     case Kind::Object:

@@ -6,9 +6,10 @@
 #include <utility>
 #include <vector>
 
-/// The members of a scenario's line: JSON, but not yet a step.
+/// The members of a scenario's line, or of a step in its "steps": JSON, but not yet a step.
 struct StepLine {
-    /// A member's value; lists hold ids and objects hold texts, as no step needs any other.
+    /// A member's value; lists hold ids or the steps of a reaction, and objects hold texts, as no step needs
+    /// any other.
     struct Value {
         enum class Kind { Null, Flag, Integer, Negative, Fraction, TooLarge, Text, List, Object };
         Kind kind = Kind::Null;
@@ -16,8 +17,10 @@ struct StepLine {
         std::uint64_t number = 0;
         std::string text;
         std::vector<std::uint32_t> ids;
+        std::vector<StepLine> steps;
         std::vector<std::pair<std::string, std::string>> texts;
         std::string fault; ///< what in the list is no id, or in the object no text; empty when all is well
+        std::string stepFault; ///< what in the list is no object; empty when all is well
     };
 
     /// In the order of their first mention; the last value counts.
@@ -29,7 +32,7 @@ struct StepLine {
     /// Reads one line. Throws `std::invalid_argument`, which says why it is no JSON object.
     [[nodiscard]] static StepLine Read(const std::string& line);
 
-    /// The line as JSON text without blanks; all its values must be such as a step can have.
+    /// As JSON text without blanks; all its values must be such as a step can have.
     [[nodiscard]] std::string ToText() const;
 
     /// What a value of this kind is called: "a text".

@@ -1,47 +1,45 @@
-#include "rehearsal/JsonText.h"
 #include "rehearsal/StepLine.h"
+#include "rehearsal/StepLineBuilder.h"
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <limits>
 #include <optional>
 #include <stdexcept>
-#include <unordered_map>
+#include <utility>
 
 namespace {
 
 using Value = StepLine::Value;
 using Kind = Value::Kind;
 
-constexpr std::size_t kMostMembers = 64;
-
-/// Takes the parser's events. It builds no more than a step can be made of, whatever the line holds, and
-/// leaves out what lies deeper.
+/// Hands the parser's events to the builder of the line's object.
 class Reader final : public nlohmann::json_sax<nlohmann::json> {
 public:
     [[nodiscard]] StepLine Result(const std::string& line);
 
-    bool null() override { return Take(Kind::Null); }
+    bool null() override { return Take(Value()); }
     bool boolean(bool flag) override {
-        m_value.flag = flag;
-        return Take(Kind::Flag);
+        Value value;
+        value.kind = Kind::Flag;
+        value.flag = flag;
+        return Take(std::move(value));
     }
-    bool number_integer(std::int64_t number) override {
-        m_value.number = 0; // the parser gives -0 here, and else what is below 0
-        return Take(number == 0 ? Kind::Integer : Kind::Negative);
+    bool number_integer(std::int64_t number) override { // the parser gives -0 here, and else what is below 0
+        return TakeNumber(number == 0 ? Kind::Integer : Kind::Negative, 0);
     }
-    bool number_unsigned(std::uint64_t number) override {
-        m_value.number = number;
-        return Take(Kind::Integer);
-    }
+    bool number_unsigned(std::uint64_t number) override { return TakeNumber(Kind::Integer, number); }
     bool number_float(double /*number*/, const std::string& text) override {
         const bool isInteger = text.find_first_of(".eE") == std::string::npos;
-        return Take(!isInteger ? Kind::Fraction : text.front() == '-' ? Kind::Negative : Kind::TooLarge);
+        return TakeNumber(!isInteger            ? Kind::Fraction
+                          : text.front() == '-' ? Kind::Negative
+                                                : Kind::TooLarge,
+                          0);
     }
     bool string(std::string& text) override {
-        m_value.text = std::move(text);
-        return Take(Kind::Text);
+        Value value;
+        value.kind = Kind::Text;
+        value.text = std::move(text);
+        return Take(std::move(value));
     }
     bool binary(nlohmann::json::binary_t& /*bytes*/) override { return false; } // JSON text has none
     bool start_object(std::size_t /*size*/) override { return Open(Kind::Object); }
@@ -54,99 +52,54 @@ public:
                      const nlohmann::detail::exception& error) override;
 
 private:
-    bool Take(Kind kind);
+    bool TakeNumber(Kind kind, std::uint64_t number);
+    bool Take(Value value);
     bool Open(Kind kind);
     bool Close();
-    void TakeElement(Kind kind);
-    void TakeText(Kind kind);
 
-    [[nodiscard]] Value& Current() { return m_line.members[m_member].second; }
+    [[nodiscard]] bool IsInside() const { return m_root == Kind::Object && !m_builder.IsComplete(); }
 
-    StepLine m_line;
-    Value m_value; ///< the one being read
-    std::optional<Kind> m_root;
-    std::size_t m_depth = 0;
-    std::size_t m_member = 0;
-    std::string m_key; ///< within the member that is an object
-    std::unordered_map<std::string, std::size_t> m_textOf;
-    std::vector<Kind> m_kindOfText;
+    StepLineBuilder m_builder{true};
+    std::optional<Kind> m_root; ///< what the line is; there is something in it only for an object
     std::string m_error;
 };
 
-bool Reader::key(std::string& name) {
-    if (m_depth == 2) {
-        m_key = std::move(name);
-        return true;
-    }
-    if (m_depth != 1 || m_root != Kind::Object)
-        return true;
-    const auto known = std::find_if(m_line.members.begin(), m_line.members.end(),
-                                    [&](const auto& member) { return member.first == name; });
-    m_member = static_cast<std::size_t>(known - m_line.members.begin());
-    if (known != m_line.members.end())
-        return true;
-    if (m_line.members.size() == kMostMembers) {
-        m_error = "it has more members than any step takes";
-        return false;
-    }
-    m_line.members.emplace_back(std::move(name), Value());
+bool Reader::TakeNumber(Kind kind, std::uint64_t number) {
+    Value value;
+    value.kind = kind;
+    value.number = number;
+    return Take(std::move(value));
+}
+
+bool Reader::Take(Value value) {
+    if (!m_root)
+        m_root = value.kind;
+    else if (IsInside())
+        m_builder.Take(std::move(value));
     return true;
-}
-
-bool Reader::Take(Kind kind) {
-    m_value.kind = kind;
-    if (m_depth == 0)
-        m_root = kind;
-    if (m_root != Kind::Object)
-        return true;
-    if (m_depth == 1)
-        Current() = std::move(m_value);
-    else if (m_depth == 2)
-        Current().kind == Kind::List ? TakeElement(kind) : TakeText(kind);
-    m_value = {};
-    return true;
-}
-
-void Reader::TakeElement(Kind kind) {
-    Value& list = Current();
-    const bool isId = kind == Kind::Integer && m_value.number <= std::numeric_limits<std::uint32_t>::max();
-    if (isId)
-        list.ids.push_back(static_cast<std::uint32_t>(m_value.number));
-    else if (list.fault.empty())
-        list.fault = "element " + std::to_string(list.ids.size() + 1) + " is " +
-                     std::string(StepLine::NameOf(kind == Kind::Integer ? Kind::TooLarge : kind));
-}
-
-void Reader::TakeText(Kind kind) {
-    auto& texts = Current().texts;
-    const auto [place, isNew] = m_textOf.try_emplace(m_key, texts.size());
-    if (isNew) {
-        texts.emplace_back(m_key, std::string());
-        m_kindOfText.emplace_back();
-    }
-    texts[place->second].second = std::move(m_value.text);
-    m_kindOfText[place->second] = kind;
 }
 
 bool Reader::Open(Kind kind) {
-    Take(kind);
-    ++m_depth;
-    if (m_depth == 2) {
-        m_textOf.clear();
-        m_kindOfText.clear();
-    }
+    if (!m_root)
+        m_root = kind;
+    else if (IsInside())
+        m_builder.Open(kind);
     return true;
 }
 
 bool Reader::Close() {
-    --m_depth;
-    if (m_depth != 1 || m_root != Kind::Object || Current().kind != Kind::Object)
-        return true;
-    const auto fault =
-        std::find_if(m_kindOfText.begin(), m_kindOfText.end(), [](Kind kind) { return kind != Kind::Text; });
-    if (fault != m_kindOfText.end()) {
-        const auto& name = Current().texts[static_cast<std::size_t>(fault - m_kindOfText.begin())].first;
-        Current().fault = QuotedExcerpt(name) + " is " + std::string(StepLine::NameOf(*fault));
+    if (IsInside())
+        m_builder.Close();
+    return true;
+}
+
+bool Reader::key(std::string& name) {
+    try {
+        if (IsInside())
+            m_builder.Key(name);
+    } catch (const std::invalid_argument& error) {
+        m_error = error.what();
+        return false;
     }
     return true;
 }
@@ -176,7 +129,7 @@ StepLine Reader::Result(const std::string& line) {
     if (m_root != Kind::Object)
         throw std::invalid_argument("it is " + std::string(StepLine::NameOf(*m_root)) +
                                     "; a step is an object");
-    return std::move(m_line);
+    return std::move(m_builder.Result());
 }
 
 } // namespace

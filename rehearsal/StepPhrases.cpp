@@ -1,5 +1,6 @@
 #include "rehearsal/JsonText.h"
 #include "rehearsal/Phrases.h"
+#include "rehearsal/Reaction.h"
 
 namespace {
 
@@ -74,6 +75,10 @@ std::string PhraseOf(const Step& step) {
         return "save";
     case StepKind::Destroy:
         return "destroy the agent";
+    case StepKind::On:
+        return PhraseOf(*step.reaction);
+    case StepKind::Throw:
+        return "throw " + QuotedExcerpt(step.thrownText);
     }
     return {};
 }

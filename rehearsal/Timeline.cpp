@@ -38,12 +38,38 @@ bool IsForPlaying(const Step& step) {
 } // namespace
 
 void Timeline::StepBegins(VirtualTime now, const Step& step) {
+    if (!m_inside.empty())
+        return StepInside(now, step);
     m_subject = IsForPlaying(step) ? m_playing : std::nullopt;
     Line(now, "> ", PhraseOf(step));
     if (step.kind == StepKind::Destroy) {
         m_playing.reset();
         m_ownerOf.clear();
     }
+}
+
+void Timeline::StepInside(VirtualTime now, const Step& step) {
+    const Inside& inside = m_inside.back();
+    m_subject = inside.subject;
+    AnnouncementLine(now, PhraseInside(inside.operation, step));
+    m_subject = IsForPlaying(step) ? m_playing : std::nullopt;
+    if (step.kind == StepKind::Throw)
+        Leave();
+}
+
+void Timeline::Leave() {
+    m_subject = m_inside.back().subject;
+    m_inside.pop_back();
+}
+
+void Timeline::ReactionBegins(VirtualTime /*now*/, std::string_view operation) {
+    m_inside.push_back({std::string(operation), m_subject});
+}
+
+void Timeline::GoesOn(VirtualTime now, std::string_view operation) {
+    m_subject = m_inside.back().subject;
+    AnnouncementLine(now, PhraseOfGoingOn(operation));
+    Leave();
 }
 
 void Timeline::Called(VirtualTime now, const HostCall& call) {
@@ -125,6 +151,7 @@ void Timeline::Line(VirtualTime now, std::string_view indent, std::string_view t
                                 std::string(3 - milliseconds.size(), '0') + milliseconds;
     std::string& out = m_output.Text();
     out.append(seconds.size() < kTimeWidth ? kTimeWidth - seconds.size() : 0, ' ');
-    out.append(seconds).append("  ").append(indent).append(text);
+    out.append(seconds).append("  ");
+    out.append(2 * m_inside.size(), ' ').append(indent).append(text);
     m_output.EndLine();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rehearsal/Reactions.h"
 #include "rehearsal/Schedule.h"
 #include "rehearsal/TraceSink.h"
 
@@ -11,22 +12,35 @@
 /// The way of all events to the sink: gives each the virtual time, and is where exceptions of the agent end.
 class Trace {
 public:
-    /// Both are borrowed for life. With `showLookUps` the agent's look-ups are calls as any other.
-    Trace(const Schedule& schedule, TraceSink& sink, bool showLookUps)
+    /// All are borrowed for life. With `showLookUps` the agent's look-ups are calls as any other.
+    Trace(const Schedule& schedule, Reactions& reactions, TraceSink& sink, bool showLookUps)
         : m_schedule(schedule)
+        , m_reactions(reactions)
         , m_sink(&sink)
         , m_showLookUps(showLookUps) {}
 
-    /// From now on nothing reaches the sink: what is left is torn down unseen.
+    /// From now on nothing reaches the sink, and nobody reacts: what is left is torn down unseen.
     void Mute() noexcept { m_sink = nullptr; }
 
+    /// A call that has taken effect, or has none: the host reacts to it.
     template <class... Values>
     void Call(std::string_view operation, const Values&... values) {
+        CallBegins(operation, values...);
+        React(operation);
+    }
+    /// A call that takes effect behind its line; `React` follows then.
+    template <class... Values>
+    void CallBegins(std::string_view operation, const Values&... values) {
         Send({operation, Arguments(ToArgument(values)...)});
     }
     template <class... Values>
     void CallReturning(Returned returned, std::string_view operation, const Values&... values) {
         Send({operation, Arguments(ToArgument(values)...), returned});
+    }
+    /// The host does what the scenario has set for this call, and may throw anything.
+    void React(std::string_view operation) {
+        if (!m_reactions.IsEmpty() && m_sink != nullptr)
+            m_reactions.HappenAt(operation, *this);
     }
     /// A look-up that found something, or did not.
     template <class... Values>
@@ -76,6 +90,7 @@ private:
     }
 
     const Schedule& m_schedule;
+    Reactions& m_reactions;
     TraceSink* m_sink;
     bool m_showLookUps;
 };

@@ -63,12 +63,12 @@ public:
 ///
 /// `Called` may throw anything: to the agent it is its host that throws. A call that would put something up
 /// (arm a timer, publish an interface) has then put nothing up; one that takes something away has taken it
-/// away. From the other events only `TraceError` may come.
+/// away, but an id handed to `KillTimer` stays. From the other events only `TraceError` may come.
 class TraceSink {
 public:
     virtual ~TraceSink() = default;
 
-    /// A step begins; what follows, up to the next step, comes of it.
+    /// A step begins, of the scenario or of a reaction; what follows, up to the next step, comes of it.
     virtual void StepBegins(VirtualTime now, const Step& step) = 0;
     /// The agent calls its host.
     virtual void Called(VirtualTime now, const HostCall& call) = 0;
@@ -85,6 +85,11 @@ public:
     virtual void HandlerMissing(VirtualTime now, std::string_view name) = 0;
     /// An exception has left the agent: "const char*", "std::string", or "other", which has no text.
     virtual void Thrown(VirtualTime now, std::string_view type, std::string_view text) = 0;
+
+    /// The host does something from inside this call, which has taken effect. Its steps follow, up to the
+    /// `GoesOn` with which the call returns, or up to a step that throws out of it. Others may stand between.
+    virtual void ReactionBegins(VirtualTime /*now*/, std::string_view /*operation*/) {}
+    virtual void GoesOn(VirtualTime /*now*/, std::string_view /*operation*/) {}
 
     /// The run may now have to wait for more of its scenario: whoever reads along should see what there is.
     virtual void Flush() {}

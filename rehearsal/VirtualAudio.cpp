@@ -3,8 +3,10 @@
 #include "rehearsal/AgentFace.h"
 
 void VirtualAudio::CreateStream() {
-    m_trace.Call("IDigitalAudio.CreateStream");
+    constexpr std::string_view kCall = "IDigitalAudio.CreateStream";
+    m_trace.CallBegins(kCall);
     AnswerAfter(m_settings.streamReadyAfter, "AudioStreamCreated", &IAnnouncementAgent::AudioStreamCreated);
+    m_trace.React(kCall);
 }
 
 void VirtualAudio::ReleaseStream() {
@@ -13,9 +15,11 @@ void VirtualAudio::ReleaseStream() {
 }
 
 void VirtualAudio::PlayFile(const std::string& path) {
-    m_trace.Call("IDigitalAudio.PlayFile", path);
+    constexpr std::string_view kCall = "IDigitalAudio.PlayFile";
+    m_trace.CallBegins(kCall, path);
     AnswerAfter(m_settings.playDoneAfter, "AudioAnnouncementComplete",
                 &IAnnouncementAgent::AudioAnnouncementComplete);
+    m_trace.React(kCall);
 }
 
 void VirtualAudio::AnswerAfter(std::optional<VirtualTime> delay, const char* operation, Callback callback) {

@@ -1,7 +1,10 @@
 #include "rehearsal/VirtualHost.h"
 
-VirtualHost::VirtualHost(TraceSink& sink, bool showLookUps)
-    : m_trace(m_schedule, sink, showLookUps)
+#include <utility>
+
+VirtualHost::VirtualHost(TraceSink& sink, bool showLookUps, Reactions::Doer doStep)
+    : m_reactions(std::move(doStep))
+    , m_trace(m_schedule, m_reactions, sink, showLookUps)
     , m_asserts(m_trace)
     , m_timers(m_schedule, m_trace)
     , m_driverHost(m_settings, m_timers, m_trace)

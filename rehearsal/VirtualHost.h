@@ -2,6 +2,7 @@
 
 #include "framework/InstanceRegistry.h"
 #include "rehearsal/HostSettings.h"
+#include "rehearsal/Reactions.h"
 #include "rehearsal/Schedule.h"
 #include "rehearsal/Trace.h"
 #include "rehearsal/TracedAsserts.h"
@@ -18,7 +19,8 @@
 /// Listens to the failed checks of its thread as long as it lives; drivers must be destroyed before it.
 class VirtualHost {
 public:
-    VirtualHost(TraceSink& sink, bool showLookUps);
+    /// `sink` is borrowed for life; `doStep` does what the host does from inside the agent's calls.
+    VirtualHost(TraceSink& sink, bool showLookUps, Reactions::Doer doStep);
     VirtualHost(const VirtualHost&) = delete;
     VirtualHost& operator=(const VirtualHost&) = delete;
 
@@ -30,10 +32,13 @@ public:
     [[nodiscard]] const Schedule& Time() const noexcept { return m_schedule; }
     [[nodiscard]] Trace& Events() noexcept { return m_trace; }
     [[nodiscard]] HostSettings& Settings() noexcept { return m_settings; }
+    /// What the host will do from inside the agent's calls.
+    [[nodiscard]] Reactions& FromInside() noexcept { return m_reactions; }
 
 private:
     HostSettings m_settings;
     Schedule m_schedule;
+    Reactions m_reactions;
     Trace m_trace;
     InstanceRegistry m_registry;
     TracedAsserts m_asserts;

@@ -19,7 +19,7 @@ void VirtualInstances::QueryInterface(const std::string& guid, void** out) const
 }
 
 void VirtualInstances::RegisterInterface(const std::string& guid, void* object, std::uint32_t version) {
-    m_trace.Call("IInstanceManager.RegisterInterface", guid, version);
+    m_trace.CallBegins("IInstanceManager.RegisterInterface", guid, version);
     m_registry.RegisterInterface(guid, object, version);
 }
 

@@ -16,21 +16,22 @@ VirtualTime ToTime(std::uint32_t interval, std::uint32_t unit) {
 
 std::uint32_t
 VirtualTimers::AddTimer(std::uint32_t interval, std::uint32_t unit, ITimerManagerCallback* callback) {
+    constexpr std::string_view kCall = "ITimerManager.AddTimer";
     const std::uint32_t id = NextId();
-    m_trace.CallReturning(id, "ITimerManager.AddTimer", interval, unit);
+    m_trace.CallReturning(id, kCall, interval, unit);
     m_lastId = id;
     m_schedule.Add(ToTime(interval, unit), callback, id, [this, callback, id] {
         m_trace.Tell(&TraceSink::TimerFired, id, TimerOwner::Announcement);
         m_trace.Enter([&] { callback->OnTimerExpired(id, 0); });
     });
+    m_trace.React(kCall);
     return id;
 }
 
 void VirtualTimers::KillTimer(std::uint32_t& timerId) {
-    const std::uint32_t id = timerId;
-    m_schedule.Cancel(id);
-    timerId = 0;
-    m_trace.Call("ITimerManager.KillTimer", id);
+    m_schedule.Cancel(timerId);
+    m_trace.Call("ITimerManager.KillTimer", timerId);
+    timerId = 0; // last of all: a call that throws leaves it as it was
 }
 
 void VirtualTimers::KillAllTimers(ITimerManagerCallback* callback) {
@@ -40,14 +41,16 @@ void VirtualTimers::KillAllTimers(ITimerManagerCallback* callback) {
 
 std::uint32_t
 VirtualTimers::AddDriverTimer(VqBaseDriver& driver, std::uint32_t interval, std::uint32_t unit) {
+    constexpr std::string_view kCall = "VqBaseDriver.AddTimer";
     const std::uint32_t id = NextId();
-    m_trace.CallReturning(id, "VqBaseDriver.AddTimer", interval, unit);
+    m_trace.CallReturning(id, kCall, interval, unit);
     m_lastId = id;
     // No id to cancel it by: the timer manager's `KillTimer` has no say over a driver's timers.
     m_schedule.Add(ToTime(interval, unit), &driver, 0, [this, &driver, id] {
         m_trace.Tell(&TraceSink::TimerFired, id, TimerOwner::Agent);
         m_trace.Enter([&] { driver.OnTimerExpired(id, 0); });
     });
+    m_trace.React(kCall);
     return id;
 }
 

@@ -29,6 +29,10 @@ public:
     void Thrown(VirtualTime now, std::string_view type, std::string_view text) override {
         m_next.Thrown(now, type, text);
     }
+    void ReactionBegins(VirtualTime now, std::string_view operation) override {
+        m_next.ReactionBegins(now, operation);
+    }
+    void GoesOn(VirtualTime now, std::string_view operation) override { m_next.GoesOn(now, operation); }
 
     [[nodiscard]] unsigned Calls() const { return m_calls; }
 

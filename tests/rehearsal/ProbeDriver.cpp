@@ -32,7 +32,7 @@ void ProbeDriver::RegisterCommands() {
     On("arm", &ProbeDriver::OnArm);                // ms, unit: a timer of the driver
     On("arm_managed", &ProbeDriver::OnArmManaged); // ms, unit: a timer of the timer manager
     On("again", &ProbeDriver::OnAgain);            // count: so many expiries arm a timer of 0 ms
-    On("kill", &ProbeDriver::OnKill);              // id
+    On("kill", &ProbeDriver::OnKill);              // id; tell: what has become of it
     On("kill_all", &ProbeDriver::OnKillAll);
     On("audio", &ProbeDriver::OnAudio);       // play: a path; release: anything; else a stream is created
     On("hold", &ProbeDriver::OnHold);         // digital audio is looked up once and for all
@@ -86,7 +86,13 @@ void ProbeDriver::OnAgain(const ICmdMessage& message) {
 
 void ProbeDriver::OnKill(const ICmdMessage& message) {
     std::uint32_t id = message.GetParamAsULong("id");
-    FindService<ITimerManager>(*GetInstanceManager())->KillTimer(id);
+    try {
+        FindService<ITimerManager>(*GetInstanceManager())->KillTimer(id);
+    } catch (...) {
+        if (!message.GetParam("tell").empty())
+            LogMessage(LogLevel::Error, ("the id is still " + std::to_string(id)).c_str());
+        throw;
+    }
     if (id != 0)
         LogMessage(LogLevel::Error, "the id has not become 0");
 }
