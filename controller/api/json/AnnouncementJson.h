@@ -1,11 +1,24 @@
 #pragma once
 
+#include "controller/announcements/Announcement.h"
+#include "controller/api/json/Fields.h"
 #include "host/INode.h"
 
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <string>
+
+namespace controller {
+
+const fields::Object& TableOf(fields::For<Announcement> type);
+const fields::Object& TableOf(fields::For<Announcement::Audio> type);
+const fields::Object& TableOf(fields::For<Announcement::Binding> type);
+const fields::Object& TableOf(fields::For<Announcement::Video> type);
+const fields::Object& TableOf(fields::For<Announcement::Room> type);
+const fields::Object& TableOf(fields::For<Announcement::Navigator> type);
+
+} // namespace controller
 
 /// Announcements as the API shows them, and as the agent reads and writes them.
 namespace controller::announcement_json {
@@ -14,6 +27,25 @@ namespace controller::announcement_json {
 constexpr std::size_t kMaxText = 16384;
 /// The most rooms, and the most navigators, of an announcement.
 constexpr std::size_t kMaxTargets = 1000;
+/// The most tags of an announcement, and the longest one in bytes.
+constexpr std::size_t kMaxTags = 20;
+constexpr std::size_t kMaxTag = 50;
+
+/// The announcement as the API shows it; any thread.
+[[nodiscard]] std::string ToText(const Announcement& announcement);
+void Append(std::string& out, const Announcement& announcement);
+
+/// Reads a body. An "id" in it has to be this one, which is the result's. Throws `ApiError`, which names the
+/// member, for what is no announcement; `path` is how messages name the whole.
+[[nodiscard]] Announcement Read(const nlohmann::json& json, std::uint32_t id, const std::string& path = {});
+
+/// What an announcement has for one room, and for one navigator; the body holds all but the id.
+[[nodiscard]] Announcement::Room ReadRoom(const nlohmann::json& json, std::uint32_t id);
+[[nodiscard]] Announcement::Navigator ReadNavigator(const nlohmann::json& json, std::uint32_t id);
+
+/// Those bodies.
+[[nodiscard]] const fields::Object& RoomVolumeTable();
+[[nodiscard]] const fields::Object& NavigatorPlaceTable();
 
 /// The "announcement" element as JSON.
 [[nodiscard]] nlohmann::ordered_json FromXml(VqXML::INode& announcement);

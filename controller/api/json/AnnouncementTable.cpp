@@ -1,0 +1,177 @@
+#include "controller/api/ApiError.h"
+#include "controller/api/json/AnnouncementJson.h"
+
+#include <nlohmann/json.hpp>
+
+namespace controller {
+
+using fields::For;
+using fields::Member;
+using fields::Object;
+
+using Audio = Announcement::Audio;
+using Binding = Announcement::Binding;
+using Navigator = Announcement::Navigator;
+using Room = Announcement::Room;
+using Video = Announcement::Video;
+
+namespace {
+
+constexpr std::int64_t kMaxId = std::numeric_limits<std::uint32_t>::max();
+
+fields::Field RoomVolume() {
+    return Member<&Room::volume>("volume", "0 and -1 leave the room's volume as it is").Between(-1, 100);
+}
+
+std::vector<fields::Field> PlaceOfNavigator() {
+    return {Member<&Navigator::room>("room"), Member<&Navigator::isOnscreen>("onscreen")};
+}
+
+/// The characters that XML cannot hold; the text is UTF-8.
+bool IsKept(std::string_view text) {
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const char letter = text[place];
+        const bool isControl = static_cast<unsigned char>(letter) < 0x20;
+        if (isControl && letter != '\t' && letter != '\n' && letter != '\r')
+            return false;
+        if (letter == '\xEF' &&
+            (text.compare(place, 3, "\xEF\xBF\xBE") == 0 || text.compare(place, 3, "\xEF\xBF\xBF") == 0))
+            return false;
+    }
+    return true;
+}
+
+void RequireKept(const Announcement& announcement) {
+    std::vector<std::string_view> texts{announcement.name, announcement.audio.file, announcement.video.image,
+                                        announcement.video.text};
+    if (announcement.video.variable)
+        texts.emplace_back(announcement.video.variable->name);
+    texts.insert(texts.end(), announcement.house.tags.begin(), announcement.house.tags.end());
+    for (const std::string_view text : texts) {
+        if (!IsKept(text))
+            throw ApiError(
+                400, "a text of the announcement holds a character that cannot be kept",
+                "no control characters but tab, line feed and carriage return, and no U+FFFE or U+FFFF");
+    }
+}
+
+/// Throws when the body gives another id than this one.
+void RequireId(const nlohmann::json& json, std::uint32_t given, std::uint32_t id, const std::string& path) {
+    const auto place = json.find("id");
+    if (place != json.end() && !place->is_null() && given != id)
+        throw ApiError(400, fields::Place(fields::Place(path), "id").Text() + " is not the announcement's",
+                       id != 0 ? std::to_string(id) + ", or nothing" : "no id: the agent chooses it");
+}
+
+} // namespace
+
+const Object& TableOf(For<Audio> /*type*/) {
+    static const Object kTable(
+        "AnnouncementAudio", Audio(),
+        {Member<&Audio::file>("file", "A sound of the media folder, without .wav; empty for none")
+             .AtMostBytes(announcement_json::kMaxText),
+         Member<&Audio::delayMs>("delay_ms")});
+    return kTable;
+}
+
+const Object& TableOf(For<Binding> /*type*/) {
+    static const Object kTable("VariableBinding", Binding(),
+                               {Member<&Binding::device>("device").Between(1, kMaxId).Required(),
+                                Member<&Binding::variable>("variable").Between(1, kMaxId).Required(),
+                                Member<&Binding::name>("name").AtMostBytes(announcement_json::kMaxText)});
+    return kTable;
+}
+
+const Object& TableOf(For<Video> /*type*/) {
+    using announcement_json::kMaxText;
+    static const Object kTable(
+        "AnnouncementVideo", Video(),
+        {Member<&Video::image>("image", "A file of the media folder, or an http(s) address; empty for none")
+             .AtMostBytes(kMaxText),
+         Member<&Video::text>("text").AtMostBytes(kMaxText), Member<&Video::delayMs>("delay_ms"),
+         Member<&Video::timeoutMs>("timeout_ms", "How long the popup stands; 0 means 30000"),
+         Member<&Video::hasOkButton>("ok_button"),
+         Member<&Video::variable>("variable", "The message follows this variable's value")});
+    return kTable;
+}
+
+const Object& TableOf(For<Room> /*type*/) {
+    static const Object kTable("AnnouncementRoom", Room(),
+                               {Member<&Room::id>("id").Between(1, kMaxId).Required(), RoomVolume()});
+    return kTable;
+}
+
+const Object& TableOf(For<Navigator> /*type*/) {
+    static const Object kTable = [] {
+        auto rows = PlaceOfNavigator();
+        rows.insert(rows.begin(), Member<&Navigator::id>("id").Between(1, kMaxId).Required());
+        return Object("AnnouncementNavigator", Navigator(), rows);
+    }();
+    return kTable;
+}
+
+const Object& TableOf(For<Announcement> /*type*/) {
+    using announcement_json::kMaxTargets;
+    static const Object kTable(
+        "Announcement", Announcement(),
+        {Member<&Announcement::id>("id", "May be left out, or is that of the address: the agent chooses it"),
+         Member<&Announcement::name>("name").AtMostBytes(announcement_json::kMaxText).Required(),
+         Member<&Announcement::audio>("audio"), Member<&Announcement::video>("video"),
+         Member<&Announcement::rooms>("rooms").AtMostEntries(kMaxTargets).EachOnce(),
+         Member<&Announcement::navigators>("navigators").AtMostEntries(kMaxTargets).EachOnce(),
+         Member<&Announcement::house, &HouseAddition::tags>("tags", "Words to find it by; left out for none")
+             .AtMostEntries(announcement_json::kMaxTags)
+             .AtMostBytes(announcement_json::kMaxTag)
+             .EachOnce()
+             .LeftOutWhenEmpty()});
+    return kTable;
+}
+
+namespace announcement_json {
+
+const Object& RoomVolumeTable() {
+    static const Object kTable("AnnouncementRoomVolume", Room(), {RoomVolume()});
+    return kTable;
+}
+
+const Object& NavigatorPlaceTable() {
+    static const Object kTable("AnnouncementNavigatorPlace", Navigator(), PlaceOfNavigator());
+    return kTable;
+}
+
+void Append(std::string& out, const Announcement& announcement) {
+    fields::Append(out, announcement);
+}
+
+std::string ToText(const Announcement& announcement) {
+    std::string text;
+    text.reserve(512);
+    Append(text, announcement);
+    return text;
+}
+
+Announcement Read(const nlohmann::json& json, std::uint32_t id, const std::string& path) {
+    auto announcement = fields::Read<Announcement>(json, path);
+    RequireId(json, announcement.id, id, path);
+    RequireKept(announcement);
+    announcement.id = id;
+    return announcement;
+}
+
+Room ReadRoom(const nlohmann::json& json, std::uint32_t id) {
+    Room room;
+    RoomVolumeTable().Read(json, fields::Place(""), {}, &room);
+    room.id = id;
+    return room;
+}
+
+Navigator ReadNavigator(const nlohmann::json& json, std::uint32_t id) {
+    Navigator navigator;
+    NavigatorPlaceTable().Read(json, fields::Place(""), {}, &navigator);
+    navigator.id = id;
+    return navigator;
+}
+
+} // namespace announcement_json
+
+} // namespace controller

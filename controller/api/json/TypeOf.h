@@ -1,0 +1,139 @@
+#pragma once
+
+#include "controller/api/json/FieldType.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+namespace controller::fields {
+
+/// Chooses among the functions `const Object& TableOf(For<Value>)`, which stand in the type's own namespace.
+template <class Value>
+struct For {};
+
+/// How values of this type are written, read and described.
+template <class Value>
+const Type& TypeOf();
+
+template <class Number>
+class NumberOf final : public NumberType {
+    using Range = std::numeric_limits<Number>;
+    static constexpr auto kMost = std::uint64_t{std::numeric_limits<std::int64_t>::max()};
+
+public:
+    NumberOf()
+        : NumberType(Range::min(),
+                     static_cast<std::int64_t>(std::min(kMost, static_cast<std::uint64_t>(Range::max())))) {}
+    void Write(std::string& out, const void* value) const override {
+        char digits[std::numeric_limits<Number>::digits10 + 2];
+        const auto end =
+            std::to_chars(digits, digits + sizeof digits, *static_cast<const Number*>(value)).ptr;
+        out.append(digits, static_cast<std::size_t>(end - digits));
+    }
+    [[nodiscard]] std::string KeyOf(const void* value) const override {
+        return std::to_string(*static_cast<const Number*>(value));
+    }
+
+private:
+    void Set(void* value, std::int64_t number) const override {
+        *static_cast<Number*>(value) = static_cast<Number>(number);
+    }
+};
+
+template <class Entry>
+class ListOf final : public ListType {
+    using List = std::vector<Entry>;
+    const Type& Entries() const override { return TypeOf<Entry>(); }
+    std::size_t Size(const void* list) const override { return static_cast<const List*>(list)->size(); }
+    const void* At(const void* list, std::size_t index) const override {
+        return &(*static_cast<const List*>(list))[index];
+    }
+    void* Add(void* list) const override { return &static_cast<List*>(list)->emplace_back(); }
+};
+
+template <class Value>
+class MaybeOf final : public MaybeType {
+    using Maybe = std::optional<Value>;
+    const Type& Inner() const override { return TypeOf<Value>(); }
+    const void* Get(const void* value) const override {
+        const auto& maybe = *static_cast<const Maybe*>(value);
+        return maybe ? &*maybe : nullptr;
+    }
+    void* Fill(void* value) const override { return &static_cast<Maybe*>(value)->emplace(); }
+};
+
+/// Another form of a value, made where it is written.
+template <auto Function, class Owner>
+class MadeOf final : public GivenType {
+    using Value = std::decay_t<decltype(Function(std::declval<const Owner&>()))>;
+    static Value Make(const void* owner) { return Function(*static_cast<const Owner*>(owner)); }
+
+public:
+    void Write(std::string& out, const void* owner) const override {
+        const Value value = Make(owner);
+        TypeOf<Value>().Write(out, &value);
+    }
+    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
+        TypeOf<Value>().Describe(schema, limits, components);
+    }
+    [[nodiscard]] bool IsEmpty(const void* owner) const override {
+        const Value value = Make(owner);
+        return TypeOf<Value>().IsEmpty(&value);
+    }
+};
+
+/// What a shared pointer leads to, which is never null here.
+template <class Value>
+class SharedOf final : public GivenType {
+public:
+    void Write(std::string& out, const void* pointer) const override {
+        TypeOf<Value>().Write(out, static_cast<const std::shared_ptr<const Value>*>(pointer)->get());
+    }
+    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
+        TypeOf<Value>().Describe(schema, limits, components);
+    }
+};
+
+/// Which of these a type is.
+template <class Value>
+struct KindOf {
+    static const Type& Get() { return TableOf(For<Value>{}); }
+};
+template <class Kind>
+struct Shared {
+    static const Type& Get() {
+        static const Kind kType;
+        return kType;
+    }
+};
+template <>
+struct KindOf<bool> : Shared<TruthType> {};
+template <>
+struct KindOf<std::string> : Shared<TextType> {};
+template <>
+struct KindOf<std::chrono::system_clock::time_point> : Shared<TimeType> {};
+template <>
+struct KindOf<std::int32_t> : Shared<NumberOf<std::int32_t>> {};
+template <>
+struct KindOf<std::uint32_t> : Shared<NumberOf<std::uint32_t>> {};
+template <>
+struct KindOf<std::int64_t> : Shared<NumberOf<std::int64_t>> {};
+template <>
+struct KindOf<std::uint64_t> : Shared<NumberOf<std::uint64_t>> {};
+template <class Entry>
+struct KindOf<std::vector<Entry>> : Shared<ListOf<Entry>> {};
+template <class Value>
+struct KindOf<std::optional<Value>> : Shared<MaybeOf<Value>> {};
+template <class Value>
+struct KindOf<std::shared_ptr<const Value>> : Shared<SharedOf<Value>> {};
+
+template <class Value>
+const Type& TypeOf() {
+    return KindOf<Value>::Get();
+}
+
+} // namespace controller::fields
