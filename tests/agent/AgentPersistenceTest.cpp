@@ -68,8 +68,17 @@ TEST_F(AgentPersistenceTest, InitializingAgainAddsToWhatIsThere) {
     EXPECT_EQ(Saved(), Stored(SilentWritten("1") + SilentWritten("2")));
 }
 
+TEST_F(AgentPersistenceTest, TheHelperIsFetchedAnewForEachChild) {
+    const Lines child{"VqBaseDriver.GetHelper()",
+                      "IInstanceManager.QueryInterface({731E9F66-23F5-4100-AA7B-C3F189BAABFD})",
+                      "IInstanceManager.QueryInterface({6AF43241-ECD9-4DFF-9F14-3E7194FFE2D4})"};
+    m_host.log.ShowLookUps();
+    EXPECT_EQ(CallsOf([&] { Load(Stored(Silent("1") + Silent("2"))); }), Join({child, child}));
+    EXPECT_EQ(CallsOf([&] { Load(Stored("")); }), Lines{});
+}
+
 TEST_F(AgentPersistenceTest, AFailureWhileReadingKeepsWhatWasReadAndLeavesInitialize) {
-    m_host.log.ThrowAtCall(3); // the second announcement's look-up of the device manager
+    m_host.log.ThrowAtCall(5); // the second announcement's look-up of the device manager
     EXPECT_THROW(Load(Stored(Silent("1") + Silent("2") + Silent("3"))), std::string);
     EXPECT_EQ(Saved(), Stored(SilentWritten("1")));
 }

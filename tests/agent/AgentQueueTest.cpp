@@ -141,10 +141,10 @@ TEST_F(AgentQueueTest, TheCallbacksBehaveTheSameThroughBothFaces) {
 
 TEST_F(AgentQueueTest, ACallbackMadeDuringTheEventReachesTheAnnouncementThatStarts) {
     Start("<s><a><id>1</id><name>1</name><rooms><room><id>12</id></room></rooms><navigators/></a></s>");
-    m_host.driverHost.onEvent = [this] {
+    m_host.log.WhenCalled("VqBaseDriver.FireEvent", [this] {
         EXPECT_TRUE(m_host.Face()->IsRoomInCurrentAnnouncement(12));
         m_host.Face()->AudioStreamCreated();
-    };
+    });
     EXPECT_EQ(
         CallsOf([&] { Execute("1"); }),
         (Lines{"VqBaseDriver.AddTimer(1000, 1) = 1", "VqBaseDriver.FireEvent(1)",
@@ -154,11 +154,10 @@ TEST_F(AgentQueueTest, ACallbackMadeDuringTheEventReachesTheAnnouncementThatStar
 
 TEST_F(AgentQueueTest, ACommandSentDuringTheEventFindsTheAnnouncementPlaying) {
     Start(Stored(Silent("1") + Silent("2")));
-    m_host.driverHost.onEvent = [this] {
-        m_host.driverHost.onEvent = nullptr;
+    m_host.log.WhenCalled("VqBaseDriver.FireEvent", [this] {
         Execute("1");
         Execute("2");
-    };
+    });
     EXPECT_EQ(CallsOf([&] { Execute("1"); }), Started("1", "1"));
     EXPECT_TRUE(m_agent->IsAnnouncementInQueue(2));
     EXPECT_FALSE(m_agent->IsAnnouncementInQueue(1));

@@ -1,5 +1,6 @@
 #include "agent/AnnouncementAgent.h"
 #include "tests/host/Slots.h"
+#include "tests/support/AgentTest.h"
 #include "tests/support/AnnouncementTest.h"
 
 #include <gtest/gtest.h>
@@ -94,10 +95,41 @@ TEST(AgentSlotsTest, BaseDriverIsTheFirstBaseAndTheAgentFaceTheSecond) {
 }
 
 TEST(AgentSlotsTest, OverridesStandInTheBaseDriversSlots) {
-    // In the agent's table they keep their place; its own face comes behind all of the base's.
+    // In the agent's table they keep their place.
     EXPECT_EQ(Slots(&AnnouncementAgent::Initialize, &AnnouncementAgent::GetPersistState,
                     &AnnouncementAgent::OnTimerExpired, &AnnouncementAgent::RegisterCommands),
               (std::vector<std::size_t>{17, 29, 57, 59}));
+}
+
+TEST(AgentSlotsTest, ItsFacesOperationsStandBehindAllOfTheBaseDrivers) {
+    EXPECT_EQ(Slots(&AnnouncementAgent::AudioStreamCreated, &AnnouncementAgent::AudioAnnouncementComplete,
+                    &AnnouncementAgent::IsRoomInCurrentAnnouncement),
+              Consecutive(3, 63));
+}
+
+class AgentTableTest : public AgentTest {
+protected:
+    template <class Function>
+    Function Entry(std::size_t slot) const {
+        return TableEntry<Function>(static_cast<const VqBaseDriver*>(m_agent.get()), slot);
+    }
+};
+
+TEST_F(AgentTableTest, ItsFacesOperationsAreReachedThroughThePrimaryTable) {
+    using Callback = void (*)(void*);
+    using Question = bool (*)(void*, std::uint32_t);
+    Start("<s><a><id>1</id><rooms><room><id>12</id></room></rooms><navigators/></a></s>");
+    Execute("1");
+
+    EXPECT_EQ(CallsOf([&] { Entry<Callback>(63)(m_agent.get()); }),
+              (Lines{"ITimerManager.KillTimer(0)", "IRoomProxy.SetUpAudio(12)",
+                     "ITimerManager.AddTimer(1, 2) = 2"}));
+    EXPECT_EQ(CallsOf([&] { Entry<Callback>(64)(m_agent.get()); }),
+              (Lines{"ILogger.Log(6, Announcement audio complete - Delaying to ensure that the client has "
+                     "finished.)",
+                     "ITimerManager.KillTimer(0)", "ITimerManager.AddTimer(2, 2) = 3"}));
+    EXPECT_TRUE(Entry<Question>(65)(m_agent.get(), 12));
+    EXPECT_FALSE(Entry<Question>(65)(m_agent.get(), 13));
 }
 
 class AnnouncementSlotsTest : public AnnouncementTest {};

@@ -7,6 +7,11 @@ vq::auto_com<ICmdMessage> FakeHelper::CreateCmdMessage(const std::string& name) 
     return CmdMessage::Create(name);
 }
 
+const IDriverHelperV2& FakeDriverHost::GetHelper(const VqBaseDriver& /*driver*/) {
+    m_log.LookUp("VqBaseDriver.GetHelper()");
+    return helper;
+}
+
 std::uint32_t FakeDriverHost::AddTimer(VqBaseDriver& driver, std::uint32_t interval, std::uint32_t unit) {
     return m_timers.AddDriverTimer(driver, interval, unit);
 }
@@ -17,8 +22,6 @@ void FakeDriverHost::ForgetDriver(VqBaseDriver& driver) noexcept {
 
 void FakeDriverHost::FireEvent(std::uint32_t eventId) {
     m_log.Call("VqBaseDriver.FireEvent(" + std::to_string(eventId) + ")");
-    if (onEvent)
-        onEvent();
 }
 
 void FakeDriverHost::LogMessage(unsigned level, const char* text) {

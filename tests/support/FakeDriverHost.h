@@ -5,7 +5,6 @@
 #include "tests/support/FakeTimers.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 /// Hands out the agent's device id and makes its outgoing messages.
@@ -27,7 +26,7 @@ class FakeDriverHost final : public IDriverHost {
 public:
     FakeDriverHost(CallLog& log, FakeTimers& timers) : helper(log), m_log(log), m_timers(timers) {}
 
-    [[nodiscard]] const IDriverHelperV2& GetHelper(const VqBaseDriver& /*driver*/) override { return helper; }
+    [[nodiscard]] const IDriverHelperV2& GetHelper(const VqBaseDriver& driver) override;
     std::uint32_t AddTimer(VqBaseDriver& driver, std::uint32_t interval, std::uint32_t unit) override;
     void ForgetDriver(VqBaseDriver& driver) noexcept override;
     void FireEvent(std::uint32_t eventId) override;
@@ -37,7 +36,6 @@ public:
     void HandlerMissing(const std::string& name) override;
 
     FakeHelper helper;
-    std::function<void()> onEvent; ///< what the host does while the agent fires an event
 
 private:
     CallLog& m_log;

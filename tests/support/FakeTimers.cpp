@@ -35,7 +35,7 @@ void FakeTimers::KillTimer(std::uint32_t& timerId) {
     const std::uint32_t id = timerId;
     if (id != 0)
         Remove([id](const Pending& pending) { return pending.id == id; });
-    timerId = 0;
+    timerId = idLeftByKill;
     m_log.Call("ITimerManager.KillTimer(" + std::to_string(id) + ")");
 }
 

@@ -22,6 +22,8 @@ public:
 
     /// The owners whose timers were all cancelled, in order.
     std::vector<const ITimerManagerCallback*> ownersCancelled;
+    /// What `KillTimer` stores in place of the id.
+    std::uint32_t idLeftByKill = 0;
 
     std::uint32_t AddDriverTimer(VqBaseDriver& driver, std::uint32_t interval, std::uint32_t unit);
     void ForgetDriver(const VqBaseDriver& driver) noexcept;
