@@ -1,6 +1,8 @@
 #include "agent/AnnouncementAgent.h"
 
-#include <boost/bind/bind.hpp>
+// The spelling of the placeholder that every Boost from 1.53 on understands.
+#define BOOST_BIND_GLOBAL_PLACEHOLDERS
+#include <boost/bind.hpp>
 
 VqBaseDriver* AnnouncementAgent::Create(IInstanceManager& instances) {
     return new AnnouncementAgent(instances);
@@ -28,13 +30,12 @@ void AnnouncementAgent::Initialize(std::uint32_t reason,
 }
 
 void AnnouncementAgent::RegisterCommands() {
-    GetCmdDispatcher().RegisterCmd1(
-        "execute_announcement",
-        boost::bind(&AnnouncementAgent::OnCmdExecuteAnnouncement, this, boost::placeholders::_1));
+    GetCmdDispatcher().RegisterCmd1("execute_announcement",
+                                    boost::bind(&AnnouncementAgent::OnCmdExecuteAnnouncement, this, _1));
     GetCmdDispatcher().RegisterCmd0("ANNOUNCEMENT_DISMISSED",
                                     boost::bind(&AnnouncementAgent::OnCmdAnnouncementDismissed, this));
     const auto request = [this](const char* name, Handler handler) {
-        GetUICmdDispatcher().RegisterUICmd(name, boost::bind(handler, this, boost::placeholders::_1));
+        GetUICmdDispatcher().RegisterUICmd(name, boost::bind(handler, this, _1));
     };
     request("add_announcement", &AnnouncementAgent::OnReqAddAnnouncement);
     request("remove_announcement", &AnnouncementAgent::OnReqRemoveAnnouncement);

@@ -7,7 +7,8 @@
 
 namespace {
 
-/// The line that the host's assertion log knows the check in the message constructor by.
+/// Reported with the check of the message's text: a number of its own that stays, so that the host's reports
+/// can be told apart.
 constexpr int kNoDocumentLine = 37;
 
 void Log(const IInstanceManager& instances, LogLevel level, const std::string& text) {

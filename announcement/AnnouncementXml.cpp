@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The line that the host's assertion log knows the check for "navigators" by.
+/// Reported with the check for "navigators": a number of its own that stays.
 constexpr int kNoNavigatorsLine = 473;
 
 /// Appends an element of that name holding each target's own element.

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-/// The helper, as later hosts offer it.
+/// The helper as announcements need it, which report a change of their own under the driver's device id;
+/// rooms and navigators only make messages.
 class IDriverHelperV2 : public IDriverHelper {
 public:
     /// The id of the driver's own device.

@@ -177,6 +177,35 @@ TEST_F(AnnouncementOrderTest, DismissClearsItsTimerItselfBeforeThePopupsAreHidde
     EXPECT_EQ(CallsOf([&] { announcement->OnTimerExpired(77, 0); }), Lines{});
 }
 
+// Answers that the host gives from inside its own calls come before the watchdog, which knows nothing of
+// them.
+
+TEST_F(AnnouncementOrderTest, AStreamReportedInsideCreateStreamIsStillWatchedAndTheAudioRestoredTooSoon) {
+    const Pointer announcement =
+        FromXml("<a><audio><file>f</file><delay>4000</delay></audio>" + kRooms + "<navigators/></a>");
+    m_host.log.WhenCalled("IDigitalAudio.CreateStream", [&] { announcement->AudioStreamCreated(); });
+    announcement->Execute();
+    EXPECT_EQ(CallsOf([&] { m_host.Advance(3000); }),
+              (Lines{"timer 2", kRestoringAudio, "IRoomProxy.RestoreAudioState(12)",
+                     "IRoomProxy.RestoreAudioState(13)", "IDigitalAudio.ReleaseStream()"}));
+    EXPECT_EQ(
+        CallsOf([&] { m_host.Advance(1000); }),
+        (Lines{"timer 1", "IRoomProxy.SetAudioVolume(12, 40)", "IRoomProxy.SetAudioVolume(13, 20)",
+               "ILogger.Log(6, Announcement playing audio)",
+               "IDigitalAudio.PlayFile(/media/announcements/f.wav)", "ITimerManager.AddTimer(20, 2) = 3"}));
+}
+
+TEST_F(AnnouncementOrderTest, AnEndReportedInsidePlayFileSettlesAsLongAsTheFileIsWatched) {
+    const Pointer announcement = WithAudio();
+    m_host.log.WhenCalled("IDigitalAudio.PlayFile", [&] { announcement->AudioAnnouncementComplete(); });
+    announcement->AudioStreamCreated();
+    m_host.Advance(500);
+    EXPECT_EQ(CallsOf([&] { m_host.Advance(19999); }), Lines{"timer 2"}); // the 2 s, for nobody
+    EXPECT_EQ(CallsOf([&] { m_host.Advance(1); }),
+              (Lines{"timer 3", kRestoringAudio, "IRoomProxy.RestoreAudioState(12)",
+                     "IRoomProxy.RestoreAudioState(13)", "IDigitalAudio.ReleaseStream()"}));
+}
+
 // A timer that does not run has the id 0, and so does this expiry.
 
 TEST_F(AnnouncementOrderTest, AnExpiryOfTimerZeroIsTakenByTheFirstTimerThatDoesNotRun) {

@@ -83,7 +83,7 @@ TEST(InterfaceSlotsTest, CommandMessageIsCountedNamedReadAndFilledInOrder) {
               Consecutive(7));
 }
 
-TEST(InterfaceSlotsTest, HelperOfLaterHostsAddsTheDeviceIdBehindMakingMessages) {
+TEST(InterfaceSlotsTest, HelperOfAnnouncementsHasTheDeviceIdBehindMakingMessages) {
     EXPECT_EQ(Slots(&IDriverHelper::CreateCmdMessage), Consecutive(1));
     EXPECT_EQ(Slots(&IDriverHelperV2::CreateCmdMessage, &IDriverHelperV2::GetDeviceId), Consecutive(2));
 }

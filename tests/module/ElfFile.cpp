@@ -19,19 +19,35 @@ ElfFile::ElfFile(const std::string& file) {
 }
 
 std::vector<std::string> ElfFile::ExportedSymbols() const {
+    return Symbols([](const ElfW(Sym) & symbol) {
+        const auto binding = ELF64_ST_BIND(symbol.st_info); // the same for both word sizes
+        const auto visibility = ELF64_ST_VISIBILITY(symbol.st_other);
+        return symbol.st_shndx != SHN_UNDEF && symbol.st_shndx != SHN_ABS && binding != STB_LOCAL &&
+               (visibility == STV_DEFAULT || visibility == STV_PROTECTED);
+    });
+}
+
+std::vector<std::string> ElfFile::ImportedSymbols() const {
+    return Symbols(
+        [](const ElfW(Sym) & symbol) { return symbol.st_shndx == SHN_UNDEF && symbol.st_name != 0; });
+}
+
+template <class Predicate>
+std::vector<std::string> ElfFile::Symbols(Predicate isWanted) const {
     std::vector<std::string> names;
     const auto section = Section(SHT_DYNSYM);
     if (!section)
         return names;
     for (const auto& symbol : Table<ElfW(Sym)>(*section)) {
-        const auto binding = ELF64_ST_BIND(symbol.st_info); // the same for both word sizes
-        const auto visibility = ELF64_ST_VISIBILITY(symbol.st_other);
-        if (symbol.st_shndx != SHN_UNDEF && symbol.st_shndx != SHN_ABS && binding != STB_LOCAL &&
-            (visibility == STV_DEFAULT || visibility == STV_PROTECTED))
+        if (isWanted(symbol))
             names.push_back(Text(m_sections.at(section->sh_link), symbol.st_name));
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+bool ElfFile::Holds(const std::string& text) const {
+    return m_bytes.find(std::string(text.c_str(), text.size() + 1)) != std::string::npos;
 }
 
 std::vector<std::string> ElfFile::NeededLibraries() const {
