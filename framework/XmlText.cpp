@@ -24,19 +24,6 @@ std::string_view Escape(char character) noexcept {
     }
 }
 
-void AppendEscaped(std::string& out, std::string_view text) {
-    std::size_t written = 0;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        const std::string_view escape = Escape(text[index]);
-        if (escape.empty())
-            continue;
-        out += text.substr(written, index - written);
-        out += escape;
-        written = index + 1;
-    }
-    out += text.substr(written);
-}
-
 /// Writes the element up to its children; says whether it has any.
 bool AppendOpening(std::string& out, const XmlNode& node) {
     out += '<';
@@ -47,7 +34,7 @@ bool AppendOpening(std::string& out, const XmlNode& node) {
         return false;
     }
     out += '>';
-    AppendEscaped(out, node.GetValue());
+    AppendXmlEscaped(out, node.GetValue());
     return hasChildren;
 }
 
@@ -78,6 +65,19 @@ const XmlNode* Advance(std::string& out, std::vector<OpenElement>& open) {
 }
 
 } // namespace
+
+void AppendXmlEscaped(std::string& out, std::string_view text) {
+    std::size_t written = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const std::string_view escape = Escape(text[index]);
+        if (escape.empty())
+            continue;
+        out += text.substr(written, index - written);
+        out += escape;
+        written = index + 1;
+    }
+    out += text.substr(written);
+}
 
 std::string ToXmlText(const VqXML::INode& node) {
     std::string out;

@@ -45,12 +45,17 @@ struct Announcement {
     };
 
     std::uint32_t id = 0; ///< by which the agent knows it; 0 for one that is not stored yet
+    /// The id that its XML carries, where that is another one: by it the agent knows it after the next start.
+    std::optional<std::uint32_t> carriedId;
     std::string name;
     Audio audio;
     Video video;
     std::vector<Room> rooms;           ///< by id
     std::vector<Navigator> navigators; ///< by id
     HouseAddition house;
+    /// Another one when people have changed the announcement; given by `Announcements`, as an ETag is
+    /// written.
+    std::string tag;
 };
 
 using AnnouncementPointer = std::shared_ptr<const Announcement>;

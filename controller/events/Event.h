@@ -4,10 +4,13 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <variant>
 
 namespace controller {
+
+struct Announcement;
 
 /// What happens in the house, one structure a kind. Ids are those of the house file and of the agent.
 namespace events {
@@ -27,9 +30,10 @@ struct AnnouncementEnded {
     std::uint32_t announcement = 0;
 };
 
-/// A request has stored or changed an announcement.
+/// Somebody has stored or changed an announcement.
 struct AnnouncementStored {
     std::uint32_t announcement = 0;
+    std::shared_ptr<const Announcement> now = nullptr; ///< as it is
 };
 
 struct AnnouncementRemoved {
