@@ -1,11 +1,11 @@
 #include "announce/Program.h"
 
-#include "announce/Session.h"
+#include "announce/basics/TextWidth.h"
 #include "announce/client/Settings.h"
+#include "announce/commands/Commands.h"
 #include "announce/commands/Watch.h"
 #include "announce/definitions/CommandLine.h"
 #include "announce/documents/HelpText.h"
-#include "announce/output/TextWidth.h"
 
 #include <exception>
 
@@ -21,18 +21,18 @@ void RequireUtf8(const std::vector<std::string>& words) {
     }
 }
 
-ExitStatus Help(const CommandLine& line, Output& output) {
+std::string HelpOf(const CommandTable& commands, const CommandLine& line) {
     if (line.command != nullptr)
-        output.Raw(help_text::OfCommand(*line.command));
-    else
-        output.Raw(line.group.empty() ? help_text::OfProgram() : help_text::OfGroup(line.group));
-    return ExitStatus::Done;
+        return help_text::OfCommand(commands, *line.command);
+    return line.group.empty() ? help_text::OfProgram(commands) : help_text::OfGroup(commands, line.group);
 }
 
-ExitStatus Run(const CommandLine& line, Output& output) {
-    if (line.wantsHelp)
-        return Help(line, output);
-    if (line.wantsVersion) {
+ExitStatus Run(const CommandTable& commands, const CommandLine& line, Output& output) {
+    if (line.WantsHelp()) {
+        output.Raw(HelpOf(commands, line));
+        return ExitStatus::Done;
+    }
+    if (line.WantsVersion()) {
         output.Line("announce " ANNOUNCE_VERSION);
         return ExitStatus::Done;
     }
@@ -41,7 +41,7 @@ ExitStatus Run(const CommandLine& line, Output& output) {
                       "announce " + line.group + (line.group.empty() ? "" : " ") +
                           "COMMAND; --help lists them");
     ApiClient client(FindConnection(line.arguments));
-    Session session{client, output, line.arguments};
+    Session session{commands, client, output, line.arguments};
     return line.arguments.Has("watch") ? Watch(session, *line.command) : line.command->run(session);
 }
 
@@ -58,9 +58,10 @@ int TellFailure(const Failure& failure) {
 int RunProgram(const std::vector<std::string>& words) {
     try {
         RequireUtf8(words);
-        const CommandLine line = ReadCommandLine(words);
+        const CommandTable commands = AllCommands();
+        const CommandLine line = ReadCommandLine(commands, words);
         Output output(Terminal::Of(STDOUT_FILENO), line.arguments.Has("json"));
-        const ExitStatus status = Run(line, output);
+        const ExitStatus status = Run(commands, line, output);
         output.Flush();
         return static_cast<int>(status);
     } catch (const Interrupted&) {

@@ -11,7 +11,7 @@ foreach(file IN ITEMS changelog announcement-controller.1)
 endforeach()
 set(announce_manual ${PROJECT_BINARY_DIR}/announce/announce.1)
 add_custom_command(OUTPUT announce.1.gz COMMAND ${GZIP} -9nc ${announce_manual} > announce.1.gz
-    DEPENDS announce_documents ${announce_manual})
+    DEPENDS announce_pages ${announce_manual})
 add_custom_target(controller_package_texts ALL DEPENDS changelog.gz announcement-controller.1.gz announce.1.gz)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz debian/copyright ${PROJECT_SOURCE_DIR}/CHANGELOG.md
     DESTINATION ${CONTROLLER_DOC} COMPONENT controller)

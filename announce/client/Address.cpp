@@ -1,9 +1,9 @@
 #include "announce/client/Address.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/Numbers.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace {
 
@@ -23,11 +23,10 @@ bool TakeOff(std::string& text, const std::string& prefix) {
 }
 
 std::uint16_t ReadPort(const std::string& address, const std::string& text) {
-    std::uint16_t port = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), port);
-    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || port == 0)
+    const long port = WholeNumber(text).value_or(0);
+    if (port < 1 || port > 65535)
         Refuse(address, "\"" + text + "\" is no port from 1 to 65535");
-    return port;
+    return static_cast<std::uint16_t>(port);
 }
 
 /// Splits HOST and PORT; an IPv6 address with a port stands in brackets.

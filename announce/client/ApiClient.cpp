@@ -17,15 +17,18 @@ Json Parsed(const HttpAnswer& answer, const Connection& connection) {
     return value;
 }
 
-HttpQuestion Question(const char* method, const std::string& path, const Json* body = nullptr) {
+HttpQuestion Question(const char* method, const std::string& path) {
     HttpQuestion question;
     question.method = method;
     question.target = path;
-    if (body != nullptr) {
-        question.contentType = "application/json";
-        // A text that is not UTF-8 is refused where it comes in; what is left is not worth an exception.
-        question.body = body->dump(-1, ' ', false, Json::error_handler_t::replace);
-    }
+    return question;
+}
+
+HttpQuestion Question(const char* method, const std::string& path, const Json& body) {
+    HttpQuestion question = Question(method, path);
+    question.contentType = "application/json";
+    // A text that is not UTF-8 is refused where it comes in; what is left is not worth an exception.
+    question.body = body.dump(-1, ' ', false, Json::error_handler_t::replace);
     return question;
 }
 
@@ -57,11 +60,11 @@ Json ApiClient::Get(const std::string& path) {
 }
 
 Json ApiClient::Post(const std::string& path, const Json& body) {
-    return Parsed(Send(Question("POST", path, &body)), m_connection);
+    return Parsed(Send(Question("POST", path, body)), m_connection);
 }
 
 Json ApiClient::Put(const std::string& path, const Json& body) {
-    return Parsed(Send(Question("PUT", path, &body)), m_connection);
+    return Parsed(Send(Question("PUT", path, body)), m_connection);
 }
 
 void ApiClient::Delete(const std::string& path) {
@@ -74,7 +77,7 @@ ApiClient::Tagged ApiClient::GetTagged(const std::string& path) {
 }
 
 Json ApiClient::PutOver(const std::string& path, const Json& body, const std::string& etag) {
-    HttpQuestion question = Question("PUT", path, &body);
+    HttpQuestion question = Question("PUT", path, body);
     question.ifMatch = etag;
     return Parsed(Send(question), m_connection);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/Json.h"
+#include "announce/basics/Json.h"
 #include "announce/client/Connection.h"
 #include "announce/client/EventLoop.h"
 #include "announce/client/EventStream.h"

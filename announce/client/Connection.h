@@ -9,8 +9,8 @@
 struct Connection {
     Address address;
     std::string token; ///< empty for none
-    std::string
-        caFile; ///< PEM file of the authorities to trust in place of the system's; empty for the system's
+    /// PEM file of the authorities to trust in place of the system's; empty for the system's.
+    std::string caFile;
     std::chrono::seconds patience{10}; ///< with the connection, until it stands
     std::string otherAddress;          ///< for people: where another address could be given
 };

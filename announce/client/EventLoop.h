@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>

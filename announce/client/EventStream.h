@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/Json.h"
+#include "announce/basics/Json.h"
 #include "announce/client/Connection.h"
 #include "announce/client/EventLoop.h"
 
@@ -12,9 +12,6 @@ class EventStream {
 public:
     /// Connects. Throws Failure: NoConnection, or what the controller answers instead.
     EventStream(EventLoop& loop, const Connection& connection);
-    EventStream(EventStream&&) noexcept;
-    EventStream& operator=(EventStream&&) = delete;
-    ~EventStream();
 
     /// The next event; the first one is of type "state". Throws Failure (NoConnection) when the connection
     /// ends.
@@ -23,8 +20,13 @@ public:
     /// The same, or nothing when none comes for so long.
     [[nodiscard]] std::optional<Json> Next(EventLoop::Duration longest);
 
-    class Implementation;
+    struct Inbox;
 
 private:
-    std::unique_ptr<Implementation> m_implementation;
+    [[nodiscard]] bool HasSome() const;
+
+    EventLoop& m_loop;
+    std::string m_address; ///< for people
+    std::shared_ptr<Inbox> m_inbox;
+    std::shared_ptr<void> m_socket; ///< whatever it runs over; its end ends the reading
 };

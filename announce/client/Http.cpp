@@ -4,7 +4,6 @@
 
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
-#include <boost/beast/ssl.hpp>
 
 #include <algorithm>
 
@@ -91,24 +90,9 @@ Converse(EventLoop& loop, Stream& stream, const Connection& connection, const Ht
             std::string(response[http::field::retry_after])};
 }
 
-HttpAnswer AskSecurely(EventLoop& loop, const Connection& connection, const HttpQuestion& question) {
-    auto tls = transport::MakeTls(connection);
-    beast::ssl_stream<beast::tcp_stream> stream(loop.Context(), tls);
-    transport::CheckName(stream.native_handle(), connection);
-    transport::Connect(loop, connection, stream.next_layer());
-    stream.next_layer().expires_after(connection.patience);
-    const error_code error = loop.Await(
-        [&](auto done) { stream.async_handshake(boost::asio::ssl::stream_base::client, std::move(done)); });
-    transport::RequireConnected(error, connection, stream.native_handle());
-    return Converse(loop, stream, connection, question);
-}
-
 } // namespace
 
 HttpAnswer Ask(EventLoop& loop, const Connection& connection, const HttpQuestion& question) {
-    if (connection.address.isSecure)
-        return AskSecurely(loop, connection, question);
-    beast::tcp_stream stream(loop.Context());
-    transport::Connect(loop, connection, stream);
-    return Converse(loop, stream, connection, question);
+    return transport::WithStream(loop, connection,
+                                 [&](auto stream) { return Converse(loop, stream, connection, question); });
 }

@@ -1,27 +1,39 @@
 #include "announce/client/Problem.h"
 
-#include "announce/Failure.h"
-#include "announce/Json.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/Json.h"
 
 namespace {
 
-ExitStatus StatusOf(unsigned status) {
-    switch (status) {
+struct Meaning {
+    ExitStatus status;
+    std::string advice; ///< what is to be done, where the controller cannot know it
+};
+
+Meaning MeaningOf(const HttpAnswer& answer) {
+    switch (answer.status) {
     case 401:
+        return {
+            ExitStatus::NotAllowed,
+            "a token by --token-file, ANNOUNCE_TOKEN or the configuration file; \"announcement-controller "
+            "token add\" makes one"};
     case 403:
-    case 429:
-        return ExitStatus::NotAllowed;
+        return {ExitStatus::NotAllowed, "a token with the right for this"};
     case 404:
-        return ExitStatus::NotFound;
+        return {ExitStatus::NotFound, ""};
     case 409:
+        return {ExitStatus::Conflict, ""};
     case 412:
-        return ExitStatus::Conflict;
+        return {ExitStatus::Conflict, "to look at it again, and to make the change once more"};
+    case 429:
+        return {ExitStatus::NotAllowed,
+                answer.retryAfter.empty() ? "to wait a moment" : "to wait for " + answer.retryAfter + " s"};
     case 503: // ends, or has no room: like one that does not answer, it may answer later
-        return ExitStatus::NoConnection;
+        return {ExitStatus::NoConnection, ""};
     case 507:
-        return ExitStatus::NotSaved;
+        return {ExitStatus::NotSaved, ""};
     default:
-        return status < 500 ? ExitStatus::Refused : ExitStatus::Failed;
+        return {answer.status < 500 ? ExitStatus::Refused : ExitStatus::Failed, ""};
     }
 }
 
@@ -30,33 +42,14 @@ std::string TextIn(const Json& problem, const char* member) {
     return place != problem.end() && place->is_string() ? place->get<std::string>() : "";
 }
 
-/// What is to be done, where the controller cannot know it.
-std::string Advice(const HttpAnswer& answer) {
-    switch (answer.status) {
-    case 401:
-        return "a token by --token-file, ANNOUNCE_TOKEN or the configuration file; \"announcement-controller "
-               "token "
-               "add\" makes one";
-    case 403:
-        return "a token with the right for this";
-    case 412:
-        return "to look at it again, and to make the change once more";
-    case 429:
-        return answer.retryAfter.empty() ? "to wait a moment" : "to wait for " + answer.retryAfter + " s";
-    default:
-        return "";
-    }
-}
-
 } // namespace
 
 void ThrowProblem(const HttpAnswer& answer) {
     const Json problem = Json::parse(answer.body, nullptr, false);
-    std::string message = TextIn(problem, "detail");
-    if (message.empty())
-        message = "the controller answers with status " + std::to_string(answer.status);
-    std::string right = Advice(answer);
-    if (right.empty())
-        right = TextIn(problem, "right");
-    throw Failure(StatusOf(answer.status), message, right);
+    const std::string detail = TextIn(problem, "detail");
+    const auto [status, advice] = MeaningOf(answer);
+    throw Failure(status,
+                  detail.empty() ? "the controller answers with status " + std::to_string(answer.status)
+                                 : detail,
+                  advice.empty() ? TextIn(problem, "right") : advice);
 }

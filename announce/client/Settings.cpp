@@ -1,9 +1,10 @@
 #include "announce/client/Settings.h"
 
-#include "announce/Failure.h"
-#include "announce/house/Names.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/Words.h"
 #include "announce/output/Output.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -15,13 +16,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-struct Configuration {
-    std::optional<std::string> address;
-    std::optional<std::string> token;
-    std::optional<std::string> tokenFile;
-    std::optional<std::string> ca;
-};
 
 std::optional<std::string> Environment(const char* name) {
     const char* const value = std::getenv(name);
@@ -62,31 +56,30 @@ Refuse(const fs::path& file, const YAML::Mark& mark, const std::string& why, con
     throw Failure(ExitStatus::Usage, file.string() + line + ": " + why, right);
 }
 
-Configuration ReadConfiguration(const fs::path& file) {
+/// Keys and values, which are found as those of the command line are.
+Arguments ReadConfiguration(const fs::path& file) {
     static const std::vector<std::string> kKeys{"address", "token", "token_file", "ca"};
-    Configuration read;
-    std::optional<std::string>* const places[] = {&read.address, &read.token, &read.tokenFile, &read.ca};
+    Arguments::Values read;
     YAML::Node root;
     try {
         root = YAML::LoadFile(file.string());
     } catch (const YAML::BadFile&) {
         throw Failure(ExitStatus::Usage, file.string() + " cannot be read");
     } catch (const YAML::Exception& error) {
-        Refuse(file, error.mark, error.msg, "YAML with the keys " + names::Choice(kKeys));
+        Refuse(file, error.mark, error.msg, "YAML with the keys " + words::Choice(kKeys));
     }
     if (!root.IsMap() && !root.IsNull())
         Refuse(file, root.Mark(), "it is no map of keys and values",
                "lines such as address: http://house.local:8765");
     for (const auto& entry : root) {
         const std::string key = entry.first.IsScalar() ? entry.first.Scalar() : "";
-        const auto place = std::find(kKeys.begin(), kKeys.end(), key);
-        if (place == kKeys.end())
-            Refuse(file, entry.first.Mark(), "there is no key \"" + key + "\"", names::Choice(kKeys));
+        if (std::find(kKeys.begin(), kKeys.end(), key) == kKeys.end())
+            Refuse(file, entry.first.Mark(), "there is no key \"" + key + "\"", words::Choice(kKeys));
         if (!entry.second.IsScalar())
             Refuse(file, entry.second.Mark(), key + " is no text", "one line of text");
-        *places[place - kKeys.begin()] = entry.second.Scalar();
+        read[key] = {entry.second.Scalar()};
     }
-    return read;
+    return Arguments(std::move(read));
 }
 
 /// Files in the configuration are relative to its folder.
@@ -94,7 +87,7 @@ std::string BesideConfiguration(const fs::path& configuration, const std::string
     return (configuration.parent_path() / file).string();
 }
 
-std::string FindToken(const Arguments& arguments, const fs::path& file, const Configuration& configuration) {
+std::string FindToken(const Arguments& arguments, const fs::path& file, const Arguments& configuration) {
     if (arguments.Has("token") && arguments.Has("token-file"))
         throw Failure(ExitStatus::Usage, "there are two tokens", "either --token or --token-file");
     if (const auto token = arguments.Find("token"))
@@ -103,11 +96,12 @@ std::string FindToken(const Arguments& arguments, const fs::path& file, const Co
         return ReadTokenFile(*tokenFile);
     if (const auto token = Environment("ANNOUNCE_TOKEN"))
         return *token;
-    if (configuration.token)
+    const auto token = configuration.Find("token");
+    if (token)
         WarnIfOthersCanRead(file);
-    if (configuration.tokenFile)
-        return ReadTokenFile(BesideConfiguration(file, *configuration.tokenFile));
-    return configuration.token.value_or("");
+    if (const auto tokenFile = configuration.Find("token_file"))
+        return ReadTokenFile(BesideConfiguration(file, *tokenFile));
+    return token.value_or("");
 }
 
 /// It goes into a header: a line break there would end it.
@@ -131,19 +125,18 @@ Connection FindConnection(const Arguments& arguments) {
     const fs::path file = ConfigurationFile();
     std::error_code error; // a file that cannot be looked for is none
     const bool hasFile = !file.empty() && fs::exists(file, error);
-    const Configuration configuration = hasFile ? ReadConfiguration(file) : Configuration{};
+    const Arguments configuration = hasFile ? ReadConfiguration(file) : Arguments();
     Connection connection;
     const auto option = arguments.Find("address");
     const auto environment = Environment("ANNOUNCE_ADDRESS");
-    const auto address = option ? option : environment ? environment : configuration.address;
-    if (address)
+    if (const auto address = option ? option : environment ? environment : configuration.Find("address"))
         connection.address = Address::Read(*address);
     connection.token = FindToken(arguments, file, configuration);
     RequireHeaderText(connection.token);
     if (const auto ca = arguments.Find("ca"))
         connection.caFile = *ca;
-    else if (configuration.ca)
-        connection.caFile = BesideConfiguration(file, *configuration.ca);
+    else if (const auto beside = configuration.Find("ca"))
+        connection.caFile = BesideConfiguration(file, *beside);
     connection.otherAddress = "--address, ANNOUNCE_ADDRESS" + (file.empty() ? "" : " or " + file.string());
     return connection;
 }

@@ -55,6 +55,37 @@ Tcp::resolver::results_type Resolve(EventLoop& loop, const Connection& connectio
     return found->places;
 }
 
+/// What certificates are checked against.
+boost::asio::ssl::context MakeTls(const Connection& connection) {
+    using boost::asio::ssl::context;
+    context tls(context::tls_client);
+    tls.set_options(context::default_workarounds | context::no_tlsv1 | context::no_tlsv1_1);
+    tls.set_verify_mode(boost::asio::ssl::verify_peer);
+    error_code error;
+    if (connection.caFile.empty())
+        tls.set_default_verify_paths(error);
+    else
+        tls.load_verify_file(connection.caFile, error);
+    if (error)
+        throw Failure(ExitStatus::Usage,
+                      "the certificates of " +
+                          (connection.caFile.empty() ? "the system" : connection.caFile) +
+                          " cannot be used: " + error.message(),
+                      "a PEM file with the certificate of the controller's authority");
+    return tls;
+}
+
+/// Prepares the check of the peer's name, for a handshake that is to come.
+void CheckName(SSL* handle, const Connection& connection) {
+    const std::string& host = connection.address.host;
+    X509_VERIFY_PARAM* const rules = SSL_get0_param(handle);
+    const long isSet = IsNumeric(host) ? X509_VERIFY_PARAM_set1_ip_asc(rules, host.c_str())
+                                       : X509_VERIFY_PARAM_set1_host(rules, host.c_str(), host.size()) &
+                                             SSL_set_tlsext_host_name(handle, host.c_str());
+    if (isSet != 1)
+        throw NoConnection(connection, "\"" + host + "\" is no name that a certificate could have");
+}
+
 } // namespace
 
 void RequireConnected(const error_code& error, const Connection& connection, SSL* handle) {
@@ -79,40 +110,24 @@ void RequireConnected(const error_code& error, const Connection& connection, SSL
     throw NoConnection(connection, error.message());
 }
 
-void Connect(EventLoop& loop, const Connection& connection, boost::beast::tcp_stream& stream) {
+Plain Connect(EventLoop& loop, const Connection& connection) {
     const auto places = Resolve(loop, connection);
+    Plain stream(loop.Context());
     stream.expires_after(connection.patience);
     RequireConnected(loop.Await([&](auto done) { stream.async_connect(places, std::move(done)); }),
                      connection);
+    return stream;
 }
 
-boost::asio::ssl::context MakeTls(const Connection& connection) {
-    using boost::asio::ssl::context;
-    context tls(context::tls_client);
-    tls.set_options(context::default_workarounds | context::no_tlsv1 | context::no_tlsv1_1);
-    tls.set_verify_mode(boost::asio::ssl::verify_peer);
-    error_code error;
-    if (connection.caFile.empty())
-        tls.set_default_verify_paths(error);
-    else
-        tls.load_verify_file(connection.caFile, error);
-    if (error)
-        throw Failure(ExitStatus::Usage,
-                      "the certificates of " +
-                          (connection.caFile.empty() ? "the system" : connection.caFile) +
-                          " cannot be used: " + error.message(),
-                      "a PEM file with the certificate of the controller's authority");
-    return tls;
-}
-
-void CheckName(SSL* handle, const Connection& connection) {
-    const std::string& host = connection.address.host;
-    X509_VERIFY_PARAM* const rules = SSL_get0_param(handle);
-    const long isSet = IsNumeric(host) ? X509_VERIFY_PARAM_set1_ip_asc(rules, host.c_str())
-                                       : X509_VERIFY_PARAM_set1_host(rules, host.c_str(), host.size()) &
-                                             SSL_set_tlsext_host_name(handle, host.c_str());
-    if (isSet != 1)
-        throw NoConnection(connection, "\"" + host + "\" is no name that a certificate could have");
+Secure ConnectSecurely(EventLoop& loop, const Connection& connection) {
+    auto tls = MakeTls(connection);
+    Secure stream(Connect(loop, connection), tls);
+    CheckName(stream.native_handle(), connection);
+    stream.next_layer().expires_after(connection.patience);
+    const error_code error = loop.Await(
+        [&](auto done) { stream.async_handshake(boost::asio::ssl::stream_base::client, std::move(done)); });
+    RequireConnected(error, connection, stream.native_handle());
+    return stream;
 }
 
 } // namespace transport

@@ -1,6 +1,6 @@
 #include "announce/commands/Editor.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 #include "announce/commands/TextFile.h"
 
 #include <cerrno>
@@ -35,9 +35,7 @@ public:
     }
     SignalsLeftAlone(const SignalsLeftAlone&) = delete;
     SignalsLeftAlone& operator=(const SignalsLeftAlone&) = delete;
-    ~SignalsLeftAlone() { Restore(); }
-
-    void Restore() const {
+    ~SignalsLeftAlone() {
         (void)sigaction(SIGINT, &m_interrupt, nullptr);
         (void)sigaction(SIGQUIT, &m_quit, nullptr);
     }

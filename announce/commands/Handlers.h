@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/Session.h"
+#include "announce/commands/Session.h"
 
 /// What each command does. All of them throw Failure.
 namespace handlers {

@@ -1,22 +1,13 @@
+#include "announce/basics/Times.h"
+#include "announce/basics/Words.h"
 #include "announce/commands/Handlers.h"
+#include "announce/commands/Watch.h"
 #include "announce/house/EventText.h"
-#include "announce/house/Times.h"
-#include "announce/output/TextWidth.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace handlers {
 namespace {
-
-using std::chrono::seconds;
-
-std::string NamesOf(const Json& ids, const std::function<std::string(std::uint64_t)>& nameOf) {
-    std::string names;
-    for (const Json& id : ids)
-        names += (names.empty() ? "" : ", ") + nameOf(id);
-    return names;
-}
 
 Style StyleOfOutcome(const std::string& outcome) {
     if (outcome == "ended")
@@ -36,10 +27,8 @@ Style StyleOfEvent(const Json& event) {
 /// Prints events as they come, each once, also when the connection is made anew.
 class EventPrinter {
 public:
-    explicit EventPrinter(Session& session) : m_session(session), m_house(session.client) {
+    explicit EventPrinter(Session& session) : m_session(session), m_types(session.arguments.All("type")) {
         session.output.PutJsonOnLines();
-        for (const std::string& type : session.arguments.All("type"))
-            m_types.push_back(type);
     }
 
     /// Prints what has happened before, as far as the controller still knows it.
@@ -51,7 +40,7 @@ public:
     }
 
     /// Prints what happens from now on, until the connection is lost. Begins with what it has missed.
-    void Follow(seconds& pause) {
+    void Follow(const std::function<void()>& isWell) {
         EventStream events = m_session.client.Events();
         const auto number = events.Next().at("seq").get<std::uint64_t>();
         if (number < m_last)
@@ -60,7 +49,7 @@ public:
             PrintRecent(static_cast<long>(std::min<std::uint64_t>(number - m_last, 1000)));
         m_isBegun = true;
         m_last = std::max(m_last, number);
-        pause = seconds(1);
+        isWell();
         for (;;) {
             const Json event = events.Next();
             if (event.contains("seq"))
@@ -71,7 +60,6 @@ public:
 
     /// What was printed before is followed without a gap.
     void Begin() noexcept { m_isBegun = true; }
-    [[nodiscard]] bool IsBegun() const noexcept { return m_isBegun; }
 
 private:
     void Print(const Json& event) {
@@ -81,11 +69,11 @@ private:
         m_last = number;
         const std::string type = event.at("type");
         if (type == "announcement_stored")
-            m_house.ForgetAnnouncements();
+            m_session.house.ForgetAnnouncements();
         if (m_types.empty() || std::find(m_types.begin(), m_types.end(), type) != m_types.end())
             PrintOne(event);
         if (type == "announcement_removed")
-            m_house.ForgetAnnouncements();
+            m_session.house.ForgetAnnouncements();
     }
 
     void PrintOne(const Json& event) {
@@ -95,12 +83,11 @@ private:
         }
         const std::string time = times::LocalText(event.at("time"));
         m_session.output.Raw(Styled(time, Style::Dim, m_session.output.Where()) + "  ");
-        m_session.output.Line(event_text::Phrase(event.at("type"), event.at("data"), m_house),
+        m_session.output.Line(event_text::Phrase(event.at("type"), event.at("data"), m_session.house),
                               StyleOfEvent(event));
     }
 
     Session& m_session;
-    House m_house;
     std::vector<std::string> m_types;
     std::uint64_t m_last = 0;
     bool m_isBegun = false;
@@ -111,26 +98,21 @@ private:
 ExitStatus History(Session& session) {
     const long limit = session.arguments.Number("lines", 1, 1000, 20);
     const Json reply = session.client.Get("/api/history?limit=" + std::to_string(limit));
-    if (session.output.IsJson()) {
-        session.output.Add(reply);
-        return ExitStatus::Done;
-    }
-    House house(session.client);
+    if (session.output.IsJson())
+        return session.Report(reply, "");
+    House& house = session.house;
     Table table({{"BEGAN"}, {"ENDED"}, {"ANNOUNCEMENT"}, {"OUTCOME"}, {"ROOMS"}, {"SCREENS"}});
     for (const Json& entry : reply.at("history")) {
         const std::string outcome = entry.at("outcome");
-        table.Add({times::LocalText(entry.at("started")),
-                   times::LocalClock(entry.at("ended")),
-                   {entry.at("name").get<std::string>(), Style::Bold},
-                   {outcome, StyleOfOutcome(outcome)},
-                   NamesOf(entry.at("rooms"), [&](std::uint64_t id) { return house.RoomName(id); }),
-                   NamesOf(entry.at("navigators"), [&](std::uint64_t id) { return house.ScreenName(id); })});
+        table.Add(
+            {times::LocalText(entry.at("started")),
+             times::LocalClock(entry.at("ended")),
+             {entry.at("name").get<std::string>(), Style::Bold},
+             {outcome, StyleOfOutcome(outcome)},
+             words::Listed(entry.at("rooms"), [&](const Json& id) { return house.RoomName(id); }),
+             words::Listed(entry.at("navigators"), [&](const Json& id) { return house.ScreenName(id); })});
     }
-    if (table.IsEmpty())
-        session.output.Line("Nothing has been played yet.");
-    else
-        session.output.Add(table);
-    return ExitStatus::Done;
+    return session.Print(table, "Nothing has been played yet.");
 }
 
 ExitStatus Events(Session& session) {
@@ -142,17 +124,7 @@ ExitStatus Events(Session& session) {
         return ExitStatus::Done;
     if (lines > 0)
         printer.Begin();
-    static constexpr seconds kLongestPause{30};
-    for (seconds pause{1};; pause = std::min(pause * 2, kLongestPause)) {
-        try {
-            printer.Follow(pause);
-        } catch (const Failure& failure) {
-            if (failure.Status() != ExitStatus::NoConnection || !printer.IsBegun())
-                throw;
-            Tell(std::string("announce: ") + failure.what() + "; trying again", Style::Warning);
-        }
-        session.client.Sleep(pause);
-    }
+    KeepFollowing(session.client, lines > 0, [&](const auto& isWell) { printer.Follow(isWell); });
 }
 
 } // namespace handlers

@@ -1,32 +1,32 @@
+#include "announce/basics/Numbers.h"
+#include "announce/basics/TextWidth.h"
+#include "announce/basics/Times.h"
+#include "announce/basics/Words.h"
 #include "announce/commands/Handlers.h"
-#include "announce/house/House.h"
-#include "announce/house/Times.h"
-#include "announce/output/TextWidth.h"
 
 namespace handlers {
 namespace {
 
-/// What the controller gives, when programs read it.
-bool IsPrintedAsJson(Session& session, const char* path) {
-    if (!session.output.IsJson())
-        return false;
-    session.output.Add(session.client.Get(path));
-    return true;
-}
-
-std::string TextOr(const Json& value, const std::string& otherwise) {
-    return value.is_string() ? value.get<std::string>() : otherwise;
-}
-
-std::string Waiting(const Json& status, House& house) {
-    std::string names;
-    for (const Json& id : status.at("waiting"))
-        names += (names.empty() ? "" : ", ") + house.AnnouncementName(id);
-    return names.empty() ? "nothing" : names;
+Table::Cell BoldName(const Json& item) {
+    return {item.at("name").get<std::string>(), Style::Bold};
 }
 
 std::string PopupText(const Json& popup) {
     return "\"" + popup.at("message").get<std::string>() + "\" until " + times::LocalClock(popup.at("ends"));
+}
+
+Table::Cell Playing(const Json& playing) {
+    if (playing.is_null())
+        return "nothing";
+    return {playing.at("name").get<std::string>() + ", since " + times::LocalClock(playing.at("since")),
+            Style::Good};
+}
+
+Table::Cell Saved(const Json& status) {
+    if (status.at("state_saved").get<bool>())
+        return "yes";
+    const Json& error = status.at("state_error");
+    return {"no: " + (error.is_string() ? error.get<std::string>() : "the reason is not known"), Style::Bad};
 }
 
 Table StatusTable(const Json& status, House& house) {
@@ -39,25 +39,21 @@ Table StatusTable(const Json& status, House& house) {
                           times::LocalText(status.at("started")));
     if (!status.at("agent").get<bool>())
         add("agent", {"is not running", Style::Bad});
-    const Json& playing = status.at("playing");
-    add("playing", playing.is_null() ? Table::Cell("nothing")
-                                     : Table::Cell(playing.at("name").get<std::string>() + ", since " +
-                                                       times::LocalClock(playing.at("since")),
-                                                   Style::Good));
-    const Json& sound = status.at("sound");
-    if (!sound.is_null())
+    add("playing", Playing(status.at("playing")));
+    if (const Json& sound = status.at("sound"); !sound.is_null())
         add("sound", SoundName(sound.at("file")));
-    add("waiting", Waiting(status, house));
+    const std::string waiting =
+        words::Listed(status.at("waiting"), [&](const Json& id) { return house.AnnouncementName(id); });
+    add("waiting", waiting.empty() ? "nothing" : waiting);
     for (const Json& shown : status.at("popups"))
         add("popup", house.ScreenName(shown.at("navigator")) + ": " + PopupText(shown.at("popup")));
-    if (status.at("state_saved").get<bool>())
-        add("saved", "yes");
-    else
-        add("saved", {"no: " + TextOr(status.at("state_error"), "the reason is not known"), Style::Bad});
+    add("saved", Saved(status));
     return table;
 }
 
-std::string RoomState(const Json& room) {
+Table::Cell RoomState(const Json& room) {
+    if (const Json& trouble = room.at("trouble"); !trouble.is_null())
+        return {trouble.get<std::string>(), Style::Bad};
     if (room.at("in_announcement").get<bool>())
         return "plays an announcement";
     return room.at("awake").get<bool>() ? "screens awake" : "";
@@ -66,100 +62,63 @@ std::string RoomState(const Json& room) {
 } // namespace
 
 ExitStatus Status(Session& session) {
-    if (IsPrintedAsJson(session, "/api/status"))
+    if (session.HasPrintedJson("/api/status"))
         return ExitStatus::Done;
-    House house(session.client);
-    session.output.Add(StatusTable(session.client.Get("/api/status"), house));
-    return ExitStatus::Done;
+    return session.Print(StatusTable(session.client.Get("/api/status"), session.house));
 }
 
 ExitStatus Rooms(Session& session) {
-    if (IsPrintedAsJson(session, "/api/rooms"))
+    if (session.HasPrintedJson("/api/rooms"))
         return ExitStatus::Done;
-    House house(session.client);
-    Table table({{"ID", Table::Align::Right},
+    Table table({{"ID", Table::kRight},
                  {"NAME"},
-                 {"VOLUME", Table::Align::Right},
-                 {"AT MOST", Table::Align::Right},
+                 {"VOLUME", Table::kRight},
+                 {"AT MOST", Table::kRight},
                  {"OUTPUT"},
                  {"STATE"}});
-    for (const Json& room : house.Rooms()) {
-        const Json& trouble = room.at("trouble");
-        table.Add({room.at("id").dump(),
-                   {room.at("name").get<std::string>(), Style::Bold},
-                   room.at("volume").dump(),
-                   room.at("max_volume").dump(),
-                   room.at("output").get<std::string>(),
-                   trouble.is_null() ? Table::Cell(RoomState(room))
-                                     : Table::Cell(trouble.get<std::string>(), Style::Bad)});
-    }
-    session.output.Add(table);
-    return ExitStatus::Done;
+    for (const Json& room : session.house.Rooms())
+        table.Add({IdOf(room), BoldName(room), room.at("volume").dump(), room.at("max_volume").dump(),
+                   room.at("output").get<std::string>(), RoomState(room)});
+    return session.Print(table);
 }
 
 ExitStatus SetVolume(Session& session) {
-    House house(session.client);
-    const Json& room = house.FindRoom(session.arguments.Text("room"));
+    const Json& room = session.house.FindRoom(session.arguments.Text("room"));
     const long volume = ReadNumber("VOLUME", session.arguments.Text("volume"), 0, 100);
-    const Json reply =
-        session.client.Put("/api/rooms/" + room.at("id").dump() + "/volume", {{"volume", volume}});
-    if (session.output.IsJson()) {
-        session.output.Add(reply);
-        return ExitStatus::Done;
-    }
+    const Json reply = session.client.Put("/api/rooms/" + IdOf(room) + "/volume", {{"volume", volume}});
     const std::string limit = reply.at("volume") == volume ? "" : ", which is the most for it";
-    session.output.Line(text::Visible(room.at("name").get<std::string>()) + " is at volume " +
-                        reply.at("volume").dump() + limit);
-    return ExitStatus::Done;
+    return session.Report(reply, text::Visible(room.at("name").get<std::string>()) + " is at volume " +
+                                     reply.at("volume").dump() + limit);
 }
 
 ExitStatus Screens(Session& session) {
-    if (IsPrintedAsJson(session, "/api/navigators"))
+    if (session.HasPrintedJson("/api/navigators"))
         return ExitStatus::Done;
-    House house(session.client);
-    Table table({{"ID", Table::Align::Right}, {"NAME"}, {"ROOM"}, {"PAGES", Table::Align::Right}, {"POPUP"}});
-    for (const Json& screen : house.Screens()) {
+    Table table({{"ID", Table::kRight}, {"NAME"}, {"ROOM"}, {"PAGES", Table::Align::Right}, {"POPUP"}});
+    for (const Json& screen : session.house.Screens()) {
         const Json& popup = screen.at("popup");
-        table.Add({screen.at("id").dump(),
-                   {screen.at("name").get<std::string>(), Style::Bold},
-                   house.RoomName(screen.at("room")),
+        table.Add({IdOf(screen), BoldName(screen), session.house.RoomName(screen.at("room")),
                    screen.at("pages").dump(),
                    popup.is_null() ? Table::Cell("") : Table::Cell(PopupText(popup), Style::Good)});
     }
-    if (table.IsEmpty())
-        session.output.Line("The house has no screens.");
-    else
-        session.output.Add(table);
-    return ExitStatus::Done;
+    return session.Print(table, "The house has no screens.");
 }
 
 ExitStatus Variables(Session& session) {
-    if (IsPrintedAsJson(session, "/api/variables"))
+    if (session.HasPrintedJson("/api/variables"))
         return ExitStatus::Done;
-    House house(session.client);
     Table table({{"ID"}, {"NAME"}, {"VALUE"}});
-    for (const Json& variable : house.Variables())
-        table.Add({VariableId(variable),
-                   {variable.at("name").get<std::string>(), Style::Bold},
-                   variable.at("value").get<std::string>()});
-    if (table.IsEmpty())
-        session.output.Line("The house has no variables.");
-    else
-        session.output.Add(table);
-    return ExitStatus::Done;
+    for (const Json& variable : session.house.Variables())
+        table.Add({IdOf(variable), BoldName(variable), variable.at("value").get<std::string>()});
+    return session.Print(table, "The house has no variables.");
 }
 
 ExitStatus SetVariable(Session& session) {
-    House house(session.client);
-    const Json& variable = house.FindVariable(session.arguments.Text("variable"));
-    const Json reply = session.client.Put("/api/variables/" + VariableId(variable),
-                                          {{"value", session.arguments.Text("value")}});
-    if (session.output.IsJson())
-        session.output.Add(reply);
-    else
-        session.output.Line(text::Visible(reply.at("name").get<std::string>() + " is \"" +
-                                          reply.at("value").get<std::string>() + "\""));
-    return ExitStatus::Done;
+    const Json& variable = session.house.FindVariable(session.arguments.Text("variable"));
+    const Json reply =
+        session.client.Put("/api/variables/" + IdOf(variable), {{"value", session.arguments.Text("value")}});
+    return session.Report(reply, text::Visible(reply.at("name").get<std::string>() + " is \"" +
+                                               reply.at("value").get<std::string>() + "\""));
 }
 
 } // namespace handlers

@@ -1,8 +1,6 @@
+#include "announce/basics/Times.h"
 #include "announce/commands/Handlers.h"
-#include "announce/house/House.h"
-#include "announce/house/Times.h"
 #include "announce/output/Progress.h"
-#include "announce/output/TextWidth.h"
 
 #include <cmath>
 #include <cstdio>
@@ -65,29 +63,19 @@ Json Upload(Session& session, const fs::path& file, const std::string& name) {
 } // namespace
 
 ExitStatus Media(Session& session) {
-    if (session.output.IsJson()) {
-        session.output.Add(session.client.Get("/api/media"));
+    if (session.HasPrintedJson("/api/media"))
         return ExitStatus::Done;
-    }
-    House house(session.client);
-    Table table({{"NAME"},
-                 {"KIND"},
-                 {"SIZE", Table::Align::Right},
-                 {"LENGTH", Table::Align::Right},
-                 {"CHANGED"},
-                 {"FORMAT"}});
-    for (const Json& file : house.Media())
+    Table table(
+        {{"NAME"}, {"KIND"}, {"SIZE", Table::kRight}, {"LENGTH", Table::kRight}, {"CHANGED"}, {"FORMAT"}});
+    for (const Json& file : session.house.Media())
         table.Add({{file.at("name").get<std::string>(), Style::Bold},
                    file.at("kind").get<std::string>(),
                    SizeText(file.at("bytes")),
                    file.contains("duration_ms") ? times::LengthText(file.at("duration_ms")) : "",
                    times::LocalText(file.at("modified")),
                    FormatOf(file)});
-    if (table.IsEmpty())
-        session.output.Line("The media folder is empty; \"announce media add\" brings sounds and images.");
-    else
-        session.output.Add(table);
-    return ExitStatus::Done;
+    return session.Print(table,
+                         "The media folder is empty; \"announce media add\" brings sounds and images.");
 }
 
 ExitStatus AddMedia(Session& session) {
@@ -100,28 +88,21 @@ ExitStatus AddMedia(Session& session) {
     Json stored = Json::array();
     for (const std::string& file : files) {
         stored.push_back(Upload(session, file, name.value_or(fs::path(file).filename().string())));
-        if (!session.output.IsJson())
-            session.output.Line(stored.back().at("name").get<std::string>() + " is in the media folder (" +
-                                SizeText(stored.back().at("bytes")) + ")");
+        session.ReportOne(stored.back().at("name").get<std::string>() + " is in the media folder (" +
+                          SizeText(stored.back().at("bytes")) + ")");
     }
-    if (session.output.IsJson())
-        session.output.Add({{"media", stored}});
-    return ExitStatus::Done;
+    return session.Report({{"media", stored}}, "");
 }
 
 ExitStatus RemoveMedia(Session& session) {
-    House house(session.client);
     std::vector<std::string> found;
     for (const std::string& text : session.arguments.All("name"))
-        found.push_back(house.FindMedia(text, "file"));
+        found.push_back(session.house.FindMedia(text, "file"));
     for (const std::string& name : found) {
         session.client.Delete("/api/media/" + PercentEncoded(name));
-        if (!session.output.IsJson())
-            session.output.Line(name + " is removed");
+        session.ReportOne(name + " is removed");
     }
-    if (session.output.IsJson())
-        session.output.Add({{"removed", found}});
-    return ExitStatus::Done;
+    return session.Report({{"removed", found}}, "");
 }
 
 } // namespace handlers

@@ -1,54 +1,43 @@
+#include "announce/announcements/Views.h"
+#include "announce/basics/TextWidth.h"
 #include "announce/commands/Handlers.h"
 #include "announce/commands/PlayWatch.h"
-#include "announce/commands/ShowAnnouncement.h"
-#include "announce/output/TextWidth.h"
 
 namespace handlers {
 namespace {
 
-ExitStatus PlayAndGo(Session& session, const Json& announcement) {
-    const Json reply = session.client.Post("/api/announcements/" + announcement.at("id").dump() + "/play");
-    if (session.output.IsJson())
-        session.output.Add(reply);
-    else if (reply.at("state") == "waiting")
-        session.output.Line(announcement_text::Title(announcement) + " waits for its turn");
-    else
-        session.output.Line(announcement_text::Title(announcement) + " plays");
-    return ExitStatus::Done;
+using announcement_text::Title;
+
+ExitStatus PlayAndGo(const Session& session, const Json& announcement) {
+    const Json reply = session.client.Post(PathOf(announcement) + "/play");
+    const bool waits = reply.at("state") == "waiting";
+    return session.Report(reply, Title(announcement) + (waits ? " waits for its turn" : " plays"));
 }
 
-ExitStatus PlayAndWait(Session& session, const Json& announcement) {
+ExitStatus PlayAndWait(const Session& session, const Json& announcement) {
     PlayWatch watch(session.client, announcement.at("id"));
     const PlayWatch::End end = watch.Play();
-    if (session.output.IsJson())
-        session.output.Add({{"announcement", announcement.at("id")}, {"outcome", end.outcome}});
-    else
-        session.output.Line(announcement_text::Title(announcement) + ": " + end.outcome);
+    (void)session.Report({{"announcement", announcement.at("id")}, {"outcome", end.outcome}},
+                         Title(announcement) + ": " + end.outcome); // how it ended is the status
     return end.isComplete ? ExitStatus::Done : ExitStatus::EndedOtherwise;
 }
 
 } // namespace
 
 ExitStatus Play(Session& session) {
-    House house(session.client);
-    const Json& announcement = house.FindAnnouncement(session.arguments.Text("announcement"));
+    const Json& announcement = session.Announcement();
     return session.arguments.Has("wait") ? PlayAndWait(session, announcement)
                                          : PlayAndGo(session, announcement);
 }
 
 ExitStatus Dismiss(Session& session) {
     const Json reply = session.client.Post("/api/dismiss");
-    if (session.output.IsJson()) {
-        session.output.Add(reply);
-        return ExitStatus::Done;
-    }
-    House house(session.client);
     const Json& announcement = reply.at("announcement");
-    session.output.Line(announcement.is_null()
-                            ? "Nothing plays; there was nothing to dismiss."
-                            : "The popup of announcement " + announcement.dump() + " (" +
-                                  text::Visible(house.AnnouncementName(announcement)) + ") is dismissed");
-    return ExitStatus::Done;
+    if (announcement.is_null() || session.output.IsJson())
+        return session.Report(reply, "Nothing plays; there was nothing to dismiss.");
+    return session.Report(reply, "The popup of announcement " + announcement.dump() + " (" +
+                                     text::Visible(session.house.AnnouncementName(announcement)) +
+                                     ") is dismissed");
 }
 
 } // namespace handlers

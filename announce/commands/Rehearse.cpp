@@ -1,7 +1,6 @@
+#include "announce/basics/Times.h"
 #include "announce/commands/Handlers.h"
-#include "announce/commands/ShowAnnouncement.h"
 #include "announce/house/EventText.h"
-#include "announce/house/Times.h"
 
 #include <cstdio>
 
@@ -21,17 +20,13 @@ std::string ClockText(std::uint64_t milliseconds) {
 } // namespace
 
 ExitStatus Rehearse(Session& session) {
-    House house(session.client);
-    const Json& announcement = house.FindAnnouncement(session.arguments.Text("announcement"));
-    Json order{{"announcement", announcement.at("id")}};
+    Json order{{"announcement", session.Announcement().at("id")}};
     if (const auto length = session.arguments.Find("sound-length"))
         order["sound_ms"] = times::ReadMilliseconds("--sound-length", *length);
     const Json rehearsal = session.client.Post("/api/rehearsal", order);
-    if (session.output.IsJson()) {
-        session.output.Add(rehearsal);
-        return ExitStatus::Done;
-    }
-    Table table({{"TIME", Table::Align::Right}, {"WHAT HAPPENS"}});
+    if (session.output.IsJson())
+        return session.Report(rehearsal, "");
+    Table table({{"TIME", Table::kRight}, {"WHAT HAPPENS"}});
     for (const Json& entry : rehearsal.at("timeline")) {
         const std::string what = entry.at("what");
         // What the agent says beside it is for those who mend it; JSON has it.
@@ -39,7 +34,7 @@ ExitStatus Rehearse(Session& session) {
             continue;
         const bool isTrouble = what == "log";
         table.Add({{ClockText(entry.at("at_ms")), Style::Dim},
-                   {event_text::Phrase(what, entry, house), isTrouble ? Style::Bad : Style::Plain}});
+                   {event_text::Phrase(what, entry, session.house), isTrouble ? Style::Bad : Style::Plain}});
     }
     session.output.Add(table);
     if (!rehearsal.at("complete").get<bool>())

@@ -1,38 +1,76 @@
+#include "announce/basics/TextWidth.h"
 #include "announce/client/Settings.h"
 #include "announce/commands/Handlers.h"
 #include "announce/definitions/Candidates.h"
 #include "announce/documents/CompletionScripts.h"
 #include "announce/documents/Manual.h"
 
+#include <algorithm>
+
 namespace handlers {
 namespace {
 
-/// The options of the line that is being typed, as far as they say where the controller is.
-Arguments ConnectionOptions(const std::vector<std::string>& words) {
-    static const std::map<std::string, std::string> kOptions{{"--address", "address"},
-                                                             {"-a", "address"},
-                                                             {"--token", "token"},
-                                                             {"--token-file", "token-file"},
-                                                             {"--ca", "ca"}};
-    Arguments::Values values;
-    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
-        const auto option = kOptions.find(words[index]);
-        const bool wantsInput = words[index + 1] == "-";
-        if (option != kOptions.end() && !wantsInput)
-            values[option->second] = {words[index + 1]};
+using candidates::Candidate;
+using Candidates = std::vector<Candidate>;
+
+Candidates NamesOf(const Json& list) {
+    Candidates names;
+    for (const Json& item : list) {
+        const std::string name = item.at("name");
+        const auto count = std::count_if(list.begin(), list.end(),
+                                         [&](const Json& other) { return other.at("name") == name; });
+        // A line a candidate: a name with a line break in it is offered by its id.
+        const bool isUsable = count == 1 && text::Visible(name) == name && !name.empty();
+        names.push_back(isUsable ? Candidate{name, IdOf(item)} : Candidate{IdOf(item), text::Visible(name)});
     }
-    return Arguments(std::move(values));
+    return names;
 }
 
-std::vector<candidates::Candidate> NamesOfTheHouse(Completes completes,
-                                                   const std::vector<std::string>& words) {
+Candidates FilesOf(const Json& list, const std::string& kind) {
+    Candidates names;
+    for (const Json& file : list) {
+        if (kind.empty() || file.at("kind") == kind)
+            names.push_back({file.at("name"), file.at("kind")});
+    }
+    return names;
+}
+
+Candidates NamesFor(Completes completes, House& house) {
+    switch (completes) {
+    case Completes::Announcement:
+        return NamesOf(house.Announcements());
+    case Completes::Room:
+        return NamesOf(house.Rooms());
+    case Completes::Screen:
+        return NamesOf(house.Screens());
+    case Completes::Variable:
+        return NamesOf(house.Variables());
+    case Completes::Sound:
+        return FilesOf(house.Media(), "sound");
+    case Completes::Image:
+        return FilesOf(house.Media(), "image");
+    case Completes::Media:
+        return FilesOf(house.Media(), "");
+    case Completes::Shell:
+        return {{"bash", ""}, {"zsh", ""}, {"fish", ""}};
+    case Completes::File:
+    case Completes::Nothing:
+        break;
+    }
+    return {};
+}
+
+/// The options of the line that is being typed say where the controller is.
+Candidates NamesOfTheHouse(const candidates::Place& place) {
     try {
-        Connection connection = FindConnection(ConnectionOptions(words));
+        if (place.given.Text("token-file") == "-")
+            return {};
+        Connection connection = FindConnection(place.given);
         // Somebody waits at a prompt.
         connection.patience = std::chrono::seconds(2);
         ApiClient client(connection);
-        House house(client);
-        return candidates::NamesFor(completes, house);
+        House house = HouseOf(client);
+        return NamesFor(place.completes, house);
     } catch (const std::exception&) {
         // A prompt is no place for messages; there is nothing to offer.
         return {};
@@ -47,7 +85,8 @@ ExitStatus Completion(Session& session) {
 }
 
 ExitStatus Manual(Session& session) {
-    session.output.Raw(session.arguments.Has("markdown") ? manual::AsMarkdown() : manual::AsRoff());
+    session.output.Raw(session.arguments.Has("markdown") ? manual::AsMarkdown(session.commands)
+                                                         : manual::AsRoff(session.commands));
     return ExitStatus::Done;
 }
 
@@ -55,14 +94,14 @@ ExitStatus Complete(Session& session) {
     std::vector<std::string> words = session.arguments.All("word");
     if (words.empty())
         words.emplace_back();
-    candidates::Place place = candidates::FindPlace(words);
+    const candidates::Place place = candidates::FindPlace(session.commands, words);
     if (place.completes == Completes::File) {
         session.output.Line(":files");
         return ExitStatus::Done;
     }
     auto all = place.fixed;
     if (place.completes != Completes::Nothing) {
-        const auto names = NamesOfTheHouse(place.completes, words);
+        const auto names = NamesOfTheHouse(place);
         all.insert(all.end(), names.begin(), names.end());
     }
     for (const auto& one : candidates::Fitting(all, place))

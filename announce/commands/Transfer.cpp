@@ -1,23 +1,22 @@
+#include "announce/announcements/ImportPlan.h"
+#include "announce/announcements/Views.h"
+#include "announce/basics/TextWidth.h"
+#include "announce/basics/Words.h"
 #include "announce/commands/Handlers.h"
-#include "announce/commands/ShowAnnouncement.h"
 #include "announce/commands/TextFile.h"
-#include "announce/house/ImportPlan.h"
-#include "announce/output/TextWidth.h"
 
 namespace handlers {
 namespace {
 
 void RefuseReplacing(const ImportPlan& plan) {
-    std::vector<std::string> different;
+    std::vector<Json> different;
     for (const ImportPlan::Change& change : plan.changes) {
         if (!change.present.is_null())
-            different.push_back(announcement_text::Title(change.present));
+            different.push_back(change.present);
     }
     if (different.empty())
         return;
-    std::string list;
-    for (const std::string& title : different)
-        list += (list.empty() ? "" : ", ") + title;
+    const std::string list = words::Listed(different, announcement_text::Title);
     throw Failure(ExitStatus::Conflict,
                   "there already, with other content: " + list + "; nothing is imported",
                   "--replace to put those of the file in their place");
@@ -26,7 +25,7 @@ void RefuseReplacing(const ImportPlan& plan) {
 Json Carry(ApiClient& client, const ImportPlan::Change& change) {
     if (change.present.is_null())
         return client.Post("/api/announcements", change.announcement);
-    return client.Put("/api/announcements/" + change.present.at("id").dump(), change.announcement);
+    return client.Put(PathOf(change.present), change.announcement);
 }
 
 /// Says which one it was, and how far the import has come.
@@ -38,20 +37,15 @@ Json Carry(ApiClient& client, const ImportPlan::Change& change) {
                   failure.Right());
 }
 
-void Report(Session& session, const ImportPlan& plan, const Json& stored) {
+ExitStatus Report(const Session& session, const ImportPlan& plan, const Json& stored) {
     const bool isTrial = session.arguments.Has("dry-run");
-    if (session.output.IsJson()) {
-        session.output.Add({{"announcements", stored}, {"unchanged", plan.unchanged}});
-        return;
-    }
-    for (std::size_t index = 0; index < plan.changes.size(); ++index) {
-        const auto& change = plan.changes[index];
+    for (const ImportPlan::Change& change : plan.changes) {
         std::string name = text::Visible(change.announcement.at("name").get<std::string>());
         const std::string what = change.present.is_null() ? "added" : "replaced";
-        session.output.Line(name.append(isTrial ? " would be " : " is ").append(what));
+        session.ReportOne(name.append(isTrial ? " would be " : " is ").append(what));
     }
-    if (plan.unchanged > 0)
-        session.output.Line(std::to_string(plan.unchanged) + " are there already");
+    return session.Report({{"announcements", stored}, {"unchanged", plan.unchanged}},
+                          plan.unchanged > 0 ? std::to_string(plan.unchanged) + " are there already" : "");
 }
 
 } // namespace
@@ -59,11 +53,10 @@ void Report(Session& session, const ImportPlan& plan, const Json& stored) {
 ExitStatus Export(Session& session) {
     const std::string text = session.client.Get("/api/announcements").dump(2) + "\n";
     const std::string file = session.arguments.Text("file");
-    if (file.empty() || file == "-") {
+    if (file.empty() || file == "-")
         session.output.Raw(text);
-        return ExitStatus::Done;
-    }
-    text_file::Write(file, text);
+    else
+        text_file::Write(file, text);
     return ExitStatus::Done;
 }
 
@@ -84,8 +77,7 @@ ExitStatus Import(Session& session) {
             Tell(failure, plan, index);
         }
     }
-    Report(session, plan, stored);
-    return ExitStatus::Done;
+    return Report(session, plan, stored);
 }
 
 } // namespace handlers

@@ -14,24 +14,23 @@ constexpr seconds kLongestPause{30};
 
 class View {
 public:
-    View(Session& session, const CommandDefinition& command) : m_session(session), m_command(command) {}
+    View(const Session& session, const CommandDefinition& command) : m_session(session), m_command(command) {}
 
     void Show() {
-        (void)m_command.run(m_session); // what it ends with counts when it ends
-        const std::string now = m_session.output.Take();
+        // A session of its own: what was fetched for the last one is old.
+        Session session{m_session.commands, m_session.client, m_session.output, m_session.arguments};
+        (void)m_command.run(session); // what it ends with counts when it ends
+        const std::string now = session.output.Take();
         if (now == m_shown)
             return;
-        const bool isTerminal = m_session.output.Where().isTerminal && !m_session.output.IsJson();
-        const bool isFirst = m_shown.empty();
-        WriteToStandardOutput((isTerminal                             ? "\x1b[H\x1b[2J"
-                               : isFirst || m_session.output.IsJson() ? ""
-                                                                      : "\n") +
-                              now);
+        const bool isTerminal = session.output.Where().isTerminal && !session.output.IsJson();
+        const bool isNext = !m_shown.empty() && !session.output.IsJson();
+        WriteToStandardOutput((isTerminal ? "\x1b[H\x1b[2J" : isNext ? "\n" : "") + now);
         m_shown = now;
     }
 
 private:
-    Session& m_session;
+    const Session& m_session;
     const CommandDefinition& m_command;
     std::string m_shown;
 };
@@ -40,35 +39,39 @@ bool IsChange(const Json& event) {
     return event.at("type") != "alive" && event.at("type") != "log";
 }
 
-/// Shows it until the connection is lost; `pause` is how long to wait before the next one is made.
-void Follow(Session& session, View& view, seconds& pause) {
-    EventStream events = session.client.Events();
-    for (;;) {
-        if (!IsChange(events.Next()))
-            continue;
-        while (events.Next(kCrowd)) {
-        }
-        view.Show();
-        pause = kFirstPause;
-    }
-}
-
 } // namespace
 
 ExitStatus Watch(Session& session, const CommandDefinition& command) {
     session.output.PutJsonOnLines();
     View view(session, command);
-    bool isConnectedOnce = false;
+    view.Show();
+    KeepFollowing(session.client, true, [&](const std::function<void()>& isWell) {
+        // The first event is the state, so that what has been missed is shown.
+        for (EventStream events = session.client.Events();;) {
+            if (!IsChange(events.Next()))
+                continue;
+            while (events.Next(kCrowd)) {
+            }
+            view.Show();
+            isWell();
+        }
+    });
+}
+
+void KeepFollowing(ApiClient& client,
+                   bool hasBeenWell,
+                   const std::function<void(const std::function<void()>& isWell)>& follow) {
     for (seconds pause = kFirstPause;; pause = std::min(pause * 2, kLongestPause)) {
         try {
-            view.Show();
-            isConnectedOnce = true;
-            Follow(session, view, pause);
+            follow([&] {
+                hasBeenWell = true;
+                pause = kFirstPause;
+            });
         } catch (const Failure& failure) {
-            if (failure.Status() != ExitStatus::NoConnection || !isConnectedOnce)
+            if (failure.Status() != ExitStatus::NoConnection || !hasBeenWell)
                 throw;
             Tell(std::string("announce: ") + failure.what() + "; trying again", Style::Warning);
         }
-        session.client.Sleep(pause);
+        client.Sleep(pause);
     }
 }

@@ -1,8 +1,6 @@
 #include "announce/definitions/Arguments.h"
 
-#include "announce/Failure.h"
-
-#include <charconv>
+#include "announce/basics/Numbers.h"
 
 std::string Arguments::Text(const std::string& key) const {
     return Find(key).value_or("");
@@ -23,14 +21,4 @@ std::vector<std::string> Arguments::All(const std::string& key) const {
 long Arguments::Number(const std::string& key, long smallest, long largest, long otherwise) const {
     const auto text = Find(key);
     return text ? ReadNumber("--" + key, *text, smallest, largest) : otherwise;
-}
-
-long ReadNumber(const std::string& what, const std::string& text, long smallest, long largest) {
-    long number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || number < smallest ||
-        number > largest)
-        throw Failure(ExitStatus::Usage, what + ": \"" + text + "\" is not one",
-                      "a whole number from " + std::to_string(smallest) + " to " + std::to_string(largest));
-    return number;
 }

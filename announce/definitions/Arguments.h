@@ -25,6 +25,3 @@ public:
 private:
     Values m_values;
 };
-
-/// `text` as a whole number; throws Failure (Usage) that names `what` and says what would be right.
-[[nodiscard]] long ReadNumber(const std::string& what, const std::string& text, long smallest, long largest);

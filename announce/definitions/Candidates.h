@@ -1,7 +1,7 @@
 #pragma once
 
+#include "announce/definitions/Arguments.h"
 #include "announce/definitions/Definitions.h"
-#include "announce/house/House.h"
 
 #include <string>
 #include <vector>
@@ -20,13 +20,11 @@ struct Place {
     Completes completes = Completes::Nothing;
     std::string prefix; ///< "--room=", which stands before the value in the same word
     std::string begun;  ///< what of the value is there already
+    Arguments given;    ///< the options with values that stand before it
 };
 
 /// `words` stand behind the program's name; there is at least one, which may be empty.
-[[nodiscard]] Place FindPlace(const std::vector<std::string>& words);
-
-/// The names that the house has for such a place. Throws Failure when the controller does not answer.
-[[nodiscard]] std::vector<Candidate> NamesFor(Completes completes, House& house);
+[[nodiscard]] Place FindPlace(const CommandTable& commands, const std::vector<std::string>& words);
 
 /// Those that begin as the user has begun, in small or capital letters.
 [[nodiscard]] std::vector<Candidate> Fitting(const std::vector<Candidate>& all, const Place& place);

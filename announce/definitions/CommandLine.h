@@ -11,9 +11,11 @@ struct CommandLine {
     const CommandDefinition* command = nullptr; ///< null: help about the program, or about a group
     std::string group;                          ///< of the help; empty for the program
     Arguments arguments;
-    bool wantsHelp = false;
-    bool wantsVersion = false;
+
+    [[nodiscard]] bool WantsHelp() const { return arguments.Has("help"); }
+    [[nodiscard]] bool WantsVersion() const { return arguments.Has("version"); }
 };
 
 /// Reads the words behind the program's name. Throws Failure (Usage) that says what would be right.
-[[nodiscard]] CommandLine ReadCommandLine(const std::vector<std::string>& words);
+[[nodiscard]] CommandLine ReadCommandLine(const CommandTable& commands,
+                                          const std::vector<std::string>& words);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/ExitStatus.h"
+#include "announce/basics/ExitStatus.h"
 
 #include <functional>
 #include <string>
@@ -24,6 +24,7 @@ struct OptionDefinition {
     /// The name without dashes, by which a handler asks for it.
     [[nodiscard]] std::string Key() const;
 };
+using Options = std::vector<OptionDefinition>;
 
 struct ExampleDefinition {
     std::string text; ///< what it does
@@ -35,27 +36,36 @@ struct CommandDefinition {
     std::string name;    ///< "media add": a command of a group
     std::string summary; ///< a few words, without a full stop
     std::string text;    ///< paragraphs, with an empty line between them
-    std::vector<OptionDefinition> options;
+    Options options;
     std::vector<ExampleDefinition> examples;
     std::function<ExitStatus(Session&)> run;
     bool canBeWatched = false; ///< has --watch: shown again whenever something changes
     bool isHidden = false;     ///< for completion scripts, not for people
+
+    /// `announce add [OPTIONS] …`: how it is written.
+    [[nodiscard]] std::string Usage() const;
+    /// All that it takes beside the common options.
+    [[nodiscard]] Options OwnOptions() const;
 };
 
-/// Every command, in the order in which people read about them.
-[[nodiscard]] const std::vector<CommandDefinition>& Commands();
-
 /// The options that every command has.
-[[nodiscard]] const std::vector<OptionDefinition>& CommonOptions();
+[[nodiscard]] const Options& CommonOptions();
 
-/// The option of commands that can be watched.
-[[nodiscard]] const OptionDefinition& WatchOption();
+/// Every command, in the order in which people read about them.
+class CommandTable {
+public:
+    explicit CommandTable(std::vector<CommandDefinition> all) : m_all(std::move(all)) {}
 
-/// All that a command takes beside the common options.
-[[nodiscard]] std::vector<OptionDefinition> OptionsOf(const CommandDefinition& command);
+    [[nodiscard]] const std::vector<CommandDefinition>& All() const noexcept { return m_all; }
+    /// Those that people see: whose names begin with `start`.
+    [[nodiscard]] std::vector<CommandDefinition> ForPeople(const std::string& start = "") const;
+    /// The same, of those that stand right below a command: with the last word of the name alone.
+    [[nodiscard]] std::vector<CommandDefinition> Below(const std::string& command) const;
+    /// The command with this name; null when there is none.
+    [[nodiscard]] const CommandDefinition* Find(const std::string& name) const;
+    /// All that may stand behind this command, or behind the program's name: its own options first.
+    [[nodiscard]] Options OptionsBehind(const std::string& command) const;
 
-/// The command with this name; null when there is none.
-[[nodiscard]] const CommandDefinition* FindCommand(const std::string& name);
-
-/// `announce add [OPTIONS] …`: how a command is written.
-[[nodiscard]] std::string UsageOf(const CommandDefinition& command);
+private:
+    std::vector<CommandDefinition> m_all;
+};

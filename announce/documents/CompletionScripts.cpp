@@ -1,6 +1,6 @@
 #include "announce/documents/CompletionScripts.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <map>
 

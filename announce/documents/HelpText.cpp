@@ -1,6 +1,6 @@
 #include "announce/documents/HelpText.h"
 
-#include "announce/output/TextWidth.h"
+#include "announce/basics/TextWidth.h"
 
 #include <algorithm>
 #include <sstream>
@@ -67,45 +67,44 @@ std::string LeftOf(const OptionDefinition& option) {
            (option.value.empty() ? "" : " " + option.value);
 }
 
-std::string OptionLines(const char* title, const std::vector<OptionDefinition>& options) {
+std::string OptionLines(const char* title, const Options& options) {
     Rows rows;
     for (const OptionDefinition& option : options)
         rows.emplace_back(LeftOf(option), option.text);
     return rows.empty() ? "" : std::string(title) + "\n" + TwoColumns(rows) + "\n";
 }
 
-std::string CommandLines(const std::string& start) {
+std::string CommandLines(const std::vector<CommandDefinition>& commands) {
     Rows rows;
-    for (const CommandDefinition& command : Commands()) {
-        if (!command.isHidden && command.name.rfind(start, 0) == 0)
-            rows.emplace_back(command.name, command.summary);
-    }
+    for (const CommandDefinition& command : commands)
+        rows.emplace_back(command.name, command.summary);
     return TwoColumns(rows);
 }
 
 } // namespace
 
-std::string OfProgram() {
+std::string OfProgram(const CommandTable& commands) {
     return "announce COMMAND [OPTIONS]\n\n" +
            Wrapped("Drives a running controller: announcements, rooms, screens, and what happens.", 0) +
-           "\n\nCommands:\n" + CommandLines("") + "\n" +
+           "\n\nCommands:\n" + CommandLines(commands.ForPeople()) + "\n" +
            OptionLines("Options of every command:", CommonOptions()) +
            Wrapped("\"announce COMMAND --help\" tells more of a command, announce(1) everything.", 0) + "\n";
 }
 
-std::string OfGroup(const std::string& group) {
-    return "announce " + group + " COMMAND [OPTIONS]\n\nCommands:\n" + CommandLines(group + " ");
+std::string OfGroup(const CommandTable& commands, const std::string& group) {
+    return "announce " + group + " COMMAND [OPTIONS]\n\nCommands:\n" +
+           CommandLines(commands.ForPeople(group + " "));
 }
 
-std::string OfCommand(const CommandDefinition& command) {
-    std::string help = UsageOf(command) + "\n\n" + command.summary + ".\n\n" + Paragraphs(command.text);
-    std::vector<OptionDefinition> arguments;
-    std::vector<OptionDefinition> options;
-    for (const OptionDefinition& option : OptionsOf(command))
+std::string OfCommand(const CommandTable& commands, const CommandDefinition& command) {
+    std::string help = command.Usage() + "\n\n" + command.summary + ".\n\n" + Paragraphs(command.text);
+    Options arguments;
+    Options options;
+    for (const OptionDefinition& option : command.OwnOptions())
         (option.IsOption() ? options : arguments).push_back(option);
     help += OptionLines("Arguments:", arguments) + OptionLines("Options:", options) +
             OptionLines("Options of every command:", CommonOptions());
-    const std::string below = CommandLines(command.name + " ");
+    const std::string below = CommandLines(commands.ForPeople(command.name + " "));
     if (!below.empty())
         help += "Commands:\n" + below + "\n";
     for (const ExampleDefinition& example : command.examples)

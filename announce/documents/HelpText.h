@@ -8,11 +8,11 @@
 namespace help_text {
 
 /// About the program: every command with its summary.
-[[nodiscard]] std::string OfProgram();
+[[nodiscard]] std::string OfProgram(const CommandTable& commands);
 
 /// About a group of commands, "media".
-[[nodiscard]] std::string OfGroup(const std::string& group);
+[[nodiscard]] std::string OfGroup(const CommandTable& commands, const std::string& group);
 
-[[nodiscard]] std::string OfCommand(const CommandDefinition& command);
+[[nodiscard]] std::string OfCommand(const CommandTable& commands, const CommandDefinition& command);
 
 } // namespace help_text

@@ -1,4 +1,3 @@
-#include "announce/definitions/Definitions.h"
 #include "announce/documents/Manual.h"
 #include "announce/documents/Topics.h"
 
@@ -71,7 +70,7 @@ std::string ItemOf(const OptionDefinition& option) {
     return item + Value(option.value) + "\n";
 }
 
-std::string OptionList(const std::vector<OptionDefinition>& options) {
+std::string OptionList(const Options& options) {
     if (options.empty())
         return "";
     std::string list = ".Bl -tag -width Ds\n";
@@ -90,24 +89,20 @@ std::string Line(const CommandDefinition& command) {
     return line;
 }
 
-std::string Synopsis() {
+std::string Synopsis(const CommandTable& commands) {
     std::string lines = ".Sh SYNOPSIS\n";
-    for (const CommandDefinition& command : Commands()) {
-        if (!command.isHidden)
-            lines += ".Nm\n." + Line(command) + "\n.Op Ar options\n";
-    }
+    for (const CommandDefinition& command : commands.ForPeople())
+        lines += ".Nm\n." + Line(command) + "\n.Op Ar options\n";
     return lines;
 }
 
-std::string CommandSections() {
+std::string CommandSections(const CommandTable& commands) {
     std::string sections = ".Sh COMMANDS\n";
-    for (const CommandDefinition& command : Commands()) {
-        if (command.isHidden)
-            continue;
+    for (const CommandDefinition& command : commands.ForPeople()) {
         sections += ".Ss announce " + command.name + "\n" + Prose(command.summary + ".");
         if (!command.text.empty())
             sections += ".Pp\n" + Prose(command.text);
-        sections += OptionList(OptionsOf(command));
+        sections += OptionList(command.OwnOptions());
     }
     return sections;
 }
@@ -126,9 +121,9 @@ std::string Statuses() {
     return list + ".El\n";
 }
 
-std::string Examples() {
+std::string Examples(const CommandTable& commands) {
     std::string examples = ".Sh EXAMPLES\n";
-    for (const CommandDefinition& command : Commands()) {
+    for (const CommandDefinition& command : commands.All()) {
         for (const ExampleDefinition& example : command.examples)
             examples += Prose(example.text + ":") + ".Bd -literal -offset indent\n" + Escaped(example.line) +
                         "\n.Ed\n.Pp\n";
@@ -139,15 +134,16 @@ std::string Examples() {
 
 } // namespace
 
-std::string AsRoff() {
+std::string AsRoff(const CommandTable& commands) {
     return ".Dd November 21, 2026\n.Dt ANNOUNCE 1\n.Os\n.Sh NAME\n.Nm announce\n"
            ".Nd drives a running announcement controller\n" +
-           Synopsis() + ".Sh DESCRIPTION\n" + Prose(topics::Description()) +
+           Synopsis(commands) + ".Sh DESCRIPTION\n" + Prose(topics::Description()) +
            ".Pp\nThe options of every command are as follows:\n" + OptionList(CommonOptions()) +
-           CommandSections() + ".Sh THE CONNECTION\n" + Prose(topics::Connecting()) + ".Sh ENVIRONMENT\n" +
-           Tagged("Ev", topics::Environment()) + ".Sh FILES\n" + Tagged("Pa", topics::Files()) + ".Pp\n" +
-           "The keys are as follows:\n" + Tagged("Cm", topics::ConfigurationKeys()) + Statuses() +
-           Examples() + ".Sh SEE ALSO\n.Xr announcement-controller 1\n";
+           CommandSections(commands) + ".Sh THE CONNECTION\n" + Prose(topics::Connecting()) +
+           ".Sh ENVIRONMENT\n" + Tagged("Ev", topics::Environment()) + ".Sh FILES\n" +
+           Tagged("Pa", topics::Files()) + ".Pp\n" + "The keys are as follows:\n" +
+           Tagged("Cm", topics::ConfigurationKeys()) + Statuses() + Examples(commands) +
+           ".Sh SEE ALSO\n.Xr announcement-controller 1\n";
 }
 
 } // namespace manual

@@ -1,4 +1,3 @@
-#include "announce/definitions/Definitions.h"
 #include "announce/documents/Manual.h"
 #include "announce/documents/Topics.h"
 
@@ -31,7 +30,7 @@ std::string NamesOf(const OptionDefinition& option) {
     return "`" + names + (option.value.empty() ? "`" : " " + option.value + "`");
 }
 
-std::string OptionTable(const std::vector<OptionDefinition>& options) {
+std::string OptionTable(const Options& options) {
     if (options.empty())
         return "";
     std::string table = TableOf("option", "what");
@@ -40,18 +39,16 @@ std::string OptionTable(const std::vector<OptionDefinition>& options) {
     return table + "\n";
 }
 
-std::string CommandTable() {
+std::string Summaries(const CommandTable& commands) {
     std::string table = TableOf("command", "what");
-    for (const CommandDefinition& command : Commands()) {
-        if (!command.isHidden)
-            table += Row("`" + command.name + "`", command.summary);
-    }
+    for (const CommandDefinition& command : commands.ForPeople())
+        table += Row("`" + command.name + "`", command.summary);
     return table + "\n";
 }
 
 std::string Section(const CommandDefinition& command) {
-    std::string section = "### `" + UsageOf(command) + "`\n\n" + command.summary + ".";
-    section += (command.text.empty() ? "" : " " + command.text) + "\n\n" + OptionTable(OptionsOf(command));
+    std::string section = "### `" + command.Usage() + "`\n\n" + command.summary + ".";
+    section += (command.text.empty() ? "" : " " + command.text) + "\n\n" + OptionTable(command.OwnOptions());
     for (const ExampleDefinition& example : command.examples)
         section += example.text + ":\n\n    " + example.line + "\n\n";
     return section;
@@ -66,22 +63,22 @@ std::string RowsOf(const topics::Rows& rows) {
 
 } // namespace
 
-std::string AsMarkdown() {
+std::string AsMarkdown(const CommandTable& commands) {
     std::string text = "# The command line\n\n`announce COMMAND [OPTIONS]`\n\n" + topics::Description() +
                        "\n\n`announce COMMAND --help` and the manual page `announce(1)` say the same as this "
                        "text: all three come "
                        "from the program's definitions (`announce manual --markdown` prints this one).\n\n" +
-                       CommandTable() + "## Options of every command\n\n" + OptionTable(CommonOptions()) +
-                       "## The connection\n\n" + topics::Connecting() + "\n\n" +
-                       TableOf("environment", "what") + RowsOf(topics::Environment()) + "`" +
+                       Summaries(commands) + "## Options of every command\n\n" +
+                       OptionTable(CommonOptions()) + "## The connection\n\n" + topics::Connecting() +
+                       "\n\n" + TableOf("environment", "what") + RowsOf(topics::Environment()) + "`" +
                        topics::Files().front().first + "`: " + topics::Files().front().second + "\n\n" +
                        TableOf("key", "what") + RowsOf(topics::ConfigurationKeys()) + "## Exit status\n\n" +
                        TableOf("status", "when");
     for (const ExitStatusMeaning& status : ExitStatuses())
         text += Row(std::to_string(static_cast<int>(status.status)), status.meaning);
     text += "\n## Commands\n\n";
-    for (const CommandDefinition& command : Commands())
-        text += command.isHidden ? "" : Section(command);
+    for (const CommandDefinition& command : commands.ForPeople())
+        text += Section(command);
     text.pop_back();
     return text;
 }

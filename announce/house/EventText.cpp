@@ -1,6 +1,6 @@
 #include "announce/house/EventText.h"
 
-#include "announce/house/Times.h"
+#include "announce/basics/Times.h"
 
 #include <unordered_map>
 
@@ -65,7 +65,7 @@ std::string TextOf(const std::string& name, const Json& members, House& house) {
     if (name == "duration_ms")
         return times::LengthText(member == 0 ? Json(30000) : member); // 0 is the screens' own time
     if (member.is_object())
-        return VariableId(member);
+        return IdOf(member);
     const std::string text = member.is_string() ? member.get<std::string>() : member.dump();
     return name == "why" ? WordsFor(text) : text;
 }

@@ -1,15 +1,15 @@
 #include "announce/house/House.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/Words.h"
+#include "announce/house/Names.h"
 
 namespace {
 
 const Json& FindIn(const Json& list, const std::string& text, const std::string& kind) {
     std::vector<names::Named> all;
-    for (const Json& item : list) {
-        const std::string id = item.contains("device") ? VariableId(item) : item.at("id").dump();
-        all.push_back({id, item.at("name").get<std::string>()});
-    }
+    for (const Json& item : list)
+        all.push_back({IdOf(item), item.at("name").get<std::string>()});
     return list[names::Find(all, text, kind)];
 }
 
@@ -29,34 +29,16 @@ std::string SoundName(const std::string& file) {
     return hasEnding || name.empty() ? name : name + ".wav";
 }
 
-std::string VariableId(const Json& variable) {
-    return variable.at("device").dump() + "/" + variable.at("variable").dump();
+std::string IdOf(const Json& item) {
+    return item.contains("device") ? item.at("device").dump() + "/" + item.at("variable").dump()
+                                   : item.at("id").dump();
 }
 
-const Json& House::Fetch(std::optional<Json>& place, const char* path, const char* member) {
-    if (!place)
-        place = m_client.Get(path).at(member);
-    return *place;
-}
-
-const Json& House::Announcements() {
-    return Fetch(m_announcements, "/api/announcements", "announcements");
-}
-
-const Json& House::Rooms() {
-    return Fetch(m_rooms, "/api/rooms", "rooms");
-}
-
-const Json& House::Screens() {
-    return Fetch(m_screens, "/api/navigators", "navigators");
-}
-
-const Json& House::Variables() {
-    return Fetch(m_variables, "/api/variables", "variables");
-}
-
-const Json& House::Media() {
-    return Fetch(m_media, "/api/media", "media");
+const Json& House::Known(const std::string& what) {
+    const auto present = m_known.find(what);
+    if (present != m_known.end())
+        return present->second;
+    return m_known[what] = m_fetch("/api/" + what).at(what);
 }
 
 const Json& House::FindAnnouncement(const std::string& text) {
@@ -84,7 +66,7 @@ std::string House::FindMedia(const std::string& text, const std::string& kind) {
         if (kind == "file" || file.at("kind") == kind)
             known.push_back(name);
     }
-    const std::string near = names::Choice(names::Nearest(known, text));
+    const std::string near = words::Choice(words::Nearest(known, text));
     throw Failure(ExitStatus::NotFound, "there is no " + kind + " \"" + text + "\" in the media folder",
                   near.empty()
                       ? "one of those that \"announce media\" shows; \"announce media add\" brings new ones"

@@ -1,32 +1,34 @@
 #pragma once
 
-#include "announce/Json.h"
-#include "announce/client/ApiClient.h"
-#include "announce/house/Names.h"
+#include "announce/basics/Json.h"
 
 #include <cstdint>
-#include <optional>
+#include <functional>
+#include <map>
 #include <string>
 
-/// What has a name in the house, fetched when it is first asked for. Finding throws Failure as names::Find
-/// does.
+/// What has a name in the house, fetched when it is first asked for. Finding throws Failure: NotFound with
+/// the nearest names, Ambiguous with the candidates.
 class House {
 public:
-    explicit House(ApiClient& client) : m_client(client) {}
+    /// Gives what the API has at a path.
+    using Fetch = std::function<Json(const std::string& path)>;
 
-    [[nodiscard]] const Json& Announcements();
-    [[nodiscard]] const Json& Rooms();
-    [[nodiscard]] const Json& Screens();
-    [[nodiscard]] const Json& Variables();
-    [[nodiscard]] const Json& Media();
+    explicit House(Fetch fetch) : m_fetch(std::move(fetch)) {}
+
+    [[nodiscard]] const Json& Announcements() { return Known("announcements"); }
+    [[nodiscard]] const Json& Rooms() { return Known("rooms"); }
+    [[nodiscard]] const Json& Screens() { return Known("navigators"); }
+    [[nodiscard]] const Json& Variables() { return Known("variables"); }
+    [[nodiscard]] const Json& Media() { return Known("media"); }
 
     /// They have changed: they are fetched again when they are asked for.
-    void ForgetAnnouncements() { m_announcements.reset(); }
+    void ForgetAnnouncements() { m_known.erase("announcements"); }
 
+    /// By name or id; of a variable the id is DEVICE/VARIABLE.
     [[nodiscard]] const Json& FindAnnouncement(const std::string& text);
     [[nodiscard]] const Json& FindRoom(const std::string& text);
     [[nodiscard]] const Json& FindScreen(const std::string& text);
-    /// By name, or by DEVICE/VARIABLE.
     [[nodiscard]] const Json& FindVariable(const std::string& text);
     /// The name of a file of the media folder, which is given whole or, of a sound, without ".wav".
     [[nodiscard]] std::string FindMedia(const std::string& text, const std::string& kind);
@@ -37,18 +39,14 @@ public:
     [[nodiscard]] std::string AnnouncementName(std::uint64_t id);
 
 private:
-    const Json& Fetch(std::optional<Json>& place, const char* path, const char* member);
+    const Json& Known(const std::string& what);
 
-    ApiClient& m_client;
-    std::optional<Json> m_announcements;
-    std::optional<Json> m_rooms;
-    std::optional<Json> m_screens;
-    std::optional<Json> m_variables;
-    std::optional<Json> m_media;
+    Fetch m_fetch;
+    std::map<std::string, Json> m_known;
 };
 
 /// "chime.wav": a sound for people, whether the controller names it by its name, its file or its path.
 [[nodiscard]] std::string SoundName(const std::string& file);
 
-/// "DEVICE/VARIABLE", by which a variable is named when its name does not do.
-[[nodiscard]] std::string VariableId(const Json& variable);
+/// "5", or "DEVICE/VARIABLE" of a variable: by which it is named when its name does not do.
+[[nodiscard]] std::string IdOf(const Json& item);

@@ -18,14 +18,4 @@ struct Named {
 [[nodiscard]] std::size_t
 Find(const std::vector<Named>& all, const std::string& wanted, const std::string& kind);
 
-/// The names nearest to `wanted`, the best first; only such that it could have been meant for.
-[[nodiscard]] std::vector<std::string> Nearest(const std::vector<std::string>& all,
-                                               const std::string& wanted);
-
-/// `Kitchen, Hall or Garden`; empty for none.
-[[nodiscard]] std::string Choice(const std::vector<std::string>& all);
-
-/// The text in small letters, where it is ASCII.
-[[nodiscard]] std::string Lower(std::string text);
-
 } // namespace names

@@ -1,7 +1,7 @@
 #include "announce/output/Output.h"
 
-#include "announce/Failure.h"
-#include "announce/output/TextWidth.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/TextWidth.h"
 
 #include <cerrno>
 #include <cstring>

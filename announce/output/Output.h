@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/Json.h"
+#include "announce/basics/Json.h"
 #include "announce/output/Table.h"
 #include "announce/output/Terminal.h"
 

@@ -1,6 +1,6 @@
 #include "announce/output/Progress.h"
 
-#include "announce/output/TextWidth.h"
+#include "announce/basics/TextWidth.h"
 
 #include <algorithm>
 #include <iostream>

@@ -1,6 +1,6 @@
 #include "announce/output/Table.h"
 
-#include "announce/output/TextWidth.h"
+#include "announce/basics/TextWidth.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,30 +11,15 @@ constexpr std::size_t kGap = 2;
 /// No column is shortened below this.
 constexpr std::size_t kNarrowest = 6;
 
-const char* CodeOf(Style style) {
-    switch (style) {
-    case Style::Bold:
-        return "\x1b[1m";
-    case Style::Dim:
-        return "\x1b[2m";
-    case Style::Good:
-        return "\x1b[32m";
-    case Style::Warning:
-        return "\x1b[33m";
-    case Style::Bad:
-        return "\x1b[31m";
-    case Style::Plain:
-        break;
-    }
-    return "";
-}
+/// By Style: what makes a terminal write so.
+constexpr const char* kCodes[] = {"", "\x1b[1m", "\x1b[2m", "\x1b[32m", "\x1b[33m", "\x1b[31m"};
 
 } // namespace
 
 std::string Styled(const std::string& text, Style style, const Terminal& terminal) {
     if (!terminal.hasColour || style == Style::Plain || text.empty())
         return text;
-    return CodeOf(style) + text + "\x1b[0m";
+    return kCodes[static_cast<std::size_t>(style)] + text + "\x1b[0m";
 }
 
 void Table::Add(std::vector<Cell> row) {

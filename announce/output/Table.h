@@ -15,6 +15,7 @@ enum class Style { Plain, Bold, Dim, Good, Warning, Bad };
 class Table {
 public:
     enum class Align { Left, Right };
+    static constexpr Align kRight = Align::Right;
     struct Column {
         std::string title;
         Align align = Align::Left;

@@ -1,5 +1,7 @@
 #include "announce/output/Terminal.h"
 
+#include "announce/basics/Numbers.h"
+
 #include <cstdlib>
 #include <string>
 
@@ -15,7 +17,7 @@ std::size_t WidthOf(int descriptor) {
     if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
         return size.ws_col;
     const char* const columns = std::getenv("COLUMNS");
-    const long told = columns != nullptr ? std::strtol(columns, nullptr, 10) : 0;
+    const long told = columns != nullptr ? WholeNumber(columns).value_or(0) : 0;
     return told > 0 ? static_cast<std::size_t>(told) : kUsualWidth;
 }
 

@@ -1,6 +1,6 @@
 #include "announce/client/Address.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,16 @@
 #include "announce/definitions/Candidates.h"
 
+#include "announce/commands/Commands.h"
+
 #include <gtest/gtest.h>
 
-using candidates::FindPlace;
 using Words = std::vector<std::string>;
 
 namespace {
+
+candidates::Place FindPlace(const Words& words) {
+    return candidates::FindPlace(AllCommands(), words);
+}
 
 Words Offered(const Words& words) {
     const auto place = FindPlace(words);
@@ -46,4 +51,13 @@ TEST(CandidatesTest, AValueBehindAnEqualsSignKeepsTheOption) {
     EXPECT_EQ(place.completes, Completes::Room);
     EXPECT_EQ(place.begun, "Ki");
     EXPECT_EQ(candidates::Fitting({{"Kitchen", "1"}}, place).front().text, "--room=Kitchen");
+}
+
+TEST(CandidatesTest, OptionsThatHaveTheirValueSayWhereTheControllerIs) {
+    const auto place = FindPlace({"-a", "house", "--ca=root.pem", "play", "--wait", "--token", "D"});
+    EXPECT_EQ(place.given.Text("address"), "house");
+    EXPECT_EQ(place.given.Text("ca"), "root.pem");
+    EXPECT_FALSE(place.given.Has("wait"));
+    EXPECT_FALSE(place.given.Has("token"));
+    EXPECT_EQ(place.begun, "D");
 }

@@ -1,6 +1,7 @@
 #include "announce/definitions/CommandLine.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
+#include "announce/commands/Commands.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +9,18 @@
 
 namespace {
 
+const CommandTable& Table() {
+    static const CommandTable kTable = AllCommands();
+    return kTable;
+}
+
+CommandLine Read(const std::vector<std::string>& words) {
+    return ReadCommandLine(Table(), words);
+}
+
 Failure FailureOf(const std::vector<std::string>& words) {
     try {
-        (void)ReadCommandLine(words);
+        (void)Read(words);
     } catch (const Failure& failure) {
         return failure;
     }
@@ -20,8 +30,7 @@ Failure FailureOf(const std::vector<std::string>& words) {
 } // namespace
 
 TEST(CommandLineTest, OptionsAndArgumentsAreFoundByTheirNames) {
-    const auto line =
-        ReadCommandLine({"add", "--name", "Dinner", "--room", "Kitchen:40", "--room=Hall", "--json"});
+    const auto line = Read({"add", "--name", "Dinner", "--room", "Kitchen:40", "--room=Hall", "--json"});
 
     ASSERT_NE(line.command, nullptr);
     EXPECT_EQ(line.command->name, "add");
@@ -33,24 +42,23 @@ TEST(CommandLineTest, OptionsAndArgumentsAreFoundByTheirNames) {
 
 TEST(CommandLineTest, CommonOptionsStandBeforeTheCommandOrBehindIt) {
     for (const auto& words : {std::vector<std::string>{"-a", "house", "list"}, {"list", "-a", "house"}})
-        EXPECT_EQ(ReadCommandLine(words).arguments.Text("address"), "house");
+        EXPECT_EQ(Read(words).arguments.Text("address"), "house");
 }
 
 TEST(CommandLineTest, ValuesAreTakenAsTheyAreTyped) {
-    const auto line = ReadCommandLine({"add", "--name", "[a,b]", "--text", "", "--room", "[x]"});
+    const auto line = Read({"add", "--name", "[a,b]", "--text", "", "--room", "[x]"});
     EXPECT_EQ(line.arguments.Text("name"), "[a,b]");
     EXPECT_TRUE(line.arguments.Has("text"));
     EXPECT_EQ(line.arguments.Text("text"), "");
     EXPECT_EQ(line.arguments.All("room"), std::vector<std::string>{"[x]"});
-    EXPECT_EQ(ReadCommandLine({"variables", "set", "Outside", "--", "-5 °C"}).arguments.Text("value"),
-              "-5 °C");
-    EXPECT_EQ(ReadCommandLine({"media", "add", "[x].wav", "y.wav"}).arguments.All("file"),
+    EXPECT_EQ(Read({"variables", "set", "Outside", "--", "-5 °C"}).arguments.Text("value"), "-5 °C");
+    EXPECT_EQ(Read({"media", "add", "[x].wav", "y.wav"}).arguments.All("file"),
               (std::vector<std::string>{"[x].wav", "y.wav"}));
 }
 
 TEST(CommandLineTest, AGroupIsACommandOfItsOwnAndHasFurtherOnes) {
-    EXPECT_EQ(ReadCommandLine({"rooms"}).command->name, "rooms");
-    EXPECT_EQ(ReadCommandLine({"rooms", "volume", "Kitchen", "40"}).command->name, "rooms volume");
+    EXPECT_EQ(Read({"rooms"}).command->name, "rooms");
+    EXPECT_EQ(Read({"rooms", "volume", "Kitchen", "40"}).command->name, "rooms volume");
 }
 
 TEST(CommandLineTest, MistypedCommandsAndOptionsAreRefusedWithTheNearest) {
@@ -66,9 +74,9 @@ TEST(CommandLineTest, MistypedCommandsAndOptionsAreRefusedWithTheNearest) {
 }
 
 TEST(CommandLineTest, HelpNeedsNoArguments) {
-    EXPECT_TRUE(ReadCommandLine({"play", "--help"}).wantsHelp);
-    EXPECT_TRUE(ReadCommandLine({"-h"}).wantsHelp);
-    EXPECT_TRUE(ReadCommandLine({"--version"}).wantsVersion);
+    EXPECT_TRUE(Read({"play", "--help"}).WantsHelp());
+    EXPECT_TRUE(Read({"-h"}).WantsHelp());
+    EXPECT_TRUE(Read({"--version"}).WantsVersion());
 }
 
 TEST(CommandLineTest, NumbersAreWholeAndWithinTheirBounds) {
@@ -83,7 +91,7 @@ TEST(CommandLineTest, NumbersAreWholeAndWithinTheirBounds) {
 
 TEST(DefinitionsTest, EveryCommandSaysWhatItIsFor) {
     std::set<std::string> names;
-    for (const CommandDefinition& command : Commands()) {
+    for (const CommandDefinition& command : Table().All()) {
         SCOPED_TRACE(command.name);
         EXPECT_TRUE(names.insert(command.name).second);
         EXPECT_FALSE(command.summary.empty());
@@ -98,8 +106,8 @@ TEST(DefinitionsTest, NoCommandHasAnOptionThatAllHave) {
     std::set<std::string> common;
     for (const OptionDefinition& option : CommonOptions())
         common.insert(option.Key());
-    for (const CommandDefinition& command : Commands()) {
-        for (const OptionDefinition& option : OptionsOf(command))
+    for (const CommandDefinition& command : Table().All()) {
+        for (const OptionDefinition& option : command.OwnOptions())
             EXPECT_EQ(common.count(option.Key()), 0U) << command.name << " " << option.names;
     }
 }

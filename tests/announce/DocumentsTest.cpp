@@ -1,9 +1,9 @@
-#include "announce/definitions/Definitions.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/TextWidth.h"
+#include "announce/commands/Commands.h"
 #include "announce/documents/CompletionScripts.h"
 #include "announce/documents/HelpText.h"
 #include "announce/documents/Manual.h"
-#include "announce/house/AnnouncementForm.h"
-#include "announce/output/TextWidth.h"
 
 #include <gtest/gtest.h>
 
@@ -22,37 +22,37 @@ std::string ReadDocument(const std::string& name) {
 } // namespace
 
 TEST(DocumentsTest, ReferenceInTheDocumentsIsTheOneThatTheProgramPrints) {
-    EXPECT_EQ(ReadDocument("cli.md"), manual::AsMarkdown())
+    EXPECT_EQ(ReadDocument("cli.md"), manual::AsMarkdown(AllCommands()))
         << "Write it anew: announce manual --markdown > docs/cli.md";
 }
 
 TEST(DocumentsTest, EveryCommandAndOptionStandsInManualReferenceAndHelp) {
-    const std::string page = manual::AsRoff();
-    const std::string reference = manual::AsMarkdown();
-    for (const CommandDefinition& command : Commands()) {
-        if (command.isHidden)
-            continue;
+    const std::string page = manual::AsRoff(AllCommands());
+    const std::string reference = manual::AsMarkdown(AllCommands());
+    const CommandTable commands = AllCommands();
+    for (const CommandDefinition& command : commands.ForPeople()) {
         SCOPED_TRACE(command.name);
         EXPECT_NE(page.find(".Ss announce " + command.name + "\n"), std::string::npos);
-        EXPECT_NE(reference.find("`" + UsageOf(command) + "`"), std::string::npos);
-        const std::string help = help_text::OfCommand(command);
-        for (const OptionDefinition& option : OptionsOf(command))
+        EXPECT_NE(reference.find("`" + command.Usage() + "`"), std::string::npos);
+        const std::string help = help_text::OfCommand(commands, command);
+        for (const OptionDefinition& option : command.OwnOptions())
             EXPECT_NE(help.find(option.IsOption() ? "--" + option.Key() : option.value), std::string::npos)
                 << option.names;
     }
 }
 
 TEST(DocumentsTest, HelpFitsIntoAnOrdinaryTerminal) {
-    std::string all = help_text::OfProgram();
-    for (const CommandDefinition& command : Commands())
-        all += command.examples.empty() ? help_text::OfCommand(command) : "";
+    const CommandTable commands = AllCommands();
+    std::string all = help_text::OfProgram(commands) + help_text::OfGroup(commands, "media");
+    for (const CommandDefinition& command : commands.All())
+        all += command.examples.empty() ? help_text::OfCommand(commands, command) : "";
     std::istringstream lines(all);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(text::Width(line), 80U) << line;
 }
 
 TEST(DocumentsTest, LinesOfTheManualThatBeginLikeRequestsAreRequests) {
-    std::istringstream lines(manual::AsRoff());
+    std::istringstream lines(manual::AsRoff(AllCommands()));
     for (std::string line; std::getline(lines, line);) {
         EXPECT_NE(line.rfind('\'', 0), 0U) << line;
         const bool isKnown =
@@ -63,17 +63,16 @@ TEST(DocumentsTest, LinesOfTheManualThatBeginLikeRequestsAreRequests) {
     }
 }
 
-TEST(DocumentsTest, MistakesStandOnTopOfAFormAndGoAgain) {
-    const std::string form = "# Announcement 5\nname: Dinner\n";
-    const std::string once = announcement_form::WithMistakes(form, announcement_form::Mistakes{{2, "no"}});
-    EXPECT_EQ(once, "#! line 3: no\n" + form);
-    EXPECT_EQ(announcement_form::WithMistakes(once, announcement_form::Mistakes{{1, "a"}, {0, "b"}}),
-              "#! line 3: a\n#! b\n" + form);
-    EXPECT_EQ(announcement_form::WithoutMistakes(once), form);
+TEST(DocumentsTest, HelpOfAGroupListsItsCommandsAndNoOthers) {
+    EXPECT_EQ(help_text::OfGroup(AllCommands(), "media"),
+              "announce media COMMAND [OPTIONS]\n\nCommands:\n"
+              "  media list    List the sounds and images\n"
+              "  media add     Bring files into the media folder\n"
+              "  media remove  Remove files from the media folder\n");
 }
 
-TEST(DocumentsTest, AFormOfCommentsAloneIsEmpty) {
-    EXPECT_TRUE(announcement_form::IsEmpty(""));
-    EXPECT_TRUE(announcement_form::IsEmpty("\n  # comment\n\t\r\n"));
-    EXPECT_FALSE(announcement_form::IsEmpty("# comment\nname: x\n"));
+TEST(DocumentsTest, EveryShellThatIsOfferedHasItsCompletionAndNoOtherHas) {
+    for (const char* shell : {"bash", "zsh", "fish"})
+        EXPECT_NE(CompletionScript(shell).find("announce complete"), std::string::npos) << shell;
+    EXPECT_THROW((void)CompletionScript("tcsh"), Failure);
 }

@@ -1,6 +1,6 @@
-#include "announce/house/ImportPlan.h"
+#include "announce/announcements/ImportPlan.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <gtest/gtest.h>
 

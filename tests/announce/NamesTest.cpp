@@ -1,6 +1,6 @@
 #include "announce/house/Names.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -53,18 +53,4 @@ TEST(NamesTest, MistypedNameIsRefusedWithTheNearest) {
     }
     EXPECT_EQ(FailureOf("Bathroom").Right(), "one of those that \"announce rooms\" shows");
     EXPECT_EQ(FailureOf("Bathroom", {}).Right(), "there is no room at all");
-}
-
-TEST(NamesTest, TheNearestComeBestFirstAndAreNotMoreThanThree) {
-    EXPECT_EQ(names::Nearest({"list", "lost", "last", "lust", "edit"}, "lsit"),
-              (std::vector<std::string>{"list"}));
-    EXPECT_EQ(names::Nearest({"abcdef1", "abcdef", "abcdef2", "abcdef3"}, "abcdefg").front(), "abcdef1");
-    EXPECT_EQ(names::Nearest({"aaa1", "aaa2", "aaa3", "aaa4"}, "aaa5").size(), 3U);
-    EXPECT_EQ(names::Nearest({"volume", "text"}, "x"), std::vector<std::string>{});
-}
-
-TEST(NamesTest, ChoiceIsWrittenAsPeopleSayIt) {
-    EXPECT_EQ(names::Choice({}), "");
-    EXPECT_EQ(names::Choice({"a"}), "a");
-    EXPECT_EQ(names::Choice({"a", "b", "c"}), "a, b or c");
 }

@@ -1,7 +1,7 @@
 #include "announce/output/Table.h"
 
+#include "announce/basics/TextWidth.h"
 #include "announce/output/Progress.h"
-#include "announce/output/TextWidth.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "announce/output/TextWidth.h"
+#include "announce/basics/TextWidth.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "announce/house/Times.h"
+#include "announce/basics/Times.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <gtest/gtest.h>
 

@@ -72,7 +72,7 @@ test("mistakes open the editor again with all of them on top, and nothing is los
     const again = given(house, 1);
     assert.match(again, /^#! line \d+: there is no room "Kitchn"; right: the nearest: Kitchen \(1\)$/m);
     assert.match(again, /^#! line \d+: there is no key "txt"; right: text\?$/m);
-    assert.match(again, /^#! line \d+: "maybe" is neither; right: yes or no$/m);
+    assert.match(again, /^#! line \d+: ok_button: "maybe" is neither; right: yes or no$/m);
     assert.match(again, /^txt: Late/m);
     // The numbers are those of the text with the mistakes on top of it.
     const number = Number(/^#! line (\d+): there is no room/m.exec(again)[1]);

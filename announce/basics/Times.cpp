@@ -1,12 +1,11 @@
-#include "announce/house/Times.h"
+#include "announce/basics/Times.h"
 
-#include "announce/Failure.h"
+#include "announce/basics/Failure.h"
 
 #include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <limits>
-#include <optional>
 
 namespace times {
 namespace {
@@ -20,17 +19,6 @@ double UnitOf(const std::string& unit) {
     if (unit == "min" || unit == "m")
         return 60000;
     return 0;
-}
-
-/// The time in the zone of the user; nothing when it is none.
-std::optional<std::tm> Local(const std::string& utc) {
-    std::tm parts{};
-    if (strptime(utc.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) == nullptr)
-        return std::nullopt;
-    const std::time_t seconds = timegm(&parts);
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    return local;
 }
 
 std::string Trimmed(double number) {
@@ -78,15 +66,17 @@ std::string LengthText(std::uint64_t milliseconds) {
 }
 
 std::string LocalText(const std::string& utc) {
-    const auto local = Local(utc);
+    std::tm parts{};
+    if (strptime(utc.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) == nullptr)
+        return utc;
+    const std::time_t seconds = timegm(&parts);
     char text[64];
-    return local ? std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &*local)) : utc;
+    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", localtime_r(&seconds, &parts))};
 }
 
 std::string LocalClock(const std::string& utc) {
-    const auto local = Local(utc);
-    char text[64];
-    return local ? std::string(text, std::strftime(text, sizeof text, "%H:%M:%S", &*local)) : utc;
+    const std::string text = LocalText(utc);
+    return text == utc ? utc : text.substr(text.find(' ') + 1);
 }
 
 } // namespace times

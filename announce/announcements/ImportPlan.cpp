@@ -1,7 +1,7 @@
-#include "announce/house/ImportPlan.h"
+#include "announce/announcements/ImportPlan.h"
 
-#include "announce/Failure.h"
-#include "announce/house/AnnouncementOptions.h"
+#include "announce/announcements/Fields.h"
+#include "announce/basics/Failure.h"
 
 #include <algorithm>
 
@@ -19,12 +19,12 @@ Json WithoutId(Json announcement) {
     return announcement;
 }
 
-/// Members that are left out have their usual values in the API; here they are put in, to compare.
-Json Completed(const Json& announcement) {
-    Json whole = announcement_options::Nothing();
-    whole.update(announcement, true);
-    whole.erase("id");
-    return whole;
+/// Whether `wanted` says what is there. Members that it leaves out have their usual values in the API.
+bool IsSame(const Json& present, const Json& wanted) {
+    Json whole = fields::Nothing();
+    whole.update(wanted, true);
+    // The order of the members says nothing.
+    return nlohmann::json(WithoutId(present)) == nlohmann::json(WithoutId(whole));
 }
 
 /// The place of the one that `wanted` stands for: the same content, else the same id and name, else the same
@@ -36,8 +36,7 @@ std::size_t PlaceIn(const std::vector<Json>& left, const Json& wanted) {
     const auto hasName = [&wanted](const Json& present) {
         return NameOf(present) == NameOf(wanted);
     };
-    const std::size_t same =
-        find([&](const Json& present) { return WithoutId(present) == Completed(wanted); });
+    const std::size_t same = find([&](const Json& present) { return IsSame(present, wanted); });
     if (same < left.size())
         return same;
     const std::size_t sameId = find([&](const Json& present) {
@@ -85,7 +84,7 @@ ImportPlan ImportPlan::Make(const std::vector<Json>& wanted, const Json& present
             plan.changes.push_back({WithoutId(one), nullptr});
             continue;
         }
-        if (WithoutId(left[place]) == Completed(one))
+        if (IsSame(left[place], one))
             ++plan.unchanged;
         else
             plan.changes.push_back({WithoutId(one), left[place]});

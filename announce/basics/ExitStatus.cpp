@@ -1,4 +1,4 @@
-#include "announce/ExitStatus.h"
+#include "announce/basics/ExitStatus.h"
 
 const std::vector<ExitStatusMeaning>& ExitStatuses() {
     static const std::vector<ExitStatusMeaning> kMeanings{

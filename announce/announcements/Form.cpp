@@ -1,8 +1,8 @@
-#include "announce/house/AnnouncementForm.h"
+#include "announce/announcements/Form.h"
 
-#include "announce/Failure.h"
-#include "announce/house/AnnouncementOptions.h"
-#include "announce/house/FormFields.h"
+#include "announce/announcements/Targets.h"
+#include "announce/basics/Failure.h"
+#include "announce/basics/Words.h"
 
 #include <algorithm>
 #include <sstream>
@@ -19,10 +19,6 @@ std::size_t LineOf(const YAML::Mark& mark) {
     return mark.line >= 0 ? static_cast<std::size_t>(mark.line) + 1 : 0;
 }
 
-std::string Reason(const Failure& failure) {
-    return failure.what() + (failure.Right().empty() ? "" : "; right: " + failure.Right());
-}
-
 std::string Scalar(const std::string& text) {
     if (text.empty())
         return "\"\"";
@@ -31,15 +27,25 @@ std::string Scalar(const std::string& text) {
     return emitter.c_str();
 }
 
-std::string Item(const form_fields::Item& item) {
-    if (item.size() == 1)
-        return Scalar(item.front().second);
+std::string Item(const targets::Texts& texts) {
+    if (texts.size() == 1)
+        return Scalar(texts.front().second);
     YAML::Emitter emitter;
     emitter << YAML::Flow << YAML::BeginMap;
-    for (const auto& [key, value] : item)
+    for (const auto& [key, value] : texts)
         emitter << YAML::Key << key << YAML::Value << value;
     emitter << YAML::EndMap;
     return emitter.c_str();
+}
+
+/// The lines of the form that fit.
+template <class Fits>
+std::string LinesOf(const std::string& form, Fits fits) {
+    std::istringstream lines(form);
+    std::string fitting;
+    for (std::string line; std::getline(lines, line);)
+        fitting += fits(line) ? line + "\n" : "";
+    return fitting;
 }
 
 void AddLine(std::string& form, const std::string& line, const char* comment) {
@@ -49,19 +55,18 @@ void AddLine(std::string& form, const std::string& line, const char* comment) {
 }
 
 /// The texts of one item of a list: a scalar, or a map of scalars.
-form_fields::Item ReadItem(const YAML::Node& node, const char* firstKey) {
-    form_fields::Item item;
+targets::Texts ReadItem(const YAML::Node& node, const std::string& firstKey) {
     if (node.IsScalar())
         return {{firstKey, node.Scalar()}};
     if (!node.IsMap())
-        throw Failure(ExitStatus::Usage,
-                      "this is neither a name nor {" + std::string(firstKey) + ": NAME, ...}");
+        throw Failure(ExitStatus::Usage, "this is neither a name nor {" + firstKey + ": NAME, ...}");
+    targets::Texts texts;
     for (const auto& entry : node) {
         if (!entry.first.IsScalar() || !entry.second.IsScalar())
             throw Failure(ExitStatus::Usage, "a value in { } is no text");
-        item.emplace_back(entry.first.Scalar(), entry.second.Scalar());
+        texts.emplace_back(entry.first.Scalar(), entry.second.Scalar());
     }
-    return item;
+    return texts;
 }
 
 /// Reads one form, key by key.
@@ -97,35 +102,33 @@ private:
         } catch (const Failure& failure) {
             if (failure.Status() == ExitStatus::NoConnection || failure.Status() == ExitStatus::Interrupted)
                 throw;
-            Note(mark, Reason(failure));
+            Note(mark, failure.Reason());
         }
     }
 
     void Note(const YAML::Mark& mark, const std::string& what) { m_mistakes.push_back({LineOf(mark), what}); }
 
     void Take(const std::string& key, const YAML::Node& value) {
-        for (const auto& field : form_fields::Fields()) {
+        std::vector<std::string> keys;
+        for (const fields::Field& field : fields::All()) {
             if (field.key == key)
-                return TakeField(field, value);
+                return field.IsList() ? TakeList(field, value) : TakeField(field, value);
+            keys.push_back(field.key);
         }
-        for (const auto& list : form_fields::Lists()) {
-            if (list.key == key)
-                return TakeList(list, value);
-        }
-        const std::string near = names::Choice(names::Nearest(form_fields::Keys(), key));
+        const std::string near = words::Choice(words::Nearest(keys, key));
         throw Failure(ExitStatus::Usage, "there is no key \"" + key + "\"",
-                      near.empty() ? names::Choice(form_fields::Keys()) : near + "?");
+                      near.empty() ? words::Choice(keys) : near + "?");
     }
 
-    void TakeField(const form_fields::Field& field, const YAML::Node& value) {
+    void TakeField(const fields::Field& field, const YAML::Node& value) {
         if (!value.IsScalar() && !value.IsNull())
             throw Failure(ExitStatus::Usage, field.key + " is no text", "one value behind the colon");
         const std::string text = value.IsNull() ? "" : value.Scalar();
-        if (text != field.show(m_original))
-            field.read(text, m_house, m_read);
+        if (text != fields::Write(field, m_original))
+            m_read[field.member] = fields::Read(field, field.key, text, m_house);
     }
 
-    void TakeList(const form_fields::List& list, const YAML::Node& value) {
+    void TakeList(const fields::Field& list, const YAML::Node& value) {
         if (!value.IsSequence() && !value.IsNull())
             throw Failure(ExitStatus::Usage, list.key + " is no list", "lines that begin with \"  - \"");
         Json items = Json::array();
@@ -134,8 +137,8 @@ private:
         m_read[list.member] = std::move(items);
     }
 
-    void AddItem(const form_fields::List& list, const YAML::Node& node, Json& items) {
-        Json item = ItemFor(list, ReadItem(node, list.firstKey));
+    void AddItem(const fields::Field& list, const YAML::Node& node, Json& items) {
+        Json item = ItemFor(list, ReadItem(node, targets::KindOf(list)));
         for (const Json& other : items) {
             if (other.at("id") == item.at("id"))
                 throw Failure(ExitStatus::Usage, "it stands twice in " + list.key);
@@ -144,12 +147,12 @@ private:
     }
 
     /// The original's item when its text is the same, else what the text says.
-    Json ItemFor(const form_fields::List& list, const form_fields::Item& texts) {
+    Json ItemFor(const fields::Field& list, const targets::Texts& texts) {
         for (const Json& present : m_original.at(list.member)) {
-            if (list.show(present, m_house) == texts)
+            if (targets::Write(list, present, m_house) == texts)
                 return present;
         }
-        return list.read(texts, m_house);
+        return targets::Read(list, texts, m_house);
     }
 
     const Json& m_original;
@@ -168,18 +171,14 @@ std::string Write(const Json& announcement, House& house) {
     std::string form = "# Announcement " + announcement.at("id").dump() +
                        ". Save it and leave the editor to store it. When nothing is\n"
                        "# changed, or everything is deleted, it stays as it is.\n\n";
-    for (const std::string& key : form_fields::Keys()) {
-        for (const auto& field : form_fields::Fields()) {
-            if (field.key == key)
-                AddLine(form, key + ": " + Scalar(field.show(announcement)), field.comment);
+    for (const fields::Field& field : fields::All()) {
+        if (!field.IsList()) {
+            AddLine(form, field.key + ": " + Scalar(fields::Write(field, announcement)), field.comment);
+            continue;
         }
-        for (const auto& list : form_fields::Lists()) {
-            if (list.key != key)
-                continue;
-            AddLine(form, key + ":", list.comment);
-            for (const Json& item : announcement.at(list.member))
-                form += "  - " + Item(list.show(item, house)) + "\n";
-        }
+        AddLine(form, field.key + ":", field.comment);
+        for (const Json& item : announcement.at(field.member))
+            form += "  - " + Item(targets::Write(field, item, house)) + "\n";
     }
     return form;
 }
@@ -196,23 +195,16 @@ Json Read(const std::string& form, const Json& original, House& house, Mistakes&
 }
 
 bool IsEmpty(const std::string& form) {
-    std::istringstream lines(form);
-    for (std::string line; std::getline(lines, line);) {
-        const auto first = line.find_first_not_of(" \t\r");
-        if (first != std::string::npos && line[first] != '#')
-            return false;
-    }
-    return true;
+    return LinesOf(form,
+                   [](const std::string& line) {
+                       const auto first = line.find_first_not_of(" \t\r");
+                       return first != std::string::npos && line[first] != '#';
+                   })
+        .empty();
 }
 
 std::string WithoutMistakes(const std::string& form) {
-    std::istringstream lines(form);
-    std::string rest;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind(kMark, 0) != 0)
-            rest += line + "\n";
-    }
-    return rest;
+    return LinesOf(form, [](const std::string& line) { return line.rfind(kMark, 0) != 0; });
 }
 
 std::string WithMistakes(const std::string& form, const Mistakes& mistakes) {

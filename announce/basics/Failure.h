@@ -1,6 +1,6 @@
 #pragma once
 
-#include "announce/ExitStatus.h"
+#include "announce/basics/ExitStatus.h"
 
 #include <stdexcept>
 #include <string>
@@ -16,6 +16,10 @@ public:
 
     [[nodiscard]] ExitStatus Status() const noexcept { return m_status; }
     [[nodiscard]] const std::string& Right() const noexcept { return m_right; }
+    /// Both, on one line.
+    [[nodiscard]] std::string Reason() const {
+        return what() + (m_right.empty() ? "" : "; right: " + m_right);
+    }
 
 private:
     ExitStatus m_status;

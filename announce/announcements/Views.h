@@ -6,14 +6,11 @@
 /// An announcement in words.
 namespace announcement_text {
 
-/// "Kitchen 40, Garden": where it is heard, and how loud.
-[[nodiscard]] std::string Rooms(const Json& announcement, House& house);
-
-/// "Hall, Tablet": where it is shown.
-[[nodiscard]] std::string Screens(const Json& announcement, House& house);
+/// What the field with this key says: "Kitchen 40, Garden" of "rooms"; empty when there is nothing to say.
+[[nodiscard]] std::string Of(const std::string& key, const Json& announcement, House& house);
 
 /// What the popup says: its text, or the variable that it follows.
-[[nodiscard]] std::string Message(const Json& announcement);
+[[nodiscard]] std::string Message(const Json& announcement, House& house);
 
 /// All of it, a line each.
 [[nodiscard]] Table Whole(const Json& announcement, House& house);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "announce/definitions/Definitions.h"
+
+/// Every command of the program, with what does it.
+[[nodiscard]] CommandTable AllCommands();

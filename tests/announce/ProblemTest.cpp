@@ -1,0 +1,39 @@
+#include "announce/client/Problem.h"
+
+#include "tests/announce/SmallHouse.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Failure Told(unsigned status, const std::string& body = "", const std::string& retryAfter = "") {
+    return FailureOf([&] { ThrowProblem({status, body, "", retryAfter}); });
+}
+
+} // namespace
+
+TEST(ProblemTest, EachAnswerHasTheExitStatusThatScriptsRelyOn) {
+    const std::pair<unsigned, ExitStatus> expected[] = {
+        {400, ExitStatus::Refused},      {401, ExitStatus::NotAllowed}, {403, ExitStatus::NotAllowed},
+        {404, ExitStatus::NotFound},     {409, ExitStatus::Conflict},   {412, ExitStatus::Conflict},
+        {413, ExitStatus::Refused},      {429, ExitStatus::NotAllowed}, {500, ExitStatus::Failed},
+        {503, ExitStatus::NoConnection}, {507, ExitStatus::NotSaved}};
+    for (const auto& [status, meaning] : expected)
+        EXPECT_EQ(Told(status).Status(), meaning) << status;
+}
+
+TEST(ProblemTest, TheControllersOwnWordsAreTold) {
+    EXPECT_EQ(Told(400, R"({"detail": "name is no text", "right": "a text"})").Reason(),
+              "name is no text; right: a text");
+    for (const char* body : {"", "<html>", "[]", R"({"detail": 1})"})
+        EXPECT_STREQ(Told(404, body).what(), "the controller answers with status 404") << body;
+}
+
+TEST(ProblemTest, WhereTheControllerCannotKnowItTheAdviceIsOurs) {
+    EXPECT_EQ(Told(429, "", "7").Right(), "to wait for 7 s");
+    EXPECT_EQ(Told(429).Right(), "to wait a moment");
+    EXPECT_EQ(Told(412, R"({"right": "x"})").Right(),
+              "to look at it again, and to make the change once more");
+    EXPECT_NE(Told(401).Right().find("--token-file"), std::string::npos);
+    EXPECT_EQ(Told(403).Right(), "a token with the right for this");
+}
