@@ -3,7 +3,7 @@ option(BUILD_TESTING "Build the tests" ON)
 option(BUILD_CONTROLLER "Build the controller (needs GStreamer, yaml-cpp)" ON)
 option(BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
 option(BUILD_FUZZERS "Build the fuzz targets (needs clang)" OFF)
-option(WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ON)
+option(WARNINGS_AS_ERRORS "Treat compiler warnings as errors, as the presets for developers do" OFF)
 set(SANITIZERS "" CACHE STRING "Sanitizers to build with, as in -fsanitize=…")
 
 set(CMAKE_CXX_STANDARD 17)
