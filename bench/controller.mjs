@@ -9,8 +9,8 @@ import {Agent, request} from "node:http";
 import {connect, createServer} from "node:net";
 import {tmpdir} from "node:os";
 import {join} from "node:path";
-import {House} from "../tests/system/house.mjs";
-import {clip, rate} from "../tests/system/sounds.mjs";
+import {House} from "../tests/system/harness/house.mjs";
+import {clip, rate} from "../tests/system/harness/sounds.mjs";
 
 const isQuick = process.argv.includes("--quick");
 const plays = isQuick ? 10 : 100;

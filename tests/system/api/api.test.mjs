@@ -1,11 +1,14 @@
 import assert from "node:assert/strict";
 import {after, before, test} from "node:test";
 import {Validator} from "@seriousme/openapi-schema-validator";
-import {Controller} from "./controller.mjs";
+import {House} from "../harness/house.mjs";
 
 let house;
-before(async () => { house = await Controller.start(); });
-after(async () => assert.equal(await house.stop(), 0));
+before(async () => { house = await House.demo(); });
+after(async () => {
+    assert.equal(await house.stop(), 0);
+    await house.remove();
+});
 
 const announcement = {
     name: "Test",
@@ -103,16 +106,16 @@ test("OK closes the popup on every screen, and a second OK does nothing", async 
     assert.equal((await kitchen.next()).data.popup, null);
     assert.equal((await living.next()).data.popup, null);
     assert.deepEqual((await house.ask("POST", `/api/announcements/${id}/play`)).body, {announcement: id, state: "playing"});
-    const {popup} = (await kitchen.until("popup_shown")).data;
-    const other = (await living.until("popup_shown")).data.popup;
+    const {popup} = await kitchen.until("popup_shown");
+    const other = (await living.until("popup_shown")).popup;
     assert.equal(popup.message, "<b>hi</b>");
     assert.equal(popup.remaining_ms, 20000);
     const late = await house.watch("/api/navigators/11/events");
     assert.equal((await late.next()).data.popup.number, popup.number);
     const ok = `/api/navigators/11/popups/${popup.number}/ok`;
     assert.deepEqual((await house.ask("POST", ok)).body, {dismissed: true});
-    assert.deepEqual((await kitchen.until("popup_hidden")).data, {number: popup.number, why: "dismissed"});
-    assert.deepEqual((await living.until("popup_hidden")).data, {number: other.number, why: "dismissed"});
+    assert.deepEqual(await kitchen.until("popup_hidden"), {number: popup.number, why: "dismissed"});
+    assert.deepEqual(await living.until("popup_hidden"), {number: other.number, why: "dismissed"});
     assert.deepEqual((await house.ask("POST", ok)).body, {dismissed: false});
     for (const page of [kitchen, living, late]) page.socket.close();
     await idle();
@@ -227,12 +230,12 @@ test("a room and a screen are tried out without leaving anything behind", async 
     const events = await house.watch("/api/events");
     const screen = await house.ask("POST", "/api/navigators/11/test");
     assert.equal(screen.status, 202, screen.text);
-    assert.match((await events.until("popup_shown")).data.popup.message, /^This is a test: /);
+    assert.match((await events.until("popup_shown")).popup.message, /^This is a test: /);
     assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 409);
     await house.ask("POST", "/api/dismiss");
     await idle();
     assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 202);
-    assert.equal((await events.until("sound_ended")).data.error, null);
+    assert.equal((await events.until("sound_ended")).error, null);
     await idle();
     assert.deepEqual((await house.ask("GET", "/api/announcements")).body, before);
     const [newest] = (await house.ask("GET", "/api/history?limit=1")).body.history;

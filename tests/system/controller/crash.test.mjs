@@ -1,8 +1,8 @@
 // Killed at any moment, the controller loses nothing that it has acknowledged. ROUNDS=500 for a longer run.
 import assert from "node:assert/strict";
 import {test} from "node:test";
-import {House} from "./house.mjs";
-import {clip, rate} from "./sounds.mjs";
+import {House} from "../harness/house.mjs";
+import {clip, rate} from "../harness/sounds.mjs";
 
 const rounds = Number(process.env.ROUNDS ?? 50);
 

@@ -3,7 +3,7 @@ import assert from "node:assert/strict";
 import {existsSync, readFileSync, writeFileSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
-import {json, onTerminal, run, withHouse} from "./announce.mjs";
+import {json, onTerminal, run, withHouse} from "../harness/announce.mjs";
 
 const dinner = ["add", "--name", "Dinner", "--sound", "chime.wav", "--text", "Dinner is ready", "--room", "Kitchen:40",
                 "--screen", "tablet"];

@@ -9,7 +9,7 @@ import net from "node:net";
 import {join} from "node:path";
 import {test} from "node:test";
 import WebSocket from "ws";
-import {House, within} from "./house.mjs";
+import {House, within} from "../harness/house.mjs";
 
 // One request on a connection of its own, with the headers exactly as given.
 async function ask(house, method, path, {headers = {}, body, ...options} = {}) {

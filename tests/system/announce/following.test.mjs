@@ -1,8 +1,8 @@
 // What goes on: play --wait, --watch, events, and how it is left.
 import assert from "node:assert/strict";
 import {test} from "node:test";
-import {clip, rate} from "../system/sounds.mjs";
-import {json, run, start, withHouse} from "./announce.mjs";
+import {clip, rate} from "../harness/sounds.mjs";
+import {json, run, start, withHouse} from "../harness/announce.mjs";
 
 const lines = (text) => text.trimEnd().split("\n").map((line) => JSON.parse(line));
 

@@ -3,8 +3,8 @@ import assert from "node:assert/strict";
 import {rmSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
-import {House} from "./house.mjs";
-import {clip, heard, rate} from "./sounds.mjs";
+import {House} from "../harness/house.mjs";
+import {clip, heard, rate} from "../harness/sounds.mjs";
 
 const short = clip(rate / 2);
 const bothRooms = [{id: 1, volume: 70}, {id: 2, volume: 60}];

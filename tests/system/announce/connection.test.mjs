@@ -5,7 +5,7 @@ import {chmodSync, writeFileSync} from "node:fs";
 import {createServer} from "node:net";
 import {join} from "node:path";
 import {test} from "node:test";
-import {environment, run, withHouse} from "./announce.mjs";
+import {environment, run, withHouse} from "../harness/announce.mjs";
 
 const certify = (house, names) =>
     execFileSync("openssl", ["req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",

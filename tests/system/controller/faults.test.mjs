@@ -7,8 +7,8 @@ import {createServer} from "node:net";
 import {tmpdir} from "node:os";
 import {join} from "node:path";
 import {test} from "node:test";
-import {House} from "./house.mjs";
-import {clip, heard, rate} from "./sounds.mjs";
+import {House} from "../harness/house.mjs";
+import {clip, heard, rate} from "../harness/sounds.mjs";
 
 const short = clip(rate / 2);
 const long = clip(2 * rate);

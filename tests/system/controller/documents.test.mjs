@@ -4,9 +4,9 @@ import {mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync} from "node:
 import {tmpdir} from "node:os";
 import {join} from "node:path";
 import {test} from "node:test";
-import {House} from "./house.mjs";
+import {House} from "../harness/house.mjs";
 
-const manual = readFileSync(new URL("../../docs/house-file.md", import.meta.url), "utf8");
+const manual = readFileSync(new URL("../../../docs/house-file.md", import.meta.url), "utf8");
 const example = /```yaml\n([^]*?)```/.exec(manual)[1];
 
 test("the whole house file of the manual is in order, and the manual has a row for each of its keys", async () => {

@@ -3,8 +3,8 @@ import {spawn} from "node:child_process";
 import {once} from "node:events";
 import {mkdirSync} from "node:fs";
 import {dirname, join} from "node:path";
-import {House, within} from "../system/house.mjs";
-import {clip, rate} from "../system/sounds.mjs";
+import {House, within} from "./house.mjs";
+import {clip, rate} from "./sounds.mjs";
 
 // The environment of somebody who has set up nothing: no settings, no colour, a zone of its own.
 export function environment(house, more = {}) {

@@ -3,8 +3,8 @@ import assert from "node:assert/strict";
 import {renameSync, writeFileSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
-import {House} from "./house.mjs";
-import {clip, heard, rate} from "./sounds.mjs";
+import {House} from "../harness/house.mjs";
+import {clip, heard, rate} from "../harness/sounds.mjs";
 
 const isSanitized = process.env.SANITIZERS !== undefined && process.env.SANITIZERS !== "";
 

@@ -3,7 +3,7 @@ import assert from "node:assert/strict";
 import {readFileSync, truncateSync, writeFileSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
-import {json, onTerminal, run, withHouse} from "./announce.mjs";
+import {json, onTerminal, run, withHouse} from "../harness/announce.mjs";
 
 test("views are tables for people and the API's JSON for programs", () => withHouse(async (house) => {
     assert.match((await run(house, ["rooms"])).output, /^ 1 {2}Kitchen {10}40 {7}80 {2}file: .*1-%n\.wav$/m);

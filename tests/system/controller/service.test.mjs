@@ -6,8 +6,8 @@ import {chmodSync, chownSync, statSync} from "node:fs";
 import {join} from "node:path";
 import {createInterface} from "node:readline";
 import {test} from "node:test";
-import {House, within} from "./house.mjs";
-import {clip, rate} from "./sounds.mjs";
+import {House, within} from "../harness/house.mjs";
+import {clip, rate} from "../harness/sounds.mjs";
 
 // The service manager's end. Node has no datagram sockets of this kind; every Debian has this perl.
 const listener = `

@@ -77,9 +77,17 @@ export class House {
         return {status, signal, output};
     }
 
+    // The demo house, which the program makes itself, in the same kind of folder.
+    static demo() {
+        const house = new House();
+        house.file = undefined;
+        return house.start({env: {XDG_STATE_HOME: house.folder}});
+    }
+
     async start({words = [], env = {}, port = 0, ...options} = {}) {
         this.output = "";
-        this.process = spawn(process.env.CONTROLLER, [this.file, "--port", `${port}`, "--stay", ...words],
+        const file = this.file === undefined ? [] : [this.file];
+        this.process = spawn(process.env.CONTROLLER, [...file, "--port", `${port}`, "--stay", ...words],
                              {stdio: ["ignore", "pipe", "pipe"], env: {...process.env, ...env}, ...options});
         this.ended = once(this.process, "close");
         const process_ = this.process;
@@ -109,15 +117,17 @@ export class House {
         rmSync(this.folder, {recursive: true, force: true});
     }
 
-    async ask(method, path, body) {
+    // `body` is sent as JSON, but a text or bytes as they are.
+    async ask(method, path, body, headers = {}) {
+        const isRaw = body === undefined || typeof body === "string" || body instanceof Uint8Array;
         const reply = await within(`${method} ${path}`, fetch(this.base + path, {
             method,
-            headers: body === undefined ? {} : {"Content-Type": "application/json"},
-            body: body === undefined ? undefined : JSON.stringify(body),
+            headers: {...(isRaw ? {} : {"Content-Type": "application/json"}), ...headers},
+            body: isRaw ? body : JSON.stringify(body),
         }));
         const text = await reply.text();
         const isJson = /json/.test(reply.headers.get("content-type") ?? "");
-        return {status: reply.status, text, body: isJson ? JSON.parse(text) : undefined};
+        return {status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined};
     }
 
     async get(path) {
@@ -136,7 +146,7 @@ export class House {
         if (reply.status !== 202) throw new Error(reply.text);
     }
 
-    // A socket whose messages are kept; `until` waits for one of a type.
+    // A socket whose messages are kept: `next` takes one, `until` waits for one of a type and gives its data.
     async watch(path = "/api/events") {
         const socket = new WebSocket(this.base.replace("http", "ws") + path);
         const messages = [];
@@ -146,15 +156,18 @@ export class House {
         const closed = once(socket, "close");
         await within(`a socket for ${path}`, once(socket, "open"));
         const seen = [];
+        const next = async () => {
+            while (messages.length === 0) await new Promise((resolve) => { wake = resolve; });
+            seen.push(messages.shift());
+            return seen.at(-1);
+        };
         const until = (type, matches = () => true) => within(type, (async () => {
             for (;;) {
-                while (messages.length === 0) await new Promise((resolve) => { wake = resolve; });
-                const message = messages.shift();
-                seen.push(message);
+                const message = await next();
                 if (message.type === type && matches(message.data)) return message.data;
             }
         })());
-        return {socket, until, seen, closed};
+        return {socket, next, until, seen, closed};
     }
 
     // Plays an announcement and waits for its end; gives every event on the way.

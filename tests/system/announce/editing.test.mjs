@@ -4,7 +4,7 @@ import {createServer} from "node:http";
 import {existsSync, readdirSync, readFileSync, writeFileSync} from "node:fs";
 import {join} from "node:path";
 import {test} from "node:test";
-import {json, run, withHouse} from "./announce.mjs";
+import {json, run, withHouse} from "../harness/announce.mjs";
 
 // An editor that does to the file what the script says, once a call; each call keeps what it was given.
 function editor(house, ...scripts) {

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import {execFileSync, spawnSync} from "node:child_process";
 import {test} from "node:test";
-import {environment, run, Running, withHouse} from "./announce.mjs";
+import {environment, run, Running, withHouse} from "../harness/announce.mjs";
 
 const hasShell = (name) => spawnSync(name, ["-c", "true"]).status === 0;
 
