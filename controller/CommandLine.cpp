@@ -2,9 +2,9 @@
 
 #include "controller/Controller.h"
 #include "controller/ModuleFile.h"
-#include "controller/access/TokenCommand.h"
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
+#include "controller/house/TokenCommand.h"
 #include "controller/maintenance/Maintenance.h"
 
 #include <CLI/CLI.hpp>

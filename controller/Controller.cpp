@@ -66,16 +66,13 @@ void Controller::Run() {
                 m_log.Error("Nothing is played at the start: " + outcome.answer.text);
         });
     ConsoleInput::Hooks hooks;
-    hooks.post = [this](std::function<void()> work) {
-        m_driver.Post("a command of the console", std::move(work));
-    };
     hooks.take = [this](const ConsoleInput::Line& line, const ConsoleInput::Answered& answered) {
         m_console.Take(line, answered);
     };
     hooks.ended = [this] {
         InputEnded();
     };
-    m_input = std::make_unique<ConsoleInput>(STDIN_FILENO, std::move(hooks));
+    m_input = std::make_unique<ConsoleInput>(STDIN_FILENO, m_driver, std::move(hooks));
     m_service.Ready(m_house.name + " at " + m_server.Address());
     m_driver.Run();
     m_input.reset();

@@ -3,11 +3,11 @@
 #include "controller/agent/AgentHost.h"
 #include "controller/agent/DeviceManager.h"
 #include "controller/agent/DigitalAudio.h"
-#include "controller/agent/EngineSound.h"
 #include "controller/agent/NowPlaying.h"
 #include "controller/agent/RoomProxy.h"
 #include "controller/announcements/AnnouncementService.h"
 #include "controller/api/ApiServer.h"
+#include "controller/audio/AudioEngine.h"
 #include "controller/console/Console.h"
 #include "controller/console/ConsoleView.h"
 #include "controller/driver/DriverThread.h"
@@ -57,8 +57,6 @@ private:
     };
 
     [[nodiscard]] Opened Open() const;
-    [[nodiscard]] std::unique_ptr<StateStore> MakeStore(std::unique_ptr<StateDatabase> database);
-    [[nodiscard]] std::function<void(const char*, std::function<void()>)> Poster();
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
     [[nodiscard]] audio::EngineServices EngineServices();
@@ -88,7 +86,7 @@ private:
     Popups m_popups;
     Timers m_timers;
     NowPlaying m_playing;
-    EngineSound m_engine;
+    audio::AudioEngine m_engine;
     RoomVolumes m_volumes;
     SoundFinder m_sounds;
     InstanceRegistry m_services;

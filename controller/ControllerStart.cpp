@@ -41,7 +41,7 @@ Controller::Controller(House house, Options options, Log& log)
     , m_logToFeed(log, m_driver, m_feed)
     , m_dataFolder(m_house.dataFolder)
     , m_opened(Open())
-    , m_store(MakeStore(std::move(m_opened.database)))
+    , m_store(std::make_unique<StateStore>(std::move(m_opened.database), m_driver))
     , m_variables(VariablesAtStart(), *m_store, m_feed)
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, log)
@@ -53,7 +53,7 @@ Controller::Controller(House house, Options options, Log& log)
           *m_store,
           m_feed,
           log)
-    , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), Poster(), log)
+    , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), m_driver, log)
     , m_audio(AudioParts())
     , m_devices(NavigatorIds(m_house),
                 m_popups,
@@ -107,16 +107,6 @@ Controller::Opened Controller::Open() const {
     return opened;
 }
 
-std::function<void(const char*, std::function<void()>)> Controller::Poster() {
-    return [this](const char* what, std::function<void()> work) {
-        m_driver.Post(what, std::move(work));
-    };
-}
-
-std::unique_ptr<StateStore> Controller::MakeStore(std::unique_ptr<StateDatabase> database) {
-    return std::make_unique<StateStore>(std::move(database), m_driver, Poster());
-}
-
 std::vector<Variables::Variable> Controller::VariablesAtStart() const {
     std::vector<Variables::Variable> variables;
     for (const House::Variable& variable : m_house.variables) {
@@ -138,18 +128,9 @@ std::vector<RoomVolumes::Room> Controller::RoomsAtStart() const {
 }
 
 audio::EngineServices Controller::EngineServices() {
-    audio::EngineServices services;
-    services.post = [this](std::function<void()> work) {
-        m_driver.Post("the audio engine", std::move(work));
-    };
-    services.log = [this](audio::LogLevel level, const std::string& text) {
-        // The engine's few words are for people: that there is no sound device, for one.
-        m_log.Write(level == audio::LogLevel::Info ? Severity::Notice : static_cast<Severity>(level), text);
-    };
-    services.roomTrouble = [this](const audio::RoomTrouble& trouble) {
-        m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
-    };
-    return services;
+    return {m_driver, m_log, [this](const audio::RoomTrouble& trouble) {
+                m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
+            }};
 }
 
 DigitalAudio::Parts Controller::AudioParts() {
@@ -158,8 +139,8 @@ DigitalAudio::Parts Controller::AudioParts() {
             m_services,
             m_feed,
             m_log,
-            Poster(),
-            [this](const std::string& path, const std::function<void(const DigitalAudio::Located&)>& found) {
+            m_driver,
+            [this](const std::string& path, const DigitalAudio::Found& found) {
                 m_sounds.Find(path, found);
             }};
 }

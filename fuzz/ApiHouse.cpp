@@ -103,9 +103,7 @@ ApiHouse::ApiHouse()
     , m_nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC))
     , m_log(m_nowhere, Severity::Error, Log::Form::Plain)
     , m_driver(m_log)
-    , m_store(std::make_unique<StateDatabase>(m_folder.Path()),
-              m_driver,
-              [this](const char* what, std::function<void()> work) { m_driver.Post(what, std::move(work)); })
+    , m_store(std::make_unique<StateDatabase>(m_folder.Path()), m_driver)
     , m_variables({{9, 4, "outside", "cold"}}, m_store, m_feed)
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, m_log)

@@ -62,7 +62,8 @@ void Access::Check(std::string_view token, const std::string& peer, const Done& 
         } catch (const std::exception&) {
             // Without memory to look at it, no token is right.
         }
-        m_parts.post([this, digest, named, isRight] { Verified(digest, *named, isRight); });
+        m_parts.driver.Post("looking at a token",
+                            [this, digest, named, isRight] { Verified(digest, *named, isRight); });
     });
 }
 
@@ -85,7 +86,7 @@ bool Access::IsLimited(const std::string& peer) {
     if (place == m_wrong.end())
         return false;
     auto& times = place->second;
-    while (!times.empty() && m_parts.now() - times.front() >= kWrongMemory)
+    while (!times.empty() && m_parts.driver.Now() - times.front() >= kWrongMemory)
         times.pop_front();
     if (times.empty())
         m_wrong.erase(place);
@@ -98,13 +99,13 @@ void Access::CountWrong(const std::string& peer) {
     if (m_wrong.size() >= kMaxAddresses && m_wrong.count(peer) == 0)
         m_wrong.erase(m_wrong.begin());
     auto& times = m_wrong[peer];
-    times.push_back(m_parts.now());
+    times.push_back(m_parts.driver.Now());
     if (times.size() == kWrongPerMinute)
         m_parts.warn("Too many wrong tokens from " + peer + ": none are looked at for a minute");
 }
 
 std::string Access::GiveTicket(const Rights& rights) {
-    const TimePoint now = m_parts.now();
+    const TimePoint now = m_parts.driver.Now();
     for (auto place = m_tickets.begin(); place != m_tickets.end();)
         place = place->second.end <= now ? m_tickets.erase(place) : std::next(place);
     if (m_tickets.size() >= kMaxTickets)
@@ -116,7 +117,7 @@ std::string Access::GiveTicket(const Rights& rights) {
 
 std::optional<Rights> Access::TakeTicket(const std::string& ticket) {
     const auto taken = m_tickets.extract(ticket);
-    if (taken.empty() || taken.mapped().end <= m_parts.now())
+    if (taken.empty() || taken.mapped().end <= m_parts.driver.Now())
         return std::nullopt;
     return taken.mapped().rights;
 }

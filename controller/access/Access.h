@@ -2,6 +2,7 @@
 
 #include "controller/access/Rights.h"
 #include "controller/access/TokenSecret.h"
+#include "controller/driver/IScheduler.h"
 
 #include <chrono>
 #include <deque>
@@ -20,7 +21,7 @@ namespace controller {
 /// known again by its digest.
 class Access {
 public:
-    using TimePoint = std::chrono::steady_clock::time_point;
+    using TimePoint = IScheduler::Duration;
 
     /// A wrong token costs the machine a hash: so many of one address are looked at in a minute.
     static constexpr std::size_t kWrongPerMinute = 10;
@@ -35,8 +36,7 @@ public:
 
     struct Parts {
         std::function<void(std::function<void()> work)> elsewhere; ///< runs work on another thread
-        std::function<void(std::function<void()> work)> post;      ///< runs work on the driver thread
-        std::function<TimePoint()> now;
+        IScheduler& driver;
         std::function<void(const std::string& line)> warn;
     };
 
@@ -66,7 +66,7 @@ public:
 private:
     struct Ticket {
         Rights rights;
-        TimePoint end;
+        TimePoint end{};
     };
     struct Waiting {
         std::string peer;

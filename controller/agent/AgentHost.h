@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/agent/DriverHost.h"
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 #include "framework/DriverModule.h"
 #include "framework/InstanceRegistry.h"
 #include "host/INode.h"

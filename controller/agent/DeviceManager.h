@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller/agent/RoomProxy.h"
-#include "controller/log/Log.h"
-#include "controller/popups/Popups.h"
+#include "controller/driver/Log.h"
+#include "controller/rooms/Popups.h"
 #include "host/IDeviceManager.h"
 
 #include <functional>

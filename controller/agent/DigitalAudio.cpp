@@ -56,22 +56,22 @@ void DigitalAudio::PlayFile(const std::string& path) {
         return;
     }
     m_isPlaying = true;
-    m_parts.locate(path, [this, stream = m_stream, path](const Located& located) {
+    m_parts.locate(path, [this, stream = m_stream, path](const std::string& file, const std::string& error) {
         // The first sample must not be heard at the volume of before.
-        m_parts.volumes.WhenApplied([this, stream, path, located] {
+        m_parts.volumes.WhenApplied([this, stream, path, file, error] {
             if (stream == m_stream)
-                Start(path, located);
+                Start(path, file, error);
         });
     });
 }
 
-void DigitalAudio::Start(const std::string& path, const Located& located) {
-    if (!located.error.empty()) {
-        Ended(path, located.error);
+void DigitalAudio::Start(const std::string& path, const std::string& file, const std::string& error) {
+    if (!error.empty()) {
+        Ended(path, error);
         return;
     }
     m_parts.feed.Publish(events::SoundStarted{path});
-    m_parts.engine.Play(located.file, [this, stream = m_stream, path](const audio::PlayResult& result) {
+    m_parts.engine.Play(file, [this, stream = m_stream, path](const audio::PlayResult& result) {
         if (stream == m_stream)
             Ended(path, result.error);
     });
@@ -86,7 +86,7 @@ void DigitalAudio::Ended(const std::string& path, const std::string& error) {
 }
 
 void DigitalAudio::Tell(Answer answer) {
-    m_parts.post("an answer of the audio service", [this, stream = m_stream, answer] {
+    m_parts.driver.Post("an answer of the audio service", [this, stream = m_stream, answer] {
         if (stream != m_stream)
             return;
         auto* agent = FindService<IAnnouncementAgent>(m_parts.services);

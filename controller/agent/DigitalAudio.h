@@ -1,8 +1,9 @@
 #pragma once
 
-#include "controller/agent/ISoundEngine.h"
+#include "controller/audio/ISoundEngine.h"
+#include "controller/driver/IScheduler.h"
+#include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
-#include "controller/log/Log.h"
 #include "controller/rooms/RoomVolumes.h"
 #include "host/IDigitalAudio.h"
 #include "host/IInstanceManager.h"
@@ -21,22 +22,18 @@ namespace controller {
 /// released, or that an announcement no longer waits for, are dropped. Driver thread only.
 class DigitalAudio final : public IDigitalAudio {
 public:
-    /// The file behind a name that the agent gives, or why there is none.
-    struct Located {
-        std::string file;
-        std::string error; ///< empty when there is a file
-    };
-    /// Looks the file up elsewhere and calls back on the driver thread.
-    using Locate = std::function<void(const std::string& path, std::function<void(const Located&)> found)>;
-    using Post = std::function<void(const char* what, std::function<void()> work)>;
+    /// Looks up the file behind a name that the agent gives, elsewhere, and tells on the driver thread which
+    /// it is, or why there is none.
+    using Found = std::function<void(const std::string& file, const std::string& error)>;
+    using Locate = std::function<void(const std::string& path, Found found)>;
 
     struct Parts {
-        ISoundEngine& engine;
+        audio::ISoundEngine& engine;
         RoomVolumes& volumes;
         const IInstanceManager& services;
         EventFeed& feed;
         Log& log;
-        Post post;
+        IScheduler& driver;
         Locate locate;
     };
 
@@ -68,7 +65,7 @@ private:
     enum class Answer { StreamCreated, Complete };
 
     void Tell(Answer answer);
-    void Start(const std::string& path, const Located& located);
+    void Start(const std::string& path, const std::string& file, const std::string& error);
     void Ended(const std::string& path, const std::string& error);
     void Forget();
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller/agent/Timers.h"
+#include "controller/driver/Log.h"
 #include "controller/driver/Worker.h"
-#include "controller/log/Log.h"
 #include "framework/AssertWriter.h"
 #include "framework/IDriverHost.h"
 #include "host/IDriverHelperV2.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/driver/IScheduler.h"
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 #include "host/ITimerManager.h"
 
 #include <functional>

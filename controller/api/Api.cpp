@@ -91,13 +91,10 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
 Api::~Api() = default;
 
 Access::Parts Api::AccessParts() {
-    return {
-        [this](std::function<void()> work) { m_worker->Submit(std::move(work)); },
-        [this](std::function<void()> work) { m_parts.driver.Post("looking at a token", std::move(work)); },
-        [] { return std::chrono::steady_clock::now(); },
-        [this](const std::string& line) {
-            m_parts.log.Warning(line);
-        }};
+    return {[this](std::function<void()> work) { m_worker->Submit(std::move(work)); }, m_parts.driver,
+            [this](const std::string& line) {
+                m_parts.log.Warning(line);
+            }};
 }
 
 EventStreams::Parts Api::StreamParts() {
@@ -107,9 +104,8 @@ EventStreams::Parts Api::StreamParts() {
                 const auto* const found = house_json::FindNavigator(m_parts.house, navigator);
                 return found != nullptr ? found->room : 0;
             },
-            [this](std::uint32_t announcement) { return AnnouncementText(announcement); },
-            [this](const char* what, std::function<void()> work) {
-                m_parts.driver.Post(what, std::move(work));
+            [this](std::uint32_t announcement) {
+                return AnnouncementText(announcement);
             }};
 }
 

@@ -1,6 +1,7 @@
 #include "controller/api/ApiCall.h"
 
 #include "controller/http/Problem.h"
+#include "controller/media/MediaShelf.h"
 
 #include <algorithm>
 #include <charconv>
@@ -10,6 +11,22 @@
 namespace controller {
 
 namespace {
+
+unsigned StatusOf(MediaError::Kind kind) noexcept {
+    switch (kind) {
+    case MediaError::Kind::Missing:
+        return 404;
+    case MediaError::Kind::Unsuitable:
+        return 422;
+    case MediaError::Kind::Taken:
+        return 409;
+    case MediaError::Kind::NoRoom:
+        return 507;
+    case MediaError::Kind::Unreadable:
+        break;
+    }
+    return 503;
+}
 
 std::string Find(const ApiCall::Values& values, std::string_view name) {
     const auto place =
@@ -81,6 +98,8 @@ void ApiCall::Guard(const std::function<void()>& work) {
         work();
     } catch (const ApiError& error) {
         Fail(error);
+    } catch (const MediaError& error) {
+        Fail(ApiError(StatusOf(error.What()), error.what(), error.Right()));
     } catch (const std::exception& error) {
         Fail(ApiError(500, std::string("the controller failed: ") + error.what()));
     }

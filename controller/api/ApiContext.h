@@ -11,9 +11,9 @@
 #include "controller/events/EventFeed.h"
 #include "controller/house/House.h"
 #include "controller/media/MediaShelf.h"
-#include "controller/popups/Popups.h"
-#include "controller/popups/Variables.h"
+#include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
+#include "controller/rooms/Variables.h"
 #include "controller/state/StateStore.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #include "controller/api/RehearsalTimeline.h"
 
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 #include "controller/media/MediaName.h"
 #include "framework/CmdMessage.h"
 #include "framework/DriverModule.h"

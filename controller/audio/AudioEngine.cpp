@@ -16,11 +16,8 @@ constexpr std::chrono::milliseconds kTick{50};
 } // namespace
 
 AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services, EngineLimits limits)
-    : m_context(std::make_shared<EngineContext>()) {
+    : m_context(std::make_shared<EngineContext>(std::move(services), limits)) {
     StartGstreamer();
-    m_context->mailbox = std::make_shared<Mailbox>(services.post);
-    m_context->services = std::move(services);
-    m_context->limits = limits;
     for (RoomConfig& room : rooms) {
         const std::uint32_t id = room.id;
         m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { OnRoomChanged(); });
@@ -37,7 +34,7 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
 }
 
 AudioEngine::~AudioEngine() {
-    CloseStream();
+    CloseStream({});
     m_ticker = nullptr;
     m_context->mailbox->Close();
     (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
@@ -45,8 +42,8 @@ AudioEngine::~AudioEngine() {
 
 void AudioEngine::OpenStream(OnReady onReady) {
     if (m_stream) {
-        m_context->Log(LogLevel::Warning, "a stream was still open; it is closed for the next one");
-        CloseStream();
+        m_context->services.log.Warning("a stream was still open; it is closed for the next one");
+        CloseStream({});
     }
     m_stream = std::make_unique<Stream>();
     m_stream->timeline = std::make_shared<Timeline>();
@@ -61,8 +58,8 @@ void AudioEngine::OpenStream(OnReady onReady) {
 void AudioEngine::AddRoom(std::uint32_t roomId) {
     const auto room = m_rooms.find(roomId);
     if (!m_stream || room == m_rooms.end()) {
-        m_context->Log(LogLevel::Warning, "room " + std::to_string(roomId) +
-                                              (m_stream ? " is not in this house" : ": no stream is open"));
+        m_context->services.log.Warning("room " + std::to_string(roomId) +
+                                        (m_stream ? " is not in this house" : ": no stream is open"));
         return;
     }
     if (m_stream->rooms.insert(roomId).second)

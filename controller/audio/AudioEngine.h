@@ -1,6 +1,9 @@
 #pragma once
 
+#include "controller/audio/ISoundEngine.h"
 #include "controller/audio/OutputDescription.h"
+#include "controller/driver/IScheduler.h"
+#include "controller/driver/Log.h"
 
 #include <chrono>
 #include <cstdint>
@@ -38,22 +41,11 @@ struct RoomTrouble {
     std::string reason;
 };
 
-/// How a Play ended.
-struct PlayResult {
-    std::string error;                        ///< Empty: the whole file was played in every room of `rooms`.
-    std::vector<std::uint32_t> rooms;         ///< Rooms that played it to its last sample, ascending.
-    std::chrono::microseconds startDelay{-1}; ///< Play() to the clip's first sample; -1: it never started.
-};
-
-enum class LogLevel { Error = 3, Warning = 4, Info = 6, Debug = 7 };
-
-/// What the engine needs of its owner. `post` may be called on any thread, at any time until the engine is
-/// destroyed; it runs the callable on the driver thread, later. The other two are called on the driver
-/// thread only.
+/// What the engine needs of its owner, for its whole life.
 struct EngineServices {
-    std::function<void(std::function<void()>)> post;
-    std::function<void(LogLevel, const std::string&)> log;
-    std::function<void(const RoomTrouble&)> roomTrouble; ///< May be empty.
+    IScheduler& driver;
+    Log& log;
+    std::function<void(const RoomTrouble&)> roomTrouble; ///< Called on the driver thread. May be empty.
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.
@@ -68,15 +60,9 @@ struct EngineLimits {
 /// Sound in rooms: one stream at a time, one GStreamer pipeline for each room of it, all of them on one
 /// clock.
 ///
-/// All operations are called on the driver thread and return at once; whatever may block runs on threads of
-/// the engine, and results come back through `post`. Any order of calls is allowed. No callback runs inside a
-/// call of the engine, none after its destruction. A callback may call the engine.
-class AudioEngine final {
+/// Whatever may block runs on threads of the engine, and results come back as posted work.
+class AudioEngine final : public ISoundEngine {
 public:
-    using OnReady = std::function<void()>;
-    using OnDone = std::function<void(const PlayResult&)>;
-    using OnClosed = std::function<void()>;
-
     /// Room ids are unique. Outputs are opened when a stream reaches them, not before.
     AudioEngine(std::vector<RoomConfig> rooms, EngineServices services, EngineLimits limits = {});
 
@@ -86,34 +72,15 @@ public:
     AudioEngine(const AudioEngine&) = delete;
     AudioEngine& operator=(const AudioEngine&) = delete;
 
-    /// Opens the stream of one announcement, then calls onReady. A stream that is still open is closed first
-    /// (its Play ends with an error). onReady does not come if the stream is closed before.
-    void OpenStream(OnReady onReady);
-
-    /// Opens the room's output for the stream; silence plays there until the clip starts. Without a stream,
-    /// for an unknown room or one that is in already: logged, nothing else.
-    void AddRoom(std::uint32_t roomId);
-
-    /// Takes the room out of the stream: its sound ends now, in good order. The last room's removal ends a
-    /// Play.
-    void RemoveRoom(std::uint32_t roomId);
-
-    /// The room's volume, 0 to 100 (more is 100), from now on and for later streams too.
-    void SetVolume(std::uint32_t roomId, unsigned volume);
+    void OpenStream(OnReady onReady) override;
+    void AddRoom(std::uint32_t roomId) override;
+    void RemoveRoom(std::uint32_t roomId) override;
+    void SetVolume(std::uint32_t roomId, unsigned volume) override;
+    void Play(const std::string& path, OnDone onDone) override;
+    void CloseStream(OnClosed onClosed) override;
 
     /// The room's volume, 0 for an unknown room.
     [[nodiscard]] unsigned Volume(std::uint32_t roomId) const;
-
-    /// Plays the file at `path` in all rooms of the stream, whole, from one moment on: lead silence (the
-    /// longest that a room asks for), clip, at least 100 ms of silence. onDone comes exactly once: when the
-    /// last room has played its last sample; or with an error as soon as it is known that the file is missing
-    /// or not playable, that there is no stream or no room, that another Play is still running (which goes
-    /// on), that every room failed, or that the stream was closed.
-    void Play(const std::string& path, OnDone onDone);
-
-    /// Ends the stream: sound stops, outputs close, then onClosed (if given) is called. Without a stream
-    /// onClosed is called all the same.
-    void CloseStream(OnClosed onClosed = {});
 
 private:
     struct Stream;

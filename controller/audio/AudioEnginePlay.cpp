@@ -108,7 +108,7 @@ void AudioEngine::FinishPlay(const std::string& error, std::vector<std::uint32_t
     if (play->playback)
         play->playback->Abandon();
     if (!error.empty())
-        m_context->Log(LogLevel::Error, "the file was not played: " + error);
+        m_context->services.log.Error("the file was not played: " + error);
     m_context->mailbox->Post(
         [onDone = play->onDone, result = PlayResult{error, std::move(rooms), play->startDelay}] {
             if (onDone)

@@ -4,13 +4,11 @@
 
 namespace controller::audio {
 
-Mailbox::Mailbox(std::function<void(Task)> post) : m_post(std::move(post)) {}
-
 void Mailbox::Post(Task task) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_post)
+    if (m_driver == nullptr)
         return;
-    m_post([self = shared_from_this(), task = std::move(task)] {
+    m_driver->Post("the audio engine", [self = shared_from_this(), task = std::move(task)] {
         if (self->IsOpen())
             task();
     });
@@ -18,12 +16,12 @@ void Mailbox::Post(Task task) {
 
 bool Mailbox::IsOpen() const {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_post != nullptr;
+    return m_driver != nullptr;
 }
 
 void Mailbox::Close() {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_post = nullptr;
+    m_driver = nullptr;
 }
 
 } // namespace controller::audio

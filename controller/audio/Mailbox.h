@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controller/driver/IScheduler.h"
+
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -12,7 +14,8 @@ class Mailbox final : public std::enable_shared_from_this<Mailbox> {
 public:
     using Task = std::function<void()>;
 
-    explicit Mailbox(std::function<void(Task)> post);
+    /// `driver` is borrowed until `Close`.
+    explicit Mailbox(IScheduler& driver) : m_driver(&driver) {}
 
     /// Runs the task on the driver thread, later; drops it if the mailbox is closed by then.
     void Post(Task task);
@@ -23,7 +26,7 @@ private:
     [[nodiscard]] bool IsOpen() const;
 
     mutable std::mutex m_mutex;
-    std::function<void(Task)> m_post;
+    IScheduler* m_driver; ///< null: closed
 };
 
 } // namespace controller::audio

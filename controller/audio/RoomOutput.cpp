@@ -179,9 +179,9 @@ void RoomOutput::OnGone(const RoomPipeline* sender) {
 
 void RoomOutput::Report(RoomTrouble::Kind kind, const std::string& reason) {
     m_lastTrouble = reason;
-    m_context->Log(kind == RoomTrouble::Kind::Late ? LogLevel::Warning : LogLevel::Error,
-                   "room " + std::to_string(m_config.id) + " (" + m_config.name + "): its output " +
-                       WordFor(kind) + ": " + reason);
+    m_context->services.log.Write(kind == RoomTrouble::Kind::Late ? Severity::Warning : Severity::Error,
+                                  "room " + std::to_string(m_config.id) + " (" + m_config.name +
+                                      "): its output " + WordFor(kind) + ": " + reason);
     if (m_context->services.roomTrouble)
         m_context->mailbox->Post(
             [context = m_context.get(), trouble = RoomTrouble{m_config.id, kind, reason}] {

@@ -3,9 +3,9 @@
 #include "controller/announcements/AnnouncementService.h"
 #include "controller/console/ConsoleInput.h"
 #include "controller/house/House.h"
-#include "controller/popups/Popups.h"
-#include "controller/popups/Variables.h"
+#include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
+#include "controller/rooms/Variables.h"
 #include "controller/state/StateStore.h"
 
 #include <functional>

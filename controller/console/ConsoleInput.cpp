@@ -12,8 +12,9 @@
 
 namespace controller {
 
-ConsoleInput::ConsoleInput(int descriptor, Hooks hooks)
+ConsoleInput::ConsoleInput(int descriptor, IScheduler& driver, Hooks hooks)
     : m_descriptor(descriptor)
+    , m_driver(driver)
     , m_hooks(std::move(hooks))
     , m_wakeUp(::eventfd(0, EFD_CLOEXEC))
     , m_gate(std::make_shared<Gate>()) {
@@ -51,7 +52,7 @@ void ConsoleInput::Read() {
         Deliver(m_buffer);
     const std::lock_guard lock(m_gate->mutex);
     if (!m_gate->isEnding)
-        m_hooks.post(m_hooks.ended);
+        m_driver.Post("the end of the console's input", m_hooks.ended);
 }
 
 /// Waits for input and appends it; false at its end, or when reading shall stop.
@@ -97,7 +98,8 @@ void ConsoleInput::Await(const Line& line) {
         gate->isAnswered = true;
         gate->condition.notify_one();
     };
-    m_hooks.post([take = m_hooks.take, line, answered] { take(line, answered); });
+    m_driver.Post("a command of the console",
+                  [take = m_hooks.take, line, answered] { take(line, answered); });
     m_gate->condition.wait(lock, [this] { return m_gate->isAnswered || m_gate->isEnding; });
 }
 

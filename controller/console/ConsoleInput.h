@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/console/ConsoleCommand.h"
+#include "controller/driver/IScheduler.h"
 
 #include <condition_variable>
 #include <functional>
@@ -23,7 +24,6 @@ public:
     using Answered = std::function<void()>;
 
     struct Hooks {
-        std::function<void(std::function<void()>)> post; ///< runs work on the driver thread
         std::function<void(const Line&, const Answered&)>
             take;                    ///< on the driver thread; calls `Answered` once, there
         std::function<void()> ended; ///< on the driver thread: there is no more input
@@ -32,8 +32,8 @@ public:
     /// The longest line, in bytes.
     static constexpr std::size_t kMaxLine = std::size_t{1024} * 1024;
 
-    /// The descriptor is borrowed for life.
-    ConsoleInput(int descriptor, Hooks hooks);
+    /// Descriptor and driver are borrowed for life.
+    ConsoleInput(int descriptor, IScheduler& driver, Hooks hooks);
     ConsoleInput(const ConsoleInput&) = delete;
     ConsoleInput& operator=(const ConsoleInput&) = delete;
     /// Stops reading, at once.
@@ -54,6 +54,7 @@ private:
     void Await(const Line& line);
 
     const int m_descriptor;
+    IScheduler& m_driver;
     Hooks m_hooks;
     int m_wakeUp;
     std::string m_buffer;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/driver/IScheduler.h"
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -40,9 +40,7 @@ public:
 
     [[nodiscard]] bool IsCurrent() const noexcept { return std::this_thread::get_id() == m_thread; }
 
-    /// Does the work soon, never within this call. Any thread. `what` names it in the log. For answers to
-    /// work that the driver thread itself gave away, of which there are only so many.
-    void Post(const char* what, std::function<void()> work);
+    void Post(const char* what, std::function<void()> work) override;
 
     /// As `Post`, for what comes from outside: refused (false) while `kMaxWaiting` pieces of work wait.
     [[nodiscard]] bool TryPost(const char* what, std::function<void()> work);

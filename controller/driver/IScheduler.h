@@ -6,13 +6,17 @@
 
 namespace controller {
 
-/// Lets work happen later on the driver thread. Driver thread only.
+/// The way to the driver thread: work for it, soon or later. Driver thread only, but for `Post`.
 class IScheduler {
 public:
     using Duration = std::chrono::milliseconds;
 
     /// Time that never jumps, from a start of no meaning.
     [[nodiscard]] virtual Duration Now() const = 0;
+
+    /// Does the work soon, never within this call. Any thread. `what` names it in the log. For answers to
+    /// work that the driver thread itself gave away, of which there are only so many.
+    virtual void Post(const char* what, std::function<void()> work) = 0;
 
     /// Does `work` once, `delay` from now, and gives an id, never 0. What is due at the same moment is done
     /// in the order in which it was asked for. `what` names the work in the log and must live as long as the

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller/driver/DriverThread.h"
+#include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
-#include "controller/log/Log.h"
 
 namespace controller {
 

@@ -1,6 +1,6 @@
 #include "controller/house/NewHouse.h"
 
-#include "controller/house/DemoSounds.h"
+#include "controller/audio/DemoSounds.h"
 
 #include <fstream>
 #include <stdexcept>

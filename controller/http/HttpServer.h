@@ -1,8 +1,8 @@
 #pragma once
 
+#include "controller/driver/Log.h"
 #include "controller/http/HttpExchange.h"
 #include "controller/http/HttpLimits.h"
-#include "controller/log/Log.h"
 
 #include <boost/asio/io_context.hpp>
 

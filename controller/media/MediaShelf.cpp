@@ -1,7 +1,5 @@
 #include "controller/media/MediaShelf.h"
 
-#include "controller/api/ApiError.h"
-#include "controller/api/ApiTime.h"
 #include "controller/audio/SoundFile.h"
 #include "controller/media/MediaName.h"
 
@@ -18,7 +16,6 @@
 namespace controller {
 
 namespace fs = std::filesystem;
-using nlohmann::ordered_json;
 
 namespace {
 
@@ -55,13 +52,14 @@ private:
     fs::path m_file;
 };
 
-ApiError Missing(const std::string& name) {
-    return {404, "there is no file " + name + " in the media folder"};
+MediaError Missing(const std::string& name) {
+    return {MediaError::Kind::Missing, "there is no file " + name + " in the media folder"};
 }
 
 [[noreturn]] void FailToWrite(const std::string& name) {
     const int error = errno;
-    throw ApiError(507, name + " cannot be written to the media folder: " + std::strerror(error));
+    throw MediaError(MediaError::Kind::NoRoom,
+                     name + " cannot be written to the media folder: " + std::strerror(error));
 }
 
 struct stat StatOf(const fs::path& file, const std::string& name) {
@@ -69,6 +67,12 @@ struct stat StatOf(const fs::path& file, const std::string& name) {
     if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Missing(name);
     return status;
+}
+
+std::chrono::system_clock::time_point ModifiedAt(const struct stat& status) {
+    return std::chrono::system_clock::time_point(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(
+            std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec)));
 }
 
 std::string TagOf(const struct stat& status) {
@@ -122,7 +126,8 @@ bool IsImage(const std::string& content, std::string_view type) {
 void CheckImage(const std::string& name, const std::string& content) {
     const std::string_view type = media_name::TypeOf(name);
     if (!IsImage(content, type))
-        throw ApiError(422, "the content is not what " + name + " says", std::string(type));
+        throw MediaError(MediaError::Kind::Unsuitable, "the content is not what " + name + " says",
+                         std::string(type));
 }
 
 void CheckSound(const fs::path& file, const std::string& name) {
@@ -134,37 +139,32 @@ void CheckSound(const fs::path& file, const std::string& name) {
         const std::size_t place = text.find(file.string());
         if (place != std::string::npos)
             text.replace(place, file.string().size(), name);
-        throw ApiError(422, text, "a whole sound file of at most 20 s");
+        throw MediaError(MediaError::Kind::Unsuitable, text, "a whole sound file of at most 20 s");
     }
 }
 
 } // namespace
 
-ordered_json MediaShelf::Describe(const std::string& name) const {
+MediaShelf::Description MediaShelf::Describe(const std::string& name) const {
     const fs::path file = m_folder / name;
     const struct stat status = StatOf(file, name);
-    const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
-    const std::chrono::system_clock::time_point modified(
-        std::chrono::duration_cast<std::chrono::system_clock::duration>(
-            std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec)));
-    ordered_json description{{"name", name},
-                             {"kind", isSound ? "sound" : "image"},
-                             {"bytes", status.st_size},
-                             {"modified", ApiTime(modified)}};
-    if (!isSound)
+    Description description;
+    description.name = name;
+    description.isSound = media_name::KindOf(name) == media_name::Kind::Sound;
+    description.bytes = static_cast<std::uintmax_t>(status.st_size);
+    description.modified = ModifiedAt(status);
+    if (!description.isSound)
         return description;
     try {
         const audio::SoundFile sound(file.string());
-        description["duration_ms"] = sound.Duration().count();
-        description["sample_rate"] = sound.Rate();
-        description["channels"] = sound.Channels();
+        description.sound = Sound{sound.Duration(), sound.Rate(), sound.Channels()};
     } catch (const audio::SoundFileError& error) {
-        description["trouble"] = error.what();
+        description.trouble = error.what();
     }
     return description;
 }
 
-ordered_json MediaShelf::List() const {
+std::vector<MediaShelf::Description> MediaShelf::List() const {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator place(m_folder, error), end; !error && place != end; place.increment(error)) {
@@ -173,17 +173,17 @@ ordered_json MediaShelf::List() const {
             names.push_back(name);
     }
     if (error)
-        throw ApiError(503, "the media folder cannot be read: " + error.message());
+        throw MediaError(MediaError::Kind::Unreadable, "the media folder cannot be read: " + error.message());
     std::sort(names.begin(), names.end());
-    ordered_json media = ordered_json::array();
+    std::vector<Description> media;
     for (const std::string& name : names) {
         try {
             media.push_back(Describe(name));
-        } catch (const ApiError&) {
+        } catch (const MediaError&) {
             // A folder or link of such a name, or a file that has gone meanwhile.
         }
     }
-    return {{"media", std::move(media)}};
+    return media;
 }
 
 MediaShelf::File MediaShelf::Read(const std::string& name) {
@@ -192,7 +192,7 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Missing(name);
     if (static_cast<std::size_t>(status.st_size) > kMaxFile)
-        throw ApiError(503, name + " is too large to be sent");
+        throw MediaError(MediaError::Kind::Unreadable, name + " is too large to be sent");
     File result;
     result.tag = TagOf(status);
     const std::lock_guard lock(m_mutex);
@@ -226,7 +226,7 @@ MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string&
     struct stat status {};
     const bool isNew = ::lstat(target.c_str(), &status) != 0;
     if (!isNew && !S_ISREG(status.st_mode))
-        throw ApiError(409, name + " is in the media folder already, and is no file");
+        throw MediaError(MediaError::Kind::Taken, name + " is in the media folder already, and is no file");
     if (::rename(scrapFile.c_str(), target.c_str()) != 0)
         FailToWrite(name);
     scrap.Keep();
@@ -239,16 +239,16 @@ MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string&
 void MediaShelf::Remove(const std::string& name) {
     (void)StatOf(m_folder / name, name); // a link or folder is none of ours
     if (::unlink((m_folder / name).c_str()) != 0)
-        throw ApiError(507, name + " cannot be removed: " + std::strerror(errno));
+        throw MediaError(MediaError::Kind::NoRoom, name + " cannot be removed: " + std::strerror(errno));
 }
 
-std::int64_t MediaShelf::LengthOf(const std::string& name) const noexcept {
+std::chrono::milliseconds MediaShelf::LengthOf(const std::string& name) const noexcept {
     try {
         return media_name::KindOf(name) == media_name::Kind::Sound
-                   ? audio::SoundFile((m_folder / name).string()).Duration().count()
-                   : 0;
+                   ? audio::SoundFile((m_folder / name).string()).Duration()
+                   : std::chrono::milliseconds{0};
     } catch (const std::exception&) {
-        return 0; // a rehearsal goes on without a sound, as the agent does
+        return {}; // a rehearsal goes on without a sound, as the agent does
     }
 }
 

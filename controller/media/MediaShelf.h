@@ -1,18 +1,45 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
-
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace controller {
 
-/// The media folder as the API sees it. Every operation looks into the file system, so none is for the driver
-/// thread; any other thread may call, several at once. Names have been found good by `media_name`; what
-/// cannot be done is thrown as `ApiError`.
+/// Why something cannot be done with a file of the media folder, and what would be right.
+class MediaError : public std::runtime_error {
+public:
+    enum class Kind {
+        Missing,    ///< there is no such file
+        Unsuitable, ///< the content is not what the name says, or cannot be played
+        Taken,      ///< something that is no file stands under the name
+        NoRoom,     ///< the folder takes nothing
+        Unreadable  ///< the folder, or a file in it, cannot be read
+    };
+
+    MediaError(Kind kind, const std::string& text, std::string right = {})
+        : std::runtime_error(text)
+        , m_kind(kind)
+        , m_right(std::move(right)) {}
+
+    [[nodiscard]] Kind What() const noexcept { return m_kind; }
+    [[nodiscard]] const std::string& Right() const noexcept { return m_right; }
+
+private:
+    Kind m_kind;
+    std::string m_right;
+};
+
+/// The media folder as people see it from afar. Every operation looks into the file system, so none is for
+/// the driver thread; any other thread may call, several at once. Names have been found good by `media_name`;
+/// what cannot be done is thrown as `MediaError`.
 class MediaShelf {
 public:
     static constexpr std::size_t kMaxFile = std::size_t{32} << 20U;
@@ -23,30 +50,42 @@ public:
         std::string tag; ///< changes when the file does
     };
 
+    struct Sound {
+        std::chrono::milliseconds duration{0};
+        int rate = 0;
+        int channels = 0;
+    };
+    struct Description {
+        std::string name;
+        bool isSound = false;
+        std::uintmax_t bytes = 0;
+        std::chrono::system_clock::time_point modified;
+        std::optional<Sound> sound; ///< of a sound that can be read
+        std::string trouble;        ///< why a sound cannot
+    };
+
     explicit MediaShelf(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    /// `{"media": [...]}`, by name; files whose names the API does not take are left out.
-    [[nodiscard]] nlohmann::ordered_json List() const;
+    /// By name; files whose names are not taken are left out.
+    [[nodiscard]] std::vector<Description> List() const;
 
-    /// One file's description.
-    [[nodiscard]] nlohmann::ordered_json Describe(const std::string& name) const;
+    [[nodiscard]] Description Describe(const std::string& name) const;
 
-    /// Throws 404 for a file that is missing. Replies that are under way at the same time share the content.
+    /// Replies that are under way at the same time share the content.
     [[nodiscard]] File Read(const std::string& name);
 
     struct Stored {
         bool isNew = false;
-        nlohmann::ordered_json description;
+        Description description;
     };
 
-    /// Checks the content and puts it in place, whole or not at all, and on the disk. Throws 422 for content
-    /// that is not what the name says, or a sound that cannot be played as an announcement.
+    /// Checks the content and puts it in place, whole or not at all, and on the disk.
     [[nodiscard]] Stored Store(const std::string& name, const std::string& content);
 
     void Remove(const std::string& name);
 
     /// How long a sound lasts; 0 when there is none under the name, or it cannot be played.
-    [[nodiscard]] std::int64_t LengthOf(const std::string& name) const noexcept;
+    [[nodiscard]] std::chrono::milliseconds LengthOf(const std::string& name) const noexcept;
 
 private:
     const std::filesystem::path m_folder;

@@ -7,13 +7,10 @@
 
 namespace controller {
 
-SoundFinder::SoundFinder(const std::filesystem::path& folder,
-                         TestTone testTone,
-                         DigitalAudio::Post post,
-                         Log& log)
+SoundFinder::SoundFinder(const std::filesystem::path& folder, TestTone testTone, IScheduler& driver, Log& log)
     : m_folder(folder)
     , m_testTone(std::move(testTone))
-    , m_post(std::move(post))
+    , m_driver(driver)
     , m_log(log) {
     m_looking.Submit([this] { LookThrough(); });
 }
@@ -22,15 +19,16 @@ SoundFinder::~SoundFinder() {
     m_isEnding = true;
 }
 
-void SoundFinder::Find(const std::string& path, std::function<void(const DigitalAudio::Located&)> found) {
+void SoundFinder::Find(const std::string& path, Found found) {
     m_finding.Submit([this, path, found = std::move(found)] {
-        DigitalAudio::Located located;
+        std::string file;
+        std::string error;
         try {
-            located.file = (TestTone::Is(path) ? m_testTone.File() : m_folder.Find(path)).string();
-        } catch (const std::exception& error) {
-            located.error = error.what();
+            file = (TestTone::Is(path) ? m_testTone.File() : m_folder.Find(path)).string();
+        } catch (const std::exception& failure) {
+            error = failure.what();
         }
-        m_post("finding a sound", [located, found] { found(located); });
+        m_driver.Post("finding a sound", [file, error, found] { found(file, error); });
     });
 }
 

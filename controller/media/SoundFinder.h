@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controller/agent/DigitalAudio.h"
 #include "controller/audio/MediaFolder.h"
+#include "controller/driver/IScheduler.h"
+#include "controller/driver/Log.h"
 #include "controller/driver/Worker.h"
-#include "controller/log/Log.h"
 #include "controller/media/TestTone.h"
 
 #include <atomic>
@@ -17,22 +17,25 @@ namespace controller {
 /// through all of them for those that cannot be played whole.
 class SoundFinder {
 public:
-    /// `log` is borrowed for life. Begins to look through the folder.
-    SoundFinder(const std::filesystem::path& folder, TestTone testTone, DigitalAudio::Post post, Log& log);
+    /// Told the file, or why there is none.
+    using Found = std::function<void(const std::string& file, const std::string& error)>;
+
+    /// `driver` and `log` are borrowed for life. Begins to look through the folder.
+    SoundFinder(const std::filesystem::path& folder, TestTone testTone, IScheduler& driver, Log& log);
     SoundFinder(const SoundFinder&) = delete;
     SoundFinder& operator=(const SoundFinder&) = delete;
     ~SoundFinder();
 
     /// Calls back on the driver thread with the file behind the name that the agent gives, or why there is
     /// none.
-    void Find(const std::string& path, std::function<void(const DigitalAudio::Located&)> found);
+    void Find(const std::string& path, Found found);
 
 private:
     void LookThrough();
 
     audio::MediaFolder m_folder;
     TestTone m_testTone;
-    DigitalAudio::Post m_post;
+    IScheduler& m_driver;
     Log& m_log;
     std::atomic<bool> m_isEnding{false};
     // Two, for a look through a large folder must not keep an announcement waiting.

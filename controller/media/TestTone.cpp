@@ -1,7 +1,7 @@
 #include "controller/media/TestTone.h"
 
+#include "controller/audio/DemoSounds.h"
 #include "controller/audio/MediaFolder.h"
-#include "controller/house/DemoSounds.h"
 
 #include <fstream>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
-#include "controller/log/Log.h"
-#include "controller/rooms/IRoomStore.h"
+#include "controller/state/IRoomStore.h"
 
 #include <functional>
 #include <map>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller/driver/Alarm.h"
+#include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
-#include "controller/log/Log.h"
 #include "controller/running/NotifySocket.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/rooms/IRoomStore.h"
+#include "controller/state/IRoomStore.h"
 #include "controller/state/Sqlite.h"
 
 #include <cstdint>

@@ -6,9 +6,9 @@
 
 namespace controller {
 
-StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& scheduler, Post post)
-    : m_post(std::move(post))
-    , m_retry(scheduler, "writing to the disk again")
+StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& driver)
+    : m_driver(driver)
+    , m_retry(driver, "writing to the disk again")
     , m_database(std::move(database)) {}
 
 StateStore::~StateStore() = default;
@@ -66,14 +66,15 @@ void StateStore::ReadHistory(std::size_t newest, std::int64_t before, HistoryDon
         } catch (const std::exception& failure) {
             error = failure.what();
         }
-        m_post("reading the history",
-               [entries = std::move(entries), error, done = std::move(done)] { done(entries, error); });
+        m_driver.Post("reading the history", [entries = std::move(entries), error, done = std::move(done)] {
+            done(entries, error);
+        });
     });
 }
 
 void StateStore::WhenTried(std::function<void()> callback) {
     m_worker.Submit([this, callback = std::move(callback)]() mutable {
-        m_post("the end of writing", std::move(callback));
+        m_driver.Post("the end of writing", std::move(callback));
     });
 }
 
@@ -88,8 +89,8 @@ void StateStore::Submit(Write write) {
         } catch (const std::exception& failure) {
             error = failure.what();
         }
-        m_post("an answer of the disk",
-               [this, number, shared = std::move(shared), error] { Answer(shared, number, error); });
+        m_driver.Post("an answer of the disk",
+                      [this, number, shared = std::move(shared), error] { Answer(shared, number, error); });
     });
 }
 

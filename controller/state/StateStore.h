@@ -2,8 +2,8 @@
 
 #include "controller/driver/Alarm.h"
 #include "controller/driver/Worker.h"
-#include "controller/popups/Variables.h"
-#include "controller/rooms/IRoomStore.h"
+#include "controller/state/IRoomStore.h"
+#include "controller/state/IVariableStore.h"
 #include "controller/state/StateDatabase.h"
 
 #include <functional>
@@ -34,12 +34,11 @@ public:
     /// So many played announcements wait at most for a disk that takes nothing.
     static constexpr std::size_t kMaxFailed = 1000;
 
-    using Post = std::function<void(const char* what, std::function<void()> work)>;
     using HistoryDone =
         std::function<void(const std::vector<HistoryEntry>& entries, const std::string& error)>;
 
-    /// `scheduler` is borrowed for life; `post` runs work on the driver thread.
-    StateStore(std::unique_ptr<StateDatabase> database, IScheduler& scheduler, Post post);
+    /// `driver` is borrowed for life.
+    StateStore(std::unique_ptr<StateDatabase> database, IScheduler& driver);
     StateStore(const StateStore&) = delete;
     StateStore& operator=(const StateStore&) = delete;
     /// Waits for the writes that are under way; answers that have not been posted back are dropped.
@@ -74,7 +73,7 @@ private:
     void Submit(Write write);
     void Answer(const std::shared_ptr<Write>& write, std::uint64_t number, const std::string& error);
 
-    Post m_post;
+    IScheduler& m_driver;
     std::uint64_t m_lastNumber = 0;
     std::map<std::string, std::uint64_t> m_newest; ///< by subject, while it matters
     std::map<std::string, std::pair<std::uint64_t, std::shared_ptr<Write>>> m_failed; ///< by subject

@@ -295,7 +295,8 @@ void Rehearse(ApiContext& context, Call call) {
         context, call,
         [&context, order, soundMs, file] {
             auto timed = order;
-            timed.soundMs = static_cast<std::uint64_t>(soundMs >= 0 ? soundMs : context.media.LengthOf(file));
+            timed.soundMs =
+                static_cast<std::uint64_t>(soundMs >= 0 ? soundMs : context.media.LengthOf(file).count());
             return rehearsal_timeline::Run(context.parts.moduleFile, timed);
         },
         [call, running](const Json& timeline) { call->Reply(200, timeline); });

@@ -1,6 +1,7 @@
 #include "controller/api/ApiContext.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/MediaJson.h"
 #include "controller/media/MediaName.h"
 
 namespace controller::handlers {
@@ -52,7 +53,7 @@ std::string RequiredName(Call call) {
 void ListMedia(ApiContext& context, Call call) {
     Elsewhere(
         context, call, [&context] { return context.media.List(); },
-        [call](const ApiCall::Json& list) { call->Reply(200, list); });
+        [call](const auto& files) { call->Reply(200, media_json::List(files)); });
 }
 
 void PutMedia(ApiContext& context, Call call) {
@@ -63,7 +64,7 @@ void PutMedia(ApiContext& context, Call call) {
     Elsewhere(
         context, call, [&context, name, content] { return context.media.Store(name, *content); },
         [call](const MediaShelf::Stored& stored) {
-            call->Reply(stored.isNew ? 201 : 200, stored.description);
+            call->Reply(stored.isNew ? 201 : 200, media_json::Describe(stored.description));
         });
 }
 

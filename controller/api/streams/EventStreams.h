@@ -28,7 +28,6 @@ public:
         std::function<std::uint32_t(std::uint32_t navigator)> roomOf;
         /// An announcement as JSON text; empty when there is none.
         std::function<std::string(std::uint32_t announcement)> announcement;
-        std::function<void(const char* what, std::function<void()> work)> post;
     };
 
     /// `feed` is borrowed for life.

@@ -1,5 +1,7 @@
 #include "controller/access/Access.h"
 
+#include "tests/controller/support/FakeScheduler.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -15,8 +17,7 @@ class AccessTest : public testing::Test {
 protected:
     AccessTest()
         : m_access({{"phone", token_secret::Hash("secret"), Rights::Read({"play"})}},
-                   {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); },
-                    [](const std::function<void()>& work) { work(); }, [this] { return m_now; },
+                   {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); }, m_driver,
                     [this](const std::string& line) {
                         m_warnings.push_back(line);
                     }}) {}
@@ -32,6 +33,7 @@ protected:
         const auto work = std::exchange(m_elsewhere, {});
         for (const auto& item : work)
             item();
+        m_driver.DoPosted();
         return work.size();
     }
 
@@ -41,7 +43,7 @@ protected:
     static constexpr auto kTooMany = Access::Verdict::TooManyWrong;
 
     std::vector<std::function<void()>> m_elsewhere;
-    Access::TimePoint m_now{};
+    FakeScheduler m_driver;
     std::vector<std::string> m_warnings;
     Verdicts m_verdicts;
     Rights m_rights;
@@ -88,7 +90,7 @@ TEST_F(AccessTest, AddressWithTooManyWrongTokensWaitsAMinute) {
     EXPECT_EQ(m_warnings, std::vector<std::string>{
                               "Too many wrong tokens from 10.0.0.1: none are looked at for a minute"});
 
-    m_now += 61s;
+    m_driver.Advance(61s);
     Check("tablet.x");
 
     EXPECT_EQ(m_verdicts.back(), kWrong);
@@ -137,7 +139,7 @@ TEST_F(AccessTest, TicketIsGoodOnce) {
 TEST_F(AccessTest, TicketIsGoodForHalfAMinute) {
     const std::string ticket = m_access.GiveTicket(Rights::All());
 
-    m_now += 30s;
+    m_driver.Advance(30s);
 
     EXPECT_FALSE(m_access.TakeTicket(ticket).has_value());
 }
@@ -151,7 +153,8 @@ TEST_F(AccessTest, TicketsThatNobodyTakesDoNotFillTheMemory) {
 }
 
 TEST(OpenAccessTest, HouseWithoutTokensIsOpen) {
-    EXPECT_TRUE(Access({}, {}).IsOpen());
+    FakeScheduler driver;
+    EXPECT_TRUE(Access({}, {{}, driver, {}}).IsOpen());
 }
 
 } // namespace controller

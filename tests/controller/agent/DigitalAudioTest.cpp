@@ -3,11 +3,10 @@
 #include "framework/InstanceRegistry.h"
 #include "host/IAnnouncementAgent.h"
 #include "tests/controller/support/EventTexts.h"
+#include "tests/controller/support/FakeScheduler.h"
 #include "tests/controller/support/TestLog.h"
 
 #include <gtest/gtest.h>
-
-#include <deque>
 
 namespace controller {
 
@@ -15,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class FakeEngine final : public ISoundEngine {
+class FakeEngine final : public audio::ISoundEngine {
 public:
     explicit FakeEngine(Texts& calls) : m_calls(calls) {}
 
@@ -84,13 +83,7 @@ protected:
         m_calls.clear();
     }
 
-    void DoPosted() {
-        while (!m_posted.empty()) {
-            const auto work = std::move(m_posted.front());
-            m_posted.pop_front();
-            work();
-        }
-    }
+    void DoPosted() { m_driver.DoPosted(); }
 
     Texts Calls() { return std::exchange(m_calls, {}); }
 
@@ -106,8 +99,9 @@ protected:
     }
 
     Texts m_calls;
-    std::deque<std::function<void()>> m_posted;
-    DigitalAudio::Located m_located{"/real/chime.wav", ""};
+    FakeScheduler m_driver;
+    std::string m_file = "/real/chime.wav";
+    std::string m_fileError;
     FakeEngine m_engine{m_calls};
     FakeAgentFace m_agent{m_calls};
     QuietStore m_store;
@@ -120,12 +114,10 @@ protected:
                           m_store,
                           m_feed,
                           m_log.log};
-    DigitalAudio m_audio{
-        {m_engine, m_volumes, m_services, m_feed, m_log.log,
-         [this](const char* /*what*/, std::function<void()> work) { m_posted.push_back(std::move(work)); },
-         [this](const std::string& /*path*/, const std::function<void(const DigitalAudio::Located&)>& found) {
-             m_posted.emplace_back([this, found] { found(m_located); });
-         }}};
+    DigitalAudio m_audio{{m_engine, m_volumes, m_services, m_feed, m_log.log, m_driver,
+                          [this](const std::string& /*path*/, const DigitalAudio::Found& found) {
+                              m_driver.Post("finding", [this, found] { found(m_file, m_fileError); });
+                          }}};
 };
 
 TEST_F(DigitalAudioTest, TheAgentHearsOfTheStreamByPostedWork) {
@@ -152,7 +144,7 @@ TEST_F(DigitalAudioTest, AFileIsPlayedAndItsEndIsTold) {
 }
 
 TEST_F(DigitalAudioTest, AFileThatIsNotThereEndsThePlayingAtOnce) {
-    m_located = {"", "there is no such file"};
+    m_fileError = "there is no such file";
     OpenStream();
     m_audio.PlayFile("/media/announcements/chime.wav");
     DoPosted();

@@ -108,7 +108,7 @@ TEST_F(AudioEngineOrderTest, StreamIsReportedReadyUnlessItWasClosedBefore) {
     bool isFirstReady = false;
     bool isSecondReady = false;
     m_harness.Engine().OpenStream([&] { isFirstReady = true; });
-    m_harness.Engine().CloseStream();
+    m_harness.Engine().CloseStream({});
     m_harness.Engine().OpenStream([&] { isSecondReady = true; });
     EXPECT_FALSE(isSecondReady) << "no callback runs inside a call";
     ASSERT_TRUE(m_harness.RunUntil([&] { return isSecondReady; }));

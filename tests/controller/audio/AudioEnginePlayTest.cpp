@@ -150,7 +150,7 @@ TEST_F(AudioEnginePlayTest, TwoAnnouncementsInARowAreBothWhole) {
         ASSERT_TRUE(result);
         EXPECT_EQ(result->error, "");
         EXPECT_EQ(result->rooms, (Rooms{1, 2}));
-        harness.Engine().CloseStream();
+        harness.Engine().CloseStream({});
     }
     ASSERT_TRUE(harness.CloseAndWait());
     for (const char* name : {"one-1.wav", "one-2.wav", "sub/two-2-1.wav", "sub/two-2-2.wav"})
@@ -161,7 +161,7 @@ TEST_F(AudioEnginePlayTest, ARoomIsRecordedAgainIntoTheSameFileOnlyWhenItsFormer
     EngineHarness harness({FileOutput("room.wav")});
     harness.OpenWithAllRooms();
     ASSERT_TRUE(harness.PlayToEnd(m_clip));
-    harness.Engine().CloseStream();
+    harness.Engine().CloseStream({});
     harness.OpenWithAllRooms(); // Does not wait for the end of closing.
     const auto result = harness.PlayToEnd(m_clip);
     ASSERT_TRUE(result);

@@ -28,9 +28,9 @@ std::vector<RoomConfig> RoomsOf(const std::vector<std::string>& outputs) {
 
 } // namespace
 
-void DriverLoop::Post(std::function<void()> task) {
+void DriverLoop::Post(const char* /*what*/, std::function<void()> work) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_tasks.push_back(std::move(task));
+    m_tasks.push_back(std::move(work));
     m_changed.notify_all();
 }
 
@@ -85,16 +85,9 @@ EngineHarness::EngineHarness(const std::vector<std::string>& outputs, EngineLimi
     : EngineHarness(RoomsOf(outputs), limits) {}
 
 EngineHarness::EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits) : m_roomCount(rooms.size()) {
-    EngineServices services;
-    services.post = [this](std::function<void()> task) {
-        m_loop.Post(std::move(task));
-    };
-    services.log = [this](LogLevel, const std::string& text) {
-        m_log.push_back(text);
-    };
-    services.roomTrouble = [this](const RoomTrouble& trouble) {
-        m_troubles.push_back(trouble);
-    };
+    EngineServices services{m_loop, m_log.log, [this](const RoomTrouble& trouble) {
+                                m_troubles.push_back(trouble);
+                            }};
     m_engine = std::make_unique<AudioEngine>(std::move(rooms), std::move(services), limits);
 }
 

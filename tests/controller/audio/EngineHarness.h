@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/audio/AudioEngine.h"
+#include "tests/controller/support/TestLog.h"
 
 #include <condition_variable>
 #include <deque>
@@ -14,9 +15,15 @@
 namespace controller::audio::test {
 
 /// The driver thread of the tests: the thread that calls RunUntil.
-class DriverLoop final {
+class DriverLoop final : public IScheduler {
 public:
-    void Post(std::function<void()> task);
+    [[nodiscard]] Duration Now() const override { return {}; }
+    void Post(const char* what, std::function<void()> work) override;
+    /// The engine has a ticker of its own, and asks for nothing later.
+    std::uint64_t After(Duration /*delay*/, const char* /*what*/, std::function<void()> /*work*/) override {
+        return 1;
+    }
+    void Cancel(std::uint64_t /*id*/) noexcept override {}
 
     /// Runs what is posted until the condition holds. False when it does not within a generous bound.
     [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet);
@@ -70,14 +77,14 @@ public:
     void RunPosted() { m_loop.RunPosted(); }
 
     [[nodiscard]] const std::vector<RoomTrouble>& Troubles() const { return m_troubles; }
-    [[nodiscard]] const std::vector<std::string>& Log() const { return m_log; }
+    [[nodiscard]] const std::vector<std::string>& Log() const { return m_log.lines; }
     [[nodiscard]] bool HasTrouble(std::uint32_t roomId, RoomTrouble::Kind kind) const;
 
 private:
     DriverLoop m_loop;
     std::size_t m_roomCount;
     std::vector<RoomTrouble> m_troubles;
-    std::vector<std::string> m_log;
+    TestLog m_log;
     std::unique_ptr<AudioEngine> m_engine;
 };
 

@@ -32,9 +32,6 @@ protected:
 
     ConsoleInput::Hooks Hooks() {
         ConsoleInput::Hooks hooks;
-        hooks.post = [this](std::function<void()> work) {
-            m_driver.Post("console", std::move(work));
-        };
         hooks.take = [this](const ConsoleInput::Line& line, const ConsoleInput::Answered& answered) {
             m_told.push_back(line.error.empty() ? line.command.verb : "error");
             m_answered = answered;
@@ -61,7 +58,7 @@ protected:
 TEST_F(ConsoleInputTest, LinesComeInOrderTheLastOneAlsoWithoutItsEnd) {
     Type("one\n\n# nothing\ntwo 2\n\"open\nthree");
     CloseInput();
-    const ConsoleInput input(m_pipe[0], Hooks());
+    const ConsoleInput input(m_pipe[0], m_driver, Hooks());
     m_driver.Run();
     EXPECT_EQ(m_told, (Texts{"one", "two", "error", "three", "(end)"}));
 }
@@ -70,7 +67,7 @@ TEST_F(ConsoleInputTest, TheNextLineWaitsForTheAnswer) {
     m_isAnswering = false;
     Type("one\ntwo\n");
     CloseInput();
-    const ConsoleInput input(m_pipe[0], Hooks());
+    const ConsoleInput input(m_pipe[0], m_driver, Hooks());
     m_driver.Run();
     EXPECT_EQ(m_told, Texts{"one"});
     m_isAnswering = true;
@@ -81,11 +78,11 @@ TEST_F(ConsoleInputTest, TheNextLineWaitsForTheAnswer) {
 }
 
 TEST_F(ConsoleInputTest, ItStopsAtOnceAlsoWhileNothingIsTypedOrAnAnswerIsMissing) {
-    { const ConsoleInput input(m_pipe[0], Hooks()); }
+    { const ConsoleInput input(m_pipe[0], m_driver, Hooks()); }
     m_isAnswering = false;
     Type("one\n");
     {
-        const ConsoleInput input(m_pipe[0], Hooks());
+        const ConsoleInput input(m_pipe[0], m_driver, Hooks());
         m_driver.Run();
     }
     m_answered();
@@ -93,7 +90,7 @@ TEST_F(ConsoleInputTest, ItStopsAtOnceAlsoWhileNothingIsTypedOrAnAnswerIsMissing
 }
 
 TEST_F(ConsoleInputTest, ALineWithoutEndIsRefused) {
-    const ConsoleInput input(m_pipe[0], Hooks());
+    const ConsoleInput input(m_pipe[0], m_driver, Hooks());
     std::thread typist([this] {
         const std::string much(65536, 'x');
         for (std::size_t typed = 0; typed <= ConsoleInput::kMaxLine; typed += much.size())

@@ -1,6 +1,5 @@
 #include "controller/media/MediaShelf.h"
 
-#include "controller/api/ApiError.h"
 #include "controller/media/MediaName.h"
 #include "tests/controller/support/TemporaryFolder.h"
 
@@ -11,6 +10,7 @@
 namespace controller {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -33,12 +33,12 @@ std::string Wav(unsigned seconds) {
 
 class MediaShelfTest : public testing::Test {
 protected:
-    unsigned StatusOfStoring(const std::string& name, const std::string& content) {
+    std::optional<MediaError::Kind> TroubleStoring(const std::string& name, const std::string& content) {
         try {
             (void)m_shelf.Store(name, content);
-            return 0;
-        } catch (const ApiError& error) {
-            return error.Status();
+            return std::nullopt;
+        } catch (const MediaError& error) {
+            return error.What();
         }
     }
 
@@ -80,34 +80,37 @@ TEST_F(MediaShelfTest, SoundIsStoredDescribedReadAndRemoved) {
     const auto stored = m_shelf.Store("chime.wav", Wav(2));
 
     EXPECT_TRUE(stored.isNew);
-    EXPECT_EQ(stored.description["kind"], "sound");
-    EXPECT_EQ(stored.description["bytes"], 32044);
-    EXPECT_EQ(stored.description["duration_ms"], 2000);
-    EXPECT_EQ(stored.description["sample_rate"], 8000);
-    EXPECT_EQ(stored.description["channels"], 1);
+    EXPECT_EQ(stored.description.name, "chime.wav");
+    EXPECT_TRUE(stored.description.isSound);
+    EXPECT_EQ(stored.description.bytes, 32044U);
+    ASSERT_TRUE(stored.description.sound.has_value());
+    EXPECT_EQ(stored.description.sound->duration, 2000ms);
+    EXPECT_EQ(stored.description.sound->rate, 8000);
+    EXPECT_EQ(stored.description.sound->channels, 1);
+    EXPECT_EQ(stored.description.trouble, "");
     EXPECT_EQ(*m_shelf.Read("chime.wav").content, Wav(2));
-    EXPECT_EQ(m_shelf.LengthOf("chime.wav"), 2000);
+    EXPECT_EQ(m_shelf.LengthOf("chime.wav"), 2000ms);
     EXPECT_FALSE(m_shelf.Store("chime.wav", Wav(1)).isNew);
-    EXPECT_EQ(m_shelf.List()["media"].size(), 1U);
+    EXPECT_EQ(m_shelf.List().size(), 1U);
     m_shelf.Remove("chime.wav");
     EXPECT_EQ(FilesInFolder(), 0U);
-    EXPECT_THROW((void)m_shelf.Read("chime.wav"), ApiError);
-    EXPECT_THROW(m_shelf.Remove("chime.wav"), ApiError);
+    EXPECT_THROW((void)m_shelf.Read("chime.wav"), MediaError);
+    EXPECT_THROW(m_shelf.Remove("chime.wav"), MediaError);
 }
 
 TEST_F(MediaShelfTest, WhatCannotBePlayedIsRefusedAndLeavesNothing) {
-    EXPECT_EQ(StatusOfStoring("long.wav", Wav(21)), 422U);
-    EXPECT_EQ(StatusOfStoring("cut.wav", Wav(2).substr(0, 20000)), 422U);
-    EXPECT_EQ(StatusOfStoring("none.wav", "no sound"), 422U);
-    EXPECT_EQ(StatusOfStoring("sound.png", Wav(1)), 422U);
-    EXPECT_EQ(StatusOfStoring("page.png", "<html>"), 422U);
+    EXPECT_EQ(TroubleStoring("long.wav", Wav(21)), MediaError::Kind::Unsuitable);
+    EXPECT_EQ(TroubleStoring("cut.wav", Wav(2).substr(0, 20000)), MediaError::Kind::Unsuitable);
+    EXPECT_EQ(TroubleStoring("none.wav", "no sound"), MediaError::Kind::Unsuitable);
+    EXPECT_EQ(TroubleStoring("sound.png", Wav(1)), MediaError::Kind::Unsuitable);
+    EXPECT_EQ(TroubleStoring("page.png", "<html>"), MediaError::Kind::Unsuitable);
     EXPECT_EQ(FilesInFolder(), 0U);
 }
 
 TEST_F(MediaShelfTest, FileThatIsRefusedLeavesTheFormerOne) {
     (void)m_shelf.Store("chime.wav", Wav(1));
 
-    EXPECT_EQ(StatusOfStoring("chime.wav", "no sound"), 422U);
+    EXPECT_EQ(TroubleStoring("chime.wav", "no sound"), MediaError::Kind::Unsuitable);
 
     EXPECT_EQ(*m_shelf.Read("chime.wav").content, Wav(1));
 }
@@ -116,10 +119,10 @@ TEST_F(MediaShelfTest, LinksThatLeadOutAreNotFollowed) {
     std::ofstream(m_folder.Path() / "secret") << "secret";
     fs::create_symlink(m_folder.Path() / "secret", m_folder.Path() / "link.png");
 
-    EXPECT_THROW((void)m_shelf.Read("link.png"), ApiError);
-    EXPECT_THROW(m_shelf.Remove("link.png"), ApiError);
-    EXPECT_EQ(StatusOfStoring("link.png", kPng), 409U);
-    EXPECT_EQ(m_shelf.List()["media"].size(), 0U);
+    EXPECT_THROW((void)m_shelf.Read("link.png"), MediaError);
+    EXPECT_THROW(m_shelf.Remove("link.png"), MediaError);
+    EXPECT_EQ(TroubleStoring("link.png", kPng), MediaError::Kind::Taken);
+    EXPECT_EQ(m_shelf.List().size(), 0U);
 }
 
 TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges) {

@@ -6,9 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
 
 namespace controller {
 
@@ -16,27 +13,28 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// Drops what is posted, at once.
+class DroppingScheduler final : public IScheduler {
+public:
+    [[nodiscard]] Duration Now() const override { return {}; }
+    void Post(const char* /*what*/, std::function<void()> work) override {
+        work = nullptr;
+        onDropped();
+    }
+    std::uint64_t After(Duration /*delay*/, const char* /*what*/, std::function<void()> /*work*/) override {
+        return 1;
+    }
+    void Cancel(std::uint64_t /*id*/) noexcept override {}
+
+    std::function<void()> onDropped;
+};
+
 /// The store's own thread writes; the test takes its answers when it waits for them.
 class StateStoreTest : public testing::Test {
 protected:
-    StateStoreTest()
-        : m_store(std::make_unique<StateDatabase>(m_folder.Path()),
-                  m_scheduler,
-                  [this](const char* /*what*/, std::function<void()> work) {
-                      const std::lock_guard lock(m_mutex);
-                      m_posted.push_back(std::move(work));
-                      m_arrived.notify_one();
-                  }) {}
-
     void TakeAnswers(std::size_t count) {
-        while (count-- > 0) {
-            std::unique_lock lock(m_mutex);
-            m_arrived.wait(lock, [this] { return !m_posted.empty(); });
-            const auto work = std::move(m_posted.front());
-            m_posted.pop_front();
-            lock.unlock();
-            work();
-        }
+        while (count-- > 0)
+            m_scheduler.DoNextPosted();
     }
 
     WriteDone Note(const std::string& name) {
@@ -58,10 +56,7 @@ protected:
     TemporaryFolder m_folder;
     FakeScheduler m_scheduler;
     Texts m_told;
-    std::mutex m_mutex;
-    std::condition_variable m_arrived;
-    std::deque<std::function<void()>> m_posted;
-    StateStore m_store;
+    StateStore m_store{std::make_unique<StateDatabase>(m_folder.Path()), m_scheduler};
 };
 
 TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
@@ -71,12 +66,12 @@ TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
     const auto read = std::make_shared<int>(0);
     const auto tried = std::make_shared<int>(0);
     std::vector<std::array<long, 3>> left;
+    DroppingScheduler scheduler;
+    scheduler.onDropped = [&] {
+        left.push_back({write.use_count(), read.use_count(), tried.use_count()});
+    };
     {
-        StateStore store(std::make_unique<StateDatabase>(m_folder.Path()), m_scheduler,
-                         [&](const char* /*what*/, std::function<void()> work) {
-                             work = nullptr;
-                             left.push_back({write.use_count(), read.use_count(), tried.use_count()});
-                         });
+        StateStore store(std::make_unique<StateDatabase>(m_folder.Path()), scheduler);
         store.WriteVariable(9, 4, "21", [write](const std::string& /*error*/) {});
         store.ReadHistory(1, [read](const std::vector<HistoryEntry>&, const std::string&) {});
         store.WhenTried([tried] {});

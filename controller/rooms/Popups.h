@@ -2,7 +2,7 @@
 
 #include "controller/driver/Alarm.h"
 #include "controller/events/EventFeed.h"
-#include "controller/popups/Variables.h"
+#include "controller/rooms/Variables.h"
 
 #include <cstdint>
 #include <map>

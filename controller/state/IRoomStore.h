@@ -1,9 +1,9 @@
 #pragma once
 
+#include "controller/state/WriteDone.h"
+
 #include <cstdint>
-#include <functional>
 #include <optional>
-#include <string>
 
 namespace controller {
 
@@ -14,10 +14,6 @@ struct JournalEntry {
     unsigned volumeBefore = 0;
     std::optional<unsigned> volumeSet;
 };
-
-/// Told how a write went, on the driver thread: with the reason when it failed, and, when it was tried again
-/// later and succeeded, once more; with an empty text once it stands on the disk.
-using WriteDone = std::function<void(const std::string& error)>;
 
 /// Where the volumes of rooms and the journal of the rooms that announcements have taken are kept. Writes
 /// reach the disk in the order of the calls. Driver thread only.

@@ -1,4 +1,4 @@
-#include "controller/log/Log.h"
+#include "controller/driver/Log.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "controller/access/TokenText.h"
+#include "controller/house/TokenText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "controller/house/DemoSounds.h"
+#include "controller/audio/DemoSounds.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "controller/popups/Popups.h"
+#include "controller/rooms/Popups.h"
 
 #include <algorithm>
 #include <utility>

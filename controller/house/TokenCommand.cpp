@@ -1,9 +1,9 @@
-#include "controller/access/TokenCommand.h"
+#include "controller/house/TokenCommand.h"
 
 #include "controller/access/Rights.h"
 #include "controller/access/TokenSecret.h"
-#include "controller/access/TokenText.h"
 #include "controller/house/HouseFile.h"
+#include "controller/house/TokenText.h"
 
 #include <algorithm>
 #include <fstream>

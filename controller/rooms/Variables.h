@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/events/EventFeed.h"
-#include "controller/rooms/IRoomStore.h"
+#include "controller/state/IVariableStore.h"
 
 #include <cstdint>
 #include <map>
@@ -10,16 +10,6 @@
 #include <utility>
 
 namespace controller {
-
-/// Where values of variables are kept. Driver thread only.
-class IVariableStore {
-public:
-    virtual void
-    WriteVariable(std::uint32_t device, std::uint32_t variable, const std::string& value, WriteDone done) = 0;
-
-protected:
-    ~IVariableStore() = default;
-};
 
 /// The variables of the house: texts that popups may show as they stand. Driver thread only.
 class Variables {

@@ -1,4 +1,4 @@
-#include "controller/popups/Variables.h"
+#include "controller/rooms/Variables.h"
 
 namespace controller {
 
