@@ -1,22 +1,9 @@
 import { defineConfig } from 'vitest/config';
+import { buildOf } from './vite.shared';
 
-// Flat names, as the program serves them: `/` gives index.html, `/assets/NAME` every other file.
+// The page of the people who run the house's announcements: `/`.
 export default defineConfig({
   base: '/assets/',
-  build: {
-    target: 'es2020',
-    assetsDir: '',
-    assetsInlineLimit: 0, // the pages' policy lets no script or style stand in the page
-    modulePreload: { polyfill: false },
-    reportCompressedSize: false,
-    chunkSizeWarningLimit: 1000, // tests/budget.mjs has the say
-    rollupOptions: {
-      output: {
-        entryFileNames: 'page.js',
-        chunkFileNames: 'page-[name].js',
-        assetFileNames: 'page[extname]',
-      },
-    },
-  },
+  build: { ...buildOf('page', 'index.html'), target: 'es2020' },
   test: { include: ['tests/**/*.test.ts'] },
 });

@@ -23,6 +23,13 @@ std::vector<Access::Token> TokensOf(const House& house) {
     return tokens;
 }
 
+std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators) {
+    std::vector<std::uint32_t> ids;
+    for (const House::Navigator& navigator : navigators)
+        ids.push_back(navigator.id);
+    return ids;
+}
+
 std::string Dump(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -77,7 +84,7 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     : m_parts(std::move(parts))
     , m_hosts(HostCheck::MachineName(), m_parts.house.address)
     , m_router(Operations())
-    , m_findAsset(findAsset)
+    , m_pages(findAsset, IdsOf(m_parts.house.navigators))
     , m_access(TokensOf(m_parts.house), AccessParts())
     , m_watch(m_parts.feed)
     , m_streams(m_parts.feed, StreamParts())
@@ -125,54 +132,14 @@ void Api::Handle(std::shared_ptr<HttpExchange> exchange) {
     Route(counted);
 }
 
-const Asset* Api::AssetAt(std::string_view path) const {
-    static constexpr std::string_view kNavigator = "/navigator/";
-    static constexpr std::string_view kAssets = "/assets/";
-    if (path == "/")
-        return m_findAsset("index.html");
-    if (path.substr(0, kAssets.size()) == kAssets)
-        return m_findAsset(path.substr(kAssets.size()));
-    if (path.substr(0, kNavigator.size()) != kNavigator)
-        return nullptr;
-    const std::string_view id = path.substr(kNavigator.size());
-    for (const House::Navigator& navigator : m_parts.house.navigators) {
-        if (std::to_string(navigator.id) == id)
-            return m_findAsset("navigator.html");
-    }
-    return nullptr;
-}
-
-bool Api::ServeAsset(HttpExchange& exchange) const {
-    const HttpRequest& request = exchange.Request();
-    const Asset* const asset = AssetAt(request.path);
-    if (asset == nullptr)
-        return false;
-    if (request.method != "GET") {
-        HttpReply refusal = Problem(405, request.method + " is not for this address", "GET");
-        refusal.headers.emplace_back("Allow", "GET");
-        exchange.Reply(std::move(refusal));
-        return true;
-    }
-    HttpReply reply;
-    reply.isPage = true;
-    reply.headers.emplace_back("ETag", asset->etag);
-    reply.headers.emplace_back("Cache-Control", "no-cache");
-    if (request.Header("if-none-match") == asset->etag) {
-        reply.status = 304;
-    } else {
-        reply.contentType = asset->contentType;
-        reply.body = asset->body;
-    }
-    exchange.Reply(std::move(reply));
-    return true;
-}
-
 void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
     const HttpRequest& request = exchange->Request();
     auto route = m_router.Find(request.method, request.path);
     if (route.operation == nullptr) {
-        if (ServeAsset(*exchange))
+        if (auto page = m_pages.Answer(request)) {
+            exchange->Reply(std::move(*page));
             return;
+        }
         HttpReply reply = route.allowed.empty()
                               ? Problem(404, "there is nothing at this address", "see GET /api/operations")
                               : Problem(405, request.method + " is not for this address", route.allowed);

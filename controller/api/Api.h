@@ -2,9 +2,9 @@
 
 #include "controller/access/HostCheck.h"
 #include "controller/api/ApiContext.h"
+#include "controller/api/Pages.h"
 #include "controller/api/Router.h"
 #include "controller/http/HttpExchange.h"
-#include "controller/web/Assets.h"
 
 #include <memory>
 #include <string>
@@ -34,8 +34,6 @@ private:
     };
 
     void Route(const std::shared_ptr<HttpExchange>& exchange);
-    [[nodiscard]] const Asset* AssetAt(std::string_view path) const;
-    [[nodiscard]] bool ServeAsset(HttpExchange& exchange) const;
     void Authorize(const Wanted& wanted);
     void Allowed(const Wanted& wanted, const Rights& rights);
     void CheckBody(const Wanted& wanted);
@@ -50,7 +48,7 @@ private:
     ControllerParts m_parts;
     const HostCheck m_hosts;
     const Router m_router;
-    const Asset* (*const m_findAsset)(std::string_view name) noexcept;
+    const Pages m_pages;
     Access m_access;
     HouseWatch m_watch;
     EventStreams m_streams;

@@ -5,7 +5,9 @@ import { House } from './support/house.mjs';
 
 describe('the connection', () => {
   let house;
-  beforeEach(async () => { house = await House.open(); });
+  beforeEach(async () => {
+    house = await House.open();
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -29,7 +31,9 @@ describe('the connection', () => {
 
 describe('a house with tokens', () => {
   let house;
-  beforeEach(async () => { house = await House.open({ tokens: ['admin', 'play', 'navigator:11'] }); });
+  beforeEach(async () => {
+    house = await House.open({ tokens: ['admin', 'play', 'navigator:11'] });
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -59,15 +63,25 @@ describe('a house with tokens', () => {
   });
 
   test('shows those who may only play only what they may play', async () => {
-    await house.add({ name: 'Dinner', video: { text: 'Ready', timeout_ms: 120000 }, navigators: [{ id: 11, room: 1, onscreen: true }] });
+    await house.add({
+      name: 'Dinner',
+      video: { text: 'Ready', timeout_ms: 120000 },
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
     const page = await openApp(house, `#token=${house.tokens.play}`);
     await page.getByRole('button', { name: 'Play Dinner' }).click();
     await page.getByRole('button', { name: 'What Dinner will do' }).click();
     await page.locator('announcement-outlook [data-kind="popup"]').waitFor();
     for (const name of ['Edit', 'Delete', 'New', 'House', 'Media', 'History', 'Log', 'Duplicate']) {
-      assert.equal(await page.getByLabel(name).or(page.getByRole('link', { name })).or(page.getByRole('button', { name })).count(), 0, name);
+      assert.equal(
+        await page.getByLabel(name).or(page.getByRole('link', { name })).or(page.getByRole('button', { name })).count(),
+        0,
+        name,
+      );
     }
-    await page.evaluate(() => { location.hash = '#/house'; });
+    await page.evaluate(() => {
+      location.hash = '#/house';
+    });
     await page.getByRole('heading', { name: 'Announcements' }).waitFor();
     await page.getByRole('button', { name: /^Dismiss what plays/ }).click();
     await eventually(async () => (await house.request('GET', '/api/status')).playing === null, 'it is dismissed');

@@ -7,7 +7,9 @@ const loudest = (samples) => samples.reduce((most, one) => Math.max(most, Math.a
 
 describe('the list of announcements', () => {
   let house;
-  beforeEach(async () => { house = await House.open({ isRecording: true }); });
+  beforeEach(async () => {
+    house = await House.open({ isRecording: true });
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -18,7 +20,8 @@ describe('the list of announcements', () => {
     await page.getByRole('link', { name: 'Make the first one' }).click();
     await page.getByLabel('Name', { exact: true }).fill('Dinner');
     const [chooser] = await Promise.all([
-      page.waitForEvent('filechooser'), page.locator('draft-sound').getByRole('button', { name: 'Choose a file' }).click(),
+      page.waitForEvent('filechooser'),
+      page.locator('draft-sound').getByRole('button', { name: 'Choose a file' }).click(),
     ]);
     await chooser.setFiles({ name: 'My chime.wav', mimeType: 'audio/wav', buffer: wav(3000) });
     await page.locator('draft-sound select').filter({ hasText: 'My-chime, 3 s' }).waitFor();
@@ -34,7 +37,10 @@ describe('the list of announcements', () => {
     const [kitchen, bedroom] = [await house.heard(1, 1), await house.heard(2, 1)];
     assert.ok(loudest(kitchen) > 0.003, `the kitchen has heard ${loudest(kitchen)}`);
     // The volumes' law: a share of v percent is a gain of (v/100)³.
-    assert.ok(Math.abs(loudest(bedroom) / loudest(kitchen) - (60 / 40) ** 3) < 0.3, `${loudest(bedroom)} and ${loudest(kitchen)}`);
+    assert.ok(
+      Math.abs(loudest(bedroom) / loudest(kitchen) - (60 / 40) ** 3) < 0.3,
+      `${loudest(bedroom)} and ${loudest(kitchen)}`,
+    );
     await closePage(page);
   });
 
@@ -63,16 +69,32 @@ describe('the list of announcements', () => {
 
   test('tells what playing would do without playing', async () => {
     await house.request('PUT', '/api/media/chime.wav', wav(1000));
-    await house.add({ name: 'Dinner', audio: { file: 'chime', delay_ms: 500 }, video: { text: 'Dinner is ready', timeout_ms: 5000 },
-      rooms: [{ id: 1, volume: 40 }], navigators: [{ id: 11, room: 1, onscreen: true }] });
+    await house.add({
+      name: 'Dinner',
+      audio: { file: 'chime', delay_ms: 500 },
+      video: { text: 'Dinner is ready', timeout_ms: 5000 },
+      rooms: [{ id: 1, volume: 40 }],
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
     const page = await openApp(house);
     await page.getByRole('button', { name: 'What Dinner will do' }).click();
     const row = page.locator('announcement-row');
     await row.locator('[data-kind="sound"]').waitFor();
-    const drawn = await row.locator('[data-kind]').evaluateAll((bars) => bars.map((bar) => bar.querySelector('title').textContent));
-    assert.deepEqual(drawn.slice(1), ['Delay: 0 s to 0.5 s', 'Sound: 0.5 s to 1.5 s', 'Restore: 1.5 s to 3.5 s', 'Popup: 0 s to 5 s']);
+    const drawn = await row
+      .locator('[data-kind]')
+      .evaluateAll((bars) => bars.map((bar) => bar.querySelector('title').textContent));
+    assert.deepEqual(drawn.slice(1), [
+      'Delay: 0 s to 0.5 s',
+      'Sound: 0.5 s to 1.5 s',
+      'Restore: 1.5 s to 3.5 s',
+      'Popup: 0 s to 5 s',
+    ]);
     await row.getByText('Step by step').click();
-    for (const step of ['The sound “chime” begins.', 'Kitchen is set to 40 %.', 'Kitchen screen shows “Dinner is ready”, with an OK button.']) {
+    for (const step of [
+      'The sound “chime” begins.',
+      'Kitchen is set to 40 %.',
+      'Kitchen screen shows “Dinner is ready”, with an OK button.',
+    ]) {
       await row.getByText(step).waitFor();
     }
     assert.equal((await house.request('GET', '/api/status')).playing, null);
@@ -139,9 +161,16 @@ describe('the list of announcements', () => {
   });
 
   test('scrolls through thousands with few of them drawn', async () => {
-    const many = Array.from({ length: 3000 }, (_, index) => `<announcement><name>Number ${index + 1}</name></announcement>`);
+    const many = Array.from(
+      { length: 3000 },
+      (_, index) => `<announcement><name>Number ${index + 1}</name></announcement>`,
+    );
     for (let at = 0; at < many.length; at += 20) {
-      await Promise.all(many.slice(at, at + 20).map((announcement) => house.request('POST', '/api/requests/add_announcement', { announcement })));
+      await Promise.all(
+        many
+          .slice(at, at + 20)
+          .map((announcement) => house.request('POST', '/api/requests/add_announcement', { announcement })),
+      );
     }
     const page = await openApp(house);
     await page.getByText('3000 announcements').waitFor();
@@ -150,7 +179,10 @@ describe('the list of announcements', () => {
     assert.ok((await drawn()) < 60, `${await drawn()} rows are drawn`);
     await eventually(async () => {
       await page.mouse.wheel(0, 200000);
-      return page.getByRole('heading', { name: /^Number (29\d\d|3000)$/ }).first().isVisible();
+      return page
+        .getByRole('heading', { name: /^Number (29\d\d|3000)$/ })
+        .first()
+        .isVisible();
     }, 'the end of the list');
     assert.ok((await drawn()) < 60, `${await drawn()} rows are drawn`);
     await closePage(page);

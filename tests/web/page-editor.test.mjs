@@ -5,7 +5,9 @@ import { House, png, wav } from './support/house.mjs';
 
 describe('the editor', () => {
   let house;
-  beforeEach(async () => { house = await House.open(); });
+  beforeEach(async () => {
+    house = await House.open();
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -31,23 +33,40 @@ describe('the editor', () => {
     await page.getByRole('switch', { name: 'Bedroom screen' }).press('Space');
     await save(page);
     await toast(page, '“Dinner” is saved');
-    assert.deepEqual(await everything(), [{
-      id: 1,
-      name: 'Dinner',
-      audio: { file: 'chime', delay_ms: 500 },
-      video: { image: 'dinner.png', text: 'Dinner is ready 🍝\n<b>Come!</b>', delay_ms: 1500, timeout_ms: 7000, ok_button: false, variable: null },
-      rooms: [{ id: 1, volume: 55 }, { id: 2, volume: -1 }],
-      navigators: [{ id: 12, room: 2, onscreen: true }],
-    }]);
+    assert.deepEqual(await everything(), [
+      {
+        id: 1,
+        name: 'Dinner',
+        audio: { file: 'chime', delay_ms: 500 },
+        video: {
+          image: 'dinner.png',
+          text: 'Dinner is ready 🍝\n<b>Come!</b>',
+          delay_ms: 1500,
+          timeout_ms: 7000,
+          ok_button: false,
+          variable: null,
+        },
+        rooms: [
+          { id: 1, volume: 55 },
+          { id: 2, volume: -1 },
+        ],
+        navigators: [{ id: 12, room: 2, onscreen: true }],
+      },
+    ]);
     await page.getByRole('heading', { name: 'Dinner' }).waitFor();
     await closePage(page);
   });
 
   test('changes an announcement and leaves alone what it was not asked to change', async () => {
     const stored = await house.add({
-      name: 'Old', audio: { file: 'gone', delay_ms: 250 },
+      name: 'Old',
+      audio: { file: 'gone', delay_ms: 250 },
       video: { text: 'Old text', variable: { device: 77, variable: 3, name: 'elsewhere' }, timeout_ms: 4000 },
-      rooms: [{ id: 1, volume: 20 }, { id: 99, volume: 30 }], navigators: [{ id: 98, room: 5, onscreen: false }],
+      rooms: [
+        { id: 1, volume: 20 },
+        { id: 99, volume: 30 },
+      ],
+      navigators: [{ id: 98, room: 5, onscreen: false }],
     });
     const page = await openApp(house);
     await page.getByRole('link', { name: 'Edit Old' }).click();
@@ -80,7 +99,11 @@ describe('the editor', () => {
     await page.getByText('Give it a name, so that you find it in the list.').waitFor();
     await page.getByText('A number of seconds, 0 or more.').waitFor();
     await page.getByText('An address that begins with http:// or https://').waitFor();
-    const focused = await page.evaluate(() => { let one = document.activeElement; while (one.shadowRoot?.activeElement) one = one.shadowRoot.activeElement; return one.placeholder; });
+    const focused = await page.evaluate(() => {
+      let one = document.activeElement;
+      while (one.shadowRoot?.activeElement) one = one.shadowRoot.activeElement;
+      return one.placeholder;
+    });
     assert.equal(focused, 'Dinner');
     await name(page).fill('Now it has one');
     await page.getByText('Give it a name').waitFor({ state: 'detached' });
@@ -108,7 +131,10 @@ describe('the editor', () => {
     await bars('sound').waitFor({ state: 'attached' });
     assert.deepEqual(await bars('sound').allTextContents(), ['Sound: 1 s to 2 s']);
     await page.getByLabel('Wait before the sound').fill('3');
-    await eventually(async () => (await bars('sound').allTextContents()).join() === 'Sound: 3 s to 4 s', 'the sound comes later');
+    await eventually(
+      async () => (await bars('sound').allTextContents()).join() === 'Sound: 3 s to 4 s',
+      'the sound comes later',
+    );
     await page.getByLabel('Text', { exact: true }).fill('Hello');
     await page.getByRole('switch', { name: 'Kitchen screen' }).press('Space');
     await bars('popup').waitFor({ state: 'attached' });

@@ -6,7 +6,9 @@ import { House, wav } from './support/house.mjs';
 
 describe('history and log', () => {
   let house;
-  beforeEach(async () => { house = await House.open(); });
+  beforeEach(async () => {
+    house = await House.open();
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -14,7 +16,11 @@ describe('history and log', () => {
 
   test('say what was played, where, how it ended, and why it could not be heard', async () => {
     await house.request('PUT', '/api/media/chime.wav', wav(200));
-    const heard = await house.add({ name: 'Heard', audio: { file: 'chime', delay_ms: 1 }, rooms: [{ id: 2, volume: 40 }] });
+    const heard = await house.add({
+      name: 'Heard',
+      audio: { file: 'chime', delay_ms: 1 },
+      rooms: [{ id: 2, volume: 40 }],
+    });
     const silent = await house.add({ name: 'Silent', audio: { file: 'missing' }, rooms: [{ id: 1, volume: 40 }] });
     const page = await openApp(house, '#/history');
     await page.getByText('Nothing has been played yet').waitFor();
@@ -31,13 +37,19 @@ describe('history and log', () => {
     await page.getByLabel('How it ended').selectOption('Everything');
     await row(page, 'Heard').waitFor();
     const download = async (button) => {
-      const [file] = await Promise.all([page.waitForEvent('download'), page.getByRole('button', { name: button }).click()]);
+      const [file] = await Promise.all([
+        page.waitForEvent('download'),
+        page.getByRole('button', { name: button }).click(),
+      ]);
       return readFile(await file.path(), 'utf8');
     };
     const lines = (await download('Download what is shown as CSV')).trim().split('\r\n');
     assert.equal(lines.length, 2);
     assert.match(lines[1], /,1,Heard,chime,Bedroom,,(ended|played)$/);
-    assert.deepEqual(JSON.parse(await download('Download what is shown as JSON')).history.map((one) => one.name), ['Heard']);
+    assert.deepEqual(
+      JSON.parse(await download('Download what is shown as JSON')).history.map((one) => one.name),
+      ['Heard'],
+    );
     await closePage(page);
   });
 
@@ -51,16 +63,29 @@ describe('history and log', () => {
     await eventually(async () => (await row(page, 'Nothing').count()) === 3, 'all are in the history');
     const { history } = await house.request('GET', '/api/history?limit=2');
     const older = (await house.request('GET', `/api/history?limit=2&before=${history[1].id}`)).history;
-    assert.deepEqual([...history, ...older].map((one) => one.id), [3, 2, 1]);
+    assert.deepEqual(
+      [...history, ...older].map((one) => one.id),
+      [3, 2, 1],
+    );
     await closePage(page);
   });
 
   test('tell what happens as it happens', async () => {
     const page = await openApp(house, '#/log');
     await page.getByText('Connected to the controller').waitFor();
-    const { id } = await house.add({ name: 'Dinner', video: { text: 'Ready', timeout_ms: 300 }, navigators: [{ id: 11, room: 1, onscreen: true }] });
+    const { id } = await house.add({
+      name: 'Dinner',
+      video: { text: 'Ready', timeout_ms: 300 },
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
     await house.play(id);
-    for (const text of ['“Dinner” was saved', '“Dinner” begins', 'Kitchen screen shows “Ready”', 'The message on Kitchen screen is gone: its time is up', '“Dinner” is over']) {
+    for (const text of [
+      '“Dinner” was saved',
+      '“Dinner” begins',
+      'Kitchen screen shows “Ready”',
+      'The message on Kitchen screen is gone: its time is up',
+      '“Dinner” is over',
+    ]) {
       await page.locator('log-view li', { hasText: text }).waitFor();
     }
     await page.getByLabel('Show').selectOption('Screens');

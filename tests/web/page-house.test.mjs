@@ -5,7 +5,9 @@ import { House } from './support/house.mjs';
 
 describe('the house', () => {
   let house;
-  beforeEach(async () => { house = await House.open({ isRecording: true }); });
+  beforeEach(async () => {
+    house = await House.open({ isRecording: true });
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -17,7 +19,10 @@ describe('the house', () => {
     await eventually(async () => (await slider.inputValue()) === '65', 'the slider has moved');
     await page.locator('room-card output', { hasText: '65 %' }).waitFor();
     await house.request('PUT', '/api/variables/9/4', { value: '5 °C' });
-    await eventually(async () => (await page.getByLabel('Outside', { exact: true }).inputValue()) === '5 °C', 'the value is shown');
+    await eventually(
+      async () => (await page.getByLabel('Outside', { exact: true }).inputValue()) === '5 °C',
+      'the value is shown',
+    );
     await closePage(page);
   });
 
@@ -48,7 +53,10 @@ describe('the house', () => {
     const page = await openApp(house, '#/house');
     const screen = await openNavigator(house, 11);
     await page.getByRole('button', { name: 'Show a test popup on Kitchen screen' }).click();
-    await eventually(async () => (await screen.locator('#message').textContent()) === 'This is a test: Kitchen screen shows messages.', 'the test is shown');
+    await eventually(
+      async () => (await screen.locator('#message').textContent()) === 'This is a test: Kitchen screen shows messages.',
+      'the test is shown',
+    );
     const card = page.locator('screen-card', { hasText: 'Kitchen screen' });
     await card.getByText('Shows “This is a test: Kitchen screen shows messages.”').waitFor();
     await screen.locator('#ok').click();
@@ -72,7 +80,11 @@ describe('the house', () => {
   });
 
   test('refuses a test while something plays', async () => {
-    const { id } = await house.add({ name: 'Long', video: { text: 'Long', timeout_ms: 120000 }, navigators: [{ id: 11, room: 1, onscreen: true }] });
+    const { id } = await house.add({
+      name: 'Long',
+      video: { text: 'Long', timeout_ms: 120000 },
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
     const page = await openApp(house, '#/house', { refusals: true });
     await house.play(id);
     await page.locator('now-bar section').waitFor();

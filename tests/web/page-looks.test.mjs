@@ -3,7 +3,15 @@ import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, complaintsOfAxe, eventually, openApp } from './support/browser.mjs';
 import { House, png, wav } from './support/house.mjs';
 
-const VIEWS = ['#/announcements', '#/announcements/new', '#/announcements/1', '#/house', '#/media', '#/history', '#/log'];
+const VIEWS = [
+  '#/announcements',
+  '#/announcements/new',
+  '#/announcements/1',
+  '#/house',
+  '#/media',
+  '#/history',
+  '#/log',
+];
 
 describe('the page', () => {
   let house;
@@ -11,8 +19,13 @@ describe('the page', () => {
     house = await House.open();
     await house.request('PUT', '/api/media/chime.wav', wav(300));
     await house.request('PUT', '/api/media/dinner.png', png);
-    await house.add({ name: 'Donaudampfschifffahrtsgesellschaftskapitänsmützenhalter', audio: { file: 'chime', delay_ms: 1 },
-      video: { text: 'w'.repeat(300), image: 'dinner.png', timeout_ms: 300 }, rooms: [{ id: 1, volume: 30 }], navigators: [{ id: 11, room: 1, onscreen: true }] });
+    await house.add({
+      name: 'Donaudampfschifffahrtsgesellschaftskapitänsmützenhalter',
+      audio: { file: 'chime', delay_ms: 1 },
+      video: { text: 'w'.repeat(300), image: 'dinner.png', timeout_ms: 300 },
+      rooms: [{ id: 1, volume: 30 }],
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
     await house.play(1);
     await eventually(async () => (await house.request('GET', '/api/history')).history.length === 1, 'it was played');
   });
@@ -22,7 +35,14 @@ describe('the page', () => {
   const show = async (page, hash) => {
     await page.goto(`${house.url}/${hash}`);
     await page.locator('main h1').waitFor();
-    const sign = { '#/announcements': 'announcement-row', '#/announcements/1': 'announcement-outlook .lane', '#/house': 'room-card', '#/media': 'sound-wave rect', '#/history': 'tbody tr', '#/log': 'log-view li' }[hash];
+    const sign = {
+      '#/announcements': 'announcement-row',
+      '#/announcements/1': 'announcement-outlook .lane',
+      '#/house': 'room-card',
+      '#/media': 'sound-wave rect',
+      '#/history': 'tbody tr',
+      '#/log': 'log-view li',
+    }[hash];
     if (sign) await page.locator(sign).first().waitFor({ state: 'attached' });
   };
 
@@ -47,7 +67,11 @@ describe('the page', () => {
     });
   }
 
-  for (const [width, height] of [[360, 640], [820, 1180], [1440, 900]]) {
+  for (const [width, height] of [
+    [360, 640],
+    [820, 1180],
+    [1440, 900],
+  ]) {
     test(`fits a screen of ${width} by ${height}`, async () => {
       const page = await openApp(house, '', { viewport: { width, height } });
       for (const hash of VIEWS) {

@@ -5,7 +5,9 @@ import { House, png, wav } from './support/house.mjs';
 
 describe('sounds and images', () => {
   let house;
-  beforeEach(async () => { house = await House.open(); });
+  beforeEach(async () => {
+    house = await House.open();
+  });
   afterEach(() => house.close());
   after(closeBrowser);
 
@@ -15,14 +17,25 @@ describe('sounds and images', () => {
   test('are taken, and refused kindly when they cannot be', async () => {
     const page = await openApp(house, '#/media', { refusals: true });
     await page.getByText('No sounds and no images yet').waitFor();
-    await page.locator('media-drop input').setInputFiles([
-      file('Büro Gong (2).WAV', wav(1500)), file('dinner.png', png), file('no sound.wav', Buffer.from('hello')),
-      file('long.wav', wav(21000)), file('cut.wav', wav(1000).subarray(0, 4000)), file('music.mp3', Buffer.from('ID3')),
-    ]);
+    await page
+      .locator('media-drop input')
+      .setInputFiles([
+        file('Büro Gong (2).WAV', wav(1500)),
+        file('dinner.png', png),
+        file('no sound.wav', Buffer.from('hello')),
+        file('long.wav', wav(21000)),
+        file('cut.wav', wav(1000).subarray(0, 4000)),
+        file('music.mp3', Buffer.from('ID3')),
+      ]);
     await page.locator('media-card', { hasText: 'Buro-Gong-2.wav' }).getByText('1.5 s').waitFor();
     await page.locator('media-card', { hasText: 'dinner.png' }).waitFor();
     await eventually(async () => (await page.locator('media-drop .refused').count()) === 4, 'four refusals');
-    assert.deepEqual(await page.locator('media-drop .refused strong').allTextContents(), ['no sound.wav', 'long.wav', 'cut.wav', 'music.mp3']);
+    assert.deepEqual(await page.locator('media-drop .refused strong').allTextContents(), [
+      'no sound.wav',
+      'long.wav',
+      'cut.wav',
+      'music.mp3',
+    ]);
     assert.deepEqual(await names(), ['Buro-Gong-2.wav', 'dinner.png']);
     await closePage(page);
   });
@@ -57,11 +70,14 @@ describe('sounds and images', () => {
 
   test('are taken when they are dropped, drawn, and played here', async () => {
     const page = await openApp(house, '#/media');
-    const data = await page.evaluateHandle((content) => {
-      const transfer = new DataTransfer();
-      transfer.items.add(new File([new Uint8Array(content)], 'ding.wav', { type: 'audio/wav' }));
-      return transfer;
-    }, [...wav(400)]);
+    const data = await page.evaluateHandle(
+      (content) => {
+        const transfer = new DataTransfer();
+        transfer.items.add(new File([new Uint8Array(content)], 'ding.wav', { type: 'audio/wav' }));
+        return transfer;
+      },
+      [...wav(400)],
+    );
     await page.dispatchEvent('media-drop .drop', 'drop', { dataTransfer: data });
     await page.getByRole('img', { name: 'ding.wav: how loud it is over its 0.4 s' }).waitFor();
     await eventually(async () => (await page.locator('sound-wave rect').count()) > 10, 'its picture is drawn');

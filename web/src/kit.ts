@@ -9,7 +9,9 @@ import '@shoelace-style/shoelace/dist/components/textarea/textarea.js';
 import '@shoelace-style/shoelace/dist/themes/light.css';
 import '@shoelace-style/shoelace/dist/themes/dark.css';
 import { registerIconLibrary } from '@shoelace-style/shoelace/dist/utilities/icon-library.js';
+import icons from './images/kit-icons.svg';
 
 // By default they would be data: addresses, which the pages' policy does not let scripts fetch.
-registerIconLibrary('system', { resolver: (name) => `/assets/kit-icons.svg#${name}`, spriteSheet: true });
-registerIconLibrary('default', { resolver: (name) => `/assets/kit-icons.svg#${name}`, spriteSheet: true });
+const library = { resolver: (name: string) => `${icons}#${name}`, spriteSheet: true };
+registerIconLibrary('system', library);
+registerIconLibrary('default', library);

@@ -16,8 +16,15 @@ async function launch() {
   if (!existsSync(BROWSER)) throw new Error(`there is no browser at ${BROWSER}; script/bootstrap installs it`);
   browser = await chromium.launch({
     executablePath: BROWSER,
-    args: ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
-      '--disable-component-update', '--disable-sync'],
+    args: [
+      '--no-sandbox',
+      '--disable-gpu',
+      '--disable-quic',
+      '--no-first-run',
+      '--disable-background-networking',
+      '--disable-component-update',
+      '--disable-sync',
+    ],
   });
 }
 
@@ -69,7 +76,9 @@ export async function complaintsOfAxe(page) {
   await page.evaluate(AXE);
   return page.evaluate(async () => {
     const { violations } = await window.axe.run(document, { resultTypes: ['violations'] });
-    return violations.flatMap(({ id, help, nodes }) => nodes.map((node) => `${id}: ${help}: ${node.target.flat().join(' ')}: ${node.failureSummary}`));
+    return violations.flatMap(({ id, help, nodes }) =>
+      nodes.map((node) => `${id}: ${help}: ${node.target.flat().join(' ')}: ${node.failureSummary}`),
+    );
   });
 }
 
@@ -85,7 +94,9 @@ export async function eventually(check, what) {
   const end = Date.now() + PATIENCE;
   while (Date.now() < end) {
     if (await check()) return;
-    await new Promise((resolve) => { setTimeout(resolve, 25); });
+    await new Promise((resolve) => {
+      setTimeout(resolve, 25);
+    });
   }
   assert.fail(`never: ${what}`);
 }

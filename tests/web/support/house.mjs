@@ -103,11 +103,16 @@ export class House {
     return announcement;
   }
 
-  /** The samples, -1 to 1, that the room has heard in the announcement with this number, from 1; null until there are any. */
+  /**
+   * The samples, -1 to 1, that the room has heard in the announcement with this number, from 1; null until there are
+   * any.
+   */
   async heard(room, number) {
     const bytes = await readFile(join(this.folder, 'takes', `${room}-${number}.wav`)).catch(() => null);
     if (!bytes || bytes.length <= 44) return null;
-    const samples = new Int16Array(bytes.buffer.slice(bytes.byteOffset + 44, bytes.byteOffset + bytes.length - ((bytes.length - 44) % 2)));
+    const samples = new Int16Array(
+      bytes.buffer.slice(bytes.byteOffset + 44, bytes.byteOffset + bytes.length - ((bytes.length - 44) % 2)),
+    );
     return Array.from(samples, (sample) => sample / 32768);
   }
 
@@ -124,9 +129,15 @@ function run(args) {
   return new Promise((resolve, reject) => {
     const child = spawn(PROGRAM, args, { stdio: ['ignore', 'pipe', 'pipe'] });
     let output = '';
-    child.stdout.on('data', (text) => { output += text; });
-    child.stderr.on('data', (text) => { output += text; });
-    child.once('exit', (code) => (code === 0 ? resolve(output) : reject(new Error(`${args.join(' ')}: ${code}: ${output}`))));
+    child.stdout.on('data', (text) => {
+      output += text;
+    });
+    child.stderr.on('data', (text) => {
+      output += text;
+    });
+    child.once('exit', (code) =>
+      code === 0 ? resolve(output) : reject(new Error(`${args.join(' ')}: ${code}: ${output}`)),
+    );
   });
 }
 
@@ -154,4 +165,6 @@ export function wav(milliseconds, rate = 8000) {
 
 /** A picture of one point. */
 export const png = Buffer.from(
-  'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5ErkJggg==', 'base64');
+  'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5ErkJggg==',
+  'base64',
+);

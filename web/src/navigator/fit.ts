@@ -4,11 +4,10 @@ const SMALLEST = 22; // CSS pixels: the least that can be read at arm's length; 
 const LONG = 600; // characters: always scrolled, at a size made for reading
 
 /** Sizes `message` so that it fits into `frame`; false when it does not, and scrolls at a readable size. */
-export function fitText(message, frame) {
+export function fitText(message: HTMLElement, frame: HTMLElement): boolean {
   const edge = Math.min(window.innerWidth, window.innerHeight);
   const reading = Math.max(SMALLEST, Math.round(edge * 0.042));
-  const length = message.textContent.length;
-  if (length > LONG) return fits(message, frame, reading);
+  if (message.textContent.length > LONG) return fits(message, frame, reading);
 
   let low = reading;
   let high = Math.max(reading + 1, Math.round(edge * 0.19));
@@ -23,13 +22,13 @@ export function fitText(message, frame) {
   return fits(message, frame, low);
 }
 
-function fits(message, frame, size) {
+function fits(message: HTMLElement, frame: HTMLElement, size: number): boolean {
   message.style.setProperty('--size', `${size}px`);
   return frame.scrollHeight <= frame.clientHeight + 1;
 }
 
 /** Whether a word is wider than the line, and would be broken. */
-function breaksWords(message) {
+function breaksWords(message: HTMLElement): boolean {
   message.classList.add('unbroken');
   const isWide = message.scrollWidth > message.clientWidth + 1;
   message.classList.remove('unbroken');

@@ -3,42 +3,49 @@
 const TICK = 200;
 const JUMP = 3000;
 
+export interface ClockListeners {
+  onTick(left: number, part: number): void;
+  onEnd(): void;
+  onJump(): void;
+}
+
 /**
  * Counts down from what the controller said remains. The monotonic clock stands still on some devices while they
  * sleep; the time of day does not. When that runs ahead, the device slept or its clock was set: the lost time counts
  * as gone, so that nothing stale is shown, and `onJump` asks the controller what is true.
  */
 export class PopupClock {
-  /** `listeners`: onTick(left, part), onEnd(), onJump(). */
-  constructor(listeners) {
-    this.listeners = listeners;
-    this.timer = 0;
-    this.whole = 1;
-    this.left = 0;
-    this.last = null;
-    document.addEventListener('visibilitychange', () => this.timer && this.tick());
+  private timer = 0;
+  private whole = 1;
+  private left = 0;
+  private last = readings();
+
+  constructor(private readonly listeners: ClockListeners) {
+    document.addEventListener('visibilitychange', () => {
+      if (this.timer) this.tick();
+    });
   }
 
   /** `isNew`: a full bar stands for this time; otherwise for the time of the first start. */
-  start(milliseconds, isNew) {
+  start(milliseconds: number, isNew: boolean): void {
     clearInterval(this.timer);
     this.left = milliseconds;
     this.whole = Math.max(1, isNew ? milliseconds : this.whole, milliseconds);
     this.last = readings();
-    this.timer = setInterval(() => this.tick(), TICK);
+    this.timer = window.setInterval(() => this.tick(), TICK);
     this.tick();
   }
 
-  stop() {
+  stop(): void {
     clearInterval(this.timer);
     this.timer = 0;
   }
 
-  remaining() {
+  remaining(): number {
     return this.timer ? Math.max(0, this.left) : 0;
   }
 
-  tick() {
+  private tick(): void {
     const now = readings();
     const steady = now.steady - this.last.steady;
     const ahead = now.day - this.last.day - steady;
@@ -54,4 +61,6 @@ export class PopupClock {
   }
 }
 
-const readings = () => ({ steady: performance.now(), day: Date.now() });
+function readings(): { steady: number; day: number } {
+  return { steady: performance.now(), day: Date.now() };
+}

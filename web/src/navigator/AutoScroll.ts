@@ -4,32 +4,34 @@ const WAIT = 3500; // before it begins, and left over at the end
 const FASTEST = 90; // CSS pixels a second: faster cannot be read
 
 export class AutoScroll {
+  private timer = 0;
+  private request = 0;
+
   /** `remaining()`: for how long the text is still shown, in milliseconds. */
-  constructor(frame, remaining) {
-    this.frame = frame;
-    this.remaining = remaining;
-    this.timer = 0;
-    this.request = 0;
+  constructor(
+    private readonly frame: HTMLElement,
+    private readonly remaining: () => number,
+  ) {
     // Whoever scrolls has taken over.
     for (const sign of ['pointerdown', 'wheel', 'touchstart']) {
       frame.addEventListener(sign, () => this.stop(), { passive: true });
     }
   }
 
-  start() {
+  start(): void {
     this.stop();
     if (matchMedia('(prefers-reduced-motion: reduce)').matches) return;
-    this.timer = setTimeout(() => this.run(performance.now(), this.frame.scrollTop), WAIT);
+    this.timer = window.setTimeout(() => this.run(performance.now(), this.frame.scrollTop), WAIT);
   }
 
-  stop() {
+  stop(): void {
     clearTimeout(this.timer);
     cancelAnimationFrame(this.request);
     this.timer = this.request = 0;
   }
 
   /** `position` is kept here, since browsers round what is scrolled to. */
-  run(before, position) {
+  private run(before: number, position: number): void {
     this.request = requestAnimationFrame((now) => {
       const distance = this.frame.scrollHeight - this.frame.clientHeight - position;
       if (distance <= 0) return;

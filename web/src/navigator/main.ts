@@ -1,0 +1,71 @@
+// The page of a screen: shows the announcements of its navigator, and the time when there is none.
+
+import './base.css';
+import './idle.css';
+import './popup.css';
+import { adoptTokenFromAddress } from '../api/access';
+import { EventStream } from '../api/EventStream';
+import { handle, type Handlers, type ScreenEvents } from '../api/events';
+import { Problem, request } from '../api/request';
+import { IdleView } from './IdleView';
+import { PopupView } from './PopupView';
+import { Wakefulness } from './Wakefulness';
+
+const id = location.pathname.split('/').pop() ?? '';
+const api = `/api/navigators/${id}`;
+
+adoptTokenFromAddress();
+
+const idle = new IdleView(id, () => void stream.reconnect());
+const wakefulness = new Wakefulness();
+const popup = new PopupView({
+  onShown: () => {
+    idle.cover(true);
+    wakefulness.set('popup', true);
+  },
+  onHidden: () => {
+    idle.cover(false);
+    wakefulness.set('popup', false);
+  },
+  onOk: (number) => void confirm(number),
+  onClockJumped: () => void stream.reconnect(),
+});
+
+/** Tells the controller, which closes the popup on every screen. Lost on the way: told again with the next state. */
+async function confirm(number: number): Promise<void> {
+  try {
+    await request('POST', `${api}/popups/${number}/ok`);
+  } catch (problem) {
+    const isRefused = problem instanceof Problem && problem.status !== 0;
+    if (isRefused) popup.forgetConfirmed(); // it will be shown again if it still stands
+    setTimeout(() => void stream.reconnect(), isRefused ? 0 : 2000);
+  }
+}
+
+function wake(isAwake: boolean): void {
+  wakefulness.set('room', isAwake);
+  idle.rest(!isAwake);
+}
+
+const handlers: Handlers<ScreenEvents, []> = {
+  state(state) {
+    idle.showHouse(state);
+    wake(state.awake);
+    if (!state.popup) popup.hide();
+    else if (popup.isConfirmed(state.popup)) void confirm(state.popup.number);
+    else popup.show(state.popup);
+  },
+  wake: () => wake(true),
+  rest: () => wake(false),
+  popup_shown: (data) => popup.show(data.popup),
+  popup_changed: (data) => popup.change(data.number, data.message),
+  popup_hidden: (data) => popup.hideNumber(data.number),
+};
+
+const stream = new EventStream<ScreenEvents>(`${api}/events`, {
+  onEvent: (event) => handle(handlers, event),
+  onLink: (link) => idle.showLink(link),
+  onRights: () => true, // the socket itself is refused when they are not enough
+});
+
+void stream.reconnect();
