@@ -1,77 +1,105 @@
 // Status, rooms, screens, variables, media.
-import assert from "node:assert/strict";
-import {readFileSync, truncateSync, writeFileSync} from "node:fs";
-import {join} from "node:path";
-import {test} from "node:test";
-import {json, onTerminal, run, withHouse} from "../harness/announce.mjs";
+import assert from 'node:assert/strict';
+import { readFileSync, truncateSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { json, onTerminal, run, withHouse } from '../harness/announce.mjs';
 
-test("views are tables for people and the API's JSON for programs", () => withHouse(async (house) => {
-    assert.match((await run(house, ["rooms"])).output, /^ 1 {2}Kitchen {10}40 {7}80 {2}file: .*1-%n\.wav$/m);
-    assert.equal((await run(house, ["screens"])).output, "ID  NAME        ROOM     PAGES  POPUP\n" +
-                                                         "11  Tablet      Kitchen      0\n" +
-                                                         "12  Television  Kitchen      0\n");
-    assert.equal((await run(house, ["variables"])).output, "ID   NAME     VALUE\n9/4  Outside  cold\n");
-    const status = (await run(house, ["status"])).output;
+test("views are tables for people and the API's JSON for programs", () =>
+  withHouse(async (house) => {
+    assert.match((await run(house, ['rooms'])).output, /^ 1 {2}Kitchen {10}40 {7}80 {2}file: .*1-%n\.wav$/m);
+    assert.equal(
+      (await run(house, ['screens'])).output,
+      'ID  NAME        ROOM     PAGES  POPUP\n' +
+        '11  Tablet      Kitchen      0\n' +
+        '12  Television  Kitchen      0\n',
+    );
+    assert.equal((await run(house, ['variables'])).output, 'ID   NAME     VALUE\n9/4  Outside  cold\n');
+    const status = (await run(house, ['status'])).output;
     for (const line of [/^house +Test house$/m, /^playing +nothing$/m, /^waiting +nothing$/m, /^saved +yes$/m])
-        assert.match(status, line);
-    assert.match((await run(house, ["history"])).output, /Nothing has been played yet/);
-    for (const [command, path] of [["rooms", "/api/rooms"], ["screens", "/api/navigators"], ["variables", "/api/variables"],
-                                   ["media", "/api/media"], ["history", "/api/history"]])
-        assert.deepEqual(await json(house, [command]), await house.get(path));
-    assert.equal((await json(house, ["status"])).house, "Test house");
-}));
+      assert.match(status, line);
+    assert.match((await run(house, ['history'])).output, /Nothing has been played yet/);
+    for (const [command, path] of [
+      ['rooms', '/api/rooms'],
+      ['screens', '/api/navigators'],
+      ['variables', '/api/variables'],
+      ['media', '/api/media'],
+      ['history', '/api/history'],
+    ])
+      assert.deepEqual(await json(house, [command]), await house.get(path));
+    assert.equal((await json(house, ['status'])).house, 'Test house');
+  }));
 
-test("the volume of a room is set, and its limit is said", () => withHouse(async (house) => {
-    assert.equal((await run(house, ["rooms", "volume", "kitchen", "25"])).output, "Kitchen is at volume 25\n");
-    assert.equal((await run(house, ["rooms", "volume", "1", "100"])).output, "Kitchen is at volume 80, which is the most for it\n");
-    assert.deepEqual(await json(house, ["rooms", "volume", "Living room", "7"]), {id: 2, volume: 7});
+test('the volume of a room is set, and its limit is said', () =>
+  withHouse(async (house) => {
+    assert.equal((await run(house, ['rooms', 'volume', 'kitchen', '25'])).output, 'Kitchen is at volume 25\n');
+    assert.equal(
+      (await run(house, ['rooms', 'volume', '1', '100'])).output,
+      'Kitchen is at volume 80, which is the most for it\n',
+    );
+    assert.deepEqual(await json(house, ['rooms', 'volume', 'Living room', '7']), { id: 2, volume: 7 });
     assert.deepEqual(await house.volumes(), [80, 7]);
-    for (const [words, status] of [[["Kitchn", "5"], 3], [["Kitchen", "101"], 2], [["Kitchen", "loud"], 2], [["Kitchen"], 2]])
-        assert.equal((await run(house, ["rooms", "volume", ...words])).status, status);
-}));
+    for (const [words, status] of [
+      [['Kitchn', '5'], 3],
+      [['Kitchen', '101'], 2],
+      [['Kitchen', 'loud'], 2],
+      [['Kitchen'], 2],
+    ])
+      assert.equal((await run(house, ['rooms', 'volume', ...words])).status, status);
+  }));
 
-test("a variable is set, to any text", () => withHouse(async (house) => {
-    assert.equal((await run(house, ["variables", "set", "outside", "21 °C"])).output, "Outside is \"21 °C\"\n");
-    assert.equal((await json(house, ["variables", "set", "9/4", "--", "-5"])).value, "-5");
-    assert.equal((await run(house, ["variables", "set", "Outsde", "x"])).status, 3);
-    const long = await run(house, ["variables", "set", "Outside", "x".repeat(5000)]);
+test('a variable is set, to any text', () =>
+  withHouse(async (house) => {
+    assert.equal((await run(house, ['variables', 'set', 'outside', '21 °C'])).output, 'Outside is "21 °C"\n');
+    assert.equal((await json(house, ['variables', 'set', '9/4', '--', '-5'])).value, '-5');
+    assert.equal((await run(house, ['variables', 'set', 'Outsde', 'x'])).status, 3);
+    const long = await run(house, ['variables', 'set', 'Outside', 'x'.repeat(5000)]);
     assert.equal(long.status, 6, long.errors);
-    assert.equal((await house.get("/api/variables")).variables[0].value, "-5");
-}));
+    assert.equal((await house.get('/api/variables')).variables[0].value, '-5');
+  }));
 
-test("media are brought, listed and removed", () => withHouse(async (house) => {
-    const sound = join(house.folder, "media", "chime.wav");
-    const bell = join(house.folder, "bell.wav");
+test('media are brought, listed and removed', () =>
+  withHouse(async (house) => {
+    const sound = join(house.folder, 'media', 'chime.wav');
+    const bell = join(house.folder, 'bell.wav');
     writeFileSync(bell, readFileSync(sound));
-    assert.match((await run(house, ["media", "add", bell])).output, /^bell\.wav is in the media folder/);
-    assert.equal((await json(house, ["media", "add", bell, "--name", "other.wav"])).media[0].name, "other.wav");
-    const table = (await run(house, ["media", "list"])).output;
+    assert.match((await run(house, ['media', 'add', bell])).output, /^bell\.wav is in the media folder/);
+    assert.equal((await json(house, ['media', 'add', bell, '--name', 'other.wav'])).media[0].name, 'other.wav');
+    const table = (await run(house, ['media', 'list'])).output;
     assert.match(table, /^bell\.wav +sound +[\d.]+ KiB +250 ms +.* 48000 Hz, mono$/m);
-    assert.deepEqual(await json(house, ["media", "remove", "bell.wav", "other.wav"]), {removed: ["bell.wav", "other.wav"]});
-    assert.equal((await house.get("/api/media")).media.length, 1);
+    assert.deepEqual(await json(house, ['media', 'remove', 'bell.wav', 'other.wav']), {
+      removed: ['bell.wav', 'other.wav'],
+    });
+    assert.equal((await house.get('/api/media')).media.length, 1);
 
-    const cases = [[["add", join(house.folder, "none.wav")], 3, /cannot be read/], [["add", house.folder], 3, /cannot be read/],
-                   [["add", bell, sound, "--name", "x.wav"], 2, /--name names one file/], [["add"], 2, /FILE is missing/],
-                   [["add", bell, "--name", "../x.wav"], 3, /./], [["add", house.file], 3, /ending in one of \.wav/],
-                   [["remove", "chim.wav"], 3, /nearest: chime\.wav/]];
+    const cases = [
+      [['add', join(house.folder, 'none.wav')], 3, /cannot be read/],
+      [['add', house.folder], 3, /cannot be read/],
+      [['add', bell, sound, '--name', 'x.wav'], 2, /--name names one file/],
+      [['add'], 2, /FILE is missing/],
+      [['add', bell, '--name', '../x.wav'], 3, /./],
+      [['add', house.file], 3, /ending in one of \.wav/],
+      [['remove', 'chim.wav'], 3, /nearest: chime\.wav/],
+    ];
     for (const [words, status, message] of cases) {
-        const result = await run(house, ["media", ...words]);
-        assert.equal(result.status, status, `${words}: ${result.errors}`);
-        assert.match(result.errors, message);
+      const result = await run(house, ['media', ...words]);
+      assert.equal(result.status, status, `${words}: ${result.errors}`);
+      assert.match(result.errors, message);
     }
     truncateSync(bell, 1000);
-    assert.equal((await run(house, ["media", "add", bell])).status, 6);
+    assert.equal((await run(house, ['media', 'add', bell])).status, 6);
     truncateSync(bell, 33 << 20);
-    const large = await run(house, ["media", "add", bell]);
+    const large = await run(house, ['media', 'add', bell]);
     assert.equal(large.status, 6);
     assert.match(large.errors, /33\.0 MiB[^]*at most 32\.0 MiB/);
-}));
+  }));
 
-test("an upload shows how far it is on a terminal, and nowhere else", () => withHouse(async (house) => {
-    const sound = join(house.folder, "media", "chime.wav");
-    const shown = await onTerminal(house, ["media", "add", sound, "--name", "bell.wav"], {COLUMNS: "60"});
+test('an upload shows how far it is on a terminal, and nowhere else', () =>
+  withHouse(async (house) => {
+    const sound = join(house.folder, 'media', 'chime.wav');
+    const shown = await onTerminal(house, ['media', 'add', sound, '--name', 'bell.wav'], { COLUMNS: '60' });
     assert.match(shown.output, /\rbell\.wav \[#+\] 100%/);
-    const silent = await run(house, ["media", "add", sound, "--name", "bell.wav"]);
-    assert.equal(silent.errors, "");
+    const silent = await run(house, ['media', 'add', sound, '--name', 'bell.wav']);
+    assert.equal(silent.errors, '');
     assert.doesNotMatch(silent.output, /%/);
-}));
+  }));

@@ -1,253 +1,300 @@
-import assert from "node:assert/strict";
-import {after, before, test} from "node:test";
-import {Validator} from "@seriousme/openapi-schema-validator";
-import {House} from "../harness/house.mjs";
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { Validator } from '@seriousme/openapi-schema-validator';
+import { House } from '../harness/house.mjs';
 
 let house;
-before(async () => { house = await House.demo(); });
+before(async () => {
+  house = await House.demo();
+});
 after(async () => {
-    assert.equal(await house.stop(), 0);
-    await house.remove();
+  assert.equal(await house.stop(), 0);
+  await house.remove();
 });
 
 const announcement = {
-    name: "Test",
-    audio: {file: "", delay_ms: 0},
-    video: {image: "", text: "<b>hi</b>", delay_ms: 0, timeout_ms: 20000, ok_button: true, variable: null},
-    rooms: [{id: 1, volume: 20}],
-    navigators: [{id: 11, room: 1, onscreen: true}, {id: 12, room: 2, onscreen: true}],
+  name: 'Test',
+  audio: { file: '', delay_ms: 0 },
+  video: { image: '', text: '<b>hi</b>', delay_ms: 0, timeout_ms: 20000, ok_button: true, variable: null },
+  rooms: [{ id: 1, volume: 20 }],
+  navigators: [
+    { id: 11, room: 1, onscreen: true },
+    { id: 12, room: 2, onscreen: true },
+  ],
 };
 
 async function add(changes = {}) {
-    const reply = await house.ask("POST", "/api/announcements", {...announcement, ...changes});
-    assert.equal(reply.status, 201, reply.text);
-    return reply.body.id;
+  const reply = await house.ask('POST', '/api/announcements', { ...announcement, ...changes });
+  assert.equal(reply.status, 201, reply.text);
+  return reply.body.id;
 }
 
 async function idle() {
-    while ((await house.ask("GET", "/api/status")).body.playing !== null)
-        await new Promise((resolve) => setTimeout(resolve, 100));
+  while ((await house.ask('GET', '/api/status')).body.playing !== null)
+    await new Promise((resolve) => setTimeout(resolve, 100));
 }
 
-test("the description is valid OpenAPI and names every operation", async () => {
-    const document = (await house.ask("GET", "/api/openapi.json")).body;
-    const result = await new Validator().validate(document);
-    assert.deepEqual(result, {valid: true});
-    const {operations} = (await house.ask("GET", "/api/operations")).body;
-    for (const {path, method, name} of operations)
-        assert.equal(document.paths[path][method.toLowerCase()].operationId, name);
+test('the description is valid OpenAPI and names every operation', async () => {
+  const document = (await house.ask('GET', '/api/openapi.json')).body;
+  const result = await new Validator().validate(document);
+  assert.deepEqual(result, { valid: true });
+  const { operations } = (await house.ask('GET', '/api/operations')).body;
+  for (const { path, method, name } of operations)
+    assert.equal(document.paths[path][method.toLowerCase()].operationId, name);
 });
 
-test("an announcement is stored, read, replaced and removed", async () => {
-    const stored = await house.ask("POST", "/api/announcements", announcement);
-    assert.equal(stored.status, 201);
-    const {id} = stored.body;
-    assert.deepEqual(stored.body, {id, ...announcement});
-    assert.equal(stored.headers.get("location"), `/api/announcements/${id}`);
-    assert.deepEqual((await house.ask("GET", `/api/announcements/${id}`)).body, {id, ...announcement});
-    const changed = {...announcement, name: "Other", rooms: [], video: {...announcement.video, ok_button: false}};
-    assert.deepEqual((await house.ask("PUT", `/api/announcements/${id}`, changed)).body, {id, ...changed});
-    const list = (await house.ask("GET", "/api/announcements")).body.announcements;
-    assert.deepEqual(list.find((one) => one.id === id), {id, ...changed});
-    assert.equal((await house.ask("DELETE", `/api/announcements/${id}`)).status, 204);
-    assert.equal((await house.ask("GET", `/api/announcements/${id}`)).status, 404);
-    assert.equal((await house.ask("DELETE", `/api/announcements/${id}`)).status, 404);
+test('an announcement is stored, read, replaced and removed', async () => {
+  const stored = await house.ask('POST', '/api/announcements', announcement);
+  assert.equal(stored.status, 201);
+  const { id } = stored.body;
+  assert.deepEqual(stored.body, { id, ...announcement });
+  assert.equal(stored.headers.get('location'), `/api/announcements/${id}`);
+  assert.deepEqual((await house.ask('GET', `/api/announcements/${id}`)).body, { id, ...announcement });
+  const changed = { ...announcement, name: 'Other', rooms: [], video: { ...announcement.video, ok_button: false } };
+  assert.deepEqual((await house.ask('PUT', `/api/announcements/${id}`, changed)).body, { id, ...changed });
+  const list = (await house.ask('GET', '/api/announcements')).body.announcements;
+  assert.deepEqual(
+    list.find((one) => one.id === id),
+    { id, ...changed },
+  );
+  assert.equal((await house.ask('DELETE', `/api/announcements/${id}`)).status, 204);
+  assert.equal((await house.ask('GET', `/api/announcements/${id}`)).status, 404);
+  assert.equal((await house.ask('DELETE', `/api/announcements/${id}`)).status, 404);
 });
 
-test("rooms and navigators of an announcement are added, changed and removed", async () => {
-    const id = await add({rooms: [], navigators: []});
-    const at = `/api/announcements/${id}`;
-    assert.deepEqual((await house.ask("PUT", `${at}/rooms/2`, {volume: 30})).body, {id: 2, volume: 30});
-    assert.deepEqual((await house.ask("PUT", `${at}/rooms/2`, {volume: 31})).body, {id: 2, volume: 31});
-    await house.ask("PUT", `${at}/navigators/12`, {room: 2, onscreen: false});
-    await house.ask("PUT", `${at}/navigators/12`, {room: 1, onscreen: true});
-    const {rooms, navigators} = (await house.ask("GET", at)).body;
-    assert.deepEqual({rooms, navigators},
-                     {rooms: [{id: 2, volume: 31}], navigators: [{id: 12, room: 1, onscreen: true}]});
-    assert.equal((await house.ask("DELETE", `${at}/rooms/2`)).status, 204);
-    assert.equal((await house.ask("DELETE", `${at}/rooms/2`)).status, 404);
-    assert.equal((await house.ask("DELETE", `${at}/navigators/12`)).status, 204);
-    assert.equal((await house.ask("DELETE", `${at}/navigators/12`)).status, 404);
+test('rooms and navigators of an announcement are added, changed and removed', async () => {
+  const id = await add({ rooms: [], navigators: [] });
+  const at = `/api/announcements/${id}`;
+  assert.deepEqual((await house.ask('PUT', `${at}/rooms/2`, { volume: 30 })).body, { id: 2, volume: 30 });
+  assert.deepEqual((await house.ask('PUT', `${at}/rooms/2`, { volume: 31 })).body, { id: 2, volume: 31 });
+  await house.ask('PUT', `${at}/navigators/12`, { room: 2, onscreen: false });
+  await house.ask('PUT', `${at}/navigators/12`, { room: 1, onscreen: true });
+  const { rooms, navigators } = (await house.ask('GET', at)).body;
+  assert.deepEqual(
+    { rooms, navigators },
+    { rooms: [{ id: 2, volume: 31 }], navigators: [{ id: 12, room: 1, onscreen: true }] },
+  );
+  assert.equal((await house.ask('DELETE', `${at}/rooms/2`)).status, 204);
+  assert.equal((await house.ask('DELETE', `${at}/rooms/2`)).status, 404);
+  assert.equal((await house.ask('DELETE', `${at}/navigators/12`)).status, 204);
+  assert.equal((await house.ask('DELETE', `${at}/navigators/12`)).status, 404);
 });
 
-test("what is wrong is answered with what would be right", async () => {
-    const json = {"Content-Type": "application/json"};
-    const wrong = [
-        ["GET", "/nothing", undefined, 404], ["GET", "/api/announcements/x", undefined, 404],
-        ["GET", "/api/announcements/4294967296", undefined, 404], ["GET", "/api/rooms/77", undefined, 404],
-        ["POST", "/api/announcements/77/play", undefined, 404], ["PATCH", "/api/announcements", undefined, 405],
-        ["PUT", "/api/variables/1/1", {value: "x"}, 404], ["POST", "/api/announcements", {}, 400],
-        ["POST", "/api/announcements", "{", 400, json], ["POST", "/api/announcements", "x", 415, {"Content-Type": "text/plain"}],
-        ["POST", "/api/announcements", "{}", 415, {...json, "Content-Encoding": "gzip"}],
-        ["POST", "/api/announcements", " ".repeat(300000), 413, json], ["PUT", "/api/rooms/1/volume", {volume: 101}, 400],
-        ["GET", "/api/history?before=x", undefined, 400], ["POST", "/api/rooms/77/test", undefined, 404],
-        ["POST", "/api/navigators/77/test", undefined, 404], ["GET", "/api/events", undefined, 426], ["GET", "/api/history?limit=0", undefined, 400],
-        ["GET", "/api/events/recent?limit=1001", undefined, 400],
-        ["POST", "/api/commands/nothing", {}, 404], ["POST", "/api/requests/add_announcement", {announcement: "<"}, 400],
-        ["GET", "/api/media/..%2F..%2Fetc%2Fpasswd", undefined, 404], ["PUT", "/api/media/x.svg", "x", 415],
-        ["PUT", "/api/media/x.wav", "x", 422, {"Content-Type": "audio/wav"}],
-        ["POST", "/api/dismiss", {no: 1}, 400], ["GET", "/assets/..%2Fapi", undefined, 404],
-        ["GET", "/api/status", undefined, 403, {Origin: "http://evil.example"}],
-    ];
-    for (const [method, path, body, status, headers] of wrong) {
-        const reply = await house.ask(method, path, body, headers);
-        assert.equal(reply.status, status, `${method} ${path}: ${reply.text}`);
-        assert.equal(reply.headers.get("content-type"), "application/problem+json", path);
-        assert.equal(reply.body.status, status);
-        assert.ok(reply.body.detail.length > 0);
-    }
-    assert.equal((await house.ask("PATCH", "/api/announcements")).headers.get("allow"), "GET, POST");
+test('what is wrong is answered with what would be right', async () => {
+  const json = { 'Content-Type': 'application/json' };
+  const wrong = [
+    ['GET', '/nothing', undefined, 404],
+    ['GET', '/api/announcements/x', undefined, 404],
+    ['GET', '/api/announcements/4294967296', undefined, 404],
+    ['GET', '/api/rooms/77', undefined, 404],
+    ['POST', '/api/announcements/77/play', undefined, 404],
+    ['PATCH', '/api/announcements', undefined, 405],
+    ['PUT', '/api/variables/1/1', { value: 'x' }, 404],
+    ['POST', '/api/announcements', {}, 400],
+    ['POST', '/api/announcements', '{', 400, json],
+    ['POST', '/api/announcements', 'x', 415, { 'Content-Type': 'text/plain' }],
+    ['POST', '/api/announcements', '{}', 415, { ...json, 'Content-Encoding': 'gzip' }],
+    ['POST', '/api/announcements', ' '.repeat(300000), 413, json],
+    ['PUT', '/api/rooms/1/volume', { volume: 101 }, 400],
+    ['GET', '/api/history?before=x', undefined, 400],
+    ['POST', '/api/rooms/77/test', undefined, 404],
+    ['POST', '/api/navigators/77/test', undefined, 404],
+    ['GET', '/api/events', undefined, 426],
+    ['GET', '/api/history?limit=0', undefined, 400],
+    ['GET', '/api/events/recent?limit=1001', undefined, 400],
+    ['POST', '/api/commands/nothing', {}, 404],
+    ['POST', '/api/requests/add_announcement', { announcement: '<' }, 400],
+    ['GET', '/api/media/..%2F..%2Fetc%2Fpasswd', undefined, 404],
+    ['PUT', '/api/media/x.svg', 'x', 415],
+    ['PUT', '/api/media/x.wav', 'x', 422, { 'Content-Type': 'audio/wav' }],
+    ['POST', '/api/dismiss', { no: 1 }, 400],
+    ['GET', '/assets/..%2Fapi', undefined, 404],
+    ['GET', '/api/status', undefined, 403, { Origin: 'http://evil.example' }],
+  ];
+  for (const [method, path, body, status, headers] of wrong) {
+    const reply = await house.ask(method, path, body, headers);
+    assert.equal(reply.status, status, `${method} ${path}: ${reply.text}`);
+    assert.equal(reply.headers.get('content-type'), 'application/problem+json', path);
+    assert.equal(reply.body.status, status);
+    assert.ok(reply.body.detail.length > 0);
+  }
+  assert.equal((await house.ask('PATCH', '/api/announcements')).headers.get('allow'), 'GET, POST');
 });
 
-test("OK closes the popup on every screen, and a second OK does nothing", async () => {
-    const id = await add();
-    const kitchen = await house.watch("/api/navigators/11/events");
-    const living = await house.watch("/api/navigators/12/events");
-    assert.equal((await kitchen.next()).data.popup, null);
-    assert.equal((await living.next()).data.popup, null);
-    assert.deepEqual((await house.ask("POST", `/api/announcements/${id}/play`)).body, {announcement: id, state: "playing"});
-    const {popup} = await kitchen.until("popup_shown");
-    const other = (await living.until("popup_shown")).popup;
-    assert.equal(popup.message, "<b>hi</b>");
-    assert.equal(popup.remaining_ms, 20000);
-    const late = await house.watch("/api/navigators/11/events");
-    assert.equal((await late.next()).data.popup.number, popup.number);
-    const ok = `/api/navigators/11/popups/${popup.number}/ok`;
-    assert.deepEqual((await house.ask("POST", ok)).body, {dismissed: true});
-    assert.deepEqual(await kitchen.until("popup_hidden"), {number: popup.number, why: "dismissed"});
-    assert.deepEqual(await living.until("popup_hidden"), {number: other.number, why: "dismissed"});
-    assert.deepEqual((await house.ask("POST", ok)).body, {dismissed: false});
-    for (const page of [kitchen, living, late]) page.socket.close();
-    await idle();
+test('OK closes the popup on every screen, and a second OK does nothing', async () => {
+  const id = await add();
+  const kitchen = await house.watch('/api/navigators/11/events');
+  const living = await house.watch('/api/navigators/12/events');
+  assert.equal((await kitchen.next()).data.popup, null);
+  assert.equal((await living.next()).data.popup, null);
+  assert.deepEqual((await house.ask('POST', `/api/announcements/${id}/play`)).body, {
+    announcement: id,
+    state: 'playing',
+  });
+  const { popup } = await kitchen.until('popup_shown');
+  const other = (await living.until('popup_shown')).popup;
+  assert.equal(popup.message, '<b>hi</b>');
+  assert.equal(popup.remaining_ms, 20000);
+  const late = await house.watch('/api/navigators/11/events');
+  assert.equal((await late.next()).data.popup.number, popup.number);
+  const ok = `/api/navigators/11/popups/${popup.number}/ok`;
+  assert.deepEqual((await house.ask('POST', ok)).body, { dismissed: true });
+  assert.deepEqual(await kitchen.until('popup_hidden'), { number: popup.number, why: 'dismissed' });
+  assert.deepEqual(await living.until('popup_hidden'), { number: other.number, why: 'dismissed' });
+  assert.deepEqual((await house.ask('POST', ok)).body, { dismissed: false });
+  for (const page of [kitchen, living, late]) page.socket.close();
+  await idle();
 });
 
-test("events begin with the full state and go on without a gap", async () => {
-    const watcher = await house.watch("/api/events");
-    const state = await watcher.next();
-    assert.equal(state.type, "state");
-    assert.deepEqual(Object.keys(state.data), ["status", "rooms", "navigators", "variables", "announcements"]);
-    const id = await add();
-    await house.ask("POST", `/api/announcements/${id}/play`);
-    await house.ask("POST", "/api/dismiss");
-    let seq = state.seq;
-    const seen = new Set();
-    while (!seen.has("announcement_ended")) {
-        const message = await watcher.next();
-        if (message.type === "alive") continue;
-        assert.equal(message.seq, ++seq);
-        if (message.type === "announcement_stored") assert.deepEqual(message.data.now, {id, ...announcement});
-        seen.add(message.type);
-    }
-    for (const type of ["announcement_stored", "play_asked", "announcement_started", "screens_woken", "popup_shown",
-                        "popup_hidden", "screens_rested", "state_saved"])
-        assert.ok(seen.has(type), type);
-    watcher.socket.close();
+test('events begin with the full state and go on without a gap', async () => {
+  const watcher = await house.watch('/api/events');
+  const state = await watcher.next();
+  assert.equal(state.type, 'state');
+  assert.deepEqual(Object.keys(state.data), ['status', 'rooms', 'navigators', 'variables', 'announcements']);
+  const id = await add();
+  await house.ask('POST', `/api/announcements/${id}/play`);
+  await house.ask('POST', '/api/dismiss');
+  let seq = state.seq;
+  const seen = new Set();
+  while (!seen.has('announcement_ended')) {
+    const message = await watcher.next();
+    if (message.type === 'alive') continue;
+    assert.equal(message.seq, ++seq);
+    if (message.type === 'announcement_stored') assert.deepEqual(message.data.now, { id, ...announcement });
+    seen.add(message.type);
+  }
+  for (const type of [
+    'announcement_stored',
+    'play_asked',
+    'announcement_started',
+    'screens_woken',
+    'popup_shown',
+    'popup_hidden',
+    'screens_rested',
+    'state_saved',
+  ])
+    assert.ok(seen.has(type), type);
+  watcher.socket.close();
 });
 
-test("what plays and waits is told", async () => {
-    await idle();
-    const [one, two, three] = [await add(), await add(), await add()];
-    for (const id of [one, two, three, two]) await house.ask("POST", `/api/announcements/${id}/play`);
-    const {playing, waiting} = (await house.ask("GET", "/api/status")).body;
-    assert.equal(playing.announcement, one);
-    assert.deepEqual(waiting, [two, three]);
-    for (const id of [two, three]) await house.ask("DELETE", `/api/announcements/${id}`);
-    await house.ask("POST", "/api/dismiss");
-    await idle();
-    assert.deepEqual((await house.ask("GET", "/api/status")).body.waiting, []);
+test('what plays and waits is told', async () => {
+  await idle();
+  const [one, two, three] = [await add(), await add(), await add()];
+  for (const id of [one, two, three, two]) await house.ask('POST', `/api/announcements/${id}/play`);
+  const { playing, waiting } = (await house.ask('GET', '/api/status')).body;
+  assert.equal(playing.announcement, one);
+  assert.deepEqual(waiting, [two, three]);
+  for (const id of [two, three]) await house.ask('DELETE', `/api/announcements/${id}`);
+  await house.ask('POST', '/api/dismiss');
+  await idle();
+  assert.deepEqual((await house.ask('GET', '/api/status')).body.waiting, []);
 });
 
 test("volumes and variables are set, and a room's highest volume holds", async () => {
-    assert.deepEqual((await house.ask("PUT", "/api/rooms/1/volume", {volume: 100})).body, {id: 1, volume: 80});
-    assert.equal((await house.ask("PUT", "/api/variables/100/1", {value: "Ünï"})).body.value, "Ünï");
-    assert.equal((await house.ask("GET", "/api/variables/100/1")).body.value, "Ünï");
-    assert.equal((await house.ask("PUT", "/api/variables/100/1", {value: "x".repeat(4097)})).status, 400);
+  assert.deepEqual((await house.ask('PUT', '/api/rooms/1/volume', { volume: 100 })).body, { id: 1, volume: 80 });
+  assert.equal((await house.ask('PUT', '/api/variables/100/1', { value: 'Ünï' })).body.value, 'Ünï');
+  assert.equal((await house.ask('GET', '/api/variables/100/1')).body.value, 'Ünï');
+  assert.equal((await house.ask('PUT', '/api/variables/100/1', { value: 'x'.repeat(4097) })).status, 400);
 });
 
-test("a rehearsal tells what would happen, and plays nothing", async () => {
-    const before = (await house.ask("GET", "/api/metrics".replace("/api", ""))).text.match(/played_total (\d+)/)[1];
-    const {body} = await house.ask("POST", "/api/rehearsal", {announcement: {...announcement, audio: {file: "x", delay_ms: 500}}, sound_ms: 1000});
-    const at = (what) => body.timeline.find((entry) => entry.what === what)?.at_ms;
-    assert.equal(body.complete, true);
-    assert.equal(at("started"), 0);
-    assert.equal(at("popup_shown"), 0);
-    assert.equal(at("stream_ready"), 20);
-    assert.equal(at("sound_started"), 520);
-    assert.equal(at("sound_ended"), 1520);
-    assert.equal(at("room_restored"), 3520);
-    assert.equal(at("popup_hidden"), 20000);
-    assert.equal(body.timeline.at(-1).what, "ended");
-    const after = (await house.ask("GET", "/metrics")).text.match(/played_total (\d+)/)[1];
-    assert.equal(after, before);
+test('a rehearsal tells what would happen, and plays nothing', async () => {
+  const before = (await house.ask('GET', '/api/metrics'.replace('/api', ''))).text.match(/played_total (\d+)/)[1];
+  const { body } = await house.ask('POST', '/api/rehearsal', {
+    announcement: { ...announcement, audio: { file: 'x', delay_ms: 500 } },
+    sound_ms: 1000,
+  });
+  const at = (what) => body.timeline.find((entry) => entry.what === what)?.at_ms;
+  assert.equal(body.complete, true);
+  assert.equal(at('started'), 0);
+  assert.equal(at('popup_shown'), 0);
+  assert.equal(at('stream_ready'), 20);
+  assert.equal(at('sound_started'), 520);
+  assert.equal(at('sound_ended'), 1520);
+  assert.equal(at('room_restored'), 3520);
+  assert.equal(at('popup_hidden'), 20000);
+  assert.equal(body.timeline.at(-1).what, 'ended');
+  const after = (await house.ask('GET', '/metrics')).text.match(/played_total (\d+)/)[1];
+  assert.equal(after, before);
 });
 
-test("media are stored whole, sent back and removed", async () => {
-    const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
-    const type = {"Content-Type": "audio/wav"};
-    assert.equal((await house.ask("PUT", "/api/media/copy.wav", sound, type)).status, 201);
-    assert.equal((await house.ask("PUT", "/api/media/copy.wav", sound, type)).status, 200);
-    assert.equal((await house.ask("PUT", "/api/media/cut.wav", sound.slice(0, 4000), type)).status, 422);
-    const back = await fetch(`${house.base}/api/media/copy.wav`);
-    assert.deepEqual(new Uint8Array(await back.arrayBuffer()), sound);
-    assert.equal((await house.ask("GET", "/api/media/copy.wav", undefined, {"If-None-Match": back.headers.get("etag")})).status, 304);
-    assert.equal((await house.ask("DELETE", "/api/media/copy.wav")).status, 204);
-    const {media} = (await house.ask("GET", "/api/media")).body;
-    assert.deepEqual(media.map((file) => file.name), ["doorbell.wav", "gong.wav"]);
+test('media are stored whole, sent back and removed', async () => {
+  const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
+  const type = { 'Content-Type': 'audio/wav' };
+  assert.equal((await house.ask('PUT', '/api/media/copy.wav', sound, type)).status, 201);
+  assert.equal((await house.ask('PUT', '/api/media/copy.wav', sound, type)).status, 200);
+  assert.equal((await house.ask('PUT', '/api/media/cut.wav', sound.slice(0, 4000), type)).status, 422);
+  const back = await fetch(`${house.base}/api/media/copy.wav`);
+  assert.deepEqual(new Uint8Array(await back.arrayBuffer()), sound);
+  assert.equal(
+    (await house.ask('GET', '/api/media/copy.wav', undefined, { 'If-None-Match': back.headers.get('etag') })).status,
+    304,
+  );
+  assert.equal((await house.ask('DELETE', '/api/media/copy.wav')).status, 204);
+  const { media } = (await house.ask('GET', '/api/media')).body;
+  assert.deepEqual(
+    media.map((file) => file.name),
+    ['doorbell.wav', 'gong.wav'],
+  );
 });
 
-test("a file that an announcement uses is not removed, and the reply names who uses it", async () => {
-    const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
-    await house.ask("PUT", "/api/media/used.wav", sound, {"Content-Type": "audio/wav"});
-    const {id} = (await house.ask("POST", "/api/announcements", {name: "User", audio: {file: "used"}})).body;
-    const refused = await house.ask("DELETE", "/api/media/used.wav");
-    assert.equal(refused.status, 409);
-    assert.deepEqual(refused.body.users, [{id, name: "User"}]);
-    assert.equal((await fetch(`${house.base}/api/media/used.wav`)).status, 200);
-    await house.ask("DELETE", `/api/announcements/${id}`);
-    assert.equal((await house.ask("DELETE", "/api/media/used.wav")).status, 204);
+test('a file that an announcement uses is not removed, and the reply names who uses it', async () => {
+  const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
+  await house.ask('PUT', '/api/media/used.wav', sound, { 'Content-Type': 'audio/wav' });
+  const { id } = (await house.ask('POST', '/api/announcements', { name: 'User', audio: { file: 'used' } })).body;
+  const refused = await house.ask('DELETE', '/api/media/used.wav');
+  assert.equal(refused.status, 409);
+  assert.deepEqual(refused.body.users, [{ id, name: 'User' }]);
+  assert.equal((await fetch(`${house.base}/api/media/used.wav`)).status, 200);
+  await house.ask('DELETE', `/api/announcements/${id}`);
+  assert.equal((await house.ask('DELETE', '/api/media/used.wav')).status, 204);
 });
 
-test("a change that was made on an older state is refused when it says which", async () => {
-    const {id} = (await house.ask("POST", "/api/announcements", {name: "One"})).body;
-    const at = `/api/announcements/${id}`;
-    const tag = (await house.ask("GET", at)).headers.get("etag");
-    const second = await house.ask("PUT", at, {name: "Two"}, {"If-Match": tag});
-    assert.equal(second.status, 200);
-    assert.notEqual(second.headers.get("etag"), tag);
-    const refused = await house.ask("PUT", at, {name: "Three"}, {"If-Match": tag});
-    assert.equal(refused.status, 412);
-    assert.equal((await house.ask("GET", at)).body.name, "Two");
-    assert.equal((await house.ask("PUT", at, {name: "Four"}, {"If-Match": second.headers.get("etag")})).status, 200);
-    assert.equal((await house.ask("PUT", at, {name: "Five"}, {"If-Match": "*"})).status, 200);
-    assert.equal((await house.ask("PUT", at, {name: "Six"})).status, 200);
-    await house.ask("DELETE", at);
-    assert.equal((await house.ask("PUT", at, {name: "Seven"}, {"If-Match": "*"})).status, 404);
+test('a change that was made on an older state is refused when it says which', async () => {
+  const { id } = (await house.ask('POST', '/api/announcements', { name: 'One' })).body;
+  const at = `/api/announcements/${id}`;
+  const tag = (await house.ask('GET', at)).headers.get('etag');
+  const second = await house.ask('PUT', at, { name: 'Two' }, { 'If-Match': tag });
+  assert.equal(second.status, 200);
+  assert.notEqual(second.headers.get('etag'), tag);
+  const refused = await house.ask('PUT', at, { name: 'Three' }, { 'If-Match': tag });
+  assert.equal(refused.status, 412);
+  assert.equal((await house.ask('GET', at)).body.name, 'Two');
+  assert.equal((await house.ask('PUT', at, { name: 'Four' }, { 'If-Match': second.headers.get('etag') })).status, 200);
+  assert.equal((await house.ask('PUT', at, { name: 'Five' }, { 'If-Match': '*' })).status, 200);
+  assert.equal((await house.ask('PUT', at, { name: 'Six' })).status, 200);
+  await house.ask('DELETE', at);
+  assert.equal((await house.ask('PUT', at, { name: 'Seven' }, { 'If-Match': '*' })).status, 404);
 });
 
-test("a room and a screen are tried out without leaving anything behind", async () => {
-    await idle();
-    const before = (await house.ask("GET", "/api/announcements")).body;
-    const events = await house.watch("/api/events");
-    const screen = await house.ask("POST", "/api/navigators/11/test");
-    assert.equal(screen.status, 202, screen.text);
-    assert.match((await events.until("popup_shown")).popup.message, /^This is a test: /);
-    assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 409);
-    await house.ask("POST", "/api/dismiss");
-    await idle();
-    assert.equal((await house.ask("POST", "/api/rooms/1/test")).status, 202);
-    assert.equal((await events.until("sound_ended")).error, null);
-    await idle();
-    assert.deepEqual((await house.ask("GET", "/api/announcements")).body, before);
-    const [newest] = (await house.ask("GET", "/api/history?limit=1")).body.history;
-    assert.deepEqual([newest.name, newest.rooms], ["Test tone", [1]]);
+test('a room and a screen are tried out without leaving anything behind', async () => {
+  await idle();
+  const before = (await house.ask('GET', '/api/announcements')).body;
+  const events = await house.watch('/api/events');
+  const screen = await house.ask('POST', '/api/navigators/11/test');
+  assert.equal(screen.status, 202, screen.text);
+  assert.match((await events.until('popup_shown')).popup.message, /^This is a test: /);
+  assert.equal((await house.ask('POST', '/api/rooms/1/test')).status, 409);
+  await house.ask('POST', '/api/dismiss');
+  await idle();
+  assert.equal((await house.ask('POST', '/api/rooms/1/test')).status, 202);
+  assert.equal((await events.until('sound_ended')).error, null);
+  await idle();
+  assert.deepEqual((await house.ask('GET', '/api/announcements')).body, before);
+  const [newest] = (await house.ask('GET', '/api/history?limit=1')).body.history;
+  assert.deepEqual([newest.name, newest.rooms], ['Test tone', [1]]);
 });
 
-test("200 commands at once are all answered, and the house goes on", async () => {
-    const id = await add();
-    const replies = await Promise.all(Array.from({length: 200}, (_, i) =>
-        i % 2 ? house.ask("POST", `/api/announcements/${id}/play`) : house.ask("PUT", `/api/announcements/${id}/rooms/1`, {volume: i % 100})));
-    assert.deepEqual([...new Set(replies.map((reply) => reply.status))].sort(), [200, 202]);
-    await house.ask("POST", "/api/dismiss");
-    await idle();
-    assert.equal((await house.ask("GET", "/healthz")).status, 200);
+test('200 commands at once are all answered, and the house goes on', async () => {
+  const id = await add();
+  const replies = await Promise.all(
+    Array.from({ length: 200 }, (_, i) =>
+      i % 2
+        ? house.ask('POST', `/api/announcements/${id}/play`)
+        : house.ask('PUT', `/api/announcements/${id}/rooms/1`, { volume: i % 100 }),
+    ),
+  );
+  assert.deepEqual([...new Set(replies.map((reply) => reply.status))].sort(), [200, 202]);
+  await house.ask('POST', '/api/dismiss');
+  await idle();
+  assert.equal((await house.ask('GET', '/healthz')).status, 200);
 });

@@ -1,43 +1,51 @@
 // What the manuals show works as they say.
-import assert from "node:assert/strict";
-import {mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync} from "node:fs";
-import {tmpdir} from "node:os";
-import {join} from "node:path";
-import {test} from "node:test";
-import {House} from "../harness/house.mjs";
+import assert from 'node:assert/strict';
+import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { House } from '../harness/house.mjs';
 
-const manual = readFileSync(new URL("../../../docs/house-file.md", import.meta.url), "utf8");
+const manual = readFileSync(new URL('../../../docs/house-file.md', import.meta.url), 'utf8');
 const example = /```yaml\n([^]*?)```/.exec(manual)[1];
 
-test("the whole house file of the manual is in order, and the manual has a row for each of its keys", async () => {
-    const folder = mkdtempSync(join(tmpdir(), "controller-manual-"));
-    const house = new House();
-    try {
-        mkdirSync(join(folder, "media"));
-        for (const file of ["announcements.xml", "certificate.pem", "key.pem"]) writeFileSync(join(folder, file), "");
-        writeFileSync(join(folder, "house.yaml"), example);
-        const {status, output} = await house.run(["check", join(folder, "house.yaml")]);
-        assert.equal(status, 0, output);
-    } finally {
-        rmSync(folder, {recursive: true});
-        await house.remove();
-    }
-    for (const [, key] of example.matchAll(/^[ -]*(\w+):/gm))
-        assert.match(manual, new RegExp(`^## .*\`${key}\`|^\\|.*\`${key}\`.*\\|`, "m"), key);
+test('the whole house file of the manual is in order, and the manual has a row for each of its keys', async () => {
+  const folder = mkdtempSync(join(tmpdir(), 'controller-manual-'));
+  const house = new House();
+  try {
+    mkdirSync(join(folder, 'media'));
+    for (const file of ['announcements.xml', 'certificate.pem', 'key.pem']) writeFileSync(join(folder, file), '');
+    writeFileSync(join(folder, 'house.yaml'), example);
+    const { status, output } = await house.run(['check', join(folder, 'house.yaml')]);
+    assert.equal(status, 0, output);
+  } finally {
+    rmSync(folder, { recursive: true });
+    await house.remove();
+  }
+  for (const [, key] of example.matchAll(/^[ -]*(\w+):/gm))
+    assert.match(manual, new RegExp(`^## .*\`${key}\`|^\\|.*\`${key}\`.*\\|`, 'm'), key);
 });
 
-test("every key that the program knows stands in the manual", async () => {
-    const house = new House();
-    try {
-        const wrong = {nonsense: 1};
-        writeFileSync(house.file, JSON.stringify({
-            ...wrong, rooms: [wrong], navigators: [wrong], variables: [wrong], tokens: [wrong], tls: wrong}));
-        const {output} = await house.run(["check", house.file]);
-        const lists = [...output.matchAll(/the keys here are (.*)$/gm)];
-        assert.equal(lists.length, 6, output);
-        for (const key of lists.flatMap(([, keys]) => keys.split(", ")))
-            assert.ok(manual.includes(`\`${key}\``), key);
-    } finally {
-        await house.remove();
-    }
+test('every key that the program knows stands in the manual', async () => {
+  const house = new House();
+  try {
+    const wrong = { nonsense: 1 };
+    writeFileSync(
+      house.file,
+      JSON.stringify({
+        ...wrong,
+        rooms: [wrong],
+        navigators: [wrong],
+        variables: [wrong],
+        tokens: [wrong],
+        tls: wrong,
+      }),
+    );
+    const { output } = await house.run(['check', house.file]);
+    const lists = [...output.matchAll(/the keys here are (.*)$/gm)];
+    assert.equal(lists.length, 6, output);
+    for (const key of lists.flatMap(([, keys]) => keys.split(', '))) assert.ok(manual.includes(`\`${key}\``), key);
+  } finally {
+    await house.remove();
+  }
 });

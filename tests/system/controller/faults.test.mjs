@@ -1,245 +1,284 @@
 // What breaks around the controller: it says so, the rest of the house goes on, and nothing is left behind.
-import assert from "node:assert/strict";
-import {execFileSync} from "node:child_process";
-import {chmodSync, closeSync, mkdirSync, mkdtempSync, openSync, rmSync, truncateSync, writeFileSync} from "node:fs";
-import {once} from "node:events";
-import {createServer} from "node:net";
-import {tmpdir} from "node:os";
-import {join} from "node:path";
-import {test} from "node:test";
-import {House} from "../harness/house.mjs";
-import {clip, heard, rate} from "../harness/sounds.mjs";
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { chmodSync, closeSync, mkdirSync, mkdtempSync, openSync, rmSync, truncateSync, writeFileSync } from 'node:fs';
+import { once } from 'node:events';
+import { createServer } from 'node:net';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { House } from '../harness/house.mjs';
+import { clip, heard, rate } from '../harness/sounds.mjs';
 
 const short = clip(rate / 2);
 const long = clip(2 * rate);
 // Sound servers and devices that this machine may have are out of sight.
-const noSoundDevice = {PULSE_SERVER: "unix:/nowhere", PIPEWIRE_REMOTE: "nowhere", XDG_RUNTIME_DIR: "/nowhere"};
+const noSoundDevice = { PULSE_SERVER: 'unix:/nowhere', PIPEWIRE_REMOTE: 'nowhere', XDG_RUNTIME_DIR: '/nowhere' };
 
 async function inHouse(rooms, body, options = {}) {
-    const house = new House(rooms);
-    try {
-        house.sound("short", short);
-        house.sound("long", long);
-        await house.start(options);
-        await body(house);
-    } finally {
-        await house.remove();
-    }
+  const house = new House(rooms);
+  try {
+    house.sound('short', short);
+    house.sound('long', long);
+    await house.start(options);
+    await body(house);
+  } finally {
+    await house.remove();
+  }
 }
 
 async function troubles(house) {
-    return (await house.get("/api/rooms")).rooms.map((room) => room.trouble !== null);
+  return (await house.get('/api/rooms')).rooms.map((room) => room.trouble !== null);
 }
 
-test("without a sound card an announcement is silent in real time, and that is said", () =>
-    inHouse([{output: "auto"}], async (house) => {
-        const start = process.hrtime.bigint();
-        const seen = await house.playToItsEnd(await house.add({audio: {file: "short"}, rooms: [{id: 1, volume: 50}]}));
-        assert.ok(process.hrtime.bigint() - start >= 500000000n);
-        assert.equal(seen.find((event) => event.type === "sound_ended").data.error, null);
-        assert.match(house.output, /no sound device/i);
-        assert.deepEqual(await house.volumes(), [40]);
-    }, {env: noSoundDevice}));
+test('without a sound card an announcement is silent in real time, and that is said', () =>
+  inHouse(
+    [{ output: 'auto' }],
+    async (house) => {
+      const start = process.hrtime.bigint();
+      const seen = await house.playToItsEnd(
+        await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 50 }] }),
+      );
+      assert.ok(process.hrtime.bigint() - start >= 500000000n);
+      assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+      assert.match(house.output, /no sound device/i);
+      assert.deepEqual(await house.volumes(), [40]);
+    },
+    { env: noSoundDevice },
+  ));
 
-test("an output that refuses leaves the other room whole, and is tried again", () =>
-    inHouse([{output: {gstreamer: "filesink location=/nowhere/room"}}, {}], async (house) => {
-        const id = await house.add({audio: {file: "short"}, rooms: [{id: 1, volume: 50}, {id: 2, volume: 100}]});
-        for (let round = 1; round <= 2; ++round) {
-            const seen = await house.playToItsEnd(id);
-            assert.deepEqual(seen.filter((event) => event.type === "room_output_failed").map((event) => event.data.room), [1]);
-            assert.deepEqual(await troubles(house), [true, false]);
-        }
-        assert.equal(await house.stop(), 0);
-        assert.ok(heard(house.recording(2, 1), short, 100).isWhole);
-        assert.ok(heard(house.recording(2, 2), short, 100).isWhole);
-    }));
-
-test("an output that vanishes in mid-play leaves the other room whole", async () => {
-    const speaker = createServer((socket) => {
-        socket.on("error", () => {});
-        socket.once("data", () => socket.resetAndDestroy());
-    }).listen(0, "127.0.0.1");
-    await once(speaker, "listening");
-    const output = {gstreamer: `tcpclientsink host=127.0.0.1 port=${speaker.address().port} sync=true`};
-    await inHouse([{output}, {}], async (house) => {
-        const seen = await house.playToItsEnd(
-            await house.add({audio: {file: "long"}, rooms: [{id: 1, volume: 50}, {id: 2, volume: 100}]}));
-        assert.deepEqual(seen.filter((event) => event.type === "room_output_failed").map((event) => event.data.room), [1]);
-        assert.deepEqual(await house.volumes(), [40, 40]);
-        assert.equal(await house.stop(), 0);
-        assert.ok(heard(house.recording(2), long, 100).isWhole);
+test('an output that refuses leaves the other room whole, and is tried again', () =>
+  inHouse([{ output: { gstreamer: 'filesink location=/nowhere/room' } }, {}], async (house) => {
+    const id = await house.add({
+      audio: { file: 'short' },
+      rooms: [
+        { id: 1, volume: 50 },
+        { id: 2, volume: 100 },
+      ],
     });
-    speaker.close();
+    for (let round = 1; round <= 2; ++round) {
+      const seen = await house.playToItsEnd(id);
+      assert.deepEqual(
+        seen.filter((event) => event.type === 'room_output_failed').map((event) => event.data.room),
+        [1],
+      );
+      assert.deepEqual(await troubles(house), [true, false]);
+    }
+    assert.equal(await house.stop(), 0);
+    assert.ok(heard(house.recording(2, 1), short, 100).isWhole);
+    assert.ok(heard(house.recording(2, 2), short, 100).isWhole);
+  }));
+
+test('an output that vanishes in mid-play leaves the other room whole', async () => {
+  const speaker = createServer((socket) => {
+    socket.on('error', () => {});
+    socket.once('data', () => socket.resetAndDestroy());
+  }).listen(0, '127.0.0.1');
+  await once(speaker, 'listening');
+  const output = { gstreamer: `tcpclientsink host=127.0.0.1 port=${speaker.address().port} sync=true` };
+  await inHouse([{ output }, {}], async (house) => {
+    const seen = await house.playToItsEnd(
+      await house.add({
+        audio: { file: 'long' },
+        rooms: [
+          { id: 1, volume: 50 },
+          { id: 2, volume: 100 },
+        ],
+      }),
+    );
+    assert.deepEqual(
+      seen.filter((event) => event.type === 'room_output_failed').map((event) => event.data.room),
+      [1],
+    );
+    assert.deepEqual(await house.volumes(), [40, 40]);
+    assert.equal(await house.stop(), 0);
+    assert.ok(heard(house.recording(2), long, 100).isWhole);
+  });
+  speaker.close();
 });
 
-test("outputs that hang, while opening or in mid-play, leave the other room whole and the house answering", async () => {
-    const folder = mkdtempSync(join(tmpdir(), "controller-pipes-"));
-    const [opening, playing] = ["opening", "playing"].map((name) => join(folder, name));
-    execFileSync("mkfifo", [opening, playing]);
-    // Held open, and never read.
-    const reader = openSync(playing, "r+");
-    const rooms = [opening, playing].map((pipe) => ({output: {gstreamer: `filesink location=${pipe}`}}));
-    await inHouse([...rooms, {}], async (house) => {
-        const seen = await house.playToItsEnd(await house.add(
-            {audio: {file: "long"}, rooms: [1, 2, 3].map((id) => ({id, volume: 100}))}));
-        const failed = seen.filter((event) => event.type === "room_output_failed").map((event) => event.data.room);
-        assert.deepEqual([...new Set(failed)].sort(), [1, 2]);
-        assert.deepEqual(await house.volumes(), [40, 40, 40]);
-        assert.equal((await house.ask("GET", "/healthz")).status, 200);
-        assert.equal(await house.stop(), 0);
-        assert.ok(heard(house.recording(3), long, 100).isWhole);
-    });
-    closeSync(reader);
-    rmSync(folder, {recursive: true});
+test('outputs that hang while opening or in mid-play leave the other room whole and the house answering', async () => {
+  const folder = mkdtempSync(join(tmpdir(), 'controller-pipes-'));
+  const [opening, playing] = ['opening', 'playing'].map((name) => join(folder, name));
+  execFileSync('mkfifo', [opening, playing]);
+  // Held open, and never read.
+  const reader = openSync(playing, 'r+');
+  const rooms = [opening, playing].map((pipe) => ({ output: { gstreamer: `filesink location=${pipe}` } }));
+  await inHouse([...rooms, {}], async (house) => {
+    const seen = await house.playToItsEnd(
+      await house.add({ audio: { file: 'long' }, rooms: [1, 2, 3].map((id) => ({ id, volume: 100 })) }),
+    );
+    const failed = seen.filter((event) => event.type === 'room_output_failed').map((event) => event.data.room);
+    assert.deepEqual([...new Set(failed)].sort(), [1, 2]);
+    assert.deepEqual(await house.volumes(), [40, 40, 40]);
+    assert.equal((await house.ask('GET', '/healthz')).status, 200);
+    assert.equal(await house.stop(), 0);
+    assert.ok(heard(house.recording(3), long, 100).isWhole);
+  });
+  closeSync(reader);
+  rmSync(folder, { recursive: true });
 });
 
-test("a file that is missing, cut short, or no sound is told, and the next announcement is heard", () =>
-    inHouse([{}], async (house) => {
-        writeFileSync(join(house.folder, "media", "text.wav"), "These are words and no sound.\n");
-        house.sound("cut", long);
-        truncateSync(join(house.folder, "media", "cut.wav"), 50000);
-        for (const file of ["missing", "text", "cut"]) {
-            const seen = await house.playToItsEnd(await house.add({audio: {file}, rooms: [{id: 1, volume: 90}]}));
-            assert.ok(seen.find((event) => event.type === "sound_ended").data.error.length > 0, file);
-            assert.deepEqual(await house.volumes(), [40]);
-        }
-        const seen = await house.playToItsEnd(await house.add({audio: {file: "short"}, rooms: [{id: 1, volume: 90}]}));
-        assert.equal(seen.find((event) => event.type === "sound_ended").data.error, null);
-        const outcomes = (await house.get("/api/history")).history.map((entry) => entry.outcome.split(":")[0]);
-        assert.deepEqual(outcomes, ["ended", "failed", "failed", "failed"]);
-    }));
+test('a file that is missing, cut short, or no sound is told, and the next announcement is heard', () =>
+  inHouse([{}], async (house) => {
+    writeFileSync(join(house.folder, 'media', 'text.wav'), 'These are words and no sound.\n');
+    house.sound('cut', long);
+    truncateSync(join(house.folder, 'media', 'cut.wav'), 50000);
+    for (const file of ['missing', 'text', 'cut']) {
+      const seen = await house.playToItsEnd(await house.add({ audio: { file }, rooms: [{ id: 1, volume: 90 }] }));
+      assert.ok(seen.find((event) => event.type === 'sound_ended').data.error.length > 0, file);
+      assert.deepEqual(await house.volumes(), [40]);
+    }
+    const seen = await house.playToItsEnd(
+      await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 90 }] }),
+    );
+    assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+    const outcomes = (await house.get('/api/history')).history.map((entry) => entry.outcome.split(':')[0]);
+    assert.deepEqual(outcomes, ['ended', 'failed', 'failed', 'failed']);
+  }));
 
 const harms = {
-    removed: (file) => rmSync(file),
-    "cut short": (file) => truncateSync(file, 44),
-    "overwritten with words": (file) => writeFileSync(file, "words"),
+  removed: (file) => rmSync(file),
+  'cut short': (file) => truncateSync(file, 44),
+  'overwritten with words': (file) => writeFileSync(file, 'words'),
 };
 for (const [harm, act] of Object.entries(harms))
-    test(`a file that is ${harm} while it plays ends the announcement in order`, () => inHouse([{}], async (house) => {
-        const id = await house.add({audio: {file: "long"}, rooms: [{id: 1, volume: 90}]});
-        const events = await house.watch();
-        await house.play(id);
-        await events.until("sound_started");
-        act(join(house.folder, "media", "long.wav"));
-        await events.until("announcement_ended");
-        assert.deepEqual(await house.volumes(), [40]);
-        const seen = await house.playToItsEnd(await house.add({audio: {file: "short"}, rooms: [{id: 1, volume: 90}]}));
-        assert.equal(seen.find((event) => event.type === "sound_ended").data.error, null);
+  test(`a file that is ${harm} while it plays ends the announcement in order`, () =>
+    inHouse([{}], async (house) => {
+      const id = await house.add({ audio: { file: 'long' }, rooms: [{ id: 1, volume: 90 }] });
+      const events = await house.watch();
+      await house.play(id);
+      await events.until('sound_started');
+      act(join(house.folder, 'media', 'long.wav'));
+      await events.until('announcement_ended');
+      assert.deepEqual(await house.volumes(), [40]);
+      const seen = await house.playToItsEnd(
+        await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 90 }] }),
+      );
+      assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
     }));
 
-test("navigators that are gone, slow, or flood the house keep the popup from nobody else", () =>
-    inHouse(undefined, async (house) => {
-        const page = (id) => house.watch(`/api/navigators/${id}/events`);
-        const [gone, slow, flooding, good] = [await page(11), await page(11), await page(11), await page(12)];
-        gone.socket.terminate();
-        slow.socket.pause();
-        for (let count = 0; count < 20000; ++count) flooding.socket.send("x".repeat(100), () => {});
-        const id = await house.add({navigators: [{id: 11, room: 1}, {id: 12, room: 1}],
-                                    video: {text: "Hello", timeout_ms: 1000}});
-        for (let round = 0; round < 3; ++round) {
-            await house.playToItsEnd(id);
-            assert.equal((await good.until("popup_shown")).popup.message, "Hello");
-            await good.until("popup_hidden");
-        }
-        await flooding.closed;
-        const again = await page(11);
-        assert.equal((await again.until("state")).navigator.id, 11);
-    }));
-
-test("a full disk is told with 507, the change stands in memory, and on the disk as soon as there is room", () =>
-    inHouse(undefined, async (house) => {
-        const limit = (bytes) => execFileSync("prlimit", ["--pid", `${house.process.pid}`, `--fsize=${bytes}:unlimited`]);
-        const events = await house.watch();
-        await house.add({name: "Before"});
-        limit(0);
-        const refused = await house.ask("POST", "/api/announcements", {name: "In memory"});
-        assert.equal(refused.status, 507, refused.text);
-        const names = async () => (await house.get("/api/announcements")).announcements.map((one) => one.name);
-        assert.deepEqual(await names(), ["Before", "In memory"]);
-        const status = await house.get("/api/status");
-        assert.equal(status.state_saved, false);
-        assert.ok(status.state_error.length > 0);
-        await events.until("state_not_saved");
-        limit("unlimited");
-        await events.until("state_saved");
-        assert.equal(await house.stop("SIGKILL"), "SIGKILL");
-        await house.start();
-        assert.deepEqual(await names(), ["Before", "In memory"]);
-    }));
-
-test("a data folder that cannot be written stops the start with what to do", async () => {
-    const house = new House();
-    try {
-        const somebody = house.giveAway();
-        mkdirSync(join(house.folder, "data"), {mode: 0o555});
-        chmodSync(join(house.folder, "data"), 0o555);
-        const {status, output} = await house.run([house.file], somebody);
-        assert.equal(status, 1);
-        assert.match(output, /data folder .*data cannot be written: Permission denied; its owner must be the user/);
-    } finally {
-        await house.remove();
+test('navigators that are gone, slow, or flood the house keep the popup from nobody else', () =>
+  inHouse(undefined, async (house) => {
+    const page = (id) => house.watch(`/api/navigators/${id}/events`);
+    const [gone, slow, flooding, good] = [await page(11), await page(11), await page(11), await page(12)];
+    gone.socket.terminate();
+    slow.socket.pause();
+    for (let count = 0; count < 20000; ++count) flooding.socket.send('x'.repeat(100), () => {});
+    const id = await house.add({
+      navigators: [
+        { id: 11, room: 1 },
+        { id: 12, room: 1 },
+      ],
+      video: { text: 'Hello', timeout_ms: 1000 },
+    });
+    for (let round = 0; round < 3; ++round) {
+      await house.playToItsEnd(id);
+      assert.equal((await good.until('popup_shown')).popup.message, 'Hello');
+      await good.until('popup_hidden');
     }
+    await flooding.closed;
+    const again = await page(11);
+    assert.equal((await again.until('state')).navigator.id, 11);
+  }));
+
+test('a full disk is told with 507, the change stands in memory, and on the disk as soon as there is room', () =>
+  inHouse(undefined, async (house) => {
+    const limit = (bytes) => execFileSync('prlimit', ['--pid', `${house.process.pid}`, `--fsize=${bytes}:unlimited`]);
+    const events = await house.watch();
+    await house.add({ name: 'Before' });
+    limit(0);
+    const refused = await house.ask('POST', '/api/announcements', { name: 'In memory' });
+    assert.equal(refused.status, 507, refused.text);
+    const names = async () => (await house.get('/api/announcements')).announcements.map((one) => one.name);
+    assert.deepEqual(await names(), ['Before', 'In memory']);
+    const status = await house.get('/api/status');
+    assert.equal(status.state_saved, false);
+    assert.ok(status.state_error.length > 0);
+    await events.until('state_not_saved');
+    limit('unlimited');
+    await events.until('state_saved');
+    assert.equal(await house.stop('SIGKILL'), 'SIGKILL');
+    await house.start();
+    assert.deepEqual(await names(), ['Before', 'In memory']);
+  }));
+
+test('a data folder that cannot be written stops the start with what to do', async () => {
+  const house = new House();
+  try {
+    const somebody = house.giveAway();
+    mkdirSync(join(house.folder, 'data'), { mode: 0o555 });
+    chmodSync(join(house.folder, 'data'), 0o555);
+    const { status, output } = await house.run([house.file], somebody);
+    assert.equal(status, 1);
+    assert.match(output, /data folder .*data cannot be written: Permission denied; its owner must be the user/);
+  } finally {
+    await house.remove();
+  }
 });
 
-test("a damaged database stops the start, and --recover goes on with what can be read", async () => {
-    const house = new House();
-    try {
-        await house.start();
-        await house.add({name: "Kept"});
-        assert.equal(await house.stop(), 0);
-        writeFileSync(join(house.folder, "data", "controller.db"), Buffer.alloc(100, "x"), {flag: "r+"});
-        const {status, output} = await house.run([house.file]);
-        assert.equal(status, 1);
-        assert.match(output, /damaged.*--recover/);
-        await house.start({words: ["--recover"]});
-        assert.match(house.output, /set aside as/);
-        assert.equal((await house.ask("POST", "/api/announcements", {name: "New"})).status, 201);
-    } finally {
-        await house.remove();
-    }
+test('a damaged database stops the start, and --recover goes on with what can be read', async () => {
+  const house = new House();
+  try {
+    await house.start();
+    await house.add({ name: 'Kept' });
+    assert.equal(await house.stop(), 0);
+    writeFileSync(join(house.folder, 'data', 'controller.db'), Buffer.alloc(100, 'x'), { flag: 'r+' });
+    const { status, output } = await house.run([house.file]);
+    assert.equal(status, 1);
+    assert.match(output, /damaged.*--recover/);
+    await house.start({ words: ['--recover'] });
+    assert.match(house.output, /set aside as/);
+    assert.equal((await house.ask('POST', '/api/announcements', { name: 'New' })).status, 201);
+  } finally {
+    await house.remove();
+  }
 });
 
-test("a module that is missing, no module, or without its entry stops the start with its name", async () => {
-    const house = new House();
-    try {
-        const text = join(house.folder, "text.so");
-        writeFileSync(text, "words");
-        const wholesome = execFileSync("sh", ["-c", "ldd \"$CONTROLLER\" | awk '/libstdc/ {print $3}'"]).toString().trim();
-        for (const module of ["/nowhere/agent.so", text, wholesome]) {
-            const {status, output} = await house.run([house.file, "--module", module]);
-            assert.equal(status, 1, output);
-            assert.ok(output.includes(module), output);
-        }
-    } finally {
-        await house.remove();
+test('a module that is missing, no module, or without its entry stops the start with its name', async () => {
+  const house = new House();
+  try {
+    const text = join(house.folder, 'text.so');
+    writeFileSync(text, 'words');
+    const wholesome = execFileSync('sh', ['-c', 'ldd "$CONTROLLER" | awk \'/libstdc/ {print $3}\'']).toString().trim();
+    for (const module of ['/nowhere/agent.so', text, wholesome]) {
+      const { status, output } = await house.run([house.file, '--module', module]);
+      assert.equal(status, 1, output);
+      assert.ok(output.includes(module), output);
     }
+  } finally {
+    await house.remove();
+  }
 });
 
-test("a port in use stops the start with its number", async () => {
-    const taken = createServer().listen(0, "127.0.0.1");
-    await once(taken, "listening");
-    const house = new House();
-    try {
-        const {port} = taken.address();
-        const {status, output} = await house.run([house.file, "--port", `${port}`]);
-        assert.equal(status, 1);
-        assert.match(output, new RegExp(`\\b${port}\\b`));
-    } finally {
-        taken.close();
-        await house.remove();
-    }
+test('a port in use stops the start with its number', async () => {
+  const taken = createServer().listen(0, '127.0.0.1');
+  await once(taken, 'listening');
+  const house = new House();
+  try {
+    const { port } = taken.address();
+    const { status, output } = await house.run([house.file, '--port', `${port}`]);
+    assert.equal(status, 1);
+    assert.match(output, new RegExp(`\\b${port}\\b`));
+  } finally {
+    taken.close();
+    await house.remove();
+  }
 });
 
-test("a command for an announcement, room or navigator that does not exist changes nothing", () =>
-    inHouse(undefined, async (house) => {
-        const before = await house.get("/api/status");
-        for (const [method, path, body] of [
-            ["POST", "/api/announcements/77/play"], ["DELETE", "/api/announcements/77"],
-            ["PUT", "/api/announcements/77/rooms/1", {volume: 3}], ["PUT", "/api/rooms/77/volume", {volume: 3}],
-            ["POST", "/api/navigators/77/popups/1/ok"]])
-            assert.equal((await house.ask(method, path, body)).status, 404, path);
-        await house.ask("POST", "/api/commands/execute_announcement", {id: "77"});
-        const {playing, waiting, popups} = await house.get("/api/status");
-        assert.deepEqual({playing, waiting, popups}, {playing: before.playing, waiting: [], popups: []});
-        await house.playToItsEnd(await house.add({audio: {file: "short"}, rooms: [{id: 1, volume: 9}]}));
-    }));
+test('a command for an announcement, room or navigator that does not exist changes nothing', () =>
+  inHouse(undefined, async (house) => {
+    const before = await house.get('/api/status');
+    for (const [method, path, body] of [
+      ['POST', '/api/announcements/77/play'],
+      ['DELETE', '/api/announcements/77'],
+      ['PUT', '/api/announcements/77/rooms/1', { volume: 3 }],
+      ['PUT', '/api/rooms/77/volume', { volume: 3 }],
+      ['POST', '/api/navigators/77/popups/1/ok'],
+    ])
+      assert.equal((await house.ask(method, path, body)).status, 404, path);
+    await house.ask('POST', '/api/commands/execute_announcement', { id: '77' });
+    const { playing, waiting, popups } = await house.get('/api/status');
+    assert.deepEqual({ playing, waiting, popups }, { playing: before.playing, waiting: [], popups: [] });
+    await house.playToItsEnd(await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 9 }] }));
+  }));

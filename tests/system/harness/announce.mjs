@@ -1,73 +1,95 @@
 // The command line in a test: a house, and the program run against it.
-import {spawn} from "node:child_process";
-import {once} from "node:events";
-import {mkdirSync} from "node:fs";
-import {dirname, join} from "node:path";
-import {House, within} from "./house.mjs";
-import {clip, rate} from "./sounds.mjs";
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import { mkdirSync } from 'node:fs';
+import { dirname, join } from 'node:path';
+import { House, within } from './house.mjs';
+import { clip, rate } from './sounds.mjs';
 
 // The environment of somebody who has set up nothing: no settings, no colour, a zone of its own.
 export function environment(house, more = {}) {
-    const env = {...process.env, PATH: `${dirname(process.env.ANNOUNCE)}:${process.env.PATH}`, TZ: "UTC",
-                 XDG_CONFIG_HOME: join(house.folder, "config"), HOME: house.folder, TMPDIR: house.folder,
-                 LC_ALL: "C.UTF-8", ANNOUNCE_ADDRESS: house.base ?? ""};
-    for (const name of ["ANNOUNCE_TOKEN", "VISUAL", "EDITOR", "NO_COLOR", "COLUMNS"]) delete env[name];
-    return {...env, ...more};
+  const env = {
+    ...process.env,
+    PATH: `${dirname(process.env.ANNOUNCE)}:${process.env.PATH}`,
+    TZ: 'UTC',
+    XDG_CONFIG_HOME: join(house.folder, 'config'),
+    HOME: house.folder,
+    TMPDIR: house.folder,
+    LC_ALL: 'C.UTF-8',
+    ANNOUNCE_ADDRESS: house.base ?? '',
+  };
+  for (const name of ['ANNOUNCE_TOKEN', 'VISUAL', 'EDITOR', 'NO_COLOR', 'COLUMNS']) delete env[name];
+  return { ...env, ...more };
 }
 
 // A program that is running: its output so far, and its end.
 export class Running {
-    constructor(command, words, env, input) {
-        this.output = "";
-        this.errors = "";
-        this.wake = () => {};
-        this.process = spawn(command, words, {env, stdio: [input === undefined ? "ignore" : "pipe", "pipe", "pipe"]});
-        this.process.stdout.on("data", (text) => { this.output += text; this.wake(); });
-        this.process.stderr.on("data", (text) => { this.errors += text; this.wake(); });
-        this.process.stdin?.end(input);
-        this.closed = once(this.process, "close");
-    }
+  constructor(command, words, env, input) {
+    this.output = '';
+    this.errors = '';
+    this.wake = () => {};
+    this.process = spawn(command, words, { env, stdio: [input === undefined ? 'ignore' : 'pipe', 'pipe', 'pipe'] });
+    this.process.stdout.on('data', (text) => {
+      this.output += text;
+      this.wake();
+    });
+    this.process.stderr.on('data', (text) => {
+      this.errors += text;
+      this.wake();
+    });
+    this.process.stdin?.end(input);
+    this.closed = once(this.process, 'close');
+  }
 
-    // Waits until what has been printed says yes.
-    async until(what, holds) {
-        await within(`${what}; so far: ${this.output}${this.errors}`, (async () => {
-            while (!holds(this.output, this.errors)) await new Promise((resolve) => { this.wake = resolve; });
-        })());
-    }
+  // Waits until what has been printed says yes.
+  async until(what, holds) {
+    await within(
+      `${what}; so far: ${this.output}${this.errors}`,
+      (async () => {
+        while (!holds(this.output, this.errors))
+          await new Promise((resolve) => {
+            this.wake = resolve;
+          });
+      })(),
+    );
+  }
 
-    async end() {
-        const [status, signal] = await within("the end of the program", this.closed);
-        return {status, signal, output: this.output, errors: this.errors};
-    }
+  async end() {
+    const [status, signal] = await within('the end of the program', this.closed);
+    return { status, signal, output: this.output, errors: this.errors };
+  }
 }
 
 export function start(house, words, env = {}, input = undefined) {
-    return new Running(process.env.ANNOUNCE, words, environment(house, env), input);
+  return new Running(process.env.ANNOUNCE, words, environment(house, env), input);
 }
 
 export const run = (house, words, env = {}, input = undefined) => start(house, words, env, input).end();
 
 // Runs it on a terminal, of which the environment gives the width.
 export function onTerminal(house, words, env = {}) {
-    const line = [process.env.ANNOUNCE, ...words].map((word) => `'${word}'`).join(" ");
-    return new Running("script", ["-qec", line, "/dev/null"], environment(house, {TERM: "xterm", ...env})).end();
+  const line = [process.env.ANNOUNCE, ...words].map((word) => `'${word}'`).join(' ');
+  return new Running('script', ['-qec', line, '/dev/null'], environment(house, { TERM: 'xterm', ...env })).end();
 }
 
 export async function json(house, words) {
-    const {status, output, errors} = await run(house, ["--json", ...words]);
-    if (status !== 0) throw new Error(`${words}: ${status} ${errors}`);
-    return JSON.parse(output);
+  const { status, output, errors } = await run(house, ['--json', ...words]);
+  if (status !== 0) throw new Error(`${words}: ${status} ${errors}`);
+  return JSON.parse(output);
 }
 
 // A house with rooms, screens, a variable and the sound "chime", that is running.
-export async function withHouse(body, {lines = "", rooms = [{name: "Kitchen", max_volume: 80}, {name: "Living room"}]} = {}) {
-    const house = new House(rooms, lines);
-    house.sound("chime", clip(rate / 4));
-    mkdirSync(join(house.folder, "config"));
-    try {
-        await house.start();
-        await body(house);
-    } finally {
-        await house.remove();
-    }
+export async function withHouse(
+  body,
+  { lines = '', rooms = [{ name: 'Kitchen', max_volume: 80 }, { name: 'Living room' }] } = {},
+) {
+  const house = new House(rooms, lines);
+  house.sound('chime', clip(rate / 4));
+  mkdirSync(join(house.folder, 'config'));
+  try {
+    await house.start();
+    await body(house);
+  } finally {
+    await house.remove();
+  }
 }

@@ -1,185 +1,213 @@
 // A house in a folder of its own, and the real program that serves it, on a free port.
-import {spawn} from "node:child_process";
-import {once} from "node:events";
-import {chmodSync, chownSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync} from "node:fs";
-import {tmpdir} from "node:os";
-import {join} from "node:path";
-import WebSocket from "ws";
-import {readRecording, writeSound} from "./sounds.mjs";
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import { chmodSync, chownSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import WebSocket from 'ws';
+import { readRecording, writeSound } from './sounds.mjs';
 
 // For slow machines and sanitizers; a good run waits for what it waits for and no longer.
 const patience = 60000;
 
 // `promise`, or an error that says what was waited for.
 export async function within(what, promise) {
-    let timer;
-    const late = new Promise((_, reject) => {
-        timer = setTimeout(() => reject(new Error(`waited in vain for ${what}`)), patience);
-    });
-    try {
-        return await Promise.race([promise, late]);
-    } finally {
-        clearTimeout(timer);
-    }
+  let timer;
+  const late = new Promise((_, reject) => {
+    timer = setTimeout(() => reject(new Error(`waited in vain for ${what}`)), patience);
+  });
+  try {
+    return await Promise.race([promise, late]);
+  } finally {
+    clearTimeout(timer);
+  }
 }
 
 export class House {
-    // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default.
-    constructor(rooms = [{}, {}], lines = "") {
-        this.folder = mkdtempSync(join(tmpdir(), "controller-system-"));
-        chmodSync(this.folder, 0o755);
-        mkdirSync(join(this.folder, "media"));
-        this.rooms = rooms;
-        this.write(lines);
-    }
+  // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default.
+  constructor(rooms = [{}, {}], lines = '') {
+    this.folder = mkdtempSync(join(tmpdir(), 'controller-system-'));
+    chmodSync(this.folder, 0o755);
+    mkdirSync(join(this.folder, 'media'));
+    this.rooms = rooms;
+    this.write(lines);
+  }
 
-    write(lines = "") {
-        const rooms = this.rooms.map((room, index) => {
-            const id = index + 1;
-            const keys = {id, name: `Room ${id}`, output: {file: `takes/${id}-%n.wav`}, start_volume: 40, ...room};
-            return `  - ${JSON.stringify(keys)}\n`;
-        });
-        this.file = join(this.folder, "house.yaml");
-        writeFileSync(this.file, "name: Test house\nmedia_folder: media\ndata_folder: data\nrooms:\n" + rooms.join("") +
-            "navigators:\n  - {id: 11, name: Tablet, room: 1}\n  - {id: 12, name: Television, room: 1}\n" +
-            "variables:\n  - {device: 9, variable: 4, name: Outside, value: cold}\n" + lines);
-    }
+  write(lines = '') {
+    const rooms = this.rooms.map((room, index) => {
+      const id = index + 1;
+      const keys = { id, name: `Room ${id}`, output: { file: `takes/${id}-%n.wav` }, start_volume: 40, ...room };
+      return `  - ${JSON.stringify(keys)}\n`;
+    });
+    this.file = join(this.folder, 'house.yaml');
+    writeFileSync(
+      this.file,
+      'name: Test house\nmedia_folder: media\ndata_folder: data\nrooms:\n' +
+        rooms.join('') +
+        'navigators:\n  - {id: 11, name: Tablet, room: 1}\n  - {id: 12, name: Television, room: 1}\n' +
+        'variables:\n  - {device: 9, variable: 4, name: Outside, value: cold}\n' +
+        lines,
+    );
+  }
 
-    sound(name, samples) {
-        writeSound(join(this.folder, "media", `${name}.wav`), samples);
-    }
+  sound(name, samples) {
+    writeSound(join(this.folder, 'media', `${name}.wav`), samples);
+  }
 
-    // What room `id` recorded of the `number`th announcement.
-    recording(id, number = 1) {
-        return readRecording(join(this.folder, "takes", `${id}-${number}.wav`));
-    }
+  // What room `id` recorded of the `number`th announcement.
+  recording(id, number = 1) {
+    return readRecording(join(this.folder, 'takes', `${id}-${number}.wav`));
+  }
 
-    recordings(id) {
-        const takes = join(this.folder, "takes");
-        return existsSync(takes) ? readdirSync(takes).filter((name) => name.startsWith(`${id}-`)) : [];
-    }
+  recordings(id) {
+    const takes = join(this.folder, 'takes');
+    return existsSync(takes) ? readdirSync(takes).filter((name) => name.startsWith(`${id}-`)) : [];
+  }
 
-    // The program runs as somebody without rights, whoever runs the tests.
-    giveAway() {
-        if (process.getuid() !== 0) return {};
-        for (const name of ["", ...readdirSync(this.folder, {recursive: true})])
-            chownSync(join(this.folder, name), 65534, 65534);
-        return {uid: 65534, gid: 65534};
-    }
+  // The program runs as somebody without rights, whoever runs the tests.
+  giveAway() {
+    if (process.getuid() !== 0) return {};
+    for (const name of ['', ...readdirSync(this.folder, { recursive: true })])
+      chownSync(join(this.folder, name), 65534, 65534);
+    return { uid: 65534, gid: 65534 };
+  }
 
-    // Runs the program to its end, and gives its status and everything it printed.
-    async run(words, options = {}) {
-        const program = spawn(process.env.CONTROLLER, words, {stdio: ["ignore", "pipe", "pipe"], ...options});
-        let output = "";
-        program.stdout.on("data", (text) => { output += text; });
-        program.stderr.on("data", (text) => { output += text; });
-        const [status, signal] = await within("the end of the program", once(program, "close"));
-        return {status, signal, output};
-    }
+  // Runs the program to its end, and gives its status and everything it printed.
+  async run(words, options = {}) {
+    const program = spawn(process.env.CONTROLLER, words, { stdio: ['ignore', 'pipe', 'pipe'], ...options });
+    let output = '';
+    program.stdout.on('data', (text) => {
+      output += text;
+    });
+    program.stderr.on('data', (text) => {
+      output += text;
+    });
+    const [status, signal] = await within('the end of the program', once(program, 'close'));
+    return { status, signal, output };
+  }
 
-    // The demo house, which the program makes itself, in the same kind of folder.
-    static demo() {
-        const house = new House();
-        house.file = undefined;
-        return house.start({env: {XDG_STATE_HOME: house.folder}});
-    }
+  // The demo house, which the program makes itself, in the same kind of folder.
+  static demo() {
+    const house = new House();
+    house.file = undefined;
+    return house.start({ env: { XDG_STATE_HOME: house.folder } });
+  }
 
-    async start({words = [], env = {}, port = 0, ...options} = {}) {
-        this.output = "";
-        const file = this.file === undefined ? [] : [this.file];
-        this.process = spawn(process.env.CONTROLLER, [...file, "--port", `${port}`, "--stay", ...words],
-                             {stdio: ["ignore", "pipe", "pipe"], env: {...process.env, ...env}, ...options});
-        this.ended = once(this.process, "close");
-        const process_ = this.process;
-        await within("the start", new Promise((resolve, reject) => {
-            const take = (text) => {
-                this.output += text;
-                const found = /https?:\/\/\S+\//.exec(this.output);
-                if (found) resolve(this.base = found[0].slice(0, -1));
-            };
-            process_.stdout.on("data", take);
-            process_.stderr.on("data", take);
-            this.ended.then(() => reject(new Error(`the program ended: ${this.output}`)));
-        }));
-        return this;
-    }
-
-    async stop(signal = "SIGTERM") {
-        this.process.kill(signal);
-        const [status, killed] = await within("the end", this.ended);
-        return killed ?? status;
-    }
-
-    // For the end of a test, whatever became of it.
-    async remove() {
-        this.process?.kill("SIGKILL");
-        await this.ended;
-        rmSync(this.folder, {recursive: true, force: true});
-    }
-
-    // `body` is sent as JSON, but a text or bytes as they are.
-    async ask(method, path, body, headers = {}) {
-        const isRaw = body === undefined || typeof body === "string" || body instanceof Uint8Array;
-        const reply = await within(`${method} ${path}`, fetch(this.base + path, {
-            method,
-            headers: {...(isRaw ? {} : {"Content-Type": "application/json"}), ...headers},
-            body: isRaw ? body : JSON.stringify(body),
-        }));
-        const text = await reply.text();
-        const isJson = /json/.test(reply.headers.get("content-type") ?? "");
-        return {status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined};
-    }
-
-    async get(path) {
-        return (await this.ask("GET", path)).body;
-    }
-
-    // Stores an announcement and gives its id.
-    async add(changes = {}) {
-        const reply = await this.ask("POST", "/api/announcements", {name: "Test", ...changes});
-        if (reply.status !== 201) throw new Error(reply.text);
-        return reply.body.id;
-    }
-
-    async play(id) {
-        const reply = await this.ask("POST", `/api/announcements/${id}/play`);
-        if (reply.status !== 202) throw new Error(reply.text);
-    }
-
-    // A socket whose messages are kept: `next` takes one, `until` waits for one of a type and gives its data.
-    async watch(path = "/api/events") {
-        const socket = new WebSocket(this.base.replace("http", "ws") + path);
-        const messages = [];
-        let wake = () => {};
-        socket.on("message", (text) => { messages.push(JSON.parse(text)); wake(); });
-        socket.on("error", () => {});
-        const closed = once(socket, "close");
-        await within(`a socket for ${path}`, once(socket, "open"));
-        const seen = [];
-        const next = async () => {
-            while (messages.length === 0) await new Promise((resolve) => { wake = resolve; });
-            seen.push(messages.shift());
-            return seen.at(-1);
+  async start({ words = [], env = {}, port = 0, ...options } = {}) {
+    this.output = '';
+    const file = this.file === undefined ? [] : [this.file];
+    this.process = spawn(process.env.CONTROLLER, [...file, '--port', `${port}`, '--stay', ...words], {
+      stdio: ['ignore', 'pipe', 'pipe'],
+      env: { ...process.env, ...env },
+      ...options,
+    });
+    this.ended = once(this.process, 'close');
+    const process_ = this.process;
+    await within(
+      'the start',
+      new Promise((resolve, reject) => {
+        const take = (text) => {
+          this.output += text;
+          const found = /https?:\/\/\S+\//.exec(this.output);
+          if (found) resolve((this.base = found[0].slice(0, -1)));
         };
-        const until = (type, matches = () => true) => within(type, (async () => {
-            for (;;) {
-                const message = await next();
-                if (message.type === type && matches(message.data)) return message.data;
-            }
-        })());
-        return {socket, next, until, seen, closed};
-    }
+        process_.stdout.on('data', take);
+        process_.stderr.on('data', take);
+        this.ended.then(() => reject(new Error(`the program ended: ${this.output}`)));
+      }),
+    );
+    return this;
+  }
 
-    // Plays an announcement and waits for its end; gives every event on the way.
-    async playToItsEnd(id) {
-        const events = await this.watch();
-        await this.play(id);
-        await events.until("announcement_ended", (data) => data.announcement === id);
-        events.socket.terminate();
-        return events.seen;
-    }
+  async stop(signal = 'SIGTERM') {
+    this.process.kill(signal);
+    const [status, killed] = await within('the end', this.ended);
+    return killed ?? status;
+  }
 
-    async volumes() {
-        return (await this.get("/api/rooms")).rooms.map((room) => room.volume);
-    }
+  // For the end of a test, whatever became of it.
+  async remove() {
+    this.process?.kill('SIGKILL');
+    await this.ended;
+    rmSync(this.folder, { recursive: true, force: true });
+  }
+
+  // `body` is sent as JSON, but a text or bytes as they are.
+  async ask(method, path, body, headers = {}) {
+    const isRaw = body === undefined || typeof body === 'string' || body instanceof Uint8Array;
+    const reply = await within(
+      `${method} ${path}`,
+      fetch(this.base + path, {
+        method,
+        headers: { ...(isRaw ? {} : { 'Content-Type': 'application/json' }), ...headers },
+        body: isRaw ? body : JSON.stringify(body),
+      }),
+    );
+    const text = await reply.text();
+    const isJson = /json/.test(reply.headers.get('content-type') ?? '');
+    return { status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined };
+  }
+
+  async get(path) {
+    return (await this.ask('GET', path)).body;
+  }
+
+  // Stores an announcement and gives its id.
+  async add(changes = {}) {
+    const reply = await this.ask('POST', '/api/announcements', { name: 'Test', ...changes });
+    if (reply.status !== 201) throw new Error(reply.text);
+    return reply.body.id;
+  }
+
+  async play(id) {
+    const reply = await this.ask('POST', `/api/announcements/${id}/play`);
+    if (reply.status !== 202) throw new Error(reply.text);
+  }
+
+  // A socket whose messages are kept: `next` takes one, `until` waits for one of a type and gives its data.
+  async watch(path = '/api/events') {
+    const socket = new WebSocket(this.base.replace('http', 'ws') + path);
+    const messages = [];
+    let wake = () => {};
+    socket.on('message', (text) => {
+      messages.push(JSON.parse(text));
+      wake();
+    });
+    socket.on('error', () => {});
+    const closed = once(socket, 'close');
+    await within(`a socket for ${path}`, once(socket, 'open'));
+    const seen = [];
+    const next = async () => {
+      while (messages.length === 0)
+        await new Promise((resolve) => {
+          wake = resolve;
+        });
+      seen.push(messages.shift());
+      return seen.at(-1);
+    };
+    const until = (type, matches = () => true) =>
+      within(
+        type,
+        (async () => {
+          for (;;) {
+            const message = await next();
+            if (message.type === type && matches(message.data)) return message.data;
+          }
+        })(),
+      );
+    return { socket, next, until, seen, closed };
+  }
+
+  // Plays an announcement and waits for its end; gives every event on the way.
+  async playToItsEnd(id) {
+    const events = await this.watch();
+    await this.play(id);
+    await events.until('announcement_ended', (data) => data.announcement === id);
+    events.socket.terminate();
+    return events.seen;
+  }
+
+  async volumes() {
+    return (await this.get('/api/rooms')).rooms.map((room) => room.volume);
+  }
 }
