@@ -1,14 +1,11 @@
-#include "agent/AnnouncementAgent.h"
 #include "rehearsal/JsonTrace.h"
-#include "rehearsal/Rehearsal.h"
 #include "rehearsal/RunScenario.h"
-#include "tests/random/ScenarioChecker.h"
 #include "tests/random/ScenarioGenerator.h"
+#include "tests/random/WatchedRun.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <memory>
 #include <sstream>
 
 namespace {
@@ -16,45 +13,6 @@ namespace {
 constexpr std::uint32_t kScenarios = 2000;
 constexpr std::uint32_t kParts = 8;
 constexpr std::size_t kSteps = 60;
-
-std::unique_ptr<VqBaseDriver> CreateAgent(IInstanceManager& instances) {
-    return std::make_unique<AnnouncementAgent>(instances);
-}
-
-/// A scenario that is done line by line and kept, so that a failing one can be shown.
-class WatchedRun {
-public:
-    explicit WatchedRun(Flavour flavour)
-        : m_checker(flavour, {1, 2, 3, 4})
-        , m_rehearsal(CreateAgent, m_checker, false) {}
-
-    void Do(const std::string& line) {
-        m_lines += line + "\n";
-        const Step step = Step::Read(line);
-        m_rehearsal.Judge(step);
-        m_rehearsal.Do(step);
-    }
-
-    std::string Save() {
-        Do(R"({"do":"save"})");
-        return m_checker.LastSaved();
-    }
-
-    std::string LoadAndSave(const std::string& state) {
-        Do(R"({"do":"destroy"})");
-        // Nothing in these states needs escaping in JSON.
-        Do(R"({"do":"initialize","state":")" + state + R"("})");
-        return Save();
-    }
-
-    ScenarioChecker& Checker() { return m_checker; }
-    const std::string& Lines() const { return m_lines; }
-
-private:
-    ScenarioChecker m_checker;
-    Rehearsal m_rehearsal;
-    std::string m_lines;
-};
 
 std::string TraceOf(const std::string& scenario) {
     std::istringstream input(scenario);

@@ -1,6 +1,9 @@
 #include "tests/random/ScenarioGenerator.h"
 
+#include "rehearsal/Reaction.h"
+
 #include <initializer_list>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -29,6 +32,8 @@ std::string Element(const std::string& name, const std::string& content) {
 
 std::vector<std::string> ScenarioGenerator::Steps(std::size_t count) {
     std::vector<std::string> steps;
+    if (m_flavour == Flavour::Meddling && Once(2))
+        steps.push_back(Reaction());
     steps.push_back(R"({"do":"initialize","state":")" + State() + R"("})");
     steps.emplace_back(R"({"do":"register"})");
     while (steps.size() < count)
@@ -42,6 +47,8 @@ std::string ScenarioGenerator::AnyStep() {
                "}";
     if (m_flavour == Flavour::Wild && Once(6))
         return WildStep();
+    if (m_flavour == Flavour::Meddling && Once(4))
+        return Once(3) ? BoldEditingStep() : Reaction();
     if (Once(12))
         return HostStep();
     return Once(3) ? EditingStep() : PlayingStep();
@@ -77,16 +84,26 @@ std::string ScenarioGenerator::EditingStep() {
     }
 }
 
-std::string ScenarioGenerator::WildStep() {
-    switch (m_random() % 7) {
+std::string ScenarioGenerator::BoldEditingStep() {
+    switch (m_random() % 4) {
     case 0:
     case 1:
         return Request("modify_announcement", {{"announcement", Description(Id())}});
     case 2:
         return Request("remove_room", {{"id", Id()}, {"room_id", OneOf({"11", "12", "13", "", "x"})}});
-    case 3:
+    default:
         return Request(OneOf({"add_announcement", "modify_announcement", "add_room", "modify_room"}),
                        {{"id", Id()}, {"announcement", "<a>"}, {"room", "no room"}});
+    }
+}
+
+std::string ScenarioGenerator::WildStep() {
+    switch (m_random() % 7) {
+    case 0:
+    case 1:
+    case 2:
+    case 3:
+        return BoldEditingStep();
     case 4:
         return Once(3) ? R"({"do":"initialize","state":")" + State() + R"("})" : R"({"do":"save"})";
     default:
@@ -109,6 +126,27 @@ std::string ScenarioGenerator::WildHostStep() {
                   R"("device_manager":true,"timer_manager":true)", R"("rooms":[11,12])", R"("rooms":null)",
                   R"("device_id":7)"}) +
            "}";
+}
+
+std::string ScenarioGenerator::Reaction() {
+    std::string steps;
+    for (auto left = m_random() % 3; left > 0; --left)
+        steps += ReactionStep() + ",";
+    steps += Once(2) ? R"({"do":"throw","type":")" + OneOf({"const char*", "std::string", "other"}) +
+                           R"(","text":"no"})"
+                     : ReactionStep();
+    const auto call = kReactionCalls[m_random() % std::size(kReactionCalls)];
+    return R"({"do":"on","call":")" + std::string(call) + R"(","nth":)" + OneOf({"1", "1", "2", "3"}) +
+           R"(,"steps":[)" + steps + "]}";
+}
+
+std::string ScenarioGenerator::ReactionStep() {
+    if (Once(2))
+        return Command("execute_announcement", Once(4) ? "0" : Id());
+    return OneOf({R"({"do":"command","name":"ANNOUNCEMENT_DISMISSED"})", R"({"do":"stream_ready"})",
+                  R"({"do":"stream_ready"})", R"({"do":"play_done"})", R"({"do":"room_asked","id":12})",
+                  R"({"do":"save"})", R"({"do":"request","name":"get_announcements"})",
+                  R"({"do":"request","name":"get_announcement","params":{"id":"2"}})"});
 }
 
 std::string ScenarioGenerator::State() {

@@ -8,13 +8,15 @@
 /// What a scenario may hold.
 enum class Flavour {
     /// Playing, queueing and adding, on a host that has its managers and whose rooms stay: whatever was set
-    /// up
-    /// must be restored, and the queue can be followed from outside.
+    /// up must be restored, and the queue can be followed from outside.
     Calm,
     /// Also whatever excuses an announcement from restoring or from being known by one id: rooms removed or
     /// replaced in mid-play, managers and rooms that vanish, the agent destroyed, ids of a description's own,
     /// texts that are no XML.
     Wild,
+    /// A host that acts, or throws, from inside the agent's calls. What becomes of a play is then anybody's
+    /// guess, but the agent must come out of it as one that was read from its saved state.
+    Meddling,
 };
 
 /// Makes scenarios line by line, in one build always the same for the same seed.
@@ -31,9 +33,13 @@ private:
     [[nodiscard]] std::string AnyStep();
     [[nodiscard]] std::string PlayingStep();
     [[nodiscard]] std::string EditingStep();
+    [[nodiscard]] std::string BoldEditingStep();
     [[nodiscard]] std::string WildStep();
     [[nodiscard]] std::string HostStep();
     [[nodiscard]] std::string WildHostStep();
+
+    [[nodiscard]] std::string Reaction();
+    [[nodiscard]] std::string ReactionStep();
 
     [[nodiscard]] std::string State();
     [[nodiscard]] std::string Description(const std::string& id);
