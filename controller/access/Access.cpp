@@ -33,6 +33,7 @@ const Access::Token* Access::Remembered(const token_secret::Digest& digest) cons
 }
 
 void Access::Check(std::string_view token, const std::string& peer, const Done& done) {
+    m_driverOnly.Assert();
     const auto digest = token_secret::DigestOf(token);
     if (const Token* known = Remembered(digest)) {
         done(Verdict::Known, known->rights);
@@ -105,6 +106,7 @@ void Access::CountWrong(const std::string& peer) {
 }
 
 std::string Access::GiveTicket(const Rights& rights) {
+    m_driverOnly.Assert();
     const TimePoint now = m_parts.driver.Now();
     for (auto place = m_tickets.begin(); place != m_tickets.end();)
         place = place->second.end <= now ? m_tickets.erase(place) : std::next(place);
@@ -116,6 +118,7 @@ std::string Access::GiveTicket(const Rights& rights) {
 }
 
 std::optional<Rights> Access::TakeTicket(const std::string& ticket) {
+    m_driverOnly.Assert();
     const auto taken = m_tickets.extract(ticket);
     if (taken.empty() || taken.mapped().end <= m_parts.driver.Now())
         return std::nullopt;

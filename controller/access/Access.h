@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/access/Rights.h"
 #include "controller/access/TokenSecret.h"
 #include "controller/driver/IScheduler.h"
@@ -85,6 +86,7 @@ private:
     std::map<token_secret::Digest, std::vector<Waiting>> m_waiting;     ///< those that are being hashed
     std::map<std::string, std::deque<TimePoint>> m_wrong;               ///< by address
     std::map<std::string, Ticket> m_tickets;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -35,6 +35,7 @@ AgentHost::~AgentHost() {
 }
 
 void AgentHost::Start(const std::string& savedState) {
+    m_driverOnly.Assert();
     vq::auto_com<VqXML::IDocument> document;
     if (!savedState.empty()) {
         document = VqXML::CreateXmlDocument(savedState);
@@ -54,11 +55,13 @@ void AgentHost::Start(const std::string& savedState) {
 }
 
 void AgentHost::Stop() noexcept {
+    m_driverOnly.Assert();
     m_agent.reset();
 }
 
 template <class Call>
 AgentAnswer AgentHost::Deliver(const std::string& name, const Parameters& parameters, const Call& call) {
+    m_driverOnly.Assert();
     if (!m_agent)
         return {AgentAnswer::Kind::NoAgent, "", "the controller is ending", ""};
     const auto message = MessageOf(name, parameters);
@@ -101,6 +104,7 @@ AgentAnswer AgentHost::Request(const std::string& name, const Parameters& parame
 }
 
 std::string AgentHost::State() {
+    m_driverOnly.Assert();
     if (!m_agent)
         throw std::runtime_error("there is no agent");
     std::string text;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/agent/DriverHost.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/Log.h"
 #include "framework/DriverModule.h"
 #include "framework/InstanceRegistry.h"
@@ -76,6 +77,7 @@ private:
     DriverModule m_module;
     std::unique_ptr<VqBaseDriver> m_agent;
     bool m_isUnknown = false;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -30,6 +30,7 @@ std::int32_t DeviceManager::SendCommandToDevice(std::uint32_t deviceId,
                                                 ICmdMessage* message,
                                                 std::uint32_t /*flags*/,
                                                 std::uint32_t /*context*/) {
+    m_driverOnly.Assert();
     if (m_navigators.count(deviceId) == 0) {
         m_log.Warning("The announcement wants navigator " + std::to_string(deviceId) +
                       ", which the house does not have");
@@ -53,11 +54,13 @@ std::int32_t DeviceManager::SendCommandToDevice(std::uint32_t deviceId,
 }
 
 void DeviceManager::InvalidateDeviceState(std::uint32_t deviceId) {
+    m_driverOnly.Assert();
     if (deviceId == DriverHost::kDeviceId)
         m_hooks.stateInvalidated();
 }
 
 void DeviceManager::GetDeviceInterface(std::uint32_t deviceId, const std::string& guid, void** out) {
+    m_driverOnly.Assert();
     *out = nullptr;
     const auto place = m_rooms.find(deviceId);
     if (place != m_rooms.end() && guid == IRoomProxy::kGuid)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/agent/RoomProxy.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/Log.h"
 #include "controller/rooms/Popups.h"
 #include "host/IDeviceManager.h"
@@ -40,6 +41,7 @@ private:
     Popups& m_popups;
     Log& m_log;
     Hooks m_hooks;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

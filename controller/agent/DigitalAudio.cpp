@@ -18,11 +18,13 @@ void DigitalAudio::Forget() {
 }
 
 void DigitalAudio::AnnouncementEnded() {
+    m_driverOnly.Assert();
     if (m_isWanted)
         ReleaseStream();
 }
 
 void DigitalAudio::CreateStream() {
+    m_driverOnly.Assert();
     Forget();
     m_isWanted = true;
     m_parts.engine.OpenStream([this, stream = m_stream] {
@@ -32,6 +34,7 @@ void DigitalAudio::CreateStream() {
 }
 
 void DigitalAudio::ReleaseStream() {
+    m_driverOnly.Assert();
     Forget();
     // A room that was taken out of the announcement while it played gets no word from the agent.
     m_parts.volumes.GiveBackAll();
@@ -39,18 +42,21 @@ void DigitalAudio::ReleaseStream() {
 }
 
 void DigitalAudio::AddRoom(std::uint32_t room) {
+    m_driverOnly.Assert();
     m_parts.volumes.Take(room);
     if (m_rooms.insert(room).second)
         m_parts.engine.AddRoom(room);
 }
 
 void DigitalAudio::RemoveRoom(std::uint32_t room) {
+    m_driverOnly.Assert();
     if (m_rooms.erase(room) != 0)
         m_parts.engine.RemoveRoom(room);
     m_parts.volumes.GiveBack(room);
 }
 
 void DigitalAudio::PlayFile(const std::string& path) {
+    m_driverOnly.Assert();
     if (m_isPlaying) {
         m_parts.log.Warning(path + " is not played: another file still plays over the stream");
         return;
@@ -104,6 +110,7 @@ void DigitalAudio::Tell(Answer answer) {
 }
 
 void DigitalAudio::Close(std::function<void()> onClosed) {
+    m_driverOnly.Assert();
     Forget();
     m_parts.volumes.GiveBackAll();
     m_parts.engine.CloseStream(std::move(onClosed));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/audio/ISoundEngine.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
@@ -74,6 +75,7 @@ private:
     bool m_isWanted = false;    ///< the agent has asked for the stream and not released it
     bool m_isPlaying = false;
     std::set<std::uint32_t> m_rooms;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

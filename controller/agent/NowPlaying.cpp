@@ -5,6 +5,7 @@
 namespace controller {
 
 void NowPlaying::EventFired(std::uint32_t announcement) {
+    m_driverOnly.Assert();
     // Only a poll goes on to another announcement; any other repetition plays the present one again.
     m_hasPollStartedAnother = m_timers.IsInDriverTimer();
     if (m_current && !m_hasPollStartedAnother)
@@ -15,6 +16,7 @@ void NowPlaying::EventFired(std::uint32_t announcement) {
 }
 
 void NowPlaying::DriverTimerDone() {
+    m_driverOnly.Assert();
     if (!std::exchange(m_hasPollStartedAnother, false) && m_timers.AnnouncementTimers() == 0)
         End();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/agent/Timers.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
 
 #include <chrono>
@@ -42,6 +43,7 @@ private:
     std::optional<Announcement> m_current;
     std::uint64_t m_lastShow = 0;
     bool m_hasPollStartedAnother = false;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -25,15 +25,12 @@ public:
     /// No restore is ever pending here: rooms are restored when they are told to be.
     void CancelRestoringState() override {}
 
-    /// The room's screens are wanted for a popup.
-    [[nodiscard]] bool AreScreensAwake() const noexcept { return m_areScreensAwake; }
-
 private:
     const std::uint32_t m_room;
     DigitalAudio& m_audio;
     RoomVolumes& m_volumes;
     EventFeed& m_feed;
-    bool m_areScreensAwake = false;
+    bool m_areScreensAwake = false; ///< wanted for a popup
 };
 
 } // namespace controller

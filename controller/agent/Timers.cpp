@@ -26,6 +26,7 @@ std::uint32_t Timers::AddDriverTimer(std::uint32_t interval, std::uint32_t unit,
 }
 
 std::uint32_t Timers::Add(std::uint32_t interval, std::uint32_t unit, Timer timer) {
+    m_driverOnly.Assert();
     do {
         ++m_lastId;
     } while (m_lastId == 0 || m_timers.count(m_lastId) != 0);
@@ -41,6 +42,7 @@ std::uint32_t Timers::Add(std::uint32_t interval, std::uint32_t unit, Timer time
 }
 
 void Timers::KillTimer(std::uint32_t& timerId) {
+    m_driverOnly.Assert();
     const auto place = m_timers.find(timerId);
     timerId = 0;
     if (place != m_timers.end())
@@ -48,6 +50,7 @@ void Timers::KillTimer(std::uint32_t& timerId) {
 }
 
 void Timers::KillAllTimers(ITimerManagerCallback* callback) {
+    m_driverOnly.Assert();
     for (auto place = m_timers.begin(); place != m_timers.end();) {
         const auto current = place++;
         if (current->second.callback == callback && callback != nullptr)
@@ -56,6 +59,7 @@ void Timers::KillAllTimers(ITimerManagerCallback* callback) {
 }
 
 void Timers::ForgetDriver(const VqBaseDriver& driver) noexcept {
+    m_driverOnly.Assert();
     for (auto place = m_timers.begin(); place != m_timers.end();) {
         const auto current = place++;
         if (current->second.driver == &driver)

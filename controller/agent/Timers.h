@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
 #include "host/ITimerManager.h"
@@ -56,6 +57,7 @@ private:
     std::uint32_t m_lastId = 0;
     bool m_isInDriverTimer = false;
     std::function<void()> m_driverTimerDone;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -20,11 +20,13 @@ EventFeed::Subscription::~Subscription() {
 }
 
 EventFeed::Subscription EventFeed::Subscribe(Subscriber subscriber) {
+    m_driverOnly.Assert();
     m_subscribers.emplace(++m_lastId, std::move(subscriber));
     return {*this, m_lastId};
 }
 
 void EventFeed::Publish(EventData data) {
+    m_driverOnly.Assert();
     m_waiting.push_back({++m_lastNumber, std::chrono::system_clock::now(), std::move(data)});
     if (m_isDelivering)
         return;

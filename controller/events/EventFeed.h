@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/events/Event.h"
 
 #include <cstdint>
@@ -48,6 +49,7 @@ private:
     std::uint64_t m_lastNumber = 0;
     std::vector<Event> m_waiting;
     bool m_isDelivering = false;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

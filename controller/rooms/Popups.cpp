@@ -21,6 +21,7 @@ std::string Popups::MessageOf(const Wanted& wanted) const {
 }
 
 std::uint64_t Popups::Show(std::uint32_t navigator, const Wanted& wanted) {
+    m_driverOnly.Assert();
     End(navigator, events::PopupEnd::Replaced);
     const auto duration = wanted.delay.count() == 0 ? kLongest : wanted.delay;
     Shown shown{++m_lastNumber, wanted.show, wanted, m_scheduler.Now() + duration,
@@ -39,6 +40,7 @@ void Popups::End(std::uint32_t navigator, events::PopupEnd why) {
 }
 
 void Popups::DismissOn(std::uint32_t navigator) {
+    m_driverOnly.Assert();
     const auto place = m_shown.find(navigator);
     if (place == m_shown.end())
         return;
@@ -51,6 +53,7 @@ void Popups::DismissOn(std::uint32_t navigator) {
 }
 
 bool Popups::Dismiss(std::uint64_t number) {
+    m_driverOnly.Assert();
     const auto place = std::find_if(m_shown.begin(), m_shown.end(),
                                     [number](const auto& entry) { return entry.second.number == number; });
     if (place == m_shown.end())
@@ -60,11 +63,13 @@ bool Popups::Dismiss(std::uint64_t number) {
 }
 
 void Popups::HideAll() {
+    m_driverOnly.Assert();
     while (!m_shown.empty())
         End(m_shown.begin()->first, events::PopupEnd::Hidden);
 }
 
 std::vector<Popups::Popup> Popups::Standing() const {
+    m_driverOnly.Assert();
     std::vector<Popup> standing;
     for (const auto& [navigator, shown] : m_shown) {
         const auto remaining = std::max(shown.end - m_scheduler.Now(), IScheduler::Duration{0});

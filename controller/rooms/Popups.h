@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/driver/Alarm.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
 #include "controller/rooms/Variables.h"
 
@@ -83,6 +84,7 @@ private:
     std::uint64_t m_lastNumber = 0;
     std::map<std::uint32_t, Shown> m_shown;
     EventFeed::Subscription m_subscription;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -37,6 +37,7 @@ WriteDone RoomVolumes::Report(const State& state, const std::string& what) const
 }
 
 void RoomVolumes::Recover(const std::vector<JournalEntry>& journal) {
+    m_driverOnly.Assert();
     for (const JournalEntry& entry : journal) {
         const auto place = m_rooms.find(entry.room);
         if (place == m_rooms.end()) {
@@ -54,6 +55,7 @@ void RoomVolumes::Recover(const std::vector<JournalEntry>& journal) {
 }
 
 void RoomVolumes::Take(std::uint32_t room) {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     if (place == m_rooms.end())
         return;
@@ -89,6 +91,7 @@ void RoomVolumes::JournalWritten(std::uint32_t room, std::uint64_t turn, const s
 }
 
 void RoomVolumes::SetForAnnouncement(std::uint32_t room, unsigned volume) {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     if (place == m_rooms.end() || !place->second.taken)
         return;
@@ -113,6 +116,7 @@ void RoomVolumes::ApplyWaiting(State& state) {
 }
 
 void RoomVolumes::GiveBack(std::uint32_t room) {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     if (place == m_rooms.end() || !place->second.taken)
         return;
@@ -127,11 +131,13 @@ void RoomVolumes::GiveBack(std::uint32_t room) {
 }
 
 void RoomVolumes::GiveBackAll() {
+    m_driverOnly.Assert();
     for (const auto& [id, state] : m_rooms)
         GiveBack(id);
 }
 
 bool RoomVolumes::Set(std::uint32_t room, unsigned volume, WriteDone done) {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     if (place == m_rooms.end())
         return false;
@@ -162,6 +168,7 @@ void RoomVolumes::Change(State& state, unsigned volume) {
 }
 
 void RoomVolumes::WhenApplied(std::function<void()> callback) {
+    m_driverOnly.Assert();
     m_whenApplied.push_back(std::move(callback));
     TellApplied();
 }
@@ -177,11 +184,13 @@ void RoomVolumes::TellApplied() {
 }
 
 std::optional<unsigned> RoomVolumes::Volume(std::uint32_t room) const {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     return place == m_rooms.end() ? std::nullopt : std::optional(place->second.room.volume);
 }
 
 bool RoomVolumes::IsTaken(std::uint32_t room) const {
+    m_driverOnly.Assert();
     const auto place = m_rooms.find(room);
     return place != m_rooms.end() && place->second.taken.has_value();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
 #include "controller/state/IRoomStore.h"
@@ -89,6 +90,7 @@ private:
     std::map<std::uint32_t, State> m_rooms;
     std::uint64_t m_turn = 0;
     std::vector<std::function<void()>> m_whenApplied;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -11,6 +11,7 @@ Variables::Variables(const std::vector<Variable>& variables, IVariableStore& sto
 
 Variables::SetResult
 Variables::Set(std::uint32_t device, std::uint32_t variable, const std::string& value, WriteDone done) {
+    m_driverOnly.Assert();
     const auto place = m_variables.find({device, variable});
     if (place == m_variables.end())
         return SetResult::Unknown;
@@ -23,11 +24,13 @@ Variables::Set(std::uint32_t device, std::uint32_t variable, const std::string& 
 }
 
 std::optional<std::string> Variables::Value(std::uint32_t device, std::uint32_t variable) const {
+    m_driverOnly.Assert();
     const auto place = m_variables.find({device, variable});
     return place == m_variables.end() ? std::nullopt : std::optional(place->second.value);
 }
 
 std::vector<Variables::Variable> Variables::All() const {
+    m_driverOnly.Assert();
     std::vector<Variable> all;
     all.reserve(m_variables.size());
     for (const auto& [key, variable] : m_variables)

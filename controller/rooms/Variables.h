@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
 #include "controller/state/IVariableStore.h"
 
@@ -41,6 +42,7 @@ private:
     IVariableStore& m_store;
     EventFeed& m_feed;
     std::map<std::pair<std::uint32_t, std::uint32_t>, Variable> m_variables;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

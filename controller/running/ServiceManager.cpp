@@ -60,6 +60,7 @@ void ServiceManager::Tell(const std::string& lines) {
 }
 
 void ServiceManager::Ready(const std::string& what) {
+    m_driverOnly.Assert();
     m_isReady = true;
     m_idle = OneLine(what);
     m_told = m_idle + m_doing + m_trouble;
@@ -69,6 +70,7 @@ void ServiceManager::Ready(const std::string& what) {
 }
 
 void ServiceManager::Stopping() {
+    m_driverOnly.Assert();
     m_isReady = false;
     Tell("STOPPING=1\nSTATUS=Ending");
 }

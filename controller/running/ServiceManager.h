@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/driver/Alarm.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
 #include "controller/running/NotifySocket.h"
@@ -50,6 +51,7 @@ private:
     bool m_isFailureTold = false;
     Alarm m_signOfLife;
     EventFeed::Subscription m_subscription;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller
