@@ -44,11 +44,11 @@ void WriteRoom(YAML::Emitter& out, const House::Room& room) {
     Entry(out, "lead_silence_ms", room.leadSilenceMs);
 }
 
-void WriteToken(YAML::Emitter& out, const House::Token& token) {
+void WriteToken(YAML::Emitter& out, const Token& token) {
     Entry(out, "name", token.name);
     Entry(out, "hash", token.hash);
     out << YAML::Key << "rights" << YAML::Value << YAML::BeginSeq;
-    for (const std::string& right : token.rights)
+    for (const std::string& right : token.rights.Texts())
         out << YAML::DoubleQuoted << right;
     out << YAML::EndSeq;
 }
@@ -76,7 +76,7 @@ std::string Write(const House& house) {
         Entry(out, "name", variable.name);
         Entry(out, "value", variable.value);
     });
-    Entries(out, "tokens", house.tokens, [&](const House::Token& token) { WriteToken(out, token); });
+    Entries(out, "tokens", house.tokens, [&](const Token& token) { WriteToken(out, token); });
     if (!house.tls.certificate.empty()) {
         out << YAML::Key << "tls" << YAML::Value << YAML::BeginMap;
         Entry(out, "certificate", house.tls.certificate.string());

@@ -17,13 +17,13 @@ Access::Access(std::vector<Token> tokens, Parts parts)
     : m_tokens(std::move(tokens))
     , m_parts(std::move(parts)) {}
 
-const Access::Token* Access::Find(std::string_view name) const noexcept {
+const Token* Access::Find(std::string_view name) const noexcept {
     const auto place = std::find_if(m_tokens.begin(), m_tokens.end(),
                                     [&](const Token& token) { return token.name == name; });
     return place != m_tokens.end() ? &*place : nullptr;
 }
 
-const Access::Token* Access::Remembered(const token_secret::Digest& digest) const noexcept {
+const Token* Access::Remembered(const token_secret::Digest& digest) const noexcept {
     const Token* found = nullptr;
     for (const auto& [known, token] : m_known) {
         if (token_secret::AreSame(known, digest))

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controller/driver/DriverOnly.h"
-#include "controller/access/Rights.h"
+#include "controller/access/Token.h"
 #include "controller/access/TokenSecret.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/IScheduler.h"
 
 #include <chrono>
@@ -28,12 +28,6 @@ public:
     static constexpr std::size_t kWrongPerMinute = 10;
     static constexpr std::chrono::seconds kTicketLife{30};
     static constexpr std::size_t kMaxTickets = 4096;
-
-    struct Token {
-        std::string name;
-        std::string hash;
-        Rights rights;
-    };
 
     struct Parts {
         std::function<void(std::function<void()> work)> elsewhere; ///< runs work on another thread

@@ -16,13 +16,6 @@ namespace {
 /// A longer list of announcements is turned into JSON elsewhere.
 constexpr std::size_t kLongXml = 65536;
 
-std::vector<Access::Token> TokensOf(const House& house) {
-    std::vector<Access::Token> tokens;
-    for (const House::Token& token : house.tokens)
-        tokens.push_back({token.name, token.hash, Rights::Read(token.rights)});
-    return tokens;
-}
-
 std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators) {
     std::vector<std::uint32_t> ids;
     for (const House::Navigator& navigator : navigators)
@@ -85,7 +78,7 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     , m_hosts(HostCheck::MachineName(), m_parts.house.address)
     , m_router(Operations())
     , m_pages(findAsset, IdsOf(m_parts.house.navigators))
-    , m_access(TokensOf(m_parts.house), AccessParts())
+    , m_access(m_parts.house.tokens, AccessParts())
     , m_watch(m_parts.feed)
     , m_streams(m_parts.feed, StreamParts())
     , m_recent(m_parts.feed)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/access/Token.h"
 #include "controller/audio/OutputDescription.h"
 
 #include <cstdint>
@@ -30,11 +31,6 @@ struct House {
         std::uint32_t variable = 0;
         std::string name;
         std::string value;
-    };
-    struct Token {
-        std::string name;
-        std::string hash;
-        std::vector<std::string> rights; ///< "admin", "play" or "navigator:ID"
     };
     struct Tls {
         std::filesystem::path certificate; ///< empty: no TLS

@@ -1,5 +1,7 @@
 #include "controller/house/HouseReading.h"
 
+#include "controller/access/TokenSecret.h"
+
 #include <boost/asio/ip/address.hpp>
 
 #include <algorithm>
@@ -106,32 +108,36 @@ void HouseReading::ReadVariable(HouseMap& map) {
     m_house.variables.push_back(std::move(variable));
 }
 
-void HouseReading::CheckRight(HouseMap& map, const std::string& right) {
-    if (right == "admin" || right == "play")
-        return;
-    const std::string prefix = "navigator:";
-    const std::string id = right.substr(0, prefix.size()) == prefix ? right.substr(prefix.size()) : "";
-    const bool isId =
-        !id.empty() && id.size() <= 10 && id.find_first_not_of("0123456789") == std::string::npos;
-    if (!isId)
-        map.Mistake("rights", "\"" + right + "\" is no right; the rights are admin, play and navigator:ID");
+Rights HouseReading::ReadRights(HouseMap& map) {
+    const YAML::Node list = map.Node("rights");
+    if (!list.IsDefined() || !list.IsSequence() || list.size() == 0) {
+        map.Mistake("rights", "must be a list with at least one right, as `rights: [play]`");
+        return {};
+    }
+    std::vector<std::string> texts;
+    for (std::size_t index = 0; index < list.size(); ++index)
+        texts.push_back(list[index].IsScalar() ? list[index].Scalar() : "");
+    try {
+        return Rights::Read(texts);
+    } catch (const std::invalid_argument& error) {
+        map.Mistake("rights", error.what());
+        return {};
+    }
 }
 
 void HouseReading::ReadToken(HouseMap& map) {
-    House::Token token;
+    Token token;
     token.name = map.Text("name");
+    if (!token.name.empty() && !token_secret::IsName(token.name))
+        map.Mistake("name",
+                    "\"" + token.name + "\" cannot name a token; a name is 1 to 64 letters, digits, - and _");
     token.hash = map.Text("hash");
-    const YAML::Node rights = map.Node("rights");
-    const bool isList = rights.IsDefined() && rights.IsSequence() && rights.size() > 0;
-    if (!isList)
-        map.Mistake("rights", "must be a list with at least one right, as `rights: [play]`");
-    for (std::size_t index = 0; isList && index < rights.size(); ++index) {
-        const std::string right = rights[index].IsScalar() ? rights[index].Scalar() : "";
-        CheckRight(map, right);
-        token.rights.push_back(right);
-    }
+    if (!token.hash.empty() && !token_secret::IsHash(token.hash))
+        map.Mistake("hash",
+                    "is not what `announcement-controller token add` writes; let it make the token anew");
+    token.rights = ReadRights(map);
     const bool isTwice = std::any_of(m_house.tokens.begin(), m_house.tokens.end(),
-                                     [&](const House::Token& other) { return other.name == token.name; });
+                                     [&](const Token& other) { return other.name == token.name; });
     if (isTwice && !token.name.empty())
         map.Mistake("name", "another token is named " + token.name + " already");
     m_house.tokens.push_back(std::move(token));

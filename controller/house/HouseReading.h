@@ -33,7 +33,7 @@ private:
     void ReadToken(HouseMap& map);
     void ReadTls(HouseMap& map);
     void ReadAddress(HouseMap& map);
-    void CheckRight(HouseMap& map, const std::string& right);
+    Rights ReadRights(HouseMap& map);
     void CheckNavigators();
     std::uint32_t ReadId(HouseMap& map);
     audio::OutputDescription ReadOutput(HouseMap& map);

@@ -65,7 +65,7 @@ House Checked(const fs::path& file, const std::string& text) {
 
 bool HasToken(const House& house, const std::string& name) {
     return std::any_of(house.tokens.begin(), house.tokens.end(),
-                       [&](const House::Token& token) { return token.name == name; });
+                       [&](const Token& token) { return token.name == name; });
 }
 
 } // namespace
@@ -74,9 +74,9 @@ void Add(const fs::path& house, const std::string& name, const std::vector<std::
     if (!token_secret::IsName(name))
         throw std::runtime_error("\"" + name +
                                  "\" cannot name a token; a name is 1 to 64 letters, digits, - and _");
-    (void)Rights::Read(rights); // throws for what is no right
+    const Rights allowed = Rights::Read(rights); // throws for what is no right
     const std::string secret = token_secret::Chance(32);
-    const std::string text = token_text::Add(ReadText(house), {name, token_secret::Hash(secret), rights});
+    const std::string text = token_text::Add(ReadText(house), {name, token_secret::Hash(secret), allowed});
     if (!HasToken(Checked(house, text), name))
         throw std::runtime_error("the token could not be put into " + house.string() +
                                  "; it is left as it was");
@@ -90,9 +90,9 @@ void List(const fs::path& house) {
     const House read = ReadHouseFile(house);
     if (read.tokens.empty())
         std::cout << "There are no tokens: everybody on this machine may do everything.\n";
-    for (const House::Token& token : read.tokens) {
+    for (const Token& token : read.tokens) {
         std::cout << token.name << ':';
-        for (const std::string& right : token.rights)
+        for (const std::string& right : token.rights.Texts())
             std::cout << ' ' << right;
         std::cout << '\n';
     }

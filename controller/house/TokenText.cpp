@@ -49,9 +49,9 @@ std::string ValueOf(const std::string& line) {
     return start == std::string::npos ? "" : value.substr(start, end - start + 1);
 }
 
-Lines Entry(const House::Token& token, const std::string& indent) {
+Lines Entry(const Token& token, const std::string& indent) {
     std::string rights;
-    for (const std::string& right : token.rights)
+    for (const std::string& right : token.rights.Texts())
         rights += (rights.empty() ? "\"" : ", \"") + right + "\"";
     return {indent + "- name: \"" + token.name + "\"", indent + "  hash: \"" + token.hash + "\"",
             indent + "  rights: [" + rights + "]"};
@@ -73,7 +73,7 @@ bool HasEntries(const Lines& lines, Lines::const_iterator key) {
 
 } // namespace
 
-std::string Add(const std::string& house, const House::Token& token) {
+std::string Add(const std::string& house, const Token& token) {
     Lines lines = Split(house);
     auto key = FindKey(lines);
     if (key == lines.end()) {

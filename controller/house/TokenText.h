@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/house/House.h"
+#include "controller/access/Token.h"
 
 #include <string>
 
@@ -10,7 +10,7 @@
 namespace controller::token_text {
 
 /// The text with one more token at the head of the list.
-[[nodiscard]] std::string Add(const std::string& house, const House::Token& token);
+[[nodiscard]] std::string Add(const std::string& house, const Token& token);
 
 /// The text without the token of this name.
 [[nodiscard]] std::string Remove(const std::string& house, const std::string& name);

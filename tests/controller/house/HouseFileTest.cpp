@@ -10,6 +10,10 @@ namespace controller {
 
 namespace {
 
+/// What `token add` writes for a secret.
+const std::string kHash = "scrypt:14:8:1:000102030405060708090a0b0c0d0e0f:"
+                          "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
+
 class HouseFileTest : public testing::Test {
 protected:
     HouseFileTest() {
@@ -42,6 +46,11 @@ protected:
         return Mistakes("name: H\nmedia_folder: media\ndata_folder: data\n" + text);
     }
 
+    /// An entry of the list of tokens, one line.
+    [[nodiscard]] static std::string Token(const std::string& name, const std::string& rights) {
+        return "  - {name: " + name + ", hash: \"" + kHash + "\", rights: " + rights + "}\n";
+    }
+
     TemporaryFolder m_folder;
 };
 
@@ -69,7 +78,8 @@ variables:
   - {device: 9, variable: 4, name: Outside, value: 21 °C}
   - {device: 9, variable: 5, name: Empty}
 tokens:
-  - {name: phone, hash: abc, rights: [play, "navigator:5"]}
+  - {name: phone, hash: ")" + kHash +
+                             R"(", rights: [play, "navigator:5"]}
 tls:
   certificate: c.pem
   key: k.pem
@@ -106,8 +116,8 @@ tls:
     EXPECT_EQ(house.variables[1].value, "");
     ASSERT_EQ(house.tokens.size(), 1U);
     EXPECT_EQ(house.tokens[0].name, "phone");
-    EXPECT_EQ(house.tokens[0].hash, "abc");
-    EXPECT_EQ(house.tokens[0].rights, (std::vector<std::string>{"play", "navigator:5"}));
+    EXPECT_EQ(house.tokens[0].hash, kHash);
+    EXPECT_EQ(house.tokens[0].rights.Texts(), (std::vector<std::string>{"play", "navigator:5"}));
     EXPECT_EQ(house.tls.certificate, m_folder.Path() / "c.pem");
     EXPECT_EQ(house.tls.key, m_folder.Path() / "k.pem");
 }
@@ -189,18 +199,26 @@ TEST_F(HouseFileTest, AnAddressThatOthersReachNeedsAToken) {
     EXPECT_EQ(MistakesBehind("address: \"::\"\n"), Places{"4 address"});
     EXPECT_EQ(MistakesBehind("address: \"::1\"\n"), Places{});
     EXPECT_EQ(MistakesBehind("address: home.example\n"), Places{"4 address"});
-    EXPECT_EQ(MistakesBehind("address: 0.0.0.0\ntokens: [{name: a, hash: b, rights: [play]}]\n"), Places{});
+    EXPECT_EQ(MistakesBehind("address: 0.0.0.0\ntokens:\n" + Token("a", "[play]")), Places{});
 }
 
 TEST_F(HouseFileTest, TokensHaveANameOfTheirOwnAndKnownRights) {
-    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: b, rights: [king]}\n"),
+    EXPECT_EQ(MistakesBehind("tokens:\n" + Token("a", "[king]")), Places{"5 tokens[1].rights"});
+    EXPECT_EQ(MistakesBehind("tokens:\n" + Token("a", "[\"navigator:\"]")), Places{"5 tokens[1].rights"});
+    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: \"" + kHash + "\"}\n"),
               Places{"5 tokens[1].rights"});
-    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: b, rights: [\"navigator:\"]}\n"),
-              Places{"5 tokens[1].rights"});
-    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: b}\n"), Places{"5 tokens[1].rights"});
-    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: b, rights: [play]}\n"
-                             "  - {name: a, hash: b, rights: [play]}\n"),
+    EXPECT_EQ(MistakesBehind("tokens:\n" + Token("a", "[play]") + Token("a", "[play]")),
               Places{"6 tokens[2].name"});
+}
+
+TEST_F(HouseFileTest, WhatTheControllerCouldNotUseOfATokenIsToldByItsLine) {
+    EXPECT_EQ(MistakesBehind("tokens:\n  - {name: a, hash: not a hash, rights: [play]}\n"),
+              Places{"5 tokens[1].hash"});
+    EXPECT_EQ(MistakesBehind("tokens:\n  - name: a\n    hash: \"" + kHash +
+                             "\"\n    rights:\n      - play\n" + "      - navigator:9999999999\n"),
+              Places{"7 tokens[1].rights"});
+    EXPECT_EQ(MistakesBehind("tokens:\n" + Token("my phone", "[play]")), Places{"5 tokens[1].name"});
+    EXPECT_EQ(MistakesBehind("tokens:\n" + Token("a", "[\"navigator:0\"]")), Places{"5 tokens[1].rights"});
 }
 
 TEST_F(HouseFileTest, FilesAndFoldersMustBeThere) {

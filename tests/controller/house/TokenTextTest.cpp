@@ -7,7 +7,7 @@
 namespace controller {
 
 namespace {
-const House::Token kPhone{"phone", "scrypt:x", {"play", "navigator:5"}};
+const Token kPhone{"phone", "scrypt:x", Rights::Read({"play", "navigator:5"})};
 const std::string kEntry =
     "  - name: \"phone\"\n    hash: \"scrypt:x\"\n    rights: [\"play\", \"navigator:5\"]\n";
 } // namespace
@@ -24,7 +24,7 @@ TEST(TokenTextTest, NewTokenKeepsTheOthersAndTheirIndent) {
     const std::string house = "tokens: # who\n- name: a\n  hash: b\n  rights: [play]\nname: Home\n";
 
     EXPECT_EQ(
-        token_text::Add(house, {"c", "d", {"admin"}}),
+        token_text::Add(house, {"c", "d", Rights::All()}),
         "tokens: # who\n- name: \"c\"\n  hash: \"d\"\n  rights: [\"admin\"]\n- name: a\n  hash: b\n  rights: "
         "[play]\nname: Home\n");
 }
