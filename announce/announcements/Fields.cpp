@@ -131,8 +131,10 @@ std::string Write(const Field& field, const Json& announcement) {
         return value.get<bool>() ? "yes" : "no";
     if (field.kind == Kind::Text)
         return value;
-    const bool isNone = value.is_null() || value == "";
-    return isNone ? kNone : field.kind == Kind::Variable ? VariableName(value) : value.get<std::string>();
+    if (field.kind == Kind::Variable)
+        return value.is_null() ? kNone : VariableName(value);
+    const std::string name = value;
+    return name.empty() ? kNone : name;
 }
 
 std::string Phrase(const Field& field, const Json& announcement, House& house) {

@@ -2,6 +2,7 @@
 
 #include "announce/basics/Failure.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <ctime>
@@ -35,25 +36,18 @@ std::string Trimmed(double number) {
 } // namespace
 
 std::uint32_t ReadMilliseconds(const std::string& what, const std::string& text) {
-    const auto fail = [&] {
-        return Failure(ExitStatus::Usage, what + ": \"" + text + "\" is no length of time",
-                       "a number with its unit: 500ms, 1.5s, 2min; at most 4294967295ms");
-    };
-    const std::size_t digits = text.find_first_not_of("0123456789.");
-    const std::string number = text.substr(0, digits);
-    std::string unit = digits != std::string::npos ? text.substr(digits) : "";
-    unit.erase(0, unit.find_first_not_of(' '));
-    std::size_t used = 0;
     double value = 0;
-    try {
-        value = std::stod(number, &used);
-    } catch (const std::logic_error&) {
-        throw fail();
-    }
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, value, std::chars_format::fixed);
+    std::string unit(read.ptr, end);
+    unit.erase(0, unit.find_first_not_of(' '));
     const double factor = unit.empty() && value == 0 ? 1 : UnitOf(unit);
     const double milliseconds = std::round(value * factor);
-    if (used != number.size() || factor == 0 || milliseconds > std::numeric_limits<std::uint32_t>::max())
-        throw fail();
+    const bool isInRange =
+        !std::signbit(milliseconds) && milliseconds <= std::numeric_limits<std::uint32_t>::max();
+    if (read.ec != std::errc() || factor == 0 || !isInRange)
+        throw Failure(ExitStatus::Usage, what + ": \"" + text + "\" is no length of time",
+                      "a number with its unit: 500ms, 1.5s, 2min; at most 4294967295ms");
     return static_cast<std::uint32_t>(milliseconds);
 }
 

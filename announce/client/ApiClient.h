@@ -40,8 +40,6 @@ public:
     [[nodiscard]] EventStream Events();
     void Sleep(EventLoop::Duration duration);
 
-    [[nodiscard]] const Connection& Where() const noexcept { return m_connection; }
-
 private:
     HttpAnswer Send(const HttpQuestion& question);
     EventLoop& Loop();

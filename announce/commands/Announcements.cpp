@@ -31,7 +31,7 @@ ExitStatus Show(Session& session) {
 ExitStatus Add(Session& session) {
     Json announcement = fields::Nothing();
     announcement_options::Apply(session.arguments, session.house, announcement);
-    if (announcement.at("name") == "")
+    if (announcement.at("name").get<std::string>().empty())
         throw Failure(ExitStatus::Usage, "the announcement has no name", "--name NAME");
     const Json stored = session.client.Post("/api/announcements", announcement);
     return session.Report(stored, Title(stored) + " is stored");

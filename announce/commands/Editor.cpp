@@ -4,13 +4,11 @@
 #include "announce/commands/TextFile.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -24,44 +22,12 @@ std::string Command() {
     return "vi";
 }
 
-/// Ctrl-C in the editor is for the editor.
-class SignalsLeftAlone {
-public:
-    SignalsLeftAlone() {
-        struct sigaction ignore {};
-        ignore.sa_handler = SIG_IGN;
-        (void)sigaction(SIGINT, &ignore, &m_interrupt); // these cannot fail with known signals
-        (void)sigaction(SIGQUIT, &ignore, &m_quit);
-    }
-    SignalsLeftAlone(const SignalsLeftAlone&) = delete;
-    SignalsLeftAlone& operator=(const SignalsLeftAlone&) = delete;
-    ~SignalsLeftAlone() {
-        (void)sigaction(SIGINT, &m_interrupt, nullptr);
-        (void)sigaction(SIGQUIT, &m_quit, nullptr);
-    }
-
-private:
-    struct sigaction m_interrupt {};
-    struct sigaction m_quit {};
-};
-
-/// Runs the command, which may have arguments of its own, with the file behind it; gives what `waitpid` does.
-int Run(const std::string& command, const std::string& file) {
-    const std::string line = command + " \"$@\"";
-    const SignalsLeftAlone signals;
-    const pid_t child = fork();
-    if (child == 0) {
-        struct sigaction usual {};
-        usual.sa_handler = SIG_DFL;
-        (void)sigaction(SIGINT, &usual, nullptr);
-        (void)sigaction(SIGQUIT, &usual, nullptr);
-        execl("/bin/sh", "sh", "-c", line.c_str(), "sh", file.c_str(), static_cast<char*>(nullptr));
-        _exit(127);
-    }
-    int status = -1;
-    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return status;
+/// As one word of the shell.
+std::string Quoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char letter : text)
+        quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    return quoted + "'";
 }
 
 } // namespace
@@ -89,8 +55,8 @@ std::string Editor::Edit(const std::string& text) {
     if (!stream)
         throw Failure(ExitStatus::Failed, m_file + " cannot be written");
     const std::string command = Command();
-    const int status = Run(command, m_file);
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+    // The command may have arguments of its own; while it runs, Ctrl-C is for the editor.
+    if (std::system((command + " " + Quoted(m_file)).c_str()) != 0)
         throw Failure(ExitStatus::Failed,
                       "the editor \"" + command + "\" has failed; nothing is changed, and the text is in " +
                           m_file,

@@ -16,8 +16,9 @@ TEST(TimesTest, LengthsAreReadWithTheirUnit) {
 }
 
 TEST(TimesTest, WhatIsNoLengthIsRefusedByItsName) {
-    for (const char* text : {"", "5", "-5s", "s", "5h", "1.2.3s", ".", "4294967296ms", "1e9s", "5 s x",
-                             "99999999999999999999999999999s"}) {
+    for (const char* text :
+         {"", "5", "-5s", "s", "5h", "1.2.3s", ".", "4294967296ms", "1e9s", "5 s x", "nan", "nanms", "inf",
+          "infs", "-0.6ms", "-0s", "0x1s", " 5s", "99999999999999999999999999999s"}) {
         SCOPED_TRACE(text);
         try {
             (void)times::ReadMilliseconds("--popup-time", text);
