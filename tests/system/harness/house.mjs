@@ -23,13 +23,22 @@ export async function within(what, promise) {
   }
 }
 
+const screensAndVariables = `navigators:
+  - {id: 11, name: Tablet, room: 1}
+  - {id: 12, name: Television, room: 1}
+variables:
+  - {device: 9, variable: 4, name: Outside, value: cold}
+`;
+
 export class House {
-  // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default.
-  constructor(rooms = [{}, {}], lines = '') {
+  // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default. `rest`:
+  // its screens and variables.
+  constructor(rooms = [{}, {}], lines = '', rest = screensAndVariables) {
     this.folder = mkdtempSync(join(tmpdir(), 'controller-system-'));
     chmodSync(this.folder, 0o755);
     mkdirSync(join(this.folder, 'media'));
     this.rooms = rooms;
+    this.rest = rest;
     this.write(lines);
   }
 
@@ -42,11 +51,7 @@ export class House {
     this.file = join(this.folder, 'house.yaml');
     writeFileSync(
       this.file,
-      'name: Test house\nmedia_folder: media\ndata_folder: data\nrooms:\n' +
-        rooms.join('') +
-        'navigators:\n  - {id: 11, name: Tablet, room: 1}\n  - {id: 12, name: Television, room: 1}\n' +
-        'variables:\n  - {device: 9, variable: 4, name: Outside, value: cold}\n' +
-        lines,
+      'name: Test house\nmedia_folder: media\ndata_folder: data\nrooms:\n' + rooms.join('') + this.rest + lines,
     );
   }
 

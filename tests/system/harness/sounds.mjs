@@ -11,7 +11,8 @@ export function clip(frames) {
   return samples;
 }
 
-export function writeSound(file, samples) {
+// A whole WAV file of one channel.
+export function wavFile(samples, samplesASecond = rate) {
   const head = Buffer.alloc(44);
   head.write('RIFF', 0);
   head.writeUInt32LE(36 + samples.byteLength, 4);
@@ -19,13 +20,17 @@ export function writeSound(file, samples) {
   head.writeUInt32LE(16, 16);
   head.writeUInt16LE(1, 20);
   head.writeUInt16LE(1, 22);
-  head.writeUInt32LE(rate, 24);
-  head.writeUInt32LE(rate * 2, 28);
+  head.writeUInt32LE(samplesASecond, 24);
+  head.writeUInt32LE(samplesASecond * 2, 28);
   head.writeUInt16LE(2, 32);
   head.writeUInt16LE(16, 34);
   head.write('data', 36);
   head.writeUInt32LE(samples.byteLength, 40);
-  writeFileSync(file, Buffer.concat([head, Buffer.from(samples.buffer)]));
+  return Buffer.concat([head, Buffer.from(samples.buffer)]);
+}
+
+export function writeSound(file, samples) {
+  writeFileSync(file, wavFile(samples));
 }
 
 // The left channel of a recording; 16 bits.

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from './support/browser.mjs';
-import { House, wav } from './support/house.mjs';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from '../harness/browser.mjs';
+import { House, wav } from '../harness/page-house.mjs';
 
 const loudest = (samples) => samples.reduce((most, one) => Math.max(most, Math.abs(one)), 0);
 

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, complaintsOfAxe, eventually, openApp } from './support/browser.mjs';
-import { House, png, wav } from './support/house.mjs';
+import { closeBrowser, closePage, complaintsOfAxe, eventually, openApp } from '../harness/browser.mjs';
+import { House, png, wav } from '../harness/page-house.mjs';
 
 const VIEWS = [
   '#/announcements',

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openNavigator, openPage } from './support/browser.mjs';
-import { House } from './support/house.mjs';
-import { hidden, shown } from './support/navigator.mjs';
+import { closeBrowser, closePage, eventually, openNavigator, openPage } from '../harness/browser.mjs';
+import { House } from '../harness/page-house.mjs';
+import { hidden, shown } from '../harness/navigator.mjs';
 
 describe('a screen that is to be seen', () => {
   let house;

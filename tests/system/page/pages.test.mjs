@@ -3,7 +3,7 @@ import { after, before, describe, test } from 'node:test';
 import { brotliDecompressSync, gunzipSync } from 'node:zlib';
 import { request } from 'node:http';
 import { parse } from 'acorn';
-import { House } from './support/house.mjs';
+import { House } from '../harness/page-house.mjs';
 
 const TYPES = {
   html: 'text/html; charset=utf-8',

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openNavigator, openPage } from './support/browser.mjs';
-import { House, png } from './support/house.mjs';
-import { hidden, message, ok, popup, shown } from './support/navigator.mjs';
+import { closeBrowser, closePage, eventually, openNavigator, openPage } from '../harness/browser.mjs';
+import { House, png } from '../harness/page-house.mjs';
+import { hidden, message, ok, popup, shown } from '../harness/navigator.mjs';
 
 /** Cuts the page off from the controller, until `join`. */
 async function cut(page) {

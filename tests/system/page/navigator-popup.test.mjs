@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openNavigator } from './support/browser.mjs';
-import { House, png } from './support/house.mjs';
-import { hidden, message, ok, shown } from './support/navigator.mjs';
+import { closeBrowser, closePage, eventually, openNavigator } from '../harness/browser.mjs';
+import { House, png } from '../harness/page-house.mjs';
+import { hidden, message, ok, shown } from '../harness/navigator.mjs';
 
 describe('a popup on the page of a navigator', () => {
   let house;

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from './support/browser.mjs';
-import { House } from './support/house.mjs';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from '../harness/browser.mjs';
+import { House } from '../harness/page-house.mjs';
 
 describe('the house', () => {
   let house;

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp } from './support/browser.mjs';
-import { House, wav } from './support/house.mjs';
+import { closeBrowser, closePage, eventually, openApp } from '../harness/browser.mjs';
+import { House, wav } from '../harness/page-house.mjs';
 
 describe('history and log', () => {
   let house;

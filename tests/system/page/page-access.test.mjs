@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp, openPage } from './support/browser.mjs';
-import { House } from './support/house.mjs';
+import { closeBrowser, closePage, eventually, openApp, openPage } from '../harness/browser.mjs';
+import { House } from '../harness/page-house.mjs';
 
 describe('the connection', () => {
   let house;

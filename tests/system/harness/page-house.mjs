@@ -1,0 +1,112 @@
+// The house of the pages' tests: two rooms with a screen each, in the words of somebody who looks at a page.
+import { readFile } from 'node:fs/promises';
+import { join } from 'node:path';
+import { House as Program } from './house.mjs';
+import { wavFile } from './sounds.mjs';
+
+const ROOMS = [
+  { name: 'Kitchen', start_volume: 40, max_volume: 80 },
+  { name: 'Bedroom', start_volume: 30, max_volume: 100 },
+];
+
+const SCREENS_AND_VARIABLES = `navigators:
+  - {id: 11, name: Kitchen screen, room: 1}
+  - {id: 12, name: Bedroom screen, room: 2}
+variables:
+  - {device: 9, variable: 4, name: Outside, value: "21 °C"}
+`;
+
+export class House extends Program {
+  /** `isRecording`: what the rooms hear is kept, for `heard`. */
+  static async open({ tokens = [], isRecording = false } = {}) {
+    const rooms = ROOMS.map((room) => (isRecording ? room : { ...room, output: 'silent' }));
+    const house = new House(rooms, '', SCREENS_AND_VARIABLES);
+    house.tokens = {};
+    for (const right of tokens) house.tokens[right] = await house.addToken(right);
+    return house.start();
+  }
+
+  async close() {
+    await this.stop();
+    await this.remove();
+  }
+
+  get url() {
+    return this.base;
+  }
+
+  /** Makes a token with this right in the house file; gives the token. */
+  async addToken(right) {
+    const words = ['token', 'add', right.replace(':', '-'), '--right', right, '--house', this.file];
+    const { output } = await this.run(words);
+    const token = output.split(/\s+/).find((word) => word.length >= 24 && !word.includes('/'));
+    if (!token) throw new Error(`no token in: ${output}`);
+    return token;
+  }
+
+  /** Starts the program; again on the same port, when it was started before. */
+  start() {
+    return super.start({ port: this.base ? new URL(this.base).port : 0 });
+  }
+
+  kill() {
+    return this.stop('SIGKILL');
+  }
+
+  /** Asks with all rights; gives what is answered, and throws when it is refused. */
+  async request(method, path, body) {
+    const headers = this.tokens.admin ? { Authorization: `Bearer ${this.tokens.admin}` } : {};
+    if (body instanceof Uint8Array) headers['Content-Type'] = 'application/octet-stream';
+    const reply = await this.ask(method, path, body, headers);
+    if (reply.status >= 400) throw new Error(`${method} ${path}: ${reply.status} ${reply.text}`);
+    return reply.body ?? reply.text;
+  }
+
+  add(announcement) {
+    return this.request('POST', '/api/announcements', announcement);
+  }
+
+  /** Plays a popup that stands for `timeout_ms` on both screens, or on those given; gives the announcement. */
+  async pop(video, screens = [11, 12]) {
+    const navigators = screens.map((id) => ({ id, room: id - 10, onscreen: true }));
+    const rooms = screens.map((id) => ({ id: id - 10, volume: -1 }));
+    const announcement = await this.add({ name: 'Popup', video: { timeout_ms: 20000, ...video }, rooms, navigators });
+    await this.play(announcement.id);
+    return announcement;
+  }
+
+  /**
+   * The samples, -1 to 1, that the room has heard so far in the announcement with this number, from 1; null until there
+   * are any.
+   */
+  async heard(room, number) {
+    const bytes = await readFile(join(this.folder, 'takes', `${room}-${number}.wav`)).catch(() => null);
+    if (!bytes || bytes.length <= 44) return null;
+    const samples = new Int16Array(
+      bytes.buffer.slice(bytes.byteOffset + 44, bytes.byteOffset + bytes.length - ((bytes.length - 44) % 2)),
+    );
+    return Array.from(samples, (sample) => sample / 32768);
+  }
+
+  play(id) {
+    return this.request('POST', `/api/announcements/${id}/play`);
+  }
+
+  dismiss() {
+    return this.request('POST', '/api/dismiss');
+  }
+}
+
+/** A whole WAV file: mono, 16 bits, of this length, a soft tone. */
+export function wav(milliseconds, rate = 8000) {
+  const samples = new Int16Array(Math.round((rate * milliseconds) / 1000));
+  for (let frame = 0; frame < samples.length; ++frame)
+    samples[frame] = Math.round(3000 * Math.sin((2 * Math.PI * 440 * frame) / rate));
+  return wavFile(samples, rate);
+}
+
+/** A picture of one point. */
+export const png = Buffer.from(
+  'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5ErkJggg==',
+  'base64',
+);
