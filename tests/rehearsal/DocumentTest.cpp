@@ -6,29 +6,38 @@
 
 #include <algorithm>
 #include <fstream>
+#include <string>
+#include <vector>
 
 namespace {
 
-/// The lines of the page's first block of this language.
-Lines BlockOf(const std::string& language) {
-    std::ifstream page(DOCUMENTS "/rehearsal.md");
+struct Block {
+    std::string language; ///< empty where the page names none
     Lines lines;
+};
+
+/// The page's blocks, in their order.
+std::vector<Block> BlocksOf(const std::string& page) {
+    const std::string fence = "```";
+    std::ifstream text(DOCUMENTS "/" + page);
+    std::vector<Block> blocks;
     bool isInside = false;
-    for (std::string line; std::getline(page, line);) {
-        if (isInside && line == "```")
-            break;
-        if (isInside)
-            lines.push_back(line);
-        isInside = isInside || line == "```" + language;
+    for (std::string line; std::getline(text, line);) {
+        const bool isFence = line.compare(0, fence.size(), fence) == 0;
+        if (isFence && !isInside)
+            blocks.push_back({line.substr(fence.size()), {}});
+        else if (isInside && !isFence)
+            blocks.back().lines.push_back(line);
+        isInside = isInside != isFence;
     }
-    return lines;
+    return blocks;
 }
 
-/// What the page's scenario prints.
+/// What a scenario prints.
 template <class Sink>
-Lines Printed() {
+Lines Printed(const Lines& lines) {
     std::string scenario;
-    for (const std::string& line : BlockOf("jsonl"))
+    for (const std::string& line : lines)
         scenario += line + "\n";
     std::istringstream input(scenario);
     std::ostringstream output;
@@ -56,12 +65,29 @@ void ExpectShown(const Lines& shown, const Lines& printed) {
     }
 }
 
-TEST(DocumentTest, TheTimelineOfThePageIsTrue) {
-    ExpectShown(BlockOf("text"), Printed<Timeline>());
+/// Every timeline and trace of the page is what the scenario before it prints; gives their number.
+unsigned ExpectTrue(const std::string& page) {
+    Lines scenario;
+    unsigned count = 0;
+    for (const Block& block : BlocksOf(page)) {
+        SCOPED_TRACE(block.lines.empty() ? "an empty block" : block.lines.front());
+        if (block.language == "jsonl")
+            scenario = block.lines;
+        if (block.language != "text" && block.language != "json")
+            continue;
+        ExpectShown(block.lines,
+                    block.language == "text" ? Printed<Timeline>(scenario) : Printed<JsonTrace>(scenario));
+        ++count;
+    }
+    return count;
 }
 
-TEST(DocumentTest, TheTraceOfThePageIsTrue) {
-    ExpectShown(BlockOf("json"), Printed<JsonTrace>());
+TEST(DocumentTest, TheTimelinesAndTracesOfTheRehearsalsPageAreTrue) {
+    EXPECT_EQ(ExpectTrue("rehearsal.md"), 4U);
+}
+
+TEST(DocumentTest, TheTimelinesOfTheHostsPageAreTrue) {
+    EXPECT_EQ(ExpectTrue("host-boundary.md"), 2U);
 }
 
 } // namespace
