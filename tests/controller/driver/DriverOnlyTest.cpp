@@ -5,6 +5,7 @@
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
 #include "tests/controller/support/FakeScheduler.h"
+#include "tests/controller/support/NoStore.h"
 #include "tests/controller/support/TestLog.h"
 
 #include <gtest/gtest.h>
@@ -14,16 +15,6 @@
 namespace controller {
 
 namespace {
-
-class NoStore final : public IRoomStore, public IVariableStore {
-public:
-    void WriteTaken(const JournalEntry& /*entry*/, unsigned /*volume*/, WriteDone /*done*/) override {}
-    void WriteFree(std::uint32_t /*room*/, unsigned /*volume*/, WriteDone /*done*/) override {}
-    void WriteVariable(std::uint32_t /*device*/,
-                       std::uint32_t /*variable*/,
-                       const std::string& /*value*/,
-                       WriteDone /*done*/) override {}
-};
 
 void OnAnotherThread(const std::function<void()>& work) {
     std::thread(work).join();
