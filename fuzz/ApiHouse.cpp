@@ -1,6 +1,6 @@
 #include "fuzz/ApiHouse.h"
 
-#include "controller/http/HttpConnection.h"
+#include "controller/http/ServeConnection.h"
 #include "fuzz/Require.h"
 
 #include <boost/asio/executor_work_guard.hpp>
@@ -163,7 +163,8 @@ std::string ApiHouse::Converse(const std::string& bytes, const std::string& then
     Client client(context, ends[1], then);
     HttpSocket socket(context.get_executor());
     socket.assign(boost::asio::ip::tcp::v4(), ends[0]);
-    ServeConnection(std::move(socket), m_connections->Take("127.0.0.1"), m_api, nullptr);
+    ServeConnection(std::move(socket), m_connections->Take(boost::asio::ip::address_v4::loopback()), m_api,
+                    nullptr);
     client.Start(bytes);
     while (!client.IsOver() || m_connections->Size() > 0) {
         Require(context.run_one_for(std::chrono::seconds(10)) > 0,

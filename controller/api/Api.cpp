@@ -47,6 +47,7 @@ public:
         ++m_counts[101];
         m_exchange->Upgrade(std::move(onOpen));
     }
+    void TrustClient() override { m_exchange->TrustClient(); }
 
 private:
     const std::shared_ptr<HttpExchange> m_exchange;
@@ -133,9 +134,10 @@ void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
             exchange->Reply(std::move(*page));
             return;
         }
-        HttpReply reply = route.allowed.empty()
-                              ? Problem(404, "there is nothing at this address", "see GET /api/operations")
-                              : Problem(405, request.method + " is not for this address", route.allowed);
+        HttpReply reply =
+            route.allowed.empty()
+                ? Problem(404, "there is nothing at this address", "see GET /api/operations")
+                : Problem(405, std::string(request.method) + " is not for this address", route.allowed);
         if (!route.allowed.empty())
             reply.headers.emplace_back("Allow", route.allowed);
         exchange->Reply(std::move(reply));
@@ -176,25 +178,29 @@ void Api::Authorize(const Wanted& wanted) {
         wanted.call->Reply(Unauthorized("a token is needed", "Authorization: Bearer TOKEN"));
         return;
     }
-    m_access.Check(token, request.peer, [this, wanted](Access::Verdict verdict, const Rights& rights) {
-        if (verdict == Access::Verdict::Known) {
-            Allowed(wanted, rights);
-            return;
-        }
-        if (verdict == Access::Verdict::Wrong) {
-            wanted.call->Reply(
-                Unauthorized("this token is unknown", "`announcement-controller token add` makes one"));
-            return;
-        }
-        HttpReply reply = Problem(429, "too many wrong tokens came from this address", "to wait a minute");
-        reply.headers.emplace_back("Retry-After", "60");
-        wanted.call->Reply(std::move(reply));
-    });
+    m_access.Check(token, std::string(request.peer),
+                   [this, wanted](Access::Verdict verdict, const Rights& rights) {
+                       if (verdict == Access::Verdict::Known) {
+                           Allowed(wanted, rights);
+                           return;
+                       }
+                       if (verdict == Access::Verdict::Wrong) {
+                           wanted.call->Reply(Unauthorized("this token is unknown",
+                                                           "`announcement-controller token add` makes one"));
+                           return;
+                       }
+                       HttpReply reply =
+                           Problem(429, "too many wrong tokens came from this address", "to wait a minute");
+                       reply.headers.emplace_back("Retry-After", "60");
+                       wanted.call->Reply(std::move(reply));
+                   });
 }
 
 void Api::Allowed(const Wanted& wanted, const Rights& rights) {
     wanted.call->Guard([&] {
         const Need need = wanted.operation->need;
+        if (need != Need::Nothing)
+            wanted.call->Exchange().TrustClient();
         const std::uint32_t navigator = need == Need::Navigator ? wanted.call->Id("id") : 0;
         if (!rights.Allow(need, navigator))
             throw ApiError(403, "this token has not the right for this operation",

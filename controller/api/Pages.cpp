@@ -41,8 +41,8 @@ bool HasTag(std::string_view ifNoneMatch, std::string_view etag) {
     return ifNoneMatch.find(etag) != std::string_view::npos;
 }
 
-HttpReply MethodRefusal(const std::string& method) {
-    HttpReply refusal = Problem(405, method + " is not for this address", "GET");
+HttpReply MethodRefusal(std::string_view method) {
+    HttpReply refusal = Problem(405, std::string(method) + " is not for this address", "GET");
     refusal.headers.emplace_back("Allow", "GET");
     return refusal;
 }

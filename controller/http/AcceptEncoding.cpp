@@ -1,7 +1,8 @@
 #include "controller/http/AcceptEncoding.h"
 
+#include "controller/http/HttpMessage.h"
+
 #include <algorithm>
-#include <cctype>
 #include <optional>
 #include <string_view>
 
@@ -10,11 +11,6 @@ namespace controller {
 namespace {
 
 constexpr std::string_view kPlain = "identity";
-
-bool IsSame(std::string_view text, std::string_view lowerCase) noexcept {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                      [](unsigned char one, char other) { return std::tolower(one) == other; });
-}
 
 /// What stands before the next separator, without the blanks around it; takes both from the text.
 std::string_view Take(std::string_view& text, char separator) noexcept {
@@ -46,13 +42,15 @@ int WeightOf(std::string_view coding, std::string_view wanted) noexcept {
     while (!wanted.empty()) {
         std::string_view element = Take(wanted, ',');
         const std::string_view name = Take(element, ';');
-        const bool isNamed = IsSame(name, coding) || (coding == "gzip" && IsSame(name, "x-gzip"));
+        const bool isNamed =
+            IsSameInLowerCase(name, coding) || (coding == "gzip" && IsSameInLowerCase(name, "x-gzip"));
         if (!isNamed && (name != "*" || coding == kPlain))
             continue;
         const std::string_view parameter = Take(element, ';');
         std::optional<int> weight = 1000;
         if (!parameter.empty())
-            weight = IsSame(parameter.substr(0, 2), "q=") ? ReadWeight(parameter.substr(2)) : std::nullopt;
+            weight = IsSameInLowerCase(parameter.substr(0, 2), "q=") ? ReadWeight(parameter.substr(2))
+                                                                     : std::nullopt;
         if (isNamed)
             return weight.value_or(0);
         ofOthers = weight;

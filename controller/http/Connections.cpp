@@ -1,58 +1,100 @@
 #include "controller/http/Connections.h"
 
-#include <boost/asio/ip/address.hpp>
-
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <utility>
 
 namespace controller {
 
 namespace {
 
-bool IsOwnMachine(const std::string& address) {
-    boost::system::error_code error;
-    const auto parsed = boost::asio::ip::make_address(address, error);
-    return !error && parsed.is_loopback();
+using boost::asio::ip::address;
+
+/// One that came over an IPv6 socket as an IPv4 address is one.
+address Plain(const address& given) {
+    if (given.is_v6() && given.to_v6().is_v4_mapped())
+        return boost::asio::ip::make_address_v4(boost::asio::ip::v4_mapped, given.to_v6());
+    return given;
 }
+
+template <class Bytes>
+std::string FirstBytes(const Bytes& bytes, std::size_t count) {
+    return std::string(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)) + '/';
+}
+
+/// The /24 or /64: whoever has one of its addresses may well have all of them.
+std::string NetworkOf(const address& plain) {
+    return plain.is_v4() ? FirstBytes(plain.to_v4().to_bytes(), 3) : FirstBytes(plain.to_v6().to_bytes(), 8);
+}
+
+/// The origin of every stranger.
+constexpr const char* kAnywhere = "";
 
 } // namespace
 
-Connections::Place::Place(std::shared_ptr<Connections> connections, std::string address)
+Connections::Place::Place(std::shared_ptr<Connections> connections, const address& plain)
     : m_connections(std::move(connections))
-    , m_address(std::move(address)) {
-    ++m_connections->m_taken;
-    ++m_connections->m_takenFrom[m_address];
+    , m_address(plain.to_string())
+    , m_origins{kAnywhere, m_address, NetworkOf(plain)}
+    , m_isStranger(!plain.is_loopback())
+    , m_self(m_connections->m_places.insert(m_connections->m_places.end(), this)) {
+    if (m_isStranger) {
+        for (const std::string& origin : m_origins)
+            ++m_connections->m_strangers[origin];
+    }
 }
 
 Connections::Place::~Place() {
-    --m_connections->m_taken;
-    const auto from = m_connections->m_takenFrom.find(m_address);
-    if (--from->second == 0)
-        m_connections->m_takenFrom.erase(from);
+    Leave();
 }
 
-std::shared_ptr<Connections::Place> Connections::Take(const std::string& address) {
-    if (m_isStopped || m_taken >= m_limits.connections)
+void Connections::Place::Trust() {
+    if (!std::exchange(m_isStranger, false))
+        return;
+    for (const std::string& origin : m_origins) {
+        const auto count = m_connections->m_strangers.find(origin);
+        if (--count->second == 0)
+            m_connections->m_strangers.erase(count);
+    }
+}
+
+void Connections::Place::Leave() {
+    if (std::exchange(m_hasLeft, true))
+        return;
+    Trust();
+    m_connections->m_places.erase(m_self);
+}
+
+std::shared_ptr<Connections::Place> Connections::Take(const address& given) {
+    if (m_isStopped)
         return nullptr;
-    const auto from = m_takenFrom.find(address);
-    const bool isAtLimit = from != m_takenFrom.end() && from->second >= m_limits.connectionsPerAddress;
-    if (isAtLimit && !IsOwnMachine(address))
+    const address plain = Plain(given);
+    if (m_places.size() >= m_limits.connections && !SendAway(kAnywhere))
         return nullptr;
-    return std::make_shared<Place>(shared_from_this(), address);
+    if (!plain.is_loopback() && !(HasRoom(plain.to_string(), m_limits.connectionsPerAddress) &&
+                                  HasRoom(NetworkOf(plain), m_limits.connectionsPerNetwork) &&
+                                  HasRoom(kAnywhere, m_limits.connections - m_limits.connections / 10)))
+        return nullptr;
+    return std::make_shared<Place>(shared_from_this(), plain);
 }
 
-void Connections::Join(const std::shared_ptr<Member>& member) {
-    // The dead ones are swept out before they are more than the living.
-    if (++m_joined > 2 * m_taken + 64)
-        Forget();
-    m_members.insert(member);
+bool Connections::HasRoom(const std::string& origin, std::size_t limit) {
+    const auto count = m_strangers.find(origin);
+    return count == m_strangers.end() || count->second < limit || SendAway(origin);
 }
 
-void Connections::Forget() {
-    for (auto place = m_members.begin(); place != m_members.end();)
-        place = place->expired() ? m_members.erase(place) : std::next(place);
-    m_joined = m_members.size();
+bool Connections::SendAway(const std::string& origin) {
+    for (Place* const place : m_places) {
+        const bool isFromThere =
+            std::find(place->m_origins.begin(), place->m_origins.end(), origin) != place->m_origins.end();
+        const auto member = place->m_isStranger && isFromThere ? place->m_member.lock() : nullptr;
+        if (member == nullptr || !member->IsWaiting())
+            continue;
+        place->Leave(); // its end comes later
+        member->Stop();
+        return true;
+    }
+    return false;
 }
 
 void Connections::LookBy(TimePoint due) {
@@ -67,16 +109,21 @@ void Connections::LookBy(TimePoint due) {
     });
 }
 
+std::vector<std::shared_ptr<Connections::Member>> Connections::Members() const {
+    std::vector<std::shared_ptr<Member>> members;
+    for (const Place* const place : m_places) {
+        if (auto member = place->m_member.lock())
+            members.push_back(std::move(member));
+    }
+    return members;
+}
+
 void Connections::Look() {
     m_due = TimePoint::max();
     const auto now = std::chrono::steady_clock::now();
-    Forget();
-    const auto members = m_members;
     auto next = TimePoint::max();
-    for (const auto& weak : members) {
-        if (const auto member = weak.lock())
-            next = std::min(next, member->Check(now));
-    }
+    for (const auto& member : Members())
+        next = std::min(next, member->Check(now));
     // Looking more often would cost more than a late end does.
     if (next != TimePoint::max())
         LookBy(std::max(next, now + std::chrono::milliseconds(250)));
@@ -85,12 +132,8 @@ void Connections::Look() {
 void Connections::Stop() {
     m_isStopped = true;
     m_timer.cancel();
-    const auto members = std::move(m_members);
-    m_members.clear();
-    for (const auto& weak : members) {
-        if (const auto member = weak.lock())
-            member->Stop();
-    }
+    for (const auto& member : Members())
+        member->Stop();
 }
 
 const std::string& Connections::Date() {

@@ -1,28 +1,82 @@
 #pragma once
 
-#include "controller/http/Connections.h"
-#include "controller/http/HttpExchange.h"
+#include "controller/http/ReplyWriter.h"
+#include "controller/http/RequestReader.h"
+#include "controller/http/ServeConnection.h"
 
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/stream.hpp>
 
+#include <functional>
 #include <memory>
-
-namespace boost::asio::ssl {
-class context;
-}
+#include <string>
+#include <type_traits>
 
 namespace controller {
 
-/// A socket of the driver thread's loop; naming the executor saves a virtual call for each operation.
-using HttpSocket =
-    boost::asio::basic_stream_socket<boost::asio::ip::tcp, boost::asio::io_context::executor_type>;
+using TlsStream = boost::asio::ssl::stream<HttpSocket>;
 
-/// Serves one connection until it ends; it keeps itself alive. With `tls`, which must live as long as the
-/// loop, it begins with a handshake.
-void ServeConnection(HttpSocket socket,
-                     std::shared_ptr<Connections::Place> place,
-                     IHttpHandler& handler,
-                     boost::asio::ssl::context* tls);
+/// A connection that speaks HTTP: reads a request, has it handled, writes the reply, and so on, each step in
+/// its time. `HttpConnection.cpp` makes it for plain and TLS streams; for others include
+/// `HttpConnectionSteps.h`.
+template <class Stream>
+class HttpConnection final : public HttpExchange,
+                             public Connections::Member,
+                             public std::enable_shared_from_this<HttpConnection<Stream>> {
+public:
+    static constexpr bool kIsSecure = std::is_same_v<Stream, TlsStream>;
+
+    HttpConnection(std::shared_ptr<Stream> stream,
+                   std::shared_ptr<Connections::Place> place,
+                   IHttpHandler& handler);
+
+    void Start();
+
+    [[nodiscard]] const HttpRequest& Request() const noexcept override { return m_reader.Request(); }
+    void ReadBody(std::size_t limit,
+                  std::chrono::seconds time,
+                  std::function<void(std::string body)> onBody) override;
+    void Reply(HttpReply reply) override;
+    void Upgrade(std::function<void(std::shared_ptr<WebSocket>)> onOpen) override;
+    void TrustClient() override { m_place->Trust(); }
+
+    Connections::TimePoint Check(Connections::TimePoint now) override;
+    void Stop() override { CloseSocket(); }
+    [[nodiscard]] bool IsWaiting() const noexcept override;
+
+private:
+    enum class State { Handshake, Idle, Head, Handling, Body, Replying, Closing, Ended };
+
+    void NextRequest();
+    void Read();
+    void WasRead(const boost::system::error_code& error, std::size_t size);
+    void Do(RequestReader::Step step);
+    void Handle();
+    void HandBody();
+    template <class Work>
+    void Guard(const Work& work);
+    void SendContinue();
+    void Refuse(HttpReply reply);
+    void Write();
+    void Written(const boost::system::error_code& error);
+    void CloseInOrder();
+    void CloseTransport();
+    void CloseSocket();
+    void Enter(State state, std::chrono::seconds time);
+    [[nodiscard]] const HttpLimits& Limits() const noexcept { return m_place->Owner().Limits(); }
+    [[nodiscard]] bool HasEnded() const noexcept { return m_state == State::Ended; }
+
+    const std::shared_ptr<Stream> m_stream;
+    const std::shared_ptr<Connections::Place> m_place;
+    IHttpHandler& m_handler;
+    State m_state = State::Handshake;
+    Connections::TimePoint m_deadline = Connections::TimePoint::max();
+    RequestReader m_reader;
+    std::function<void(std::string)> m_onBody;
+    ReplyWriter m_writer;
+    bool m_isLast = false;
+};
+
+extern template class HttpConnection<HttpSocket>;
+extern template class HttpConnection<TlsStream>;
 
 } // namespace controller

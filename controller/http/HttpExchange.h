@@ -42,6 +42,9 @@ public:
 
     virtual void Reply(HttpReply reply) = 0;
 
+    /// The client has shown that it belongs here: its connection is kept when there are too many.
+    virtual void TrustClient() = 0;
+
     /// Makes a WebSocket of the connection; the request must ask for it. `onOpen` is not called when the
     /// client goes before, or its request is no good.
     virtual void Upgrade(std::function<void(std::shared_ptr<WebSocket>)> onOpen) = 0;

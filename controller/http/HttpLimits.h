@@ -8,7 +8,8 @@ namespace controller {
 /// What a client can make the server hold or wait for.
 struct HttpLimits {
     std::size_t connections = 2000;
-    std::size_t connectionsPerAddress = 100; ///< of one address; the machine's own has no limit of its own
+    std::size_t connectionsPerAddress = 100; ///< of strangers: see Connections.h
+    std::size_t connectionsPerNetwork = 400; ///< of strangers of one /24 or /64
     std::size_t headerBytes = 8192;
     std::size_t targetBytes = 2048;
     std::size_t queuedMessages = 1000;               ///< of a WebSocket, behind the one that is being written

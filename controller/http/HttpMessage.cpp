@@ -1,20 +1,30 @@
 #include "controller/http/HttpMessage.h"
 
+#include <boost/beast/http/status.hpp>
+
 #include <algorithm>
+#include <ostream>
 
 namespace controller {
 
+bool IsSameInLowerCase(std::string_view text, std::string_view lowerCase) noexcept {
+    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [](char one, char other) {
+        return one == other || (one >= 'A' && one <= 'Z' && one - 'A' + 'a' == other);
+    });
+}
+
 std::string_view HttpRequest::Header(std::string_view lowerCaseName) const noexcept {
     for (const auto& [name, value] : headers) {
-        if (name == lowerCaseName)
+        if (IsSameInLowerCase(name, lowerCaseName))
             return value;
     }
     return {};
 }
 
 std::size_t HttpRequest::CountHeaders(std::string_view lowerCaseName) const noexcept {
-    return static_cast<std::size_t>(std::count_if(
-        headers.begin(), headers.end(), [&](const auto& header) { return header.first == lowerCaseName; }));
+    return static_cast<std::size_t>(std::count_if(headers.begin(), headers.end(), [&](const auto& header) {
+        return IsSameInLowerCase(header.first, lowerCaseName);
+    }));
 }
 
 std::string_view ViewOf(const HttpBody& body) noexcept {
@@ -28,42 +38,8 @@ std::string_view ViewOf(const HttpBody& body) noexcept {
 }
 
 std::string_view StatusText(unsigned status) noexcept {
-    struct Entry {
-        unsigned status;
-        std::string_view text;
-    };
-    static constexpr Entry kTexts[] = {
-        {200, "OK"},
-        {201, "Created"},
-        {202, "Accepted"},
-        {204, "No Content"},
-        {304, "Not Modified"},
-        {400, "Bad Request"},
-        {401, "Unauthorized"},
-        {403, "Forbidden"},
-        {404, "Not Found"},
-        {405, "Method Not Allowed"},
-        {408, "Request Timeout"},
-        {409, "Conflict"},
-        {413, "Content Too Large"},
-        {414, "URI Too Long"},
-        {415, "Unsupported Media Type"},
-        {421, "Misdirected Request"},
-        {422, "Unprocessable Content"},
-        {426, "Upgrade Required"},
-        {429, "Too Many Requests"},
-        {431, "Request Header Fields Too Large"},
-        {500, "Internal Server Error"},
-        {501, "Not Implemented"},
-        {503, "Service Unavailable"},
-        {505, "HTTP Version Not Supported"},
-        {507, "Insufficient Storage"},
-    };
-    for (const Entry& entry : kTexts) {
-        if (entry.status == status)
-            return entry.text;
-    }
-    return "Unknown";
+    const auto text = boost::beast::http::obsolete_reason(static_cast<boost::beast::http::status>(status));
+    return text == "<unknown-status>" ? "Unknown" : std::string_view(text.data(), text.size());
 }
 
 namespace {

@@ -1,6 +1,6 @@
 #include "controller/http/HttpServer.h"
 
-#include "controller/http/HttpConnection.h"
+#include "controller/http/ServeConnection.h"
 
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/ssl/context.hpp>
@@ -47,6 +47,9 @@ std::unique_ptr<boost::asio::ssl::context> LoadTls(const TlsFiles& files) {
     using boost::asio::ssl::context;
     auto tls = std::make_unique<context>(context::tls_server);
     tls->set_options(context::default_workarounds | context::no_tlsv1 | context::no_tlsv1_1);
+    // Each connection has keys of its own, and what was sent is authentic. TLS 1.3 knows nothing else.
+    if (SSL_CTX_set_cipher_list(tls->native_handle(), "ECDHE+AESGCM:ECDHE+CHACHA20") != 1)
+        throw std::runtime_error("OpenSSL has none of the cipher suites that are needed for TLS 1.2");
     error_code error;
     tls->use_certificate_chain_file(files.certificate, error);
     if (error)
@@ -138,7 +141,7 @@ void HttpServer::Implementation::Accepted(HttpSocket socket) {
     const auto peer = socket.remote_endpoint(error);
     if (error)
         return; // gone already
-    auto place = m_connections->Take(peer.address().to_string());
+    auto place = m_connections->Take(peer.address());
     if (!place) {
         if (!std::exchange(m_isFull, true))
             m_log.Warning("Too many connections, from " + peer.address().to_string() +

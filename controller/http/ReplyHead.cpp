@@ -13,6 +13,9 @@ constexpr std::string_view kAlways = "X-Content-Type-Options: nosniff\r\n"
                                      "Cross-Origin-Opener-Policy: same-origin\r\n"
                                      "Cross-Origin-Resource-Policy: same-origin\r\n";
 
+/// For thirty days: a house that gives up TLS is not shut out for longer.
+constexpr std::string_view kStaySecure = "Strict-Transport-Security: max-age=2592000\r\n";
+
 /// Data that a browser is made to show as a page can do nothing there.
 constexpr std::string_view kDataPolicy =
     "Content-Security-Policy: default-src 'none'; frame-ancestors 'none'; sandbox\r\n";
@@ -40,16 +43,27 @@ bool HasHeader(const HttpReply& reply, std::string_view name) {
                        [&](const auto& header) { return header.first == name; });
 }
 
+void AppendLength(std::string& out, unsigned status, std::optional<std::size_t> length) {
+    if (!length)
+        out += "Transfer-Encoding: chunked\r\n";
+    else if (status != 204 && status != 304)
+        out.append("Content-Length: ").append(std::to_string(*length)).append("\r\n");
+}
+
 } // namespace
 
-void AppendHead(std::string& out, const HttpReply& reply, const ReplyFrame& frame) {
+void AppendHead(std::string& out,
+                const HttpReply& reply,
+                const ReplyFrame& frame,
+                std::optional<std::size_t> length) {
     out.append("HTTP/1.1 ").append(std::to_string(reply.status)).append(" ");
     out.append(StatusText(reply.status)).append("\r\nDate: ").append(frame.date).append("\r\n");
     if (!reply.contentType.empty())
         out.append("Content-Type: ").append(reply.contentType).append("\r\n");
-    if (reply.status != 204 && reply.status != 304)
-        out.append("Content-Length: ").append(std::to_string(ViewOf(reply.body).size())).append("\r\n");
+    AppendLength(out, reply.status, length);
     out += kAlways;
+    if (frame.isSecure)
+        out += kStaySecure;
     if (reply.isPage)
         AppendPagePolicy(out, frame.host);
     else

@@ -22,10 +22,11 @@ const Asset* Find(std::string_view name) noexcept {
     return nullptr;
 }
 
-HttpRequest Get(std::string path, std::vector<std::pair<std::string, std::string>> headers = {}) {
+HttpRequest Get(std::string_view path,
+                std::vector<std::pair<std::string_view, std::string_view>> headers = {}) {
     HttpRequest request;
     request.method = "GET";
-    request.path = std::move(path);
+    request.path = path;
     request.headers = std::move(headers);
     return request;
 }

@@ -8,7 +8,7 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 TEST(HttpMessageTest, HeaderIsFoundByItsNameAndTheFirstOfTwoCounts) {
     HttpRequest request;
-    request.headers = {{"host", "a"}, {"accept", "b"}, {"host", "c"}};
+    request.headers = {{"Host", "a"}, {"accept", "b"}, {"HOST", "c"}, {"hos", "d"}, {"hostx", "e"}};
 
     EXPECT_EQ(request.Header("host"), "a");
     EXPECT_EQ(request.Header("origin"), "");

@@ -30,7 +30,8 @@ public:
         exchange->ReadBody(100, 1s, [exchange](const std::string& body) {
             HttpReply reply;
             reply.contentType = "text/plain";
-            reply.body = exchange->Request().method + " " + exchange->Request().path + " " + body;
+            const HttpRequest& request = exchange->Request();
+            reply.body = std::string(request.method).append(" ").append(request.path) + " " + body;
             exchange->Reply(std::move(reply));
         });
     }
@@ -179,29 +180,50 @@ TEST_F(HttpServerTest, BodyOverItsLimitIsRefusedAndTheConnectionClosed) {
     EXPECT_TRUE(chunked.IsClosed());
 }
 
-TEST_F(HttpServerTest, LengthThatIsGivenTwiceIsRefused) {
+TEST_F(HttpServerTest, WhatIsRefusedEndsTheConnection) {
     Start();
-
-    EXPECT_TRUE(HasStatus(
-        Ask("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\nTransfer-Encoding: chunked\r\n\r\n"), 400));
-    EXPECT_TRUE(HasStatus(
-        Ask("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\nContent-Length: 4\r\n\r\nabcd"), 400));
+    for (const auto& [status, request] : std::vector<std::pair<int, std::string>>{
+             {400, "hello\r\n\r\n"},
+             {400, "POST / HTTP/1.1\r\nHost: x\r\nTransfer-Encoding: gzip\r\n\r\n"},
+             {413, "POST / HTTP/1.1\r\nHost: x\r\nTransfer-Encoding: chunked\r\n\r\n1;" +
+                       std::string(200000, 'a')},
+             {414, "GET /" + std::string(3000, 'a') + " HTTP/1.1\r\nHost: x\r\n\r\n"},
+             {431, "GET / HTTP/1.1\r\nHost: x\r\nLong: " + std::string(9000, 'a') + "\r\n\r\n"}}) {
+        TestClient client(m_port);
+        client.Send(request + "GET /inside HTTP/1.1\r\nHost: x\r\n\r\n");
+        const std::string reply = client.ReadReply();
+        EXPECT_TRUE(HasStatus(reply, status)) << reply;
+        EXPECT_NE(reply.find("\r\nConnection: close\r\n"), std::string::npos) << reply;
+        EXPECT_NE(reply.find("\"right\":"), std::string::npos) << reply;
+        EXPECT_TRUE(client.IsClosed());
+        EXPECT_EQ(client.ReadReply(), "");
+    }
 }
 
-TEST_F(HttpServerTest, WhatIsNoRequestIsRefused) {
+TEST_F(HttpServerTest, WebSocketRequestWithABodyIsRefused) {
     Start();
+    std::string upgrade = kUpgrade;
+    upgrade.insert(upgrade.size() - 2, "Content-Length: 5\r\n");
 
-    EXPECT_TRUE(HasStatus(Ask("hello\r\n\r\n"), 400));
-    EXPECT_TRUE(HasStatus(Ask(std::string("\x16\x03\x01\x02\x00\x01\x00\r\n\r\n", 11)), 400));
-    EXPECT_TRUE(HasStatus(Ask("GET / HTTP/1.1\r\nBad Header: x\r\n\r\n"), 400));
+    EXPECT_TRUE(HasStatus(Ask(upgrade), 400));
 }
 
-TEST_F(HttpServerTest, HeadAndAddressHaveLimits) {
-    Start();
+TEST_F(HttpServerTest, WebSocketThatSendsFragmentsWithoutEndIsDropped) {
+    HttpLimits limits;
+    limits.messagesPerMinute = 10;
+    Start(limits);
+    TestClient client(m_port);
+    client.Send(kUpgrade);
+    client.ReadReply(false); // nothing may be sent before it
+    client.Send(std::string("\x01\x80\x00\x00\x00\x00", 6));
+    std::string fragments;
+    for (int i = 0; i < 10000; ++i)
+        fragments.append("\x00\x80\x00\x00\x00\x00", 6);
 
-    EXPECT_TRUE(
-        HasStatus(Ask("GET / HTTP/1.1\r\nHost: x\r\nLong: " + std::string(9000, 'a') + "\r\n\r\n"), 431));
-    EXPECT_TRUE(HasStatus(Ask("GET /" + std::string(3000, 'a') + " HTTP/1.1\r\nHost: x\r\n\r\n"), 414));
+    for (int i = 0; i < 1000 && client.Send(fragments); ++i) {
+    }
+
+    EXPECT_EQ(m_handler.closed.get_future().wait_for(20s), std::future_status::ready);
 }
 
 TEST_F(HttpServerTest, HandlerThatThrowsIsAnsweredForAndTheServerGoesOn) {

@@ -6,9 +6,16 @@ namespace controller {
 
 namespace {
 
+ReplyFrame To(std::string_view host) {
+    ReplyFrame frame;
+    frame.date = "now";
+    frame.host = host;
+    return frame;
+}
+
 std::string HeadOf(const HttpReply& reply, const ReplyFrame& frame) {
     std::string head;
-    AppendHead(head, reply, frame);
+    AppendHead(head, reply, frame, ViewOf(reply.body).size());
     return head;
 }
 
@@ -31,7 +38,7 @@ TEST(ReplyHeadTest, DataCanDoNothingWhenABrowserShowsItAsAPage) {
     reply.contentType = "application/json";
     reply.body = std::string("{}");
 
-    const std::string head = HeadOf(reply, {"now", "localhost", false, false});
+    const std::string head = HeadOf(reply, To("localhost"));
 
     EXPECT_EQ(head.rfind("HTTP/1.1 200 OK\r\n", 0), 0U);
     EXPECT_TRUE(Holds(head, "Content-Type: application/json\r\n"));
@@ -45,7 +52,7 @@ TEST(ReplyHeadTest, DataCanDoNothingWhenABrowserShowsItAsAPage) {
 }
 
 TEST(ReplyHeadTest, PageMayReachItsOwnServerAndRunsNoInlineScript) {
-    const std::string head = HeadOf(Page(), {"now", "house.local:8765", false, false});
+    const std::string head = HeadOf(Page(), To("house.local:8765"));
 
     EXPECT_TRUE(Holds(head, "script-src 'self';"));
     EXPECT_TRUE(Holds(head, "connect-src 'self' ws://house.local:8765 wss://house.local:8765;"));
@@ -54,7 +61,7 @@ TEST(ReplyHeadTest, PageMayReachItsOwnServerAndRunsNoInlineScript) {
 }
 
 TEST(ReplyHeadTest, HostThatIsNoPlainNameDoesNotGetIntoThePolicy) {
-    const std::string head = HeadOf(Page(), {"now", "x; script-src *", false, false});
+    const std::string head = HeadOf(Page(), To("x; script-src *"));
 
     EXPECT_FALSE(Holds(head, "script-src *"));
 }
@@ -63,17 +70,32 @@ TEST(ReplyHeadTest, EmptyRepliesHaveNoLength) {
     HttpReply reply;
     reply.status = 204;
 
-    const std::string head = HeadOf(reply, {"now", "localhost", false, true});
+    ReplyFrame frame = To("localhost");
+    frame.isLast = true;
+
+    const std::string head = HeadOf(reply, frame);
 
     EXPECT_FALSE(Holds(head, "Content-Length"));
     EXPECT_TRUE(Holds(head, "Connection: close\r\n"));
+}
+
+TEST(ReplyHeadTest, BrowserThatCameOverTlsIsToldToStayThere) {
+    ReplyFrame frame = To("localhost");
+    EXPECT_FALSE(Holds(HeadOf(Page(), frame), "Strict-Transport-Security"));
+
+    frame.isSecure = true;
+
+    EXPECT_TRUE(Holds(HeadOf(Page(), frame), "\r\nStrict-Transport-Security: max-age=2592000\r\n"));
 }
 
 TEST(ReplyHeadTest, OwnCachingTakesThePlaceOfTheUsualOne) {
     HttpReply reply = Page();
     reply.headers = {{"Cache-Control", "no-cache"}};
 
-    const std::string head = HeadOf(reply, {"now", "localhost", true, false});
+    ReplyFrame frame = To("localhost");
+    frame.isOldClient = true;
+
+    const std::string head = HeadOf(reply, frame);
 
     EXPECT_FALSE(Holds(head, "no-store"));
     EXPECT_TRUE(Holds(head, "Cache-Control: no-cache\r\n"));

@@ -266,6 +266,30 @@ test('a change that was made on an older state is refused when it says which', a
   assert.equal((await house.ask('PUT', at, { name: 'Seven' }, { 'If-Match': '*' })).status, 404);
 });
 
+test('a reply of more than a kilobyte is compressed where asked for, and its tag is as good as the plain one', async () => {
+  const { id } = (await house.ask('POST', '/api/announcements', { name: 'Long', video: { text: 'word '.repeat(300) } }))
+    .body;
+  const at = `/api/announcements/${id}`;
+  const [plain, packed, head] = [
+    await house.ask('GET', at, undefined, { 'Accept-Encoding': 'identity' }),
+    await house.ask('GET', at, undefined, { 'Accept-Encoding': 'gzip' }),
+    await fetch(house.base + at, { method: 'HEAD', headers: { 'Accept-Encoding': 'gzip' } }),
+  ];
+  assert.equal(plain.headers.get('content-encoding'), null);
+  assert.equal(packed.headers.get('content-encoding'), 'gzip');
+  assert.equal(packed.text, plain.text);
+  assert.ok(Number(packed.headers.get('content-length')) < 500);
+  assert.equal(head.headers.get('content-length'), packed.headers.get('content-length'));
+  for (const { headers } of [plain, packed]) assert.equal(headers.get('vary'), 'Accept-Encoding');
+  const [tag, packedTag] = [plain, packed].map(({ headers }) => headers.get('etag'));
+  assert.notEqual(tag, packedTag);
+  assert.equal((await house.ask('PUT', at, packed.body, { 'If-Match': packedTag })).status, 200);
+  assert.equal((await house.ask('PUT', at, packed.body, { 'If-Match': tag })).status, 200);
+  assert.equal((await house.ask('PUT', at, { name: 'Other' }, { 'If-Match': `"no", ${packedTag}` })).status, 200);
+  assert.equal((await house.ask('PUT', at, { name: 'Lost' }, { 'If-Match': packedTag })).status, 412);
+  await house.ask('DELETE', at);
+});
+
 test('a room and a screen are tried out without leaving anything behind', async () => {
   await idle();
   const before = (await house.ask('GET', '/api/announcements')).body;

@@ -150,9 +150,7 @@ test('with a certificate, pages, API and events are served over TLS and over not
         'req',
         '-x509',
         '-newkey',
-        'ec',
-        '-pkeyopt',
-        'ec_paramgen_curve:prime256v1',
+        'rsa:2048',
         '-nodes',
         '-subj',
         '/CN=localhost',
@@ -175,6 +173,16 @@ test('with a certificate, pages, API and events are served over TLS and over not
     await assert.rejects(ask(house, 'GET', '/api/status'), /self-signed/);
     const old = ask(house, 'GET', '/api/status', { ca, maxVersion: 'TLSv1.1', ciphers: 'DEFAULT@SECLEVEL=0' });
     await assert.rejects(old);
+    const by = (ciphers) => ask(house, 'GET', '/api/status', { ca, maxVersion: 'TLSv1.2', ciphers });
+    for (const weak of [
+      'AES256-GCM-SHA384',
+      'ECDHE-RSA-AES256-SHA384',
+      'ECDHE-RSA-AES128-SHA',
+      'DHE-RSA-AES128-SHA256',
+    ])
+      await assert.rejects(by(weak), weak);
+    for (const good of ['ECDHE-RSA-AES128-GCM-SHA256', 'ECDHE-RSA-CHACHA20-POLY1305'])
+      assert.equal((await by(good)).headers['strict-transport-security'], 'max-age=2592000', good);
 
     const socket = new WebSocket(`${house.base.replace('https', 'wss')}/api/events`, { ca });
     const [first] = await within('the first message', once(socket, 'message'));

@@ -1,0 +1,20 @@
+#include "controller/http/ServeConnection.h"
+
+#include "controller/http/HttpConnection.h"
+
+namespace controller {
+
+void ServeConnection(HttpSocket socket,
+                     std::shared_ptr<Connections::Place> place,
+                     IHttpHandler& handler,
+                     boost::asio::ssl::context* tls) {
+    if (tls == nullptr) {
+        auto stream = std::make_shared<HttpSocket>(std::move(socket));
+        std::make_shared<HttpConnection<HttpSocket>>(std::move(stream), std::move(place), handler)->Start();
+        return;
+    }
+    auto stream = std::make_shared<TlsStream>(std::move(socket), *tls);
+    std::make_shared<HttpConnection<TlsStream>>(std::move(stream), std::move(place), handler)->Start();
+}
+
+} // namespace controller
