@@ -94,15 +94,22 @@ std::string WithSteps(const std::string& steps) {
     return OnLine(R"("call":"ILogger.Log","steps":)" + steps);
 }
 
-TEST(ReactionStepTest, ABadReactionIsRefusedWithWhatIsWrongAndWhatWouldBeRight) {
+using Faults = std::vector<std::pair<std::string, std::string>>;
+
+const std::string kMustBeSteps = "; it must be a list of at least one step";
+const std::string kInside = "; from inside a call it is one of \"command\", \"request\", \"stream_ready\", "
+                            "\"play_done\", \"room_asked\", \"save\", \"throw\"";
+
+/// Each line is refused with a message that begins so.
+void ExpectRefused(const Faults& faults) {
+    for (const auto& [line, fault] : faults)
+        EXPECT_EQ(FaultOf(line).substr(0, fault.size()), fault) << line;
+}
+
+TEST(ReactionStepTest, ABadCallOrNumberIsRefusedWithWhatWouldBeRight) {
     const std::string steps = R"("steps":[{"do":"save"}])";
-    const std::string mustBeSteps = "; it must be a list of at least one step";
-    const std::string inside =
-        "; from inside a call it is one of \"command\", \"request\", \"stream_ready\", "
-        "\"play_done\", \"room_asked\", \"save\", \"throw\"";
-    const std::pair<std::string, std::string> kBad[] = {
+    ExpectRefused({
         {OnLine(steps), R"("call" is missing; it must be a text)"},
-        {OnLine(R"("call":"ILogger.Log")"), R"("steps" is missing)" + mustBeSteps},
         {OnLine(R"("call":7,)" + steps), R"("call" is a number; it must be a text)"},
         {OnLine(R"("call":"ILogger.log",)" + steps),
          R"(unknown "call" "ILogger.log"; it is one of "VqBaseDr)"},
@@ -117,15 +124,27 @@ TEST(ReactionStepTest, ABadReactionIsRefusedWithWhatIsWrongAndWhatWouldBeRight) 
         {OnLine(R"("call":"ILogger.Log","nth":1.0,)" + steps), R"("nth" is a number with fraction)"},
         {OnLine(R"("call":"ILogger.Log","times":1,)" + steps),
          R"(unknown member "times"; "on" takes "call", "nth", "steps")"},
-        {WithSteps("[]"), R"("steps" is an empty list)" + mustBeSteps},
-        {WithSteps("null"), R"("steps" is null)" + mustBeSteps},
-        {WithSteps("{}"), R"("steps" is an object)" + mustBeSteps},
-        {WithSteps("[1]"), R"(in "steps", element 1 is a number)" + mustBeSteps},
-        {WithSteps(R"([{"do":"save"},[]])"), R"(in "steps", element 2 is a list)" + mustBeSteps},
-        {WithSteps("[{}]"), R"(in "steps", step 1: "do" is missing)" + inside},
-        {WithSteps(R"([{"do":7}])"), R"(in "steps", step 1: "do" is a number)" + inside},
+    });
+}
+
+TEST(ReactionStepTest, AListOfOtherThanStepsIsRefused) {
+    ExpectRefused({
+        {OnLine(R"("call":"ILogger.Log")"), R"("steps" is missing)" + kMustBeSteps},
+        {WithSteps("[]"), R"("steps" is an empty list)" + kMustBeSteps},
+        {WithSteps("null"), R"("steps" is null)" + kMustBeSteps},
+        {WithSteps("{}"), R"("steps" is an object)" + kMustBeSteps},
+        {WithSteps("[1]"), R"(in "steps", element 1 is a number)" + kMustBeSteps},
+        {WithSteps(R"([{"do":"save"},[]])"), R"(in "steps", element 2 is a list)" + kMustBeSteps},
+        {WithSteps("[{}]"), R"(in "steps", step 1: "do" is missing)" + kInside},
+        {WithSteps(R"([{"do":7}])"), R"(in "steps", step 1: "do" is a number)" + kInside},
+        {R"({"do":"host","rooms":[{"do":"save"}]})", R"(in "rooms", element 1 is an object; it must be)"},
+    });
+}
+
+TEST(ReactionStepTest, ABadStepIsRefusedWithItsPlace) {
+    ExpectRefused({
         {WithSteps(R"([{"do":"save"},{"do":"advance","ms":1}])"),
-         R"(in "steps", step 2: unknown "do" "advance")" + inside},
+         R"(in "steps", step 2: unknown "do" "advance")" + kInside},
         {WithSteps(R"([{"do":"save","ms":1}])"),
          R"(in "steps", step 1: unknown member "ms"; "save" takes none)"},
         {WithSteps(R"([{"do":"room_asked"}])"), R"(in "steps", step 1: "id" is missing; it must be)"},
@@ -135,6 +154,19 @@ TEST(ReactionStepTest, ABadReactionIsRefusedWithWhatIsWrongAndWhatWouldBeRight) 
          R"(in "steps", step 1: in "params", "a" is a number; it must be)"},
         {WithSteps(R"([{"do":"request","name":"add_room"}])"),
          R"(in "steps", step 1: "name" is "add_room"; from inside a call it must be "get_announcements" or )"},
+    });
+}
+
+TEST(ReactionStepTest, OnlyWhatAHostDoesInsideACallMayStandInAReaction) {
+    for (const std::string kind : {"host", "create", "initialize", "register", "advance", "destroy", "on"}) {
+        std::string fault = R"(in "steps", step 1: unknown "do" ")";
+        fault.append(kind).append("\"").append(kInside);
+        EXPECT_EQ(FaultOf(WithSteps(R"([{"do":")" + kind + R"("}])")), fault);
+    }
+}
+
+TEST(ReactionStepTest, AThrowIsTheLastStepOfAReactionAndSaysWhatIsThrown) {
+    ExpectRefused({
         {WithSteps(R"([{"do":"throw","type":"other"},{"do":"save"}])"),
          R"(in "steps", step 1: "throw" must be the last step)"},
         {WithSteps(R"([{"do":"throw"}])"), R"(in "steps", step 1: "type" is missing; it must be a text)"},
@@ -143,15 +175,7 @@ TEST(ReactionStepTest, ABadReactionIsRefusedWithWhatIsWrongAndWhatWouldBeRight) 
         {WithSteps(R"([{"do":"throw","type":"other","text":null}])"),
          R"(in "steps", step 1: "text" is null; it must be a text)"},
         {R"({"do":"throw","type":"other"})", R"(unknown "do" "throw"; it is one of "host")"},
-        {R"({"do":"host","rooms":[{"do":"save"}]})", R"(in "rooms", element 1 is an object; it must be)"},
-    };
-    for (const auto& [line, fault] : kBad)
-        EXPECT_EQ(FaultOf(line).substr(0, fault.size()), fault) << line;
-    for (const std::string kind : {"host", "create", "initialize", "register", "advance", "destroy", "on"}) {
-        std::string fault = R"(in "steps", step 1: unknown "do" ")";
-        fault.append(kind).append("\"").append(inside);
-        EXPECT_EQ(FaultOf(WithSteps(R"([{"do":")" + kind + R"("}])")), fault);
-    }
+    });
 }
 
 TEST(ReactionStepTest, ADeepOrWideReactionIsRefusedWithoutBeingBuilt) {
