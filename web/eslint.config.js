@@ -1,7 +1,7 @@
 import tseslint from 'typescript-eslint';
 
 export default tseslint.config(
-  { ignores: ['**/*.mjs'] },
+  { ignores: ['**/*.mjs', 'src/api/types.ts'] },
   ...tseslint.configs.strictTypeChecked,
   {
     languageOptions: {

@@ -1,5 +1,5 @@
 import { describe, expect, it } from 'vitest';
-import type { HistoryEntry } from '../src/api/types';
+import type { HistoryEntry } from '../src/api/objects';
 import { asCsv, filtered, outcomeOf, reasonOf } from '../src/model/history';
 
 const names = { roomName: (id: number) => `Room ${id}`, screenName: (id: number) => `Screen ${id}` };

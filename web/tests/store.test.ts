@@ -1,6 +1,6 @@
 import { beforeAll, describe, expect, it, vi } from 'vitest';
 import type { HouseEvent } from '../src/api/events';
-import type { WholeState } from '../src/api/types';
+import type { WholeState } from '../src/api/objects';
 import { blank } from '../src/model/draft';
 import { Store } from '../src/store/Store';
 
@@ -31,6 +31,7 @@ const state: WholeState = {
       output: 'auto',
       volume: 30,
       max_volume: 100,
+      lead_silence_ms: 0,
       in_announcement: false,
       awake: false,
       trouble: null,

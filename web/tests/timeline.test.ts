@@ -1,5 +1,5 @@
 import { describe, expect, it } from 'vitest';
-import type { Moment, Rehearsal } from '../src/api/types';
+import type { Moment, Rehearsal } from '../src/api/objects';
 import { marksOf, pictureOf } from '../src/model/timeline';
 
 const rehearsal = (length: number, timeline: Moment[]): Rehearsal => ({

@@ -1,5 +1,5 @@
 import { describe, expect, it } from 'vitest';
-import type { Announcement } from '../src/api/types';
+import type { Announcement } from '../src/api/objects';
 import { blank } from '../src/model/draft';
 import { bytes, listing, seconds, soundOf } from '../src/model/format';
 import { refusalOf, safeName } from '../src/model/media';

@@ -51,7 +51,7 @@ export class EventStream<Events> {
   async reconnect(): Promise<void> {
     const attempt = this.drop();
     try {
-      const { ticket, rights } = await request<{ ticket: string; rights: string[] }>('POST', '/api/tickets');
+      const { ticket, rights } = await request('post', '/api/tickets');
       if (attempt !== this.attempt) return;
       if (this.listeners.onRights(rights)) this.open(attempt, ticket);
     } catch (problem) {

@@ -1,6 +1,6 @@
 // The messages of the two event streams: the type of each, and what it carries.
 
-import type { Announcement, Popup, WholeState } from './types';
+import type { Announcement, Popup, WholeState } from './objects';
 
 interface OfAnnouncement {
   announcement: number;

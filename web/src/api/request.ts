@@ -2,6 +2,7 @@
 
 import { problemText } from '../texts/problem';
 import { token } from './access';
+import type { Given, Method, Path, Reply } from './operations';
 
 export interface MediaUser {
   id: number;
@@ -25,55 +26,94 @@ export class Problem extends Error {
   }
 }
 
-export interface Reply<T> {
+export interface Answer<T> {
   value: T;
   etag: string;
 }
 
-/** Gives the reply's JSON (null without one) and its tag. Throws `Problem`. */
-export async function exchange<T>(method: string, path: string, body?: unknown, ifMatch?: string): Promise<Reply<T>> {
+type Values = Record<string, string | number>;
+
+/** The address of an operation: `addressOf('/api/rooms/{id}', {id: 12})` is "/api/rooms/12". */
+export function addressOf(path: string, values: Values = {}, query: Values = {}): string {
+  const filled = path.replace(/\{(\w+)\}/g, (_whole, name: string) => encodeURIComponent(String(values[name])));
+  const pairs = Object.entries(query).map(([name, value]) => `${name}=${encodeURIComponent(String(value))}`);
+  return pairs.length > 0 ? `${filled}?${pairs.join('&')}` : filled;
+}
+
+/** Gives the reply and its tag. Throws `Problem`. */
+export async function exchange<P extends Path, M extends Method<P>>(
+  method: M,
+  path: P,
+  ...[given]: Given<P, M>
+): Promise<Answer<Reply<P, M>>> {
+  const {
+    path: values,
+    query,
+    body,
+    ifMatch,
+  } = (given ?? {}) as {
+    path?: Values;
+    query?: Values;
+    body?: unknown;
+    ifMatch?: string;
+  };
   const headers: Record<string, string> = authorization();
   if (body !== undefined) headers['Content-Type'] = 'application/json';
   if (ifMatch) headers['If-Match'] = ifMatch;
-  const response = await send(path, { method, headers, body: body === undefined ? undefined : JSON.stringify(body) });
+  const response = await send(addressOf(path, values, query), {
+    method: method.toUpperCase(),
+    headers,
+    body: body === undefined ? undefined : JSON.stringify(body),
+  });
   const isJson = /\bjson\b/.test(response.headers.get('Content-Type') ?? '');
-  return { value: (isJson ? await response.json() : null) as T, etag: response.headers.get('ETag') ?? '' };
+  return {
+    value: (isJson ? await response.json() : null) as Reply<P, M>,
+    etag: response.headers.get('ETag') ?? '',
+  };
 }
 
-export async function request<T>(method: string, path: string, body?: unknown): Promise<T> {
-  return (await exchange<T>(method, path, body)).value;
+/** Gives the reply. Throws `Problem`. */
+export async function request<P extends Path, M extends Method<P>>(
+  method: M,
+  path: P,
+  ...given: Given<P, M>
+): Promise<Reply<P, M>> {
+  return (await exchange(method, path, ...given)).value;
 }
 
 /** Sent also when the page is being left. */
-export function requestInPassing(method: string, path: string): void {
-  void fetch(path, { method, headers: authorization(), keepalive: true }).catch(() => undefined);
+export function deleteInPassing(address: string): void {
+  void fetch(address, { method: 'DELETE', headers: authorization(), keepalive: true }).catch(() => undefined);
 }
 
 /** A file of the media folder. Throws `Problem`. */
-export async function fetchFile(path: string): Promise<Blob> {
-  return (await send(path, { headers: authorization() })).blob();
+export async function fetchFile(address: string): Promise<Blob> {
+  return (await send(address, { headers: authorization() })).blob();
 }
 
-export const mediaPath = (name: string): string => `/api/media/${encodeURIComponent(name)}`;
+export const mediaAddress = (name: string): string => addressOf('/api/media/{name}', { name });
 
 /** Stores a file of the media folder; `onShare` hears how much has been sent, 0 to 1. Throws `Problem`. */
-export function upload<T>(name: string, file: Blob, onShare: (share: number) => void): Promise<T> {
+export function upload(
+  name: string,
+  file: Blob,
+  onShare: (share: number) => void,
+): Promise<Reply<'/api/media/{name}', 'put'>> {
   return new Promise((resolve, reject) => {
     const call = new XMLHttpRequest(); // fetch tells nothing of what has been sent
-    call.open('PUT', mediaPath(name));
+    call.open('PUT', mediaAddress(name));
     for (const [header, value] of Object.entries(authorization())) call.setRequestHeader(header, value);
     call.setRequestHeader('Content-Type', 'application/octet-stream');
     call.upload.onprogress = (event) => onShare(event.lengthComputable ? event.loaded / event.total : 0);
     call.onerror = () => reject(new Problem(0, problemText.unreachable));
     call.onload = () => {
       const reply = parsed(call.responseText);
-      if (call.status < 300) resolve(reply as T);
+      if (call.status < 300) resolve(reply as Reply<'/api/media/{name}', 'put'>);
       else reject(problemOf(call.status, call.statusText, reply));
     };
     call.send(file);
   });
 }
-
 function authorization(): Record<string, string> {
   const own = token();
   return own ? { Authorization: `Bearer ${own}` } : {};

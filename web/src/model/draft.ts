@@ -1,6 +1,6 @@
 // An announcement while it is edited: what it begins as, what is wrong with it, how two of them differ.
 
-import type { Announcement, AnnouncementBody } from '../api/types';
+import type { Announcement, AnnouncementBody } from '../api/objects';
 import { t } from '../texts/page';
 import { seconds } from './format';
 import type { PlaceNames } from './names';

@@ -1,6 +1,6 @@
 // What was played: filtered, and as files for other programs.
 
-import type { HistoryEntry } from '../api/types';
+import type { HistoryEntry } from '../api/objects';
 import { t } from '../texts/page';
 import { soundOf } from './format';
 import type { PlaceNames } from './names';

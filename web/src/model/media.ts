@@ -1,6 +1,6 @@
 // Files that people bring: their names, and which of them can be taken.
 
-import type { MediaFile } from '../api/types';
+import type { MediaFile } from '../api/objects';
 import { t } from '../texts/page';
 import { bytes } from './format';
 

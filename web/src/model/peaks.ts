@@ -1,6 +1,6 @@
 // How loud a sound is over its length, for its picture.
 
-import { fetchFile, mediaPath } from '../api/request';
+import { fetchFile, mediaAddress } from '../api/request';
 
 const known = new Map<string, Promise<number[]>>();
 
@@ -17,7 +17,7 @@ export function peaksOf(name: string, version: string, count: number): Promise<n
 }
 
 async function read(name: string, count: number): Promise<number[]> {
-  const bytes = await (await fetchFile(mediaPath(name))).arrayBuffer();
+  const bytes = await (await fetchFile(mediaAddress(name))).arrayBuffer();
   const sound = await new OfflineAudioContext(1, 1, 44100).decodeAudioData(bytes);
   return peaksIn(sound.getChannelData(0), count);
 }

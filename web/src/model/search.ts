@@ -1,6 +1,6 @@
 // Which announcements a few words mean.
 
-import type { Announcement } from '../api/types';
+import type { Announcement } from '../api/objects';
 
 /** Every word must stand somewhere; letters with and without marks are the same. */
 export function matching(

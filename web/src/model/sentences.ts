@@ -1,6 +1,6 @@
 // What happens at a moment of a rehearsal, told.
 
-import type { Moment } from '../api/types';
+import type { Moment } from '../api/objects';
 import type { Names } from './names';
 import { t } from '../texts/page';
 

@@ -1,6 +1,6 @@
 // Listening to a sound here, in this browser: one at a time.
 
-import { fetchFile, mediaPath } from '../api/request';
+import { fetchFile, mediaAddress } from '../api/request';
 
 let audio: HTMLAudioElement | null = null;
 let end: (() => void) | null = null;
@@ -17,7 +17,7 @@ export function stop(): void {
 export async function listen(name: string, onEnd: () => void): Promise<void> {
   stop();
   end = onEnd;
-  const own = new Audio(URL.createObjectURL(await fetchFile(mediaPath(name))));
+  const own = new Audio(URL.createObjectURL(await fetchFile(mediaAddress(name))));
   if (end !== onEnd) return; // another one was wanted meanwhile
   audio = own;
   own.onended = () => {

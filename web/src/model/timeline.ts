@@ -1,6 +1,6 @@
 // A rehearsal as a picture: rooms and screens as rows, what happens to them as bars.
 
-import type { Moment, Rehearsal } from '../api/types';
+import type { Moment, Rehearsal } from '../api/objects';
 
 export type BarKind = 'setup' | 'delay' | 'sound' | 'popup' | 'restore';
 export interface Bar {

@@ -1,6 +1,6 @@
 // The popup: its message, picture, remaining time and OK button.
 
-import type { Popup } from '../api/types';
+import type { Popup } from '../api/objects';
 import { screenText } from '../texts/screen';
 import { AutoScroll } from './AutoScroll';
 import { elements, setText } from './elements';

@@ -12,7 +12,6 @@ import { PopupView } from './PopupView';
 import { Wakefulness } from './Wakefulness';
 
 const id = location.pathname.split('/').pop() ?? '';
-const api = `/api/navigators/${id}`;
 
 adoptTokenFromAddress();
 
@@ -34,7 +33,7 @@ const popup = new PopupView({
 /** Tells the controller, which closes the popup on every screen. Lost on the way: told again with the next state. */
 async function confirm(number: number): Promise<void> {
   try {
-    await request('POST', `${api}/popups/${number}/ok`);
+    await request('post', '/api/navigators/{id}/popups/{number}/ok', { path: { id: Number(id), number } });
   } catch (problem) {
     const isRefused = problem instanceof Problem && problem.status !== 0;
     if (isRefused) popup.forgetConfirmed(); // it will be shown again if it still stands
@@ -62,7 +61,7 @@ const handlers: Handlers<ScreenEvents, []> = {
   popup_hidden: (data) => popup.hideNumber(data.number),
 };
 
-const stream = new EventStream<ScreenEvents>(`${api}/events`, {
+const stream = new EventStream<ScreenEvents>(`/api/navigators/${id}/events`, {
   onEvent: (event) => handle(handlers, event),
   onLink: (link) => idle.showLink(link),
   onRights: () => true, // the socket itself is refused when they are not enough

@@ -3,7 +3,7 @@
 import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { Problem, request } from '../api/request';
-import type { AnnouncementBody, Rehearsal } from '../api/types';
+import type { AnnouncementBody, Rehearsal } from '../api/objects';
 import { errorsIn } from '../model/draft';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
@@ -52,7 +52,7 @@ export class AnnouncementOutlook extends LitElement {
 
   private async rehearse(text: string, announcement: AnnouncementBody): Promise<void> {
     try {
-      const rehearsal = await request<Rehearsal>('POST', '/api/rehearsal', { announcement });
+      const rehearsal = await request('post', '/api/rehearsal', { body: { announcement } });
       if (text !== this.asked) return;
       this.rehearsal = rehearsal;
       this.problem = '';

@@ -3,7 +3,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
 import { request } from '../api/request';
-import type { Announcement } from '../api/types';
+import type { Announcement } from '../api/objects';
 import { listing } from '../model/format';
 import { editAddress, newAddress } from '../model/route';
 import { deleteWithUndo } from './deleting';
@@ -220,7 +220,7 @@ export class AnnouncementRow extends LitElement {
   private play(): void {
     const { id, name } = this.announcement;
     void attempt(async () => {
-      const { state } = await request<{ state: string }>('POST', `/api/announcements/${id}/play`);
+      const { state } = await request('post', '/api/announcements/{id}/play', { path: { id } });
       if (state === 'waiting') toast({ text: t.list.asked(name) });
     });
   }

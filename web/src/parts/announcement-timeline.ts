@@ -2,7 +2,7 @@
 
 import { LitElement, css, html, nothing, svg } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
-import type { Moment, Rehearsal } from '../api/types';
+import type { Moment, Rehearsal } from '../api/objects';
 import { seconds } from '../model/format';
 import { marksOf, pictureOf, type Bar, type BarKind, type Picture, type Row } from '../model/timeline';
 import { sentenceOf } from '../model/sentences';

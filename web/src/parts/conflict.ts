@@ -1,7 +1,7 @@
 // Two people have changed the same announcement: what each has made of it, and what is to become of it.
 
 import { html } from 'lit';
-import type { AnnouncementBody } from '../api/types';
+import type { AnnouncementBody } from '../api/objects';
 import { differences } from '../model/draft';
 import { store } from '../store/live';
 import { t } from '../texts/page';

@@ -1,7 +1,7 @@
 // Deleting with a way back: the announcement is hidden at once and deleted when the way back is gone.
 
-import { request, requestInPassing } from '../api/request';
-import type { Announcement } from '../api/types';
+import { addressOf, deleteInPassing, request } from '../api/request';
+import type { Announcement } from '../api/objects';
 import { t } from '../texts/page';
 import { store } from '../store/live';
 import { attempt, toast } from './ui-toasts';
@@ -9,7 +9,7 @@ import { attempt, toast } from './ui-toasts';
 const SECOND_THOUGHTS = 8000;
 const waiting = new Map<number, number>(); // timers by id
 
-const path = (id: number): string => `/api/announcements/${id}`;
+const PATH = '/api/announcements/{id}';
 
 export function deleteWithUndo({ id, name }: Announcement): void {
   hide(id, true);
@@ -28,7 +28,7 @@ function undo(id: number): void {
 
 async function finish(id: number): Promise<void> {
   waiting.delete(id);
-  if (!(await attempt(() => request('DELETE', path(id))))) hide(id, false);
+  if (!(await attempt(() => request('delete', PATH, { path: { id } })))) hide(id, false);
 }
 
 function hide(id: number, isHidden: boolean): void {
@@ -41,7 +41,7 @@ function hide(id: number, isHidden: boolean): void {
 window.addEventListener('pagehide', () => {
   for (const [id, timer] of waiting) {
     clearTimeout(timer);
-    requestInPassing('DELETE', path(id));
+    deleteInPassing(addressOf(PATH, { id }));
   }
   waiting.clear();
 });

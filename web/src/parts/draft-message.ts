@@ -5,7 +5,7 @@ import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switc
 import type SlTextarea from '@shoelace-style/shoelace/dist/components/textarea/textarea.js';
 import { html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
-import type { Binding } from '../api/types';
+import type { Binding } from '../api/objects';
 import { store } from '../store/live';
 import { t } from '../texts/page';
 import { DraftPart } from './draft-part';

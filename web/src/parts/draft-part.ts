@@ -3,7 +3,7 @@
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import { LitElement, css, html, nothing } from 'lit';
 import { property } from 'lit/decorators.js';
-import type { AnnouncementBody } from '../api/types';
+import type { AnnouncementBody } from '../api/objects';
 import { LONGEST, type Errors } from '../model/draft';
 import { Following } from '../store/live';
 import { shared } from '../styles/shared';

@@ -4,7 +4,7 @@ import type SlRange from '@shoelace-style/shoelace/dist/components/range/range.j
 import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
 import { html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
-import type { RoomTarget } from '../api/types';
+import type { RoomTarget } from '../api/objects';
 import { volume } from '../model/format';
 import { store } from '../store/live';
 import { t } from '../texts/page';

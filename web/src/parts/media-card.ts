@@ -2,8 +2,8 @@
 
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
-import { mediaPath, Problem, request, type MediaUser } from '../api/request';
-import type { MediaFile } from '../api/types';
+import { Problem, request, type MediaUser } from '../api/request';
+import type { MediaFile } from '../api/objects';
 import { bytes, listing, seconds } from '../model/format';
 import { editAddress } from '../model/route';
 import { Following, store } from '../store/live';
@@ -100,7 +100,7 @@ export class MediaCard extends LitElement {
     ]);
     if (answer !== 'delete') return;
     try {
-      await request('DELETE', mediaPath(name));
+      await request('delete', '/api/media/{name}', { path: { name } });
       toast({ text: t.media.removed(name) });
     } catch (problem) {
       // Somebody else has begun to use it meanwhile.

@@ -3,7 +3,6 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { Problem, upload } from '../api/request';
-import type { MediaFile } from '../api/types';
 import { ACCEPTED, refusalOf, safeName, type Wanted } from '../model/media';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
@@ -161,7 +160,7 @@ export class MediaDrop extends LitElement {
     try {
       this.under = { name, share: 0 };
       return (
-        await upload<MediaFile>(name, file, (share) => {
+        await upload(name, file, (share) => {
           this.under = { name, share };
         })
       ).name;

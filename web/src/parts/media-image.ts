@@ -2,7 +2,7 @@
 
 import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { fetchFile, mediaPath } from '../api/request';
+import { fetchFile, mediaAddress } from '../api/request';
 import { isImageAddress } from '../model/draft';
 
 @customElement('media-image')
@@ -45,7 +45,7 @@ export class MediaImage extends LitElement {
     }
     if (!isImageAddress(name)) return;
     try {
-      const source = URL.createObjectURL(await fetchFile(mediaPath(name)));
+      const source = URL.createObjectURL(await fetchFile(mediaAddress(name)));
       if (name === this.name) this.source = source;
       else URL.revokeObjectURL(source);
     } catch {

@@ -112,6 +112,6 @@ export class NowBar extends LitElement {
   }
 
   private dismiss(): void {
-    void attempt(() => request('POST', '/api/dismiss'));
+    void attempt(() => request('post', '/api/dismiss'));
   }
 }

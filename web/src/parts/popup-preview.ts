@@ -2,7 +2,7 @@
 
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
-import type { AnnouncementBody } from '../api/types';
+import type { AnnouncementBody } from '../api/objects';
 import { seconds } from '../model/format';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';

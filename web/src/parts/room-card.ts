@@ -4,7 +4,7 @@ import type SlRange from '@shoelace-style/shoelace/dist/components/range/range.j
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { request } from '../api/request';
-import type { Room } from '../api/types';
+import type { Room } from '../api/objects';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 import { attempt } from './ui-toasts';
@@ -109,12 +109,12 @@ export class RoomCard extends LitElement {
     while (this.next !== null) {
       const volume = this.next;
       this.next = null;
-      await attempt(() => request('PUT', `/api/rooms/${this.room.id}/volume`, { volume }));
+      await attempt(() => request('put', '/api/rooms/{id}/volume', { path: { id: this.room.id }, body: { volume } }));
     }
     this.isSending = false;
   }
 
   private test(): void {
-    void attempt(() => request('POST', `/api/rooms/${this.room.id}/test`));
+    void attempt(() => request('post', '/api/rooms/{id}/test', { path: { id: this.room.id } }));
   }
 }

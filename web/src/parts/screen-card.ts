@@ -3,7 +3,7 @@
 import { LitElement, css, html } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
 import { request } from '../api/request';
-import type { Screen } from '../api/types';
+import type { Screen } from '../api/objects';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
@@ -81,6 +81,6 @@ export class ScreenCard extends LitElement {
   }
 
   private test(): void {
-    void attempt(() => request('POST', `/api/navigators/${this.screen.id}/test`));
+    void attempt(() => request('post', '/api/navigators/{id}/test', { path: { id: this.screen.id } }));
   }
 }

@@ -2,7 +2,7 @@
 
 import { LitElement, css, html, svg, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import type { MediaFile } from '../api/types';
+import type { MediaFile } from '../api/objects';
 import { seconds } from '../model/format';
 import { peaksOf } from '../model/peaks';
 import { t } from '../texts/page';

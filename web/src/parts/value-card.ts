@@ -4,7 +4,7 @@ import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.j
 import { LitElement, css, html } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { request } from '../api/request';
-import type { Variable } from '../api/types';
+import type { Variable } from '../api/objects';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 import { attempt, toast } from './ui-toasts';
@@ -54,7 +54,7 @@ export class ValueCard extends LitElement {
     const { device, variable, name } = this.value;
     const value = this.written ?? this.value.value;
     void attempt(async () => {
-      await request('PUT', `/api/variables/${device}/${variable}`, { value });
+      await request('put', '/api/variables/{device}/{variable}', { path: { device, variable }, body: { value } });
       toast({ text: t.house.isSet(name), tone: 'good' });
       this.written = null;
     });

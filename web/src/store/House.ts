@@ -1,6 +1,6 @@
 // What the page knows of the house, and what the things in it are called.
 
-import type { Announcement, MediaFile, Popup, Room, Screen, Status, Variable } from '../api/types';
+import type { Announcement, MediaFile, Popup, Room, Screen, Status, Variable } from '../api/objects';
 import type { Names } from '../model/names';
 import { t } from '../texts/page';
 

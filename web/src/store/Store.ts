@@ -3,7 +3,7 @@
 import type { Link } from '../api/EventStream';
 import { handle, type HouseEvent } from '../api/events';
 import { request } from '../api/request';
-import type { MediaFile, Room, Screen, Status } from '../api/types';
+import type { MediaFile } from '../api/objects';
 import { byId, House } from './House';
 import { LiveLog } from './LiveLog';
 import { leavesQuestions, reducers } from './reducers';
@@ -77,9 +77,9 @@ export class Store extends House {
     const asked = this.changes;
     try {
       const [status, rooms, screens] = await Promise.all([
-        request<Status>('GET', '/api/status'),
-        request<{ rooms: Room[] }>('GET', '/api/rooms'),
-        request<{ navigators: Screen[] }>('GET', '/api/navigators'),
+        request('get', '/api/status'),
+        request('get', '/api/rooms'),
+        request('get', '/api/navigators'),
       ]);
       if (asked !== this.changes) {
         this.refreshSoon(); // what came meanwhile is newer than the answer may be
@@ -96,7 +96,7 @@ export class Store extends House {
 
   /** Throws `Problem`. */
   async loadMedia(): Promise<void> {
-    this.media = (await request<{ media: MediaFile[] }>('GET', '/api/media')).media;
+    this.media = (await request('get', '/api/media')).media;
     this.changed();
   }
 }

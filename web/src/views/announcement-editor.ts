@@ -3,8 +3,8 @@
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import { LitElement, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { exchange, Problem } from '../api/request';
-import type { Announcement, AnnouncementBody } from '../api/types';
+import { exchange, Problem, request } from '../api/request';
+import type { AnnouncementBody } from '../api/objects';
 import { blank, bodyOf, copyOf, errorOf, errorsIn, isSame, type Errors } from '../model/draft';
 import { newAddress } from '../model/route';
 import { askAboutConflict } from '../parts/conflict';
@@ -20,6 +20,7 @@ import { editorStyles } from '../styles/editor';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 
+const PATH = '/api/announcements/{id}';
 const LIST = '#/announcements';
 
 @customElement('announcement-editor')
@@ -76,12 +77,12 @@ export class AnnouncementEditor extends LitElement {
       return;
     }
     this.draft = null;
-    await this.read();
+    await this.read(this.announcement);
   }
 
-  private async read(): Promise<void> {
+  private async read(id: number): Promise<void> {
     try {
-      const { value, etag } = await exchange<Announcement>('GET', `/api/announcements/${this.announcement}`);
+      const { value, etag } = await exchange('get', PATH, { path: { id } });
       this.saved = bodyOf(value);
       this.draft = this.saved;
       this.tag = etag;
@@ -178,8 +179,9 @@ export class AnnouncementEditor extends LitElement {
   private async save(draft: AnnouncementBody, tag: string): Promise<void> {
     this.isSaving = true;
     try {
-      if (this.announcement === null) await exchange('POST', '/api/announcements', draft);
-      else await exchange('PUT', `/api/announcements/${this.announcement}`, draft, tag);
+      const id = this.announcement;
+      if (id === null) await request('post', '/api/announcements', { body: draft });
+      else await request('put', PATH, { path: { id }, body: draft, ifMatch: tag });
       this.saved = draft;
       toast({ text: t.editor.saved(draft.name), tone: 'good' });
       location.hash = LIST;
@@ -207,8 +209,9 @@ export class AnnouncementEditor extends LitElement {
   /** Somebody else has saved it meanwhile: this one looks, and decides. */
   private async resolveConflict(): Promise<void> {
     const mine = this.draft;
-    if (!mine) return;
-    const { value, etag } = await exchange<Announcement>('GET', `/api/announcements/${this.announcement}`);
+    const id = this.announcement;
+    if (!mine || id === null) return;
+    const { value, etag } = await exchange('get', PATH, { path: { id } });
     const answer = await askAboutConflict(mine, bodyOf(value));
     if (answer === 'overwrite') await this.save(mine, etag);
     if (answer !== 'reload') return;

@@ -4,7 +4,7 @@ import '@lit-labs/virtualizer';
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
-import type { Announcement } from '../api/types';
+import type { Announcement } from '../api/objects';
 import { newAddress } from '../model/route';
 import { matching } from '../model/search';
 import '../parts/announcement-row';

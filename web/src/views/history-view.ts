@@ -5,7 +5,7 @@ import { LitElement, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
 import { request } from '../api/request';
-import type { HistoryEntry } from '../api/types';
+import type { HistoryEntry } from '../api/objects';
 import { listing, moment, seconds } from '../model/format';
 import {
   asCsv,
@@ -52,7 +52,7 @@ export class HistoryView extends LitElement {
     this.isLoading = true;
     this.seen = store.endings;
     await attempt(async () => {
-      const newest = await this.read('');
+      const newest = await this.read();
       const known = new Set(newest.map((one) => one.id));
       this.hasMore = this.entries === null ? newest.length === PAGE : this.hasMore;
       this.entries = [...newest, ...(this.entries ?? []).filter((one) => !known.has(one.id))];
@@ -61,14 +61,17 @@ export class HistoryView extends LitElement {
     await this.follow();
   }
 
-  private async read(before: string): Promise<HistoryEntry[]> {
-    return (await request<{ history: HistoryEntry[] }>('GET', `/api/history?limit=${PAGE}${before}`)).history;
+  /** The newest, or those before the entry with this id. */
+  private async read(before?: number): Promise<HistoryEntry[]> {
+    const limit = String(PAGE);
+    const query = before === undefined ? { limit } : { limit, before: String(before) };
+    return (await request('get', '/api/history', { query })).history;
   }
 
   private async more(): Promise<void> {
     const entries = this.entries ?? [];
     await attempt(async () => {
-      const older = await this.read(`&before=${entries[entries.length - 1]?.id ?? 0}`);
+      const older = await this.read(entries[entries.length - 1]?.id);
       this.entries = [...entries, ...older];
       this.hasMore = older.length === PAGE;
     });

@@ -3,7 +3,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
-import type { MediaFile } from '../api/types';
+import type { MediaFile } from '../api/objects';
 import '../parts/media-card';
 import '../parts/media-drop';
 import { attempt } from '../parts/ui-toasts';
