@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -13,6 +14,7 @@ using Value = StepLine::Value;
 using Kind = Value::Kind;
 
 constexpr std::size_t kMostMembers = 64;
+constexpr std::size_t kUsualMembers = 4;
 
 } // namespace
 
@@ -32,10 +34,13 @@ void StepLineBuilder::Key(std::string& name) {
         return;
     if (m_line.members.size() == kMostMembers)
         throw std::invalid_argument("it has more members than any step takes");
-    m_line.members.emplace_back(std::move(name), Value());
+    if (m_line.members.empty())
+        m_line.members.reserve(kUsualMembers); // members are large to be moved
+    m_line.members.emplace_back(std::piecewise_construct, std::forward_as_tuple(std::move(name)),
+                                std::forward_as_tuple());
 }
 
-void StepLineBuilder::Take(Value value) {
+void StepLineBuilder::Take(Value&& value) {
     if (m_step)
         m_step->Take(std::move(value));
     else if (m_depth == 1)

@@ -16,7 +16,7 @@ public:
     explicit StepLineBuilder(bool mayHoldSteps) : m_mayHoldSteps(mayHoldSteps) {}
 
     /// A value, without what is inside a list or an object.
-    void Take(StepLine::Value value);
+    void Take(StepLine::Value&& value);
     void Open(StepLine::Value::Kind kind);
     void Close();
     /// Throws `std::invalid_argument` when there are more members than any step takes.

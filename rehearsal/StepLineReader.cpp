@@ -53,7 +53,7 @@ public:
 
 private:
     bool TakeNumber(Kind kind, std::uint64_t number);
-    bool Take(Value value);
+    bool Take(Value&& value);
     bool Open(Kind kind);
     bool Close();
 
@@ -71,7 +71,7 @@ bool Reader::TakeNumber(Kind kind, std::uint64_t number) {
     return Take(std::move(value));
 }
 
-bool Reader::Take(Value value) {
+bool Reader::Take(Value&& value) {
     if (!m_root)
         m_root = value.kind;
     else if (IsInside())
