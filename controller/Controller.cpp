@@ -44,7 +44,7 @@ void Controller::Print(const std::string& line) {
 void Controller::Greet() {
     Print(m_house.name + ": " + CountOf(m_house.rooms.size(), "room") + ", " +
           CountOf(m_house.navigators.size(), "navigator") + ", " +
-          CountOf(m_announcements.Count(), "announcement") + ".");
+          CountOf(m_announcements.All()->size(), "announcement") + ".");
     Print("Open " + m_server.Address() + " in a browser.");
     if (::isatty(STDIN_FILENO) == 1)
         Print("Type a command, `help` lists them, `quit` ends.");
@@ -61,7 +61,7 @@ void Controller::Run() {
     });
     Greet();
     for (const std::uint32_t id : m_options.play)
-        m_announcements.Play(id, [this](const AnnouncementService::Outcome& outcome) {
+        m_announcements.Play(id, [this](const Announcements::Outcome& outcome) {
             if (outcome.answer.kind != AgentAnswer::Kind::Done)
                 m_log.Error("Nothing is played at the start: " + outcome.answer.text);
         });
@@ -104,8 +104,8 @@ void Controller::End() {
     m_service.Stopping();
     m_server.Close();
     m_stillToDo = 2;
-    m_store->Retry();
-    m_keeper.Save([this](const std::string& error) {
+    m_announcements.Check();
+    m_announcements.Save([this](const std::string& error) {
         if (!error.empty())
             m_log.Error("The announcements could not be saved: " + error);
         StopWhenDone();

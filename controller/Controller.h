@@ -5,7 +5,7 @@
 #include "controller/agent/DigitalAudio.h"
 #include "controller/agent/NowPlaying.h"
 #include "controller/agent/RoomProxy.h"
-#include "controller/announcements/AnnouncementService.h"
+#include "controller/announcements/Announcements.h"
 #include "controller/api/ApiServer.h"
 #include "controller/audio/AudioEngine.h"
 #include "controller/console/Console.h"
@@ -17,7 +17,6 @@
 #include "controller/media/SoundFinder.h"
 #include "controller/running/ServiceManager.h"
 #include "controller/state/DataFolder.h"
-#include "controller/state/StateKeeper.h"
 
 #include <boost/asio/signal_set.hpp>
 
@@ -62,7 +61,6 @@ private:
     [[nodiscard]] audio::EngineServices EngineServices();
     [[nodiscard]] DigitalAudio::Parts AudioParts();
     [[nodiscard]] ControllerParts ServerParts();
-    [[nodiscard]] std::string FirstState() const;
 
     void ConnectAgent();
     void AnnouncementEnded();
@@ -95,8 +93,7 @@ private:
     DeviceManager m_devices;
     DriverHost m_driverHost;
     AgentHost m_agent;
-    StateKeeper m_keeper;
-    AnnouncementService m_announcements;
+    Announcements m_announcements;
     HistoryRecorder m_history;
     ApiServer m_server;
     ServiceManager m_service;

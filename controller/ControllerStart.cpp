@@ -1,6 +1,6 @@
 // How a controller comes to be: what is opened, in which order, and what it starts with.
 #include "controller/Controller.h"
-#include "controller/maintenance/StateText.h"
+#include "controller/state/StateText.h"
 
 #include <csignal>
 #include <stdexcept>
@@ -58,17 +58,13 @@ Controller::Controller(House house, Options options, Log& log)
     , m_devices(NavigatorIds(m_house),
                 m_popups,
                 log,
-                {[this] { m_keeper.SaveSoon(); },
+                {[this] { m_announcements.StateInvalidated(); },
                  [this] {
                      return m_playing.Current() ? m_playing.Current()->show : 0;
                  }})
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
-    , m_keeper({[this] { return m_agent.State(); },
-                [this](std::uint32_t announcement) { return m_agent.State(announcement); }, *m_store,
-                m_driver, m_feed, log},
-               m_opened.state.agentState)
-    , m_announcements(m_agent, m_keeper, m_feed)
+    , m_announcements({m_agent, *m_store, m_driver, m_feed, log})
     , m_history(m_feed,
                 {[this](std::uint32_t id) { return m_announcements.NameOf(id); },
                  [this](const HistoryEntry& entry) { m_store->AddHistory(entry); },
@@ -82,7 +78,7 @@ Controller::Controller(House house, Options options, Log& log)
           m_feed,
           [this](std::uint32_t id) { return m_announcements.NameOf(id); },
           [this](const std::string& line) { Print(line); })
-    , m_console({m_house, m_announcements, m_keeper, *m_store, m_volumes, m_variables, m_popups,
+    , m_console({m_house, m_announcements, *m_store, m_volumes, m_variables, m_popups,
                  [this](const std::string& line) { Print(line); },
                  [this] {
                      End();
@@ -161,12 +157,6 @@ ControllerParts Controller::ServerParts() {
             }};
 }
 
-std::string Controller::FirstState() const {
-    if (!m_opened.state.agentState.empty() || m_house.firstAnnouncements.empty())
-        return m_opened.state.agentState;
-    return statetext::Read(m_house.firstAnnouncements);
-}
-
 void Controller::ConnectAgent() {
     for (const House::Room& room : m_house.rooms) {
         auto& proxy = m_rooms.try_emplace(room.id, room.id, m_audio, m_volumes, m_feed).first->second;
@@ -176,13 +166,17 @@ void Controller::ConnectAgent() {
     m_services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&m_timers), 1);
     m_services.RegisterInterface(IDigitalAudio::kGuid, static_cast<IDigitalAudio*>(&m_audio), 1);
     m_driverHost.SetListeners({[this](std::uint32_t id) { m_playing.EventFired(id); },
-                               [this] { m_keeper.SaveSoon(); },
+                               [this] { m_announcements.StateInvalidated(); },
                                [this](const std::string& /*name*/) {
                                    m_agent.HandlerMissing();
                                }});
     m_timers.SetDriverTimerListener([this] { m_playing.DriverTimerDone(); });
+    const bool areKept = m_opened.state.areAnnouncementsKept;
+    const bool areFirst = !areKept && !m_house.firstAnnouncements.empty();
+    const AnnouncementRows rows =
+        areFirst ? state_text::Read(m_house.firstAnnouncements) : std::move(m_opened.state.announcements);
     try {
-        m_agent.Start(FirstState());
+        m_agent.Start(state_text::ForAgent(rows));
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(
             "The announcements in " + (m_dataFolder.Path() / StateDatabase::kFileName).string() +
@@ -190,7 +184,7 @@ void Controller::ConnectAgent() {
             ". `announcement-controller export` writes them out as text, and `import` takes the "
             "mended text back");
     }
-    m_keeper.SaveSoon();
+    m_announcements.Begin(rows, areKept);
 }
 
 } // namespace controller

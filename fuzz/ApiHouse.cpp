@@ -1,6 +1,7 @@
 #include "fuzz/ApiHouse.h"
 
 #include "controller/http/ServeConnection.h"
+#include "controller/state/StateText.h"
 #include "fuzz/Require.h"
 
 #include <boost/asio/executor_work_guard.hpp>
@@ -118,11 +119,7 @@ ApiHouse::ApiHouse()
                  }})
     , m_driverHost(m_timers, m_log)
     , m_agent(MODULE, m_services, m_driverHost, m_log)
-    , m_keeper({[this] { return m_agent.State(); },
-                [this](std::uint32_t announcement) { return m_agent.State(announcement); }, m_store, m_driver,
-                m_feed, m_log},
-               kState)
-    , m_announcements(m_agent, m_keeper, m_feed)
+    , m_announcements({m_agent, m_store, m_driver, m_feed, m_log})
     , m_api(Parts(), &FindAsset)
     , m_connections(std::make_shared<Connections>(m_driver.Context(), Limits())) {
     (void)LoadedModule();
@@ -134,7 +131,9 @@ ApiHouse::ApiHouse()
     m_driverHost.SetListeners({{}, {}, [this](const std::string& /*name*/) {
                                    m_agent.HandlerMissing();
                                }});
-    m_agent.Start(kState);
+    const AnnouncementRows rows = state_text::Split(kState);
+    m_agent.Start(state_text::ForAgent(rows));
+    m_announcements.Begin(rows, false);
 }
 
 ControllerParts ApiHouse::Parts() {
@@ -175,6 +174,7 @@ std::string ApiHouse::Converse(const std::string& bytes, const std::string& then
             client.SendRest();
         }
     }
+    m_announcements.Check(); // what differs is an error in the log, which none may be
     return client.Got();
 }
 

@@ -44,8 +44,7 @@ private:
     DeviceManager m_devices;
     DriverHost m_driverHost;
     AgentHost m_agent;
-    StateKeeper m_keeper;
-    AnnouncementService m_announcements;
+    Announcements m_announcements;
     Api m_api;
     std::shared_ptr<Connections> m_connections;
 };

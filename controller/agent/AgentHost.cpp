@@ -118,11 +118,4 @@ std::string AgentHost::State() {
     return text;
 }
 
-std::string AgentHost::State(std::uint32_t announcement) {
-    const AgentAnswer answer = Ask("get_announcement", {{"id", std::to_string(announcement)}});
-    if (answer.kind != AgentAnswer::Kind::Reply)
-        throw std::runtime_error(answer.text);
-    return answer.element->FindChild("id") != nullptr ? ToXmlText(*answer.element) : std::string();
-}
-
 } // namespace controller

@@ -61,10 +61,6 @@ public:
     /// The agent's present state as XML text. Throws `std::runtime_error` when the agent cannot give it.
     [[nodiscard]] std::string State();
 
-    /// The element of one announcement in it; empty when there is none with this id. Throws
-    /// `std::runtime_error` when the agent cannot give it.
-    [[nodiscard]] std::string State(std::uint32_t announcement);
-
     /// The handler that the driver host calls for names that nobody registered.
     void HandlerMissing() noexcept { m_isUnknown = true; }
 

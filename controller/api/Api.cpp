@@ -5,7 +5,6 @@
 #include "controller/api/json/JsonObject.h"
 #include "controller/http/Problem.h"
 #include "controller/media/MediaName.h"
-#include "host/VqXML.h"
 
 namespace controller {
 
@@ -13,8 +12,8 @@ using Json = nlohmann::ordered_json;
 
 namespace {
 
-/// A longer list of announcements is turned into JSON elsewhere.
-constexpr std::size_t kLongXml = 65536;
+/// A longer list of announcements is written elsewhere.
+constexpr std::size_t kLongList = 64;
 
 std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators) {
     std::vector<std::uint32_t> ids;
@@ -99,15 +98,14 @@ Access::Parts Api::AccessParts() {
 }
 
 EventStreams::Parts Api::StreamParts() {
-    return {[this](const EventStreams::State& give) { GiveWholeState(give); },
-            [this](std::uint32_t navigator) { return PageState(navigator); },
-            [this](std::uint32_t navigator) {
-                const auto* const found = house_json::FindNavigator(m_parts.house, navigator);
-                return found != nullptr ? found->room : 0;
-            },
-            [this](std::uint32_t announcement) {
-                return AnnouncementText(announcement);
-            }};
+    return {
+        [this](const EventStreams::State& give) { GiveWholeState(give); },
+        [this](std::uint32_t navigator) { return PageState(navigator); },
+        [this](std::uint32_t navigator) {
+            const auto* const found = house_json::FindNavigator(m_parts.house, navigator);
+            return found != nullptr ? found->room : 0;
+        },
+    };
 }
 
 void Api::Handle(std::shared_ptr<HttpExchange> exchange) {
@@ -257,15 +255,6 @@ void Api::Run(const Wanted& wanted) {
     });
 }
 
-std::string Api::AnnouncementText(std::uint32_t id) {
-    const AgentAnswer answer = m_parts.announcements.Announcement(id);
-    if (answer.element.Get() == nullptr || answer.element->FindChild("id") == nullptr)
-        return "";
-    Json announcement = announcement_json::FromXml(*answer.element);
-    announcement["id"] = id;
-    return Dump(announcement);
-}
-
 std::string Api::WholeStateWithoutAnnouncements() const {
     return Dump({{"status", house_json::Status(m_context)},
                  {"rooms", house_json::Rooms(m_context)},
@@ -274,25 +263,17 @@ std::string Api::WholeStateWithoutAnnouncements() const {
 }
 
 void Api::GiveWholeState(const EventStreams::State& give) {
-    std::string xml;
-    m_parts.announcements.Request(
-        "get_announcements", {},
-        [&xml](const AnnouncementService::Outcome& outcome) { xml = outcome.answer.text; });
-    if (xml.empty())
-        xml = "<announcements/>"; // there is no agent any more
+    const auto list = m_parts.announcements.All();
     // Both texts are objects: they are made one.
-    const auto join = [](std::string state, const std::string& list) {
-        state.back() = ',';
-        return state + list.substr(1);
+    const auto whole = [list, state = WholeStateWithoutAnnouncements()] {
+        return state.substr(0, state.size() - 1) + "," + announcement_json::ListText(*list).substr(1);
     };
-    std::string state = WholeStateWithoutAnnouncements();
-    if (xml.size() <= kLongXml) {
-        give(join(std::move(state), announcement_json::ListFromXml(xml)));
+    if (list->size() <= kLongList) {
+        give(whole());
         return;
     }
-    m_worker->Submit([this, xml, state, join, give] {
-        const std::string whole = join(state, announcement_json::ListFromXml(xml));
-        m_parts.driver.Post("the first message of a socket", [give, whole] { give(whole); });
+    m_worker->Submit([this, whole, give] {
+        m_parts.driver.Post("the first message of a socket", [give, text = whole()] { give(text); });
     });
 }
 

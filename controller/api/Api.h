@@ -43,7 +43,6 @@ private:
     [[nodiscard]] Access::Parts AccessParts();
     void GiveWholeState(const EventStreams::State& give);
     [[nodiscard]] std::string PageState(std::uint32_t navigator) const;
-    [[nodiscard]] std::string AnnouncementText(std::uint32_t id);
 
     ControllerParts m_parts;
     const HostCheck m_hosts;

@@ -41,7 +41,6 @@ public:
 
     /// A value of the query; empty when it is missing.
     [[nodiscard]] std::string Query(std::string_view name) const;
-    [[nodiscard]] const Values& AllOfQuery() const noexcept { return m_query; }
 
     /// What the caller may do.
     [[nodiscard]] const Rights& Caller() const noexcept { return m_caller; }

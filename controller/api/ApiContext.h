@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/access/Access.h"
-#include "controller/announcements/AnnouncementService.h"
+#include "controller/announcements/Announcements.h"
 #include "controller/api/ApiCall.h"
 #include "controller/api/streams/EventStreams.h"
 #include "controller/api/streams/HouseWatch.h"
@@ -33,7 +33,7 @@ struct ControllerParts {
     const House& house;
     DriverThread& driver;
     EventFeed& feed;
-    AnnouncementService& announcements;
+    Announcements& announcements;
     Popups& popups;
     Variables& variables;
     RoomVolumes& volumes;

@@ -1,5 +1,6 @@
 #include "controller/api/RehearsalTimeline.h"
 
+#include "controller/announcements/AnnouncementXml.h"
 #include "controller/driver/Log.h"
 #include "controller/media/MediaName.h"
 #include "framework/CmdMessage.h"
@@ -194,7 +195,10 @@ void DoStep(Rehearsal& rehearsal, const Step& step) {
 
 Step InitializeStep(const Order& order) {
     Step step = Step::Plain(StepKind::Initialize);
-    step.state = "<announcements>" + order.announcement + "</announcements>";
+    // The agent knows it by the id that it carries.
+    Announcement announcement = order.announcement;
+    announcement.carriedId.reset();
+    step.state = "<announcements>" + announcement_xml::ToXml(announcement) + "</announcements>";
     step.savedState = VqXML::CreateXmlDocument(*step.state);
     return step;
 }
@@ -216,7 +220,7 @@ Json Run(const std::string& moduleFile, const Order& order) {
     sink.Listen(true);
     Step play = Step::Plain(StepKind::Command);
     play.name = "execute_announcement";
-    play.params = {{"id", std::to_string(order.id)}};
+    play.params = {{"id", std::to_string(order.announcement.id)}};
     DoStep(rehearsal, play);
     Step second = Step::Plain(StepKind::Advance);
     second.duration = VirtualTime(1000);
@@ -227,8 +231,9 @@ Json Run(const std::string& moduleFile, const Order& order) {
     sink.Listen(false);
     Json timeline = sink.Take();
     if (sink.IsEnded())
-        timeline.push_back({{"at_ms", sink.End()}, {"what", "ended"}, {"announcement", order.id}});
-    return {{"announcement", order.id},
+        timeline.push_back(
+            {{"at_ms", sink.End()}, {"what", "ended"}, {"announcement", order.announcement.id}});
+    return {{"announcement", order.announcement.id},
             {"length_ms", sink.End()},
             {"complete", sink.IsEnded()},
             {"timeline", std::move(timeline)}};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controller/announcements/Announcement.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
@@ -15,8 +17,7 @@ constexpr std::uint64_t kLongest = 600'000;
 constexpr std::size_t kMaxEntries = 10'000;
 
 struct Order {
-    std::string announcement;        ///< the "announcement" element's text, with its id
-    std::uint32_t id = 0;            ///< which is this
+    Announcement announcement;
     std::uint64_t streamReadyMs = 0; ///< how long the stream takes to be ready
     std::uint64_t soundMs = 0;       ///< how long the sound lasts
 };

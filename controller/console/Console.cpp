@@ -1,10 +1,7 @@
 #include "controller/console/Console.h"
 
-#include "host/VqXML.h"
-
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <utility>
 
 namespace controller {
@@ -53,9 +50,9 @@ void Console::Take(const ConsoleInput::Line& line, const ConsoleInput::Answered&
     }
 }
 
-AnnouncementService::Done Console::PrintOutcome(const std::string& good,
-                                                const ConsoleInput::Answered& answered) const {
-    return [print = m_parts.print, good, answered](const AnnouncementService::Outcome& outcome) {
+Announcements::Done Console::PrintOutcome(const std::string& good,
+                                          const ConsoleInput::Answered& answered) const {
+    return [print = m_parts.print, good, answered](const Announcements::Outcome& outcome) {
         switch (outcome.answer.kind) {
         case AgentAnswer::Kind::Done:
             print(good);
@@ -76,11 +73,7 @@ AnnouncementService::Done Console::PrintOutcome(const std::string& good,
 }
 
 WriteDone Console::PrintWritten(const std::string& good, const ConsoleInput::Answered& answered) const {
-    // Told a second time when a failed write has succeeded later; only the first one is the reply.
-    return [print = m_parts.print, good, answered,
-            isTold = std::make_shared<bool>(false)](const std::string& error) {
-        if (std::exchange(*isTold, true))
-            return;
+    return [print = m_parts.print, good, answered](const std::string& error) {
         print(error.empty() ? good : good + "; warning: this is not on the disk yet: " + error);
         answered();
     };
@@ -114,18 +107,12 @@ void Console::Command(const ConsoleCommand& command, const ConsoleInput::Answere
 }
 
 void Console::List(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {
-    m_parts.announcements.Request(
-        "get_announcements", {},
-        [print = m_parts.print, answered](const AnnouncementService::Outcome& outcome) {
-            const auto document = VqXML::CreateXmlDocument(outcome.answer.text);
-            auto* list = document ? document->GetRootNode()->GetChildren() : nullptr;
-            auto* child = list != nullptr ? list->First() : nullptr;
-            if (child == nullptr)
-                print("There are no announcements.");
-            for (; child != nullptr; child = list->Next())
-                print(child->GetChildValue("id") + "  " + child->GetChildValue("name"));
-            answered();
-        });
+    const auto list = m_parts.announcements.All();
+    if (list->empty())
+        m_parts.print("There are no announcements.");
+    for (const AnnouncementPointer& announcement : *list)
+        m_parts.print(std::to_string(announcement->id) + "  " + announcement->name);
+    answered();
 }
 
 void Console::Rooms(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {
@@ -196,7 +183,7 @@ void Console::History(const ConsoleCommand& command, const ConsoleInput::Answere
 }
 
 void Console::Save(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {
-    m_parts.keeper.Save([print = m_parts.print, answered](const std::string& error) {
+    m_parts.announcements.Save([print = m_parts.print, answered](const std::string& error) {
         print(error.empty() ? "saved" : "error: not saved: " + error);
         answered();
     });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/announcements/AnnouncementService.h"
+#include "controller/announcements/Announcements.h"
 #include "controller/console/ConsoleInput.h"
 #include "controller/house/House.h"
 #include "controller/rooms/Popups.h"
@@ -19,8 +19,7 @@ class Console {
 public:
     struct Parts {
         const House& house;
-        AnnouncementService& announcements;
-        StateKeeper& keeper;
+        Announcements& announcements;
         StateStore& store;
         RoomVolumes& volumes;
         Variables& variables;
@@ -59,8 +58,8 @@ private:
     void Save(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Quit(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
 
-    [[nodiscard]] AnnouncementService::Done PrintOutcome(const std::string& good,
-                                                         const ConsoleInput::Answered& answered) const;
+    [[nodiscard]] Announcements::Done PrintOutcome(const std::string& good,
+                                                   const ConsoleInput::Answered& answered) const;
     [[nodiscard]] WriteDone PrintWritten(const std::string& good,
                                          const ConsoleInput::Answered& answered) const;
     [[nodiscard]] static const Entry* Find(const std::string& verb);

@@ -2,9 +2,9 @@
 
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
-#include "controller/maintenance/StateText.h"
 #include "controller/state/DataFolder.h"
 #include "controller/state/StateDatabase.h"
+#include "controller/state/StateText.h"
 
 #include <fstream>
 #include <iostream>
@@ -31,9 +31,10 @@ void maintenance::Export(const std::filesystem::path& house, const std::filesyst
     const auto databaseFile = read.dataFolder / StateDatabase::kFileName;
     if (!std::filesystem::exists(databaseFile))
         throw std::runtime_error("There is nothing to export: " + databaseFile.string() + " does not exist");
-    const std::string state = StateDatabase(read.dataFolder).Read().agentState;
-    if (state.empty())
+    const StoredState stored = StateDatabase(read.dataFolder).Read();
+    if (!stored.areAnnouncementsKept)
         throw std::runtime_error("There is nothing to export: no announcements have been stored yet");
+    const std::string state = state_text::ForPeople(stored.announcements);
     if (file.empty() || file == "-") {
         std::cout << state << '\n' << std::flush;
         return;
@@ -48,10 +49,10 @@ void maintenance::Export(const std::filesystem::path& house, const std::filesyst
 
 void maintenance::Import(const std::filesystem::path& house, const std::filesystem::path& file) {
     const House read = ReadHouseFile(house);
-    const std::string state = statetext::Read(file);
+    const AnnouncementRows rows = state_text::Read(file);
     const DataFolder folder(read.dataFolder);
     StateDatabase database(read.dataFolder);
-    database.Together([&](StateDatabase& together) { together.WriteAgentState(state); });
+    database.Together([&](StateDatabase& together) { together.ReplaceAnnouncements(rows); });
     std::cout << "imported " << file.string() << '\n';
 }
 

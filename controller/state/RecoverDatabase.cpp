@@ -1,5 +1,8 @@
+#include "controller/state/Durable.h"
+#include "controller/state/FormerSchema.h"
+#include "controller/state/RowChecksum.h"
 #include "controller/state/StateDatabase.h"
-#include "controller/state/TextEdit.h"
+#include "controller/state/StateText.h"
 #include "host/VqXML.h"
 
 #include <algorithm>
@@ -12,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kCompanions[] = {"", "-wal", "-shm"};
+/// So many keys are looked for behind a damage.
+constexpr int kMaxKeys = 100000;
 
 std::string Stamp() {
     const std::time_t now = std::time(nullptr);
@@ -50,47 +55,101 @@ std::uint32_t Id(const SqliteStatement& row, int column) {
     return static_cast<std::uint32_t>(row.Number(column));
 }
 
-/// The text with the edits behind it, as far as they can be read and give a whole text.
-std::string WithEdits(Sqlite& damaged, std::int64_t id, const std::string& state) {
-    std::string edited = state;
-    std::int64_t last = 0;
-    bool isWhole = true;
-    (void)TakeRows(damaged,
-                   "SELECT id, place, removed, added FROM agent_state_edit WHERE state = " +
-                       std::to_string(id) + " ORDER BY id",
-                   [&](const SqliteStatement& row) {
-                       // None may be missing in between.
-                       isWhole = isWhole && row.Number(0) == ++last &&
-                                 TextEdit{row.Number(1), row.Number(2), row.Text(3)}.Apply(edited);
-                   });
-    return isWhole && VqXML::CreateXmlDocument(edited) ? edited : state;
+bool IsAnnouncement(const AnnouncementRow& row) {
+    const auto document = VqXML::CreateXmlDocument(row.xml);
+    return document && document->GetRootNode()->GetName() == "announcement";
 }
 
-/// The newest state that is whole; a torn one would be refused by the agent. From both ends, for what stands
-/// behind the damage can only be reached from the other one.
-std::string NewestWholeState(Sqlite& damaged) {
-    std::int64_t newest = -1;
-    std::int64_t last = -1; // also of those that are torn
-    std::string state;
-    for (const char* order : {"DESC", "ASC"})
-        (void)TakeRows(damaged, std::string("SELECT id, xml FROM agent_state ORDER BY id ") + order,
-                       [&](const SqliteStatement& row) {
-                           std::string xml = row.Text(1);
-                           last = std::max(last, row.Number(0));
-                           if (row.Number(0) <= newest || !VqXML::CreateXmlDocument(xml))
-                               return;
-                           newest = row.Number(0);
-                           state = std::move(xml);
-                       });
-    return newest == last ? WithEdits(damaged, newest, state) : state;
+/// The rows of a damaged table, one by one, and what is said of those that are lost.
+class RowsOfDamaged {
+public:
+    explicit RowsOfDamaged(Sqlite& damaged) {
+        try {
+            const SqliteStatement table(damaged, kRows);
+        } catch (const SqliteError& error) {
+            m_lost.push_back(std::string("Lost: all announcements: ") + error.what() + ".");
+            return;
+        }
+        for (int failures = 0; failures < kMaxKeys; ++m_next, ++failures) {
+            try {
+                ReadFrom(damaged);
+                break;
+            } catch (const SqliteError&) {
+                m_isGap = true; // the next keys may stand on a page that can be read
+            }
+        }
+        if (m_isGap)
+            TellGap("");
+    }
+
+    [[nodiscard]] const AnnouncementRows& Rows() const noexcept { return m_rows; }
+    [[nodiscard]] const std::vector<std::string>& Lost() const noexcept { return m_lost; }
+
+private:
+    void ReadFrom(Sqlite& damaged) {
+        SqliteStatement rows(damaged, kRows);
+        rows.Bind(m_next);
+        while (rows.Step()) {
+            AnnouncementRow row{rows.Number(0), rows.Text(1), rows.Text(2)};
+            if (m_isGap)
+                TellGap("before " + Named(row));
+            m_next = row.key + 1;
+            if (ChecksumOf(row) != rows.Number(3) || !IsAnnouncement(row))
+                m_lost.push_back("Lost: " + Named(row) + ", which is damaged.");
+            else
+                m_rows.push_back(std::move(row));
+        }
+    }
+
+    void TellGap(const std::string& end) {
+        const std::string begin = m_rows.empty() ? "" : "behind " + Named(m_rows.back());
+        m_lost.push_back("Lost: what stood " + begin + (begin.empty() || end.empty() ? "" : " and ") + end +
+                         ", where the file cannot be read.");
+        m_isGap = false;
+    }
+
+    static constexpr const char* kRows =
+        "SELECT key, xml, house, checksum FROM announcement WHERE key >= ? ORDER BY key";
+
+    AnnouncementRows m_rows;
+    std::vector<std::string> m_lost;
+    std::int64_t m_next = 0;
+    bool m_isGap = false;
+};
+
+bool IsOfFormerSchema(Sqlite& damaged) {
+    try {
+        return SqliteStatement(damaged, "SELECT 1 FROM sqlite_master WHERE name = 'agent_state'").Step();
+    } catch (const SqliteError&) {
+        return false;
+    }
+}
+
+AnnouncementRows FormerRows(Sqlite& damaged) {
+    const std::string text = former_schema::NewestWholeText(damaged);
+    try {
+        return text.empty() ? AnnouncementRows() : state_text::Split(text);
+    } catch (const std::runtime_error&) {
+        return {}; // XML of something else
+    }
+}
+
+void TakeOverAnnouncements(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& lines) {
+    AnnouncementRows taken;
+    if (IsOfFormerSchema(damaged)) {
+        taken = FormerRows(damaged);
+    } else {
+        const RowsOfDamaged rows(damaged);
+        lines.insert(lines.end(), rows.Lost().begin(), rows.Lost().end());
+        taken = rows.Rows();
+    }
+    if (!taken.empty())
+        sound.ReplaceAnnouncements(taken);
+    lines.push_back("Read: " + std::to_string(taken.size()) + " announcements.");
 }
 
 void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& lines) {
-    const std::string state = NewestWholeState(damaged);
-    if (!state.empty())
-        sound.WriteAgentState(state);
-    lines.emplace_back(state.empty() ? "No announcements could be read."
-                                     : "The announcements could be read.");
+    TakeOverAnnouncements(damaged, sound, lines);
     const std::size_t volumes =
         TakeRows(damaged, "SELECT room, volume FROM room_volume", [&](const SqliteStatement& row) {
             sound.WriteVolume(Id(row, 0), std::min(Id(row, 1), 100U));
@@ -118,7 +177,7 @@ void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& l
 
 void ReadWhatCanBe(const fs::path& copy, StateDatabase& sound, std::vector<std::string>& lines) {
     try {
-        Sqlite damaged(copy.string(), Sqlite::Mode::ReadWriteCreate);
+        Sqlite damaged(copy.string());
         // Goes on when one table's place is lost, instead of refusing all of them.
         damaged.Execute("PRAGMA writable_schema=ON");
         sound.Together([&](StateDatabase& database) { TakeOver(damaged, database, lines); });
@@ -129,34 +188,70 @@ void ReadWhatCanBe(const fs::path& copy, StateDatabase& sound, std::vector<std::
 
 bool IsSound(const fs::path& folder) {
     try {
-        const StateDatabase database(folder);
+        (void)StateDatabase(folder).Read();
         return true;
-    } catch (const UnusableDatabase&) {
+    } catch (const DamagedDatabase&) {
         return false;
     }
+}
+
+void RemoveWithCompanions(const fs::path& file) {
+    for (const char* companion : kCompanions)
+        fs::remove(file.string() + companion);
+}
+
+void CopyWithCompanions(const fs::path& from, const fs::path& to) {
+    for (const char* companion : kCompanions) {
+        if (!fs::exists(from.string() + companion))
+            continue;
+        fs::copy_file(from.string() + companion, to.string() + companion);
+        durable::Sync(to.string() + companion);
+    }
+}
+
+/// The new database takes the old one's place. What stands beside the old one would be taken for the new
+/// one's.
+void PutInPlace(const fs::path& folder) {
+    const std::string file = (folder / StateDatabase::kFileName).string();
+    fs::remove(file + "-wal");
+    fs::remove(file + "-shm");
+    durable::Replace(folder / StateDatabase::kRecoveredName, file);
+}
+
+/// A new database under another name, and in it what can be read; on the disk as a whole, or not there.
+void Fill(const fs::path& folder, const fs::path& copy, std::vector<std::string>& lines) {
+    const fs::path recovered = folder / StateDatabase::kRecoveredName;
+    const fs::path part = recovered.string() + ".part";
+    RemoveWithCompanions(part);
+    {
+        StateDatabase sound(folder, part.filename().string());
+        ReadWhatCanBe(copy, sound, lines);
+    }
+    durable::Sync(part);
+    durable::Replace(part, recovered);
 }
 
 } // namespace
 
 std::vector<std::string> StateDatabase::Recover(const std::filesystem::path& folder) {
     const fs::path file = folder / kFileName;
+    if (fs::exists(folder / kRecoveredName)) {
+        PutInPlace(folder);
+        return {"The recovery that was interrupted has been ended."};
+    }
     if (!fs::exists(file) || IsSound(folder))
         return {};
     const fs::path aside = FreeName(file);
+    CopyWithCompanions(file, aside);
+    durable::Sync(folder);
     // Read from a copy: SQLite writes to what it opens, and what is set aside shall stay as it is.
     const fs::path copy = file.string() + ".recovering";
-    for (const char* companion : kCompanions) {
-        if (!fs::exists(file.string() + companion))
-            continue;
-        fs::rename(file.string() + companion, aside.string() + companion);
-        fs::copy_file(aside.string() + companion, copy.string() + companion,
-                      fs::copy_options::overwrite_existing);
-    }
+    RemoveWithCompanions(copy);
+    CopyWithCompanions(file, copy);
     std::vector<std::string> lines{"The damaged database has been set aside as " + aside.string() + "."};
-    StateDatabase sound(folder);
-    ReadWhatCanBe(copy, sound, lines);
-    for (const char* companion : kCompanions)
-        fs::remove(copy.string() + companion);
+    Fill(folder, copy, lines);
+    PutInPlace(folder);
+    RemoveWithCompanions(copy);
     return lines;
 }
 

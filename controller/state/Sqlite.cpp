@@ -8,10 +8,9 @@ bool SqliteError::IsDamage() const noexcept {
     return m_code == SQLITE_CORRUPT || m_code == SQLITE_NOTADB;
 }
 
-Sqlite::Sqlite(const std::string& file, Mode mode) {
-    const int flags =
-        mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    const int code = sqlite3_open_v2(file.c_str(), &m_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+Sqlite::Sqlite(const std::string& file) {
+    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(file.c_str(), &m_handle, kFlags, nullptr);
     if (code == SQLITE_OK)
         return;
     const std::string text = m_handle != nullptr ? sqlite3_errmsg(m_handle) : sqlite3_errstr(code);

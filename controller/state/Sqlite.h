@@ -15,9 +15,6 @@ class SqliteError : public std::runtime_error {
 public:
     SqliteError(int code, const std::string& text) : std::runtime_error(text), m_code(code) {}
 
-    /// SQLite's primary result code.
-    [[nodiscard]] int Code() const noexcept { return m_code; }
-
     /// Whether the file itself is damaged, or is no database.
     [[nodiscard]] bool IsDamage() const noexcept;
 
@@ -28,10 +25,8 @@ private:
 /// An open SQLite database; used by one thread at a time.
 class Sqlite {
 public:
-    enum class Mode { ReadWriteCreate, ReadOnly };
-
-    /// Throws `SqliteError`.
-    Sqlite(const std::string& file, Mode mode);
+    /// Opens the file for reading and writing, and makes it when it is missing. Throws `SqliteError`.
+    explicit Sqlite(const std::string& file);
     Sqlite(const Sqlite&) = delete;
     Sqlite& operator=(const Sqlite&) = delete;
     ~Sqlite();

@@ -1,6 +1,9 @@
 #include "controller/state/StateDatabase.h"
 
-#include "controller/state/TextEdit.h"
+#include "controller/state/Durable.h"
+#include "controller/state/FormerSchema.h"
+#include "controller/state/RowChecksum.h"
+#include "controller/state/StateText.h"
 
 #include <sstream>
 
@@ -8,16 +11,17 @@ namespace controller {
 
 namespace {
 
-constexpr int kVersion = 2;
-/// A text up to this length is always written whole.
-constexpr std::size_t kShortState = 65536;
-/// So many edits may stand behind a text before it is written whole again.
-constexpr std::int64_t kMaxEdits = 256;
+constexpr int kVersion = 3;
 /// Tells our databases from other programs'.
 constexpr int kApplication = 0x416e6e63;
 
-constexpr const char* kTables = R"(
-CREATE TABLE agent_state(id INTEGER PRIMARY KEY, xml TEXT NOT NULL);
+/// What version 3 has in the place of one text with all announcements.
+constexpr const char* kAnnouncementTables = R"(
+CREATE TABLE announcement(key INTEGER PRIMARY KEY, xml TEXT NOT NULL, house TEXT NOT NULL, checksum INTEGER NOT NULL);
+CREATE TABLE kept(what TEXT PRIMARY KEY) WITHOUT ROWID;
+)";
+
+constexpr const char* kOtherTables = R"(
 CREATE TABLE room_journal(room INTEGER PRIMARY KEY, volume_before INTEGER NOT NULL, volume_set INTEGER);
 CREATE TABLE room_volume(room INTEGER PRIMARY KEY, volume INTEGER NOT NULL);
 CREATE TABLE variable_value(device INTEGER NOT NULL, variable INTEGER NOT NULL, value TEXT NOT NULL,
@@ -25,12 +29,6 @@ CREATE TABLE variable_value(device INTEGER NOT NULL, variable INTEGER NOT NULL, 
 CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, started_at TEXT NOT NULL, ended_at TEXT NOT NULL,
     announcement INTEGER NOT NULL, name TEXT NOT NULL, rooms TEXT NOT NULL, navigators TEXT NOT NULL,
     file TEXT NOT NULL, outcome TEXT NOT NULL);
-)";
-
-/// What version 2 has beside version 1: how a text of agent_state has changed since, in order.
-constexpr const char* kEditTable = R"(
-CREATE TABLE agent_state_edit(id INTEGER PRIMARY KEY, state INTEGER NOT NULL, place INTEGER NOT NULL, removed INTEGER NOT NULL,
-    added TEXT NOT NULL);
 )";
 
 std::int64_t OneNumber(Sqlite& database, const std::string& query) {
@@ -58,72 +56,106 @@ std::vector<std::uint32_t> ListOf(const std::string& text) {
     return ids;
 }
 
-[[noreturn]] void ThrowUnusable(const std::filesystem::path& file, const std::string& why) {
-    throw UnusableDatabase(
-        "The database " + file.string() + " is damaged (" + why +
-        "). Put a backup in its place, or start with --recover, which sets it aside and goes on "
-        "with what can still be read");
-}
-
 } // namespace
 
-StateDatabase::StateDatabase(const std::filesystem::path& folder) {
-    const std::filesystem::path file = folder / kFileName;
+StateDatabase::StateDatabase(const std::filesystem::path& folder, const std::string& name)
+    : m_file(folder / name) {
+    if (name == kFileName && std::filesystem::exists(folder / kRecoveredName))
+        throw DamagedDatabase("The recovery of the database " + m_file.string() +
+                              " was interrupted. Start with --recover again, which ends it");
     try {
-        m_database = std::make_unique<Sqlite>(file.string(), Sqlite::Mode::ReadWriteCreate);
-        m_database->Execute("PRAGMA busy_timeout=2000; PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; "
-                            "PRAGMA foreign_keys=ON; PRAGMA journal_size_limit=8388608;");
-        const std::string check = OneText(*m_database, "PRAGMA quick_check(1)");
-        if (check != "ok")
-            ThrowUnusable(file, check);
-        Prepare();
+        Open();
     } catch (const SqliteError& error) {
         if (error.IsDamage())
-            ThrowUnusable(file, error.what());
-        throw std::runtime_error("The database " + file.string() + " cannot be used: " + error.what());
+            ThrowDamaged(error.what());
+        throw std::runtime_error("The database " + m_file.string() + " cannot be used: " + error.what());
     }
 }
 
-void StateDatabase::Prepare() {
+void StateDatabase::ThrowDamaged(const std::string& why) const {
+    throw DamagedDatabase(
+        "The database " + m_file.string() + " is damaged (" + why +
+        "). Put a backup in its place, or start with --recover, which sets it aside and goes "
+        "on with what can still be read");
+}
+
+void StateDatabase::Open() {
+    m_database = std::make_unique<Sqlite>(m_file.string());
+    m_database->Execute("PRAGMA busy_timeout=2000;");
+    CheckVersion();
+    m_database->Execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA foreign_keys=ON; "
+                        "PRAGMA journal_size_limit=8388608;");
+    const std::string check = OneText(*m_database, "PRAGMA quick_check(1)");
+    if (check != "ok")
+        ThrowDamaged(check);
     const std::int64_t version = OneNumber(*m_database, "PRAGMA user_version");
-    const std::int64_t tables = OneNumber(*m_database, "SELECT count(*) FROM sqlite_master");
-    if (tables == 0 && version == 0) {
-        SqliteTransaction transaction(*m_database);
-        m_database->Execute(kTables);
-        m_database->Execute(kEditTable);
-        m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion) +
-                            "; PRAGMA application_id=" + std::to_string(kApplication));
-        transaction.Commit();
+    if (version == 0)
+        Make();
+    else if (version < kVersion)
+        Migrate(version);
+}
+
+void StateDatabase::CheckVersion() const {
+    const std::int64_t version = OneNumber(*m_database, "PRAGMA user_version");
+    const bool isNew = version == 0 && OneNumber(*m_database, "SELECT count(*) FROM sqlite_master") == 0;
+    if (isNew)
         return;
-    }
-    if (OneNumber(*m_database, "PRAGMA application_id") != kApplication)
+    if (version < 1 || OneNumber(*m_database, "PRAGMA application_id") != kApplication)
         throw UnusableDatabase(
-            std::string("The file ") + kFileName +
+            "The file " + m_file.filename().string() +
             " in the data folder is another program's database; give the controller a data "
             "folder of its own");
-    if (version == 1) {
-        SqliteTransaction transaction(*m_database);
-        m_database->Execute(kEditTable);
-        m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion));
-        transaction.Commit();
-        return;
-    }
-    if (version != kVersion)
-        throw UnusableDatabase("The database comes from another version of this program (its format is " +
+    if (version > kVersion)
+        throw UnusableDatabase("The database comes from a later version of this program (its format is " +
                                std::to_string(version) + ", this program's is " + std::to_string(kVersion) +
-                               "); start the program that wrote it, or use another data folder");
+                               "); start that version, restore a backup, or use another data folder");
+}
+
+void StateDatabase::Make() {
+    SqliteTransaction transaction(*m_database);
+    m_database->Execute(std::string(kAnnouncementTables) + kOtherTables + "PRAGMA user_version=" +
+                        std::to_string(kVersion) + "; PRAGMA application_id=" + std::to_string(kApplication));
+    transaction.Commit();
+}
+
+void StateDatabase::Migrate(std::int64_t version) {
+    KeepCopy(version);
+    SqliteTransaction transaction(*m_database);
+    try {
+        const std::string text = former_schema::Text(*m_database);
+        m_database->Execute(kAnnouncementTables);
+        if (!text.empty())
+            ReplaceAnnouncements(state_text::Split(text));
+    } catch (const SqliteError&) {
+        throw;
+    } catch (const std::runtime_error& error) {
+        ThrowDamaged(std::string("its text of announcements ") + error.what());
+    }
+    former_schema::Drop(*m_database);
+    m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion));
+    transaction.Commit();
+}
+
+/// A whole copy, with all that a log beside the file holds. What an interrupted one has left goes.
+void StateDatabase::KeepCopy(std::int64_t version) {
+    const std::string copy = m_file.string() + ".schema-" + std::to_string(version);
+    const std::string part = copy + ".part";
+    std::filesystem::remove(part);
+    SqliteStatement(*m_database, "VACUUM INTO ?").Bind(part).Run();
+    durable::Sync(part);
+    durable::Replace(part, copy);
 }
 
 StoredState StateDatabase::Read() {
     StoredState state;
-    state.agentState = OneText(*m_database, "SELECT xml FROM agent_state ORDER BY id DESC LIMIT 1");
-    SqliteStatement edits(*m_database, "SELECT place, removed, added FROM agent_state_edit "
-                                       "WHERE state = (SELECT max(id) FROM agent_state) ORDER BY id");
-    while (edits.Step())
-        if (!TextEdit{edits.Number(0), edits.Number(1), edits.Text(2)}.Apply(state.agentState))
-            throw UnusableDatabase(std::string("The announcements in ") + kFileName +
-                                   " do not belong together. Put a backup in its place");
-    m_agentState = std::make_shared<const std::string>(state.agentState);
+    SqliteStatement rows(*m_database, "SELECT key, xml, house, checksum FROM announcement ORDER BY key");
+    while (rows.Step()) {
+        AnnouncementRow row{rows.Number(0), rows.Text(1), rows.Text(2)};
+        if (ChecksumOf(row) != rows.Number(3))
+            ThrowDamaged(Named(row) + " is not as it was written");
+        state.announcements.push_back(std::move(row));
+    }
+    state.areAnnouncementsKept = OneNumber(*m_database, "SELECT count(*) FROM kept") > 0;
     SqliteStatement journal(*m_database, "SELECT room, volume_before, volume_set FROM room_journal");
     while (journal.Step()) {
         JournalEntry entry{
@@ -157,44 +189,34 @@ std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest, std::in
 }
 
 void StateDatabase::Together(const std::function<void(StateDatabase&)>& writes) {
-    const auto before = m_agentState;
     SqliteTransaction transaction(*m_database);
-    try {
-        writes(*this);
-        transaction.Commit();
-    } catch (...) {
-        m_agentState = before;
-        throw;
+    writes(*this);
+    transaction.Commit();
+}
+
+void StateDatabase::WriteAnnouncement(const AnnouncementRow& row) {
+    if (row.xml.empty()) {
+        SqliteStatement(*m_database, "DELETE FROM announcement WHERE key = ?").Bind(row.key).Run();
+        return;
     }
-}
-
-void StateDatabase::WriteAgentState(std::shared_ptr<const std::string> xml) {
-    if (!WriteStateEdit(*xml))
-        WriteWholeState(*xml);
-    m_agentState = std::move(xml);
-}
-
-void StateDatabase::WriteWholeState(const std::string& xml) {
-    SqliteStatement(*m_database, "INSERT INTO agent_state(xml) VALUES(?)").Bind(xml).Run();
-    m_database->Execute("DELETE FROM agent_state WHERE id <= (SELECT max(id) FROM agent_state) - 2; "
-                        "DELETE FROM agent_state_edit;");
-}
-
-/// False where the whole text has to be written.
-bool StateDatabase::WriteStateEdit(const std::string& xml) {
-    if (!m_agentState || m_agentState->size() <= kShortState)
-        return false;
-    const TextEdit edit = TextEdit::Between(*m_agentState, xml);
-    if (edit.added.size() > kShortState ||
-        OneNumber(*m_database, "SELECT count(*) FROM agent_state_edit") >= kMaxEdits)
-        return false;
-    SqliteStatement(*m_database, "INSERT INTO agent_state_edit(state, place, removed, added) "
-                                 "VALUES((SELECT max(id) FROM agent_state), ?, ?, ?)")
-        .Bind(edit.place)
-        .Bind(edit.removed)
-        .Bind(edit.added)
+    SqliteStatement(*m_database,
+                    "INSERT OR REPLACE INTO announcement(key, xml, house, checksum) VALUES(?, ?, ?, ?)")
+        .Bind(row.key)
+        .Bind(row.xml)
+        .Bind(row.house)
+        .Bind(ChecksumOf(row))
         .Run();
-    return true;
+}
+
+void StateDatabase::KeepAnnouncements() {
+    m_database->Execute("INSERT OR IGNORE INTO kept VALUES('announcements')");
+}
+
+void StateDatabase::ReplaceAnnouncements(const AnnouncementRows& rows) {
+    m_database->Execute("DELETE FROM announcement");
+    for (const AnnouncementRow& row : rows)
+        WriteAnnouncement(row);
+    KeepAnnouncements();
 }
 
 void StateDatabase::WriteJournal(const JournalEntry& entry) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/state/AnnouncementRow.h"
 #include "controller/state/IRoomStore.h"
 #include "controller/state/Sqlite.h"
 
@@ -31,7 +32,8 @@ struct HistoryEntry {
 
 /// Everything that is read once, at the start.
 struct StoredState {
-    std::string agentState; ///< XML text; empty when there is none
+    AnnouncementRows announcements;    ///< by key
+    bool areAnnouncementsKept = false; ///< announcements have been stored, be it none of them
     std::vector<JournalEntry> journal;
     std::map<std::uint32_t, unsigned> volumes;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
@@ -43,34 +45,44 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// It is damaged, and `StateDatabase::Recover` takes over what can be read.
+class DamagedDatabase : public UnusableDatabase {
+public:
+    using UnusableDatabase::UnusableDatabase;
+};
+
 /// The controller's database: one SQLite file, written through to the disk at every commit. Used by one
 /// thread at a time; throws `SqliteError` where nothing else is said.
 class StateDatabase {
 public:
     static constexpr const char* kFileName = "controller.db";
+    /// A recovery puts this file in the place of the other one; it is there only when that was interrupted.
+    static constexpr const char* kRecoveredName = "controller.db.recovered";
     /// As many played announcements are remembered.
     static constexpr int kHistory = 10000;
 
-    /// Opens the database in the folder, makes it when it is missing, and checks it. Throws
-    /// `UnusableDatabase`.
-    explicit StateDatabase(const std::filesystem::path& folder);
+    /// Opens the database in the folder, makes it when it is missing, and checks it. One of a former version
+    /// is taken over at once; a copy stays beside it, as `controller.db.schema-N`. Throws `UnusableDatabase`.
+    explicit StateDatabase(const std::filesystem::path& folder, const std::string& name = kFileName);
 
-    /// Sets the folder's database aside under another name, makes a new one, and takes over what can still be
-    /// read. Gives the lines that tell what was done. A folder without a database, or with a sound one, is
-    /// left as it is.
+    /// Fills a new database with what can still be read, sets the folder's own aside under another name and
+    /// puts the new one in its place. Gives the lines that tell what was done, and which announcements are
+    /// lost. A folder without a database, or with a sound one, is left as it is; throws `UnusableDatabase`
+    /// for one that is not ours or comes from a later version.
     [[nodiscard]] static std::vector<std::string> Recover(const std::filesystem::path& folder);
 
+    /// Throws `DamagedDatabase` when an announcement is not as it was written.
     [[nodiscard]] StoredState Read();
     /// The newest entries, newest first; of those before the entry with the id `before`.
     [[nodiscard]] std::vector<HistoryEntry>
     ReadHistory(std::size_t newest, std::int64_t before = std::numeric_limits<std::int64_t>::max());
 
-    /// Of a long text only what differs from the former one is written. The former text that was written
-    /// whole is kept beside the new one, for recovery.
-    void WriteAgentState(std::shared_ptr<const std::string> xml);
-    void WriteAgentState(const std::string& xml) {
-        WriteAgentState(std::make_shared<const std::string>(xml));
-    }
+    /// Writes the row in the place of the one with its key, or takes that one away.
+    void WriteAnnouncement(const AnnouncementRow& row);
+    /// From now on the announcements are those in the rows, be it none.
+    void KeepAnnouncements();
+    /// Puts the rows in the place of all that there are.
+    void ReplaceAnnouncements(const AnnouncementRows& rows);
     void WriteJournal(const JournalEntry& entry);
     void StrikeJournal(std::uint32_t room);
     void WriteVolume(std::uint32_t room, unsigned volume);
@@ -81,12 +93,15 @@ public:
     void Together(const std::function<void(StateDatabase&)>& writes);
 
 private:
-    void Prepare();
-    void WriteWholeState(const std::string& xml);
-    [[nodiscard]] bool WriteStateEdit(const std::string& xml);
+    void Open();
+    void CheckVersion() const;
+    void Make();
+    void Migrate(std::int64_t version);
+    void KeepCopy(std::int64_t version);
+    [[noreturn]] void ThrowDamaged(const std::string& why) const;
 
+    const std::filesystem::path m_file;
     std::unique_ptr<Sqlite> m_database;
-    std::shared_ptr<const std::string> m_agentState; ///< as the database has it; null when that is not known
 };
 
 } // namespace controller

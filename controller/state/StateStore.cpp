@@ -6,6 +6,18 @@
 
 namespace controller {
 
+namespace {
+
+/// What subjects begin with.
+constexpr const char* kAnnouncement = "announcement ";
+constexpr const char* kHistory = "history ";
+
+bool IsOf(const char* kind, const std::string& subject) {
+    return subject.rfind(kind, 0) == 0;
+}
+
+} // namespace
+
 StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& driver)
     : m_driver(driver)
     , m_retry(driver, "writing to the disk again")
@@ -13,44 +25,61 @@ StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& driv
 
 StateStore::~StateStore() = default;
 
-void StateStore::WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) {
-    Submit({"agent", [xml = std::move(xml)](StateDatabase& database) { database.WriteAgentState(xml); },
-            std::move(done)});
+void StateStore::WriteAnnouncements(AnnouncementRows rows, WriteDone done) {
+    Batch batch;
+    for (AnnouncementRow& row : rows) {
+        std::string subject = std::string(kAnnouncement) + std::to_string(row.key);
+        batch.writes.push_back({std::move(subject), [row = std::move(row)](StateDatabase& database) {
+                                    database.WriteAnnouncement(row);
+                                }});
+    }
+    batch.writes.push_back({kAnnouncement, [](StateDatabase& database) {
+                                database.KeepAnnouncements();
+                            }});
+    batch.done = std::move(done);
+    Submit(std::move(batch));
+}
+
+void StateStore::WriteAll(WriteDone done) {
+    Submit({TakeFailed(), [this, done = std::move(done)](const std::string& error) {
+                done(error.empty() && !m_failed.empty() ? m_lastError : error);
+            }});
 }
 
 void StateStore::WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) {
-    Submit({"room " + std::to_string(entry.room),
-            [entry, volume](StateDatabase& database) {
-                database.WriteJournal(entry);
-                database.WriteVolume(entry.room, volume);
-            },
-            std::move(done)});
+    const auto run = [entry, volume](StateDatabase& database) {
+        database.WriteJournal(entry);
+        database.WriteVolume(entry.room, volume);
+    };
+    Submit({{{"room " + std::to_string(entry.room), run}}, std::move(done)});
 }
 
 void StateStore::WriteFree(std::uint32_t room, unsigned volume, WriteDone done) {
-    Submit({"room " + std::to_string(room),
-            [room, volume](StateDatabase& database) {
-                database.StrikeJournal(room);
-                database.WriteVolume(room, volume);
-            },
-            std::move(done)});
+    const auto run = [room, volume](StateDatabase& database) {
+        database.StrikeJournal(room);
+        database.WriteVolume(room, volume);
+    };
+    Submit({{{"room " + std::to_string(room), run}}, std::move(done)});
 }
 
 void StateStore::WriteVariable(std::uint32_t device,
                                std::uint32_t variable,
                                const std::string& value,
                                WriteDone done) {
-    Submit({"variable " + std::to_string(device) + " " + std::to_string(variable),
-            [=](StateDatabase& database) { database.WriteVariable(device, variable, value); },
-            std::move(done)});
+    const auto run = [=](StateDatabase& database) {
+        database.WriteVariable(device, variable, value);
+    };
+    Submit({{{"variable " + std::to_string(device) + " " + std::to_string(variable), run}}, std::move(done)});
 }
 
 void StateStore::AddHistory(const HistoryEntry& entry) {
+    const auto run = [entry](StateDatabase& database) {
+        database.AddHistory(entry);
+    };
     // Every entry is a subject of its own: none makes another needless.
-    Submit({"history " + std::to_string(m_lastNumber + 1),
-            [entry](StateDatabase& database) { database.AddHistory(entry); },
-            [](const std::string& /*error*/) {
-            }});
+    Submit(
+        {{{std::string(kHistory) + std::to_string(m_lastNumber + 1), run}}, [](const std::string& /*error*/) {
+         }});
 }
 
 void StateStore::ReadHistory(std::size_t newest, HistoryDone done) {
@@ -78,47 +107,89 @@ void StateStore::WhenTried(std::function<void()> callback) {
     });
 }
 
-void StateStore::Submit(Write write) {
-    const std::uint64_t number = ++m_lastNumber;
-    m_newest[write.subject] = number;
+void StateStore::Submit(Batch batch) {
+    m_driverOnly.Assert();
+    for (Write& write : batch.writes) {
+        write.number = ++m_lastNumber;
+        m_newest[write.subject] = write.number;
+        m_failed.erase(write.subject);
+    }
     // The worker keeps nothing of what it posts back: what the answer holds ends on the driver thread.
-    m_worker.Submit([this, number, shared = std::make_shared<Write>(std::move(write))]() mutable {
+    m_worker.Submit([this, shared = std::make_shared<Batch>(std::move(batch))]() mutable {
         std::string error;
         try {
-            m_database->Together(shared->writes);
+            m_database->Together([&](StateDatabase& database) {
+                for (const Write& write : shared->writes)
+                    write.run(database);
+            });
         } catch (const std::exception& failure) {
             error = failure.what();
         }
         m_driver.Post("an answer of the disk",
-                      [this, number, shared = std::move(shared), error] { Answer(shared, number, error); });
+                      [this, shared = std::move(shared), error] { Answer(*shared, error); });
     });
 }
 
-void StateStore::Answer(const std::shared_ptr<Write>& write, std::uint64_t number, const std::string& error) {
-    const auto newest = m_newest.find(write->subject);
-    const bool isNewest = newest != m_newest.end() && newest->second == number;
-    const bool isKept = !error.empty() && isNewest && m_failed.size() < kMaxFailed;
-    if (error.empty())
-        m_failed.erase(write->subject);
-    if (isKept) {
-        m_failed[write->subject] = {number, write};
-        if (!m_retry.IsRunning())
-            m_retry.Start(kRetry, [this] { Retry(); });
-    } else if (isNewest) {
-        m_newest.erase(newest);
+void StateStore::Answer(const Batch& batch, const std::string& error) {
+    m_driverOnly.Assert();
+    if (!error.empty())
+        m_lastError = error;
+    for (const Write& write : batch.writes) {
+        const auto newest = m_newest.find(write.subject);
+        if (newest == m_newest.end() || newest->second != write.number)
+            continue;
+        if (error.empty())
+            m_newest.erase(newest);
+        else
+            KeepFailed(write);
     }
-    // Whoever waits for the disk hears of the first failure and of the success, not of every try between.
-    if (error.empty() || !std::exchange(write->isFailureTold, true))
-        write->done(error);
+    Tell(batch, error);
+    batch.done(error);
+    if (m_failed.empty())
+        m_retry.Stop();
+    else if (error.empty())
+        Retry();
+    else if (!m_retry.IsRunning())
+        m_retry.Start(kRetry, [this] { Retry(); });
+}
+
+void StateStore::KeepFailed(const Write& write) {
+    // What the house has now is bounded by the house; what was played is not.
+    if (IsOf(kHistory, write.subject) && m_failed.size() >= kMaxFailed)
+        m_newest.erase(write.subject);
+    else
+        m_failed[write.subject] = write;
+}
+
+void StateStore::Tell(const Batch& batch, const std::string& error) {
+    const auto isAnnouncement = [](const Write& write) {
+        return IsOf(kAnnouncement, write.subject);
+    };
+    if (!m_listener || std::none_of(batch.writes.begin(), batch.writes.end(), isAnnouncement))
+        return;
+    if (!error.empty()) {
+        if (!batch.isAgain)
+            m_listener(error);
+        return;
+    }
+    const auto waiting = m_newest.lower_bound(kAnnouncement);
+    if (waiting == m_newest.end() || !IsOf(kAnnouncement, waiting->first))
+        m_listener("");
+}
+
+std::vector<StateStore::Write> StateStore::TakeFailed() {
+    std::vector<Write> writes;
+    for (auto& [subject, write] : std::exchange(m_failed, {}))
+        writes.push_back(std::move(write));
+    std::sort(writes.begin(), writes.end(),
+              [](const Write& one, const Write& other) { return one.number < other.number; });
+    return writes;
 }
 
 void StateStore::Retry() {
-    std::vector<std::pair<std::uint64_t, std::shared_ptr<Write>>> again;
-    for (auto& [subject, failed] : std::exchange(m_failed, {}))
-        again.push_back(std::move(failed));
-    std::sort(again.begin(), again.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (const auto& [number, write] : again)
-        Submit({write->subject, write->writes, write->done, write->isFailureTold});
+    m_retry.Stop();
+    // As one: announcements that have been written as one must not stand on the disk in part.
+    Submit({TakeFailed(), [](const std::string& /*error*/) {}, true});
 }
 
 } // namespace controller

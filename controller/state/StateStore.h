@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/driver/Alarm.h"
+#include "controller/driver/DriverOnly.h"
 #include "controller/driver/Worker.h"
 #include "controller/state/IRoomStore.h"
 #include "controller/state/IVariableStore.h"
@@ -14,21 +15,31 @@
 
 namespace controller {
 
-/// Where the agent's state is kept. Driver thread only.
-class IAgentStateStore {
+/// Where announcements are kept. Driver thread only.
+class IAnnouncementStore {
 public:
-    virtual void WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) = 0;
+    /// Writes the rows as one, each in the place of the one with its key; one without XML takes that one
+    /// away.
+    virtual void WriteAnnouncements(AnnouncementRows rows, WriteDone done) = 0;
+
+    /// Tries now what has failed; told when everything that was asked for so far stands on the disk, or why
+    /// something does not.
+    virtual void WriteAll(WriteDone done) = 0;
+
+    /// `listener` is told, after announcements have been written, whether all of them stand on the disk: with
+    /// the reason of the first failure, and with an empty text each time that they do.
+    virtual void ListenToAnnouncements(WriteDone listener) = 0;
 
 protected:
-    ~IAgentStateStore() = default;
+    ~IAnnouncementStore() = default;
 };
 
 /// The database behind the driver thread: writes run on a thread of its own, in order, and answers are posted
-/// back.
+/// back. Whoever asked for a write is told once how it went.
 ///
-/// A write that fails is told to whoever asked for it, kept, and tried again every `kRetry` until it succeeds
-/// or a newer write of the same thing does. Driver thread only.
-class StateStore final : public IRoomStore, public IVariableStore, public IAgentStateStore {
+/// A write that fails is kept and tried again every `kRetry`, and when another one succeeds, until it
+/// succeeds or a newer write of the same thing takes its place. Driver thread only.
+class StateStore final : public IRoomStore, public IVariableStore, public IAnnouncementStore {
 public:
     static constexpr std::chrono::seconds kRetry{5};
     /// So many played announcements wait at most for a disk that takes nothing.
@@ -44,7 +55,9 @@ public:
     /// Waits for the writes that are under way; answers that have not been posted back are dropped.
     ~StateStore();
 
-    void WriteAgentState(std::shared_ptr<const std::string> xml, WriteDone done) override;
+    void WriteAnnouncements(AnnouncementRows rows, WriteDone done) override;
+    void WriteAll(WriteDone done) override;
+    void ListenToAnnouncements(WriteDone listener) override { m_listener = std::move(listener); }
     void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) override;
     void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) override;
     void WriteVariable(std::uint32_t device,
@@ -55,29 +68,37 @@ public:
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);
 
-    /// Tries now what has failed.
-    void Retry();
-
     /// Calls back when everything that was asked for so far has been tried.
     void WhenTried(std::function<void()> callback);
 
 private:
-    using Writes = std::function<void(StateDatabase&)>;
     struct Write {
         std::string subject; ///< a later write of the same subject makes an earlier one that failed needless
-        Writes writes;
+        std::function<void(StateDatabase&)> run;
+        std::uint64_t number = 0;
+    };
+    /// What is written as one.
+    struct Batch {
+        std::vector<Write> writes;
         WriteDone done;
-        bool isFailureTold = false;
+        bool isAgain = false; ///< those who wait have been told that it failed
     };
 
-    void Submit(Write write);
-    void Answer(const std::shared_ptr<Write>& write, std::uint64_t number, const std::string& error);
+    void Submit(Batch batch);
+    void Answer(const Batch& batch, const std::string& error);
+    void KeepFailed(const Write& write);
+    void Tell(const Batch& batch, const std::string& error);
+    [[nodiscard]] std::vector<Write> TakeFailed();
+    void Retry();
 
     IScheduler& m_driver;
+    WriteDone m_listener;
     std::uint64_t m_lastNumber = 0;
-    std::map<std::string, std::uint64_t> m_newest; ///< by subject, while it matters
-    std::map<std::string, std::pair<std::uint64_t, std::shared_ptr<Write>>> m_failed; ///< by subject
+    std::map<std::string, std::uint64_t> m_newest; ///< by subject, of what the disk may not have yet
+    std::map<std::string, Write> m_failed;         ///< by subject
+    std::string m_lastError;
     Alarm m_retry;
+    DriverOnly m_driverOnly;
     std::unique_ptr<StateDatabase> m_database;
     Worker m_worker;
 };

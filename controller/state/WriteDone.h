@@ -5,8 +5,8 @@
 
 namespace controller {
 
-/// Told how a write went, on the driver thread: with the reason when it failed, and, when it was tried again
-/// later and succeeded, once more; with an empty text once it stands on the disk.
+/// Told once how a write went, on the driver thread: with the reason when it failed, though it is tried
+/// again; with an empty text when it stands on the disk.
 using WriteDone = std::function<void(const std::string& error)>;
 
 } // namespace controller

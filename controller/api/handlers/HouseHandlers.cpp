@@ -56,11 +56,7 @@ void SetRoomVolume(ApiContext& context, Call call) {
     JsonObject body(call->json, "");
     const auto volume = static_cast<unsigned>(body.Integer("volume", 0, 100));
     body.RefuseOthers();
-    // The first answer counts: a write that failed is tried again, and its success told once more.
-    const auto isAnswered = std::make_shared<bool>(false);
-    (void)context.parts.volumes.Set(id, volume, [&context, call, id, isAnswered](const std::string& error) {
-        if (std::exchange(*isAnswered, true))
-            return;
+    (void)context.parts.volumes.Set(id, volume, [&context, call, id](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);
             call->Reply(200, {{"id", id}, {"volume", context.parts.volumes.Volume(id).value_or(0)}});
@@ -86,16 +82,15 @@ void ConfirmPopup(ApiContext& context, Call call) {
     if (popup["ok_button"] == false)
         throw ApiError(409, "this popup has no OK button");
     const auto number = popup["number"].get<std::uint64_t>();
-    context.parts.announcements.Dismiss(
-        [&context, call, number](const AnnouncementService::Outcome& outcome) {
-            call->Guard([&] {
-                agent_reply::Require(outcome.answer);
-                // One that the agent does not know any more, as after its announcement was gone, closes all
-                // the same.
-                (void)context.parts.popups.Dismiss(number);
-                call->Reply(200, {{"dismissed", true}});
-            });
+    context.parts.announcements.Dismiss([&context, call, number](const Announcements::Outcome& outcome) {
+        call->Guard([&] {
+            agent_reply::Require(outcome.answer);
+            // One that the agent does not know any more, as after its announcement was gone, closes all
+            // the same.
+            (void)context.parts.popups.Dismiss(number);
+            call->Reply(200, {{"dismissed", true}});
         });
+    });
 }
 
 void WatchNavigator(ApiContext& context, Call call) {
@@ -121,10 +116,7 @@ void SetVariable(ApiContext& context, Call call) {
     JsonObject body(call->json, "");
     const std::string value = body.Text("value", Variables::kMaxValue);
     body.RefuseOthers();
-    const auto isAnswered = std::make_shared<bool>(false);
-    const auto answer = [&context, call, device, variable, isAnswered](const std::string& error) {
-        if (std::exchange(*isAnswered, true))
-            return;
+    const auto answer = [&context, call, device, variable](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);
             call->Reply(200, house_json::Variable(RequiredVariable(context, device, variable)));

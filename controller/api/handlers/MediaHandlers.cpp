@@ -1,6 +1,5 @@
 #include "controller/api/ApiContext.h"
 #include "controller/api/handlers/Handlers.h"
-#include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/media/MediaName.h"
 
@@ -10,18 +9,13 @@ namespace {
 using Json = ApiCall::Json;
 
 /// The announcements that play or show the file.
-Json UsersOf(ApiContext& context, const std::string& name) {
-    std::string xml;
-    context.parts.announcements.Request(
-        "get_announcements", {},
-        [&xml](const AnnouncementService::Outcome& outcome) { xml = outcome.answer.text; });
+Json UsersOf(const Announcements::List& announcements, const std::string& name) {
     const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
     const std::string wanted = isSound ? name.substr(0, name.size() - std::string(".wav").size()) : name;
     Json users = Json::array();
-    const Json list = Json::parse(announcement_json::ListFromXml(xml));
-    for (const Json& one : list["announcements"]) {
-        if ((isSound ? one["audio"]["file"] : one["video"]["image"]) == wanted)
-            users.push_back({{"id", one["id"]}, {"name", one["name"]}});
+    for (const AnnouncementPointer& one : announcements) {
+        if ((isSound ? one->audio.file : one->video.image) == wanted)
+            users.push_back({{"id", one->id}, {"name", one->name}});
     }
     return users;
 }
@@ -88,18 +82,18 @@ void GetMedia(ApiContext& context, Call call) {
 
 void RemoveMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
-    Json users = UsersOf(context, name);
-    if (!users.empty()) {
-        call->Reply(InUse(name, std::move(users)));
-        return;
-    }
     Elsewhere(
         context, call,
-        [&context, name] {
+        [&context, name, list = context.parts.announcements.All()] {
+            Json users = UsersOf(*list, name);
+            if (!users.empty())
+                return InUse(name, std::move(users));
             context.media.Remove(name);
-            return true;
+            HttpReply reply;
+            reply.status = 204;
+            return reply;
         },
-        [call](bool) { call->ReplyNothing(); });
+        [call](const HttpReply& reply) { call->Reply(reply); });
 }
 
 } // namespace controller::handlers

@@ -150,6 +150,16 @@ std::string ToText(const Announcement& announcement) {
     return text;
 }
 
+std::string ListText(const std::vector<AnnouncementPointer>& announcements) {
+    std::string text = R"({"announcements":[)";
+    for (const AnnouncementPointer& announcement : announcements) {
+        if (text.back() != '[')
+            text += ',';
+        Append(text, *announcement);
+    }
+    return text + "]}";
+}
+
 Announcement Read(const nlohmann::json& json, std::uint32_t id, const std::string& path) {
     auto announcement = fields::Read<Announcement>(json, path);
     RequireId(json, announcement.id, id, path);

@@ -1,5 +1,6 @@
 #include "controller/api/streams/EventStreams.h"
 
+#include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/EventJson.h"
 
 namespace controller {
@@ -71,8 +72,8 @@ void EventStreams::Take(const Event& event) {
 void EventStreams::TellWatchers(const Event& event) {
     std::string data = event_json::DataOf(event);
     if (const auto* stored = std::get_if<events::AnnouncementStored>(&event.data)) {
-        const std::string now = m_parts.announcement(stored->announcement);
-        data.insert(data.size() - 1, R"(,"now":)" + (now.empty() ? std::string("null") : now));
+        const std::string now = stored->now ? announcement_json::ToText(*stored->now) : "null";
+        data.insert(data.size() - 1, R"(,"now":)" + now);
     }
     const auto text =
         std::make_shared<const std::string>(event_json::Message(event, event_json::TypeOf(event), data));

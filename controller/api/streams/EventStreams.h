@@ -26,8 +26,6 @@ public:
         std::function<void(const State& give)> wholeState;
         std::function<std::string(std::uint32_t navigator)> pageState;
         std::function<std::uint32_t(std::uint32_t navigator)> roomOf;
-        /// An announcement as JSON text; empty when there is none.
-        std::function<std::string(std::uint32_t announcement)> announcement;
     };
 
     /// `feed` is borrowed for life.

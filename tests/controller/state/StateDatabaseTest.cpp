@@ -18,8 +18,7 @@ protected:
     /// A database with something in every table.
     void Fill() const {
         StateDatabase database(m_folder.Path());
-        database.WriteAgentState("<announcements/>");
-        database.WriteAgentState("<announcements><a/></announcements>");
+        database.ReplaceAnnouncements({{1, Xml(1, "One"), ""}, {2, Xml(9, "Two"), kHouse}});
         database.WriteJournal({1, 40, 60});
         database.WriteJournal({2, 30, std::nullopt});
         database.WriteVolume(1, 60);
@@ -28,17 +27,43 @@ protected:
             {0, "2025-01-31T18:30:05Z", "2025-01-31T18:30:15Z", 7, "Dinner", {1, 2}, {5}, "g.wav", "ended"});
     }
 
-    /// A state that is too long to be written whole each time.
-    static std::string LongState(const std::string& middle) {
-        return "<announcements><a>" + std::string(50000, 'x') + "</a><m>" + middle + "</m><b>" +
-               std::string(50000, 'y') + "</b></announcements>";
+    static std::string Xml(int id, const std::string& name) {
+        return "<announcement><id>" + std::to_string(id) + "</id><name>" + name + "</name></announcement>";
     }
 
-    [[nodiscard]] std::int64_t Number(const std::string& query) const {
-        Sqlite database(File().string(), Sqlite::Mode::ReadWriteCreate);
+    void Execute(const std::string& statements) const { Sqlite(File().string()).Execute(statements); }
+
+    [[nodiscard]] std::int64_t Number(const std::string& query) const { return NumberIn(File(), query); }
+    [[nodiscard]] static std::int64_t NumberIn(const std::filesystem::path& file, const std::string& query) {
+        Sqlite database(file.string());
         SqliteStatement statement(database, query);
         return statement.Step() ? statement.Number(0) : -1;
     }
+
+    /// What the announcements are, as "key xml house".
+    [[nodiscard]] Texts Announcements() const {
+        Texts texts;
+        for (const AnnouncementRow& row : StateDatabase(m_folder.Path()).Read().announcements)
+            texts.push_back(std::to_string(row.key) + " " + row.xml + row.house);
+        return texts;
+    }
+
+    /// Why the database cannot be used.
+    template <class Error>
+    [[nodiscard]] std::string Refusal() const {
+        try {
+            (void)StateDatabase(m_folder.Path()).Read();
+        } catch (const Error& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    static bool Has(const std::string& text, const std::string& part) {
+        return text.find(part) != std::string::npos;
+    }
+
+    static constexpr const char* kHouse = "<house><tag>kitchen</tag></house>";
 
     TemporaryFolder m_folder;
 };
@@ -46,7 +71,8 @@ protected:
 TEST_F(StateDatabaseTest, AFreshOneHoldsNothing) {
     StateDatabase database(m_folder.Path());
     const StoredState state = database.Read();
-    EXPECT_EQ(state.agentState, "");
+    EXPECT_TRUE(state.announcements.empty());
+    EXPECT_FALSE(state.areAnnouncementsKept);
     EXPECT_TRUE(state.journal.empty());
     EXPECT_TRUE(state.volumes.empty());
     EXPECT_TRUE(state.variables.empty());
@@ -57,7 +83,8 @@ TEST_F(StateDatabaseTest, EverythingIsThereAgainWhenItIsOpenedAgain) {
     Fill();
     StateDatabase database(m_folder.Path());
     const StoredState state = database.Read();
-    EXPECT_EQ(state.agentState, "<announcements><a/></announcements>");
+    EXPECT_TRUE(state.areAnnouncementsKept);
+    EXPECT_EQ(Announcements(), (Texts{"1 " + Xml(1, "One"), "2 " + Xml(9, "Two") + kHouse}));
     ASSERT_EQ(state.journal.size(), 2U);
     EXPECT_EQ(state.journal[0].room, 1U);
     EXPECT_EQ(state.journal[0].volumeBefore, 40U);
@@ -78,6 +105,20 @@ TEST_F(StateDatabaseTest, EverythingIsThereAgainWhenItIsOpenedAgain) {
     EXPECT_EQ(history[0].outcome, "ended");
 }
 
+TEST_F(StateDatabaseTest, AnAnnouncementIsWrittenAndTakenAwayAlone) {
+    Fill();
+    {
+        StateDatabase database(m_folder.Path());
+        database.WriteAnnouncement({1, Xml(1, "Other"), ""});
+        database.WriteAnnouncement({2, "", ""});
+        database.WriteAnnouncement({4294967296, Xml(7, "Behind all ids"), ""});
+    }
+    EXPECT_EQ(Announcements(), (Texts{"1 " + Xml(1, "Other"), "4294967296 " + Xml(7, "Behind all ids")}));
+    StateDatabase(m_folder.Path()).ReplaceAnnouncements({});
+    EXPECT_TRUE(Announcements().empty());
+    EXPECT_TRUE(StateDatabase(m_folder.Path()).Read().areAnnouncementsKept);
+}
+
 TEST_F(StateDatabaseTest, WritesStandTogetherOrNotAtAll) {
     StateDatabase database(m_folder.Path());
     EXPECT_THROW(database.Together([](StateDatabase& together) {
@@ -96,87 +137,6 @@ TEST_F(StateDatabaseTest, WritesStandTogetherOrNotAtAll) {
     });
     EXPECT_TRUE(database.Read().journal.empty());
     EXPECT_EQ(database.Read().volumes.at(1), 40U);
-}
-
-TEST_F(StateDatabaseTest, OfALongStateOnlyWhatDiffersIsWritten) {
-    {
-        StateDatabase database(m_folder.Path());
-        for (const char* middle : {"a", "ab", "", "ü", "ö"})
-            database.WriteAgentState(LongState(middle));
-    }
-    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 1);
-    EXPECT_EQ(Number("SELECT sum(length(CAST(added AS BLOB))) FROM agent_state_edit"), 4);
-    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().agentState, LongState("ö"));
-    {
-        StateDatabase database(m_folder.Path());
-        (void)database.Read();
-        database.WriteAgentState(LongState("after a start"));
-    }
-    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 1);
-    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().agentState, LongState("after a start"));
-}
-
-TEST_F(StateDatabaseTest, BehindManyEditsTheStateIsWrittenWholeAgain) {
-    StateDatabase database(m_folder.Path());
-    database.Together([](StateDatabase& together) {
-        for (int count = 0; count < 300; ++count)
-            together.WriteAgentState(LongState(std::to_string(count)));
-    });
-    EXPECT_EQ(Number("SELECT count(*) FROM agent_state"), 2);
-    EXPECT_EQ(Number("SELECT count(*) FROM agent_state_edit"), 42);
-    EXPECT_EQ(database.Read().agentState, LongState("299"));
-    database.WriteAgentState("<announcements/>");
-    EXPECT_EQ(database.Read().agentState, "<announcements/>");
-    database.WriteAgentState("<announcements><a/></announcements>");
-    EXPECT_EQ(database.Read().agentState, "<announcements><a/></announcements>");
-}
-
-TEST_F(StateDatabaseTest, AnEditThatWasTakenBackIsNotBuiltUpon) {
-    StateDatabase database(m_folder.Path());
-    database.WriteAgentState(LongState("a"));
-    EXPECT_THROW(database.Together([](StateDatabase& together) {
-        together.WriteAgentState(LongState("something longer"));
-        throw std::runtime_error("the disk is full");
-    }),
-                 std::runtime_error);
-    database.WriteAgentState(LongState("ab"));
-    EXPECT_EQ(database.Read().agentState, LongState("ab"));
-}
-
-TEST_F(StateDatabaseTest, ADatabaseOfTheFormerVersionIsTakenOver) {
-    Fill();
-    {
-        Sqlite former(File().string(), Sqlite::Mode::ReadWriteCreate);
-        former.Execute("DROP TABLE agent_state_edit; PRAGMA user_version=1");
-    }
-    StateDatabase database(m_folder.Path());
-    EXPECT_EQ(database.Read().agentState, "<announcements><a/></announcements>");
-    database.WriteAgentState(LongState("a"));
-    database.WriteAgentState(LongState("b"));
-    EXPECT_EQ(database.Read().agentState, LongState("b"));
-    EXPECT_EQ(Number("PRAGMA user_version"), 2);
-}
-
-TEST_F(StateDatabaseTest, RecoveredALongStateIsTheNewestThatIsWhole) {
-    const auto recovered = [this](const std::string& damage) {
-        {
-            StateDatabase database(m_folder.Path());
-            for (const char* middle : {"a", "b", "c"})
-                database.WriteAgentState(LongState(middle));
-        }
-        {
-            Sqlite damaged(File().string(), Sqlite::Mode::ReadWriteCreate);
-            damaged.Execute(damage + "CREATE TABLE torn(x); PRAGMA writable_schema=ON; "
-                                     "UPDATE sqlite_master SET rootpage=9999 WHERE name='torn';");
-        }
-        (void)StateDatabase::Recover(m_folder.Path());
-        std::string state = StateDatabase(m_folder.Path()).Read().agentState;
-        std::filesystem::remove(File());
-        return state;
-    };
-    EXPECT_EQ(recovered(""), LongState("c"));
-    EXPECT_EQ(recovered("UPDATE agent_state_edit SET added='<' WHERE id=2;"), LongState("a"));
-    EXPECT_EQ(recovered("DELETE FROM agent_state_edit WHERE id=1;"), LongState("a"));
 }
 
 TEST_F(StateDatabaseTest, TheHistoryIsGivenNewestFirst) {
@@ -200,66 +160,36 @@ TEST_F(StateDatabaseTest, TheHistoryGoesOnBeforeAnEntry) {
 
 TEST_F(StateDatabaseTest, ADamagedOneStopsTheStartAndSaysWhatToDo) {
     m_folder.Write(StateDatabase::kFileName, std::string(8192, 'x'));
-    try {
-        const StateDatabase database(m_folder.Path());
-        FAIL();
-    } catch (const UnusableDatabase& error) {
-        EXPECT_NE(std::string(error.what()).find(File().string()), std::string::npos);
-        EXPECT_NE(std::string(error.what()).find("--recover"), std::string::npos);
+    EXPECT_TRUE(Has(Refusal<DamagedDatabase>(), File().string()));
+    EXPECT_TRUE(Has(Refusal<DamagedDatabase>(), "--recover"));
+}
+
+TEST_F(StateDatabaseTest, AnAnnouncementThatIsNotAsItWasWrittenStopsTheStartAndIsNamed) {
+    for (const char* damage : {"UPDATE announcement SET xml = replace(xml, 'name>O', 'name>N') WHERE key = 1",
+                               "UPDATE announcement SET house = '<house/>' WHERE key = 1",
+                               "UPDATE announcement SET checksum = checksum + 1 WHERE key = 1"}) {
+        Fill();
+        Execute(damage);
+        EXPECT_TRUE(Has(Refusal<DamagedDatabase>(), "announcement 1 (\"")) << damage;
     }
+    Fill();
+    Execute("UPDATE announcement SET key = 3 WHERE key = 2");
+    EXPECT_TRUE(Has(Refusal<DamagedDatabase>(), "announcement 3 (\"Two\")"));
 }
 
 TEST_F(StateDatabaseTest, AnotherProgramsDatabaseIsNotTouched) {
-    {
-        Sqlite other(File().string(), Sqlite::Mode::ReadWriteCreate);
-        other.Execute("CREATE TABLE mine(x)");
-    }
-    EXPECT_THROW(const StateDatabase database(m_folder.Path()), UnusableDatabase);
+    Execute("CREATE TABLE mine(x)");
+    EXPECT_TRUE(Has(Refusal<UnusableDatabase>(), "another program's"));
+    EXPECT_THROW((void)StateDatabase::Recover(m_folder.Path()), UnusableDatabase);
+    EXPECT_EQ(Number("SELECT count(*) FROM mine"), 0);
 }
 
-TEST_F(StateDatabaseTest, ALaterVersionsDatabaseIsNotTouched) {
+TEST_F(StateDatabaseTest, ALaterVersionsDatabaseIsNotTouchedNorTakenForADamagedOne) {
     Fill();
-    {
-        Sqlite later(File().string(), Sqlite::Mode::ReadWriteCreate);
-        later.Execute("PRAGMA user_version=99");
-    }
-    EXPECT_THROW(const StateDatabase database(m_folder.Path()), UnusableDatabase);
-}
-
-TEST_F(StateDatabaseTest, RecoveredItKeepsWhatCanStillBeRead) {
-    Fill();
-    // The newest state is torn in its middle, the database itself is damaged where nothing of value stands.
-    {
-        Sqlite damaged(File().string(), Sqlite::Mode::ReadWriteCreate);
-        damaged.Execute(
-            "UPDATE agent_state SET xml='<announcements><a>' WHERE id=2; CREATE TABLE torn(x); "
-            "PRAGMA writable_schema=ON; UPDATE sqlite_master SET rootpage=9999 WHERE name='torn';");
-    }
-    ASSERT_THROW(const StateDatabase database(m_folder.Path()), UnusableDatabase);
-    const std::string before = TemporaryFolder::Read(File());
-    const Texts lines = StateDatabase::Recover(m_folder.Path());
-    ASSERT_FALSE(lines.empty());
-    const std::string aside = lines[0].substr(lines[0].find('/'));
-    EXPECT_EQ(TemporaryFolder::Read(aside.substr(0, aside.size() - 1)), before);
-    const StoredState state = StateDatabase(m_folder.Path()).Read();
-    EXPECT_EQ(state.agentState, "<announcements/>");
-    EXPECT_EQ(state.journal.size(), 2U);
-    EXPECT_EQ(state.volumes.at(1), 60U);
-    EXPECT_EQ(state.variables.at({9, 4}), "21 °C");
-    EXPECT_EQ(StateDatabase(m_folder.Path()).ReadHistory(5).size(), 1U);
-}
-
-TEST_F(StateDatabaseTest, RecoveredFromNothingReadableItStartsEmpty) {
-    m_folder.Write(StateDatabase::kFileName, std::string(8192, 'x'));
-    EXPECT_EQ(StateDatabase::Recover(m_folder.Path()).size(), 3U);
-    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().agentState, "");
-}
-
-TEST_F(StateDatabaseTest, ASoundOneIsNotRecovered) {
-    EXPECT_TRUE(StateDatabase::Recover(m_folder.Path()).empty());
-    Fill();
-    EXPECT_TRUE(StateDatabase::Recover(m_folder.Path()).empty());
-    EXPECT_EQ(StateDatabase(m_folder.Path()).Read().volumes.size(), 1U);
+    Execute("PRAGMA user_version=99; UPDATE announcement SET checksum = 0");
+    EXPECT_TRUE(Has(Refusal<UnusableDatabase>(), "its format is 99, this program's is 3"));
+    EXPECT_THROW((void)StateDatabase::Recover(m_folder.Path()), UnusableDatabase);
+    EXPECT_EQ(Number("SELECT count(*) FROM announcement"), 2);
 }
 
 TEST(DataFolderTest, IsMadeAndBelongsToOneController) {

@@ -43,12 +43,23 @@ protected:
         };
     }
 
-    /// From now on, writes of volumes fail; or no longer.
+    /// From now on, writes of volumes, announcements and what was played fail; or no longer.
     void SetFull(bool isFull) const {
-        Sqlite database((m_folder.Path() / StateDatabase::kFileName).string(), Sqlite::Mode::ReadWriteCreate);
-        database.Execute(isFull ? "CREATE TRIGGER full BEFORE INSERT ON room_volume BEGIN SELECT "
-                                  "RAISE(FAIL, 'full'); END"
-                                : "DROP TRIGGER full");
+        Sqlite database((m_folder.Path() / StateDatabase::kFileName).string());
+        for (const char* table : {"room_volume", "announcement", "history"}) {
+            const std::string trigger = std::string("full_") + table;
+            database.Execute(isFull ? "CREATE TRIGGER " + trigger + " BEFORE INSERT ON " + table +
+                                          " BEGIN SELECT RAISE(FAIL, 'full'); END"
+                                    : "DROP TRIGGER " + trigger);
+        }
+    }
+
+    /// What the announcements on the disk are, as "key xml".
+    [[nodiscard]] Texts Announcements() const {
+        Texts texts;
+        for (const AnnouncementRow& row : OnDisk().announcements)
+            texts.push_back(std::to_string(row.key) + " " + row.xml);
+        return texts;
     }
 
     [[nodiscard]] StoredState OnDisk() const { return StateDatabase(m_folder.Path()).Read(); }
@@ -83,13 +94,13 @@ TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
 }
 
 TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
-    m_store.WriteAgentState(std::make_shared<const std::string>("<announcements/>"), Note("state"));
+    m_store.WriteAnnouncements({{1, "<a/>", ""}}, Note("announcement"));
     m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
     m_store.WriteVariable(9, 4, "21", Note("variable"));
     EXPECT_TRUE(m_told.empty());
     TakeAnswers(3);
-    EXPECT_EQ(m_told, (Texts{"state", "taken", "variable"}));
-    EXPECT_EQ(OnDisk().agentState, "<announcements/>");
+    EXPECT_EQ(m_told, (Texts{"announcement", "taken", "variable"}));
+    EXPECT_EQ(Announcements(), Texts{"1 <a/>"});
     EXPECT_EQ(OnDisk().journal.size(), 1U);
     EXPECT_EQ(OnDisk().volumes.at(1), 60U);
     EXPECT_EQ(OnDisk().variables.at({9, 4}), "21");
@@ -107,13 +118,97 @@ TEST_F(StateStoreTest, AFailedWriteIsToldOnceAndTriedAgainUntilItSucceeds) {
     EXPECT_TRUE(OnDisk().journal.empty());
     m_scheduler.Advance(StateStore::kRetry);
     TakeAnswers(1);
-    EXPECT_EQ(m_told, Texts{"taken failed"});
     SetFull(false);
     m_scheduler.Advance(StateStore::kRetry);
     TakeAnswers(1);
-    EXPECT_EQ(m_told, (Texts{"taken failed", "taken"}));
+    EXPECT_EQ(m_told, Texts{"taken failed"});
     EXPECT_EQ(OnDisk().volumes.at(1), 60U);
     EXPECT_EQ(m_scheduler.Waiting(), 0U);
+}
+
+TEST_F(StateStoreTest, WhateverWriteFailsEveryoneIsToldOnceAndTheLastOfEachStandsOnTheDisk) {
+    constexpr int kWrites = 8;
+    for (int failing = 0; failing < kWrites; ++failing) {
+        m_told.clear();
+        for (int write = 0; write < kWrites; ++write) {
+            if (write == failing)
+                SetFull(true);
+            const std::string number = std::to_string(write);
+            m_store.WriteAnnouncements({{1 + write % 3, number, ""}, {7, number, ""}}, Note(number));
+            TakeAnswers(1);
+            if (write == failing)
+                SetFull(false);
+            // The next one finds the disk as it was, and what has failed is tried at once.
+            if (write == failing + 1)
+                TakeAnswers(1);
+        }
+        m_store.WriteAll(Note("all"));
+        TakeAnswers(1);
+        ASSERT_EQ(m_told.size(), kWrites + 1U);
+        for (int write = 0; write < kWrites; ++write)
+            EXPECT_EQ(m_told[static_cast<std::size_t>(write)],
+                      std::to_string(write) + (write == failing ? " failed" : ""));
+        EXPECT_EQ(m_told.back(), "all");
+        EXPECT_EQ(Announcements(), (Texts{"1 6", "2 7", "3 5", "7 7"})) << failing;
+        EXPECT_EQ(m_scheduler.Waiting(), 0U);
+    }
+}
+
+TEST_F(StateStoreTest, TheListenerHearsTheFirstFailureAndWhenAllAnnouncementsStandOnTheDisk) {
+    m_store.ListenToAnnouncements([this](const std::string& error) {
+        m_told.push_back(error.empty() ? "all saved" : "not saved: " + error);
+    });
+    m_store.WriteVariable(9, 4, "21", Note("variable"));
+    m_store.WriteAnnouncements({{1, "a", ""}}, Note("one"));
+    m_store.WriteAnnouncements({{2, "a", ""}}, Note("two"));
+    TakeAnswers(3);
+    EXPECT_EQ(m_told, (Texts{"variable", "one", "all saved", "two"}));
+    m_told.clear();
+    SetFull(true);
+    m_store.WriteAnnouncements({{1, "b", ""}}, Note("one"));
+    TakeAnswers(1);
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, (Texts{"not saved: full", "one failed"}));
+    m_store.WriteAnnouncements({{2, "", ""}}, Note("two")); // taken away, which can be done
+    TakeAnswers(2);
+    m_store.WriteAll(Note("everything"));
+    TakeAnswers(1);
+    EXPECT_EQ(m_told,
+              (Texts{"not saved: full", "one failed", "two", "not saved: full", "everything failed"}));
+    m_told.clear();
+    SetFull(false);
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"all saved"});
+    EXPECT_EQ(Announcements(), Texts{"1 b"});
+}
+
+TEST_F(StateStoreTest, WhatWasWrittenAsOneIsTriedAgainAsOne) {
+    SetFull(true);
+    m_store.WriteAnnouncements({{5, "", ""}, {9, "a", ""}}, Note("moved"));
+    TakeAnswers(1);
+    EXPECT_TRUE(Announcements().empty());
+    m_store.WriteAnnouncements({{5, "b", ""}}, Note("again"));
+    TakeAnswers(1);
+    SetFull(false);
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, (Texts{"moved failed", "again failed"}));
+    EXPECT_EQ(Announcements(), (Texts{"5 b", "9 a"}));
+}
+
+TEST_F(StateStoreTest, OfWhatWasPlayedOnlySoMuchWaitsForTheDisk) {
+    SetFull(true);
+    for (std::size_t count = 0; count < StateStore::kMaxFailed + 5; ++count) {
+        m_store.AddHistory({0, "s", "e", 7, "Dinner", {1}, {5}, "f", "ended"});
+        TakeAnswers(1);
+    }
+    SetFull(false);
+    m_store.WriteAll(Note("all"));
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"all"});
+    EXPECT_EQ(StateDatabase(m_folder.Path()).ReadHistory(5000).size(), StateStore::kMaxFailed);
 }
 
 TEST_F(StateStoreTest, ANewerWriteOfTheSameThingTakesTheFailedOnesPlace) {

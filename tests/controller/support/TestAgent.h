@@ -12,6 +12,7 @@ namespace controller {
 /// The real module's agent on a virtual clock, in a host without devices.
 struct TestAgent {
     TestAgent() {
+        services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&timers), 1);
         DriverHost::Listeners listeners;
         listeners.handlerMissing = [this](const std::string& /*name*/) {
             agent.HandlerMissing();

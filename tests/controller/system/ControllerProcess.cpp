@@ -1,5 +1,7 @@
 #include "tests/controller/system/ControllerProcess.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <csignal>
 #include <stdexcept>
@@ -106,6 +108,8 @@ int ControllerProcess::WaitForEnd() {
         ::kill(m_process, SIGKILL);
     ::waitpid(m_process, &status, 0);
     m_process = -1;
+    // At its end it holds what it knows against what the agent has.
+    EXPECT_EQ(m_output.find("mistake of this program"), std::string::npos) << m_output;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 

@@ -1,5 +1,6 @@
 #include "controller/state/DataFolder.h"
 #include "controller/state/StateDatabase.h"
+#include "controller/state/StateText.h"
 #include "tests/controller/audio/Sounds.h"
 #include "tests/controller/support/TemporaryFolder.h"
 #include "tests/controller/system/ControllerProcess.h"
@@ -64,6 +65,9 @@ variables:
     }
     [[nodiscard]] std::filesystem::path DataFolderPath() const { return m_folder.Path() / "data"; }
     [[nodiscard]] StoredState OnDisk() const { return StateDatabase(DataFolderPath()).Read(); }
+    [[nodiscard]] std::string AnnouncementsOnDisk() const {
+        return state_text::ForPeople(OnDisk().announcements);
+    }
     [[nodiscard]] audio::test::Recording Take(const std::string& name) const {
         return audio::test::ReadRecording((m_folder.Path() / "takes" / name).string());
     }
@@ -128,7 +132,7 @@ TEST_F(SystemTest, EndedBySignalInMidPlayItRestoresTheRoomsAndSaves) {
         EXPECT_NE(controller.Output().find("Kitchen is back at volume 40"), std::string::npos);
         EXPECT_TRUE(OnDisk().journal.empty());
         EXPECT_EQ(OnDisk().volumes.at(1), 40U);
-        EXPECT_EQ(OnDisk().agentState.find("<announcements><announcement><id>1</id>"), 0U);
+        EXPECT_EQ(AnnouncementsOnDisk().find("<announcements><announcement><id>1</id>"), 0U);
         EXPECT_EQ(StateDatabase(DataFolderPath()).ReadHistory(1).at(0).outcome, "interrupted");
     }
 }
@@ -160,14 +164,14 @@ TEST_F(SystemTest, ARequestThatGotItsReplyIsOnTheDiskAlsoWhenTheProgramIsKilled)
     ASSERT_TRUE(controller.WaitFor("<success>4</success>")) << controller.Output();
     controller.Signal(SIGKILL);
     (void)controller.WaitForEnd();
-    EXPECT_NE(OnDisk().agentState.find("<id>4</id>"), std::string::npos);
+    EXPECT_NE(AnnouncementsOnDisk().find("<id>4</id>"), std::string::npos);
     ControllerProcess again(Serving({HouseFile()}));
     again.Type("request remove_announcement id=4");
     ASSERT_TRUE(again.WaitFor("<success/>"));
     again.Signal(SIGKILL);
     (void)again.WaitForEnd();
-    EXPECT_EQ(OnDisk().agentState.find("<id>4</id>"), std::string::npos);
-    EXPECT_NE(OnDisk().agentState.find("<id>3</id>"), std::string::npos);
+    EXPECT_EQ(AnnouncementsOnDisk().find("<id>4</id>"), std::string::npos);
+    EXPECT_NE(AnnouncementsOnDisk().find("<id>3</id>"), std::string::npos);
 }
 
 /// The ids in the replies to "add_announcement".
@@ -197,7 +201,7 @@ TEST_F(KillTest, KilledAtAnyMomentNoAcknowledgedChangeIsLostAndTheVolumesComeBac
         std::this_thread::sleep_for(std::chrono::milliseconds(random() % 40));
         controller.Signal(SIGKILL);
         ASSERT_EQ(controller.WaitForEnd(), -SIGKILL);
-        const std::string state = OnDisk().agentState;
+        const std::string state = AnnouncementsOnDisk();
         for (const std::string& id : AcknowledgedIds(controller.Output())) {
             ASSERT_NE(state.find("<id>" + id + "</id>"), std::string::npos) << "round " << round;
             ++acknowledged;
@@ -228,7 +232,7 @@ TEST_F(SystemTest, ADiskThatTakesNothingIsToldAndTheChangeIsWrittenWhenItCan) {
     ASSERT_EQ(::prlimit(controller.Process(), RLIMIT_FSIZE, &before, nullptr), 0);
     controller.CloseInput();
     EXPECT_EQ(controller.WaitForEnd(), 0) << controller.Output();
-    EXPECT_EQ(OnDisk().agentState.find("<id>3</id>"), std::string::npos);
+    EXPECT_EQ(AnnouncementsOnDisk().find("<id>3</id>"), std::string::npos);
 }
 
 TEST_F(SystemTest, TheConsoleAnswersEveryLineAndStatesRooms) {
@@ -296,11 +300,12 @@ TEST_F(SystemTest, ADamagedDatabaseStopsTheStartAndRecoverGoesOn) {
 TEST_F(SystemTest, AStateThatTheAgentCannotTakeStopsTheStart) {
     {
         StateDatabase database((std::filesystem::create_directories(DataFolderPath()), DataFolderPath()));
-        database.WriteAgentState("<announcements>");
+        database.WriteAnnouncement({1, "<announcement>", ""});
+        database.KeepAnnouncements();
     }
     ControllerProcess controller(Serving({HouseFile()}));
     EXPECT_EQ(controller.WaitForEnd(), 1);
-    EXPECT_NE(controller.Output().find("the saved state is not XML"), std::string::npos)
+    EXPECT_NE(controller.Output().find("cannot be used: the saved state is not XML"), std::string::npos)
         << controller.Output();
 }
 
@@ -337,7 +342,8 @@ TEST_F(SystemTest, AHouseIsBegunExportedAndImported) {
     EXPECT_NE(TemporaryFolder::Read(text).find("<name>Doorbell</name>"), std::string::npos);
     ControllerProcess imported({"import", house, (m_folder.Path() / "first.xml").string()});
     EXPECT_EQ(imported.WaitForEnd(), 0) << imported.Output();
-    EXPECT_NE(StateDatabase(folder + "/data").Read().agentState.find("Test 1"), std::string::npos);
+    EXPECT_NE(state_text::ForPeople(StateDatabase(folder + "/data").Read().announcements).find("Test 1"),
+              std::string::npos);
     ControllerProcess refused({"import", house, house});
     EXPECT_EQ(refused.WaitForEnd(), 1);
     ControllerProcess again({"init", folder});

@@ -1,4 +1,5 @@
 // A house in a folder of its own, and the real program that serves it, on a free port.
+import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { chmodSync, chownSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
@@ -127,6 +128,8 @@ export class House {
   async stop(signal = 'SIGTERM') {
     this.process.kill(signal);
     const [status, killed] = await within('the end', this.ended);
+    // At its end it holds what it knows against what the agent has.
+    assert.doesNotMatch(this.output, /mistake of this program/);
     return killed ?? status;
   }
 

@@ -1,0 +1,142 @@
+// How the announcements are held against what the agent has: at the start, after playing, and when idle.
+#include "controller/announcements/AnnouncementXml.h"
+#include "controller/announcements/Announcements.h"
+#include "framework/XmlText.h"
+#include "host/ForEachChild.h"
+#include "host/VqXML.h"
+
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+
+namespace controller {
+
+namespace {
+
+/// Between two looks of a round.
+constexpr std::chrono::milliseconds kPause{100};
+
+void Nobody(const std::string& /*error*/) {}
+
+/// The id that the row's XML carries.
+std::uint32_t CarriedId(const AnnouncementRow& row) {
+    constexpr std::string_view kBegin = "<announcement><id>";
+    if (row.xml.compare(0, kBegin.size(), kBegin) == 0)
+        return static_cast<std::uint32_t>(std::strtoul(row.xml.c_str() + kBegin.size(), nullptr, 10));
+    const auto document = VqXML::CreateXmlDocument(row.xml);
+    return document ? document->GetRootNode()->GetChildValueAsULong("id") : 0;
+}
+
+} // namespace
+
+void Announcements::Begin(const AnnouncementRows& rows, bool areKept) {
+    // The agent now knows each by the id that its XML carries, and has taken the first of two that carry one.
+    std::map<std::uint32_t, const AnnouncementRow*> takenFrom;
+    std::map<std::int64_t, const AnnouncementRow*> stored;
+    for (const AnnouncementRow& row : rows) {
+        takenFrom.emplace(CarriedId(row), &row);
+        if (areKept)
+            stored.emplace(row.key, &row);
+    }
+    AnnouncementRows changes;
+    const AgentAnswer answer = m_parts.agent.Ask("get_announcements", {});
+    if (answer.element.Get() != nullptr)
+        ForEachChild(*answer.element, [&](VqXML::INode& element) {
+            auto announcement = announcement_xml::FromXml(element);
+            const std::uint32_t id = announcement.id;
+            const auto from = takenFrom.find(id);
+            const HouseAddition house = from != takenFrom.end()
+                                            ? announcement_xml::HouseFromXml(from->second->house)
+                                            : HouseAddition();
+            (void)Put(id, std::move(announcement), &house);
+            AnnouncementRow row = RowOf(id);
+            const auto place = stored.find(id);
+            if (place == stored.end() || place->second->xml != row.xml || place->second != from->second)
+                changes.push_back(std::move(row));
+            stored.erase(id);
+        });
+    for (const auto& [key, row] : stored)
+        changes.push_back({key, "", ""});
+    if (!changes.empty() || !areKept)
+        m_parts.store.WriteAnnouncements(std::move(changes), Nobody);
+    m_check.Start(kRound, [this] { CheckSome(); });
+}
+
+void Announcements::Take(const Event& event) {
+    if (const auto* started = std::get_if<events::AnnouncementStarted>(&event.data))
+        m_playing = Find(started->announcement);
+    const auto* const ended = std::get_if<events::AnnouncementEnded>(&event.data);
+    if (ended != nullptr)
+        m_over.insert(ended->announcement);
+    // Not now: the agent may be in the middle of it.
+    if (ended != nullptr || std::holds_alternative<events::PopupShown>(event.data))
+        m_played.Start(std::chrono::seconds(0), [this] { TakePlayed(); });
+}
+
+void Announcements::TakePlayed() {
+    const auto over = std::exchange(m_over, {});
+    const auto asked = m_asked;
+    for (const std::uint32_t id : asked) {
+        const AnnouncementPointer announcement = Find(id);
+        if (announcement->video.timeoutMs == 0 && TakeAnew(id) != Change::None)
+            Write(id, Nobody);
+        if (over.count(announcement->carriedId.value_or(id)) != 0)
+            m_asked.erase(id);
+    }
+}
+
+void Announcements::StateInvalidated() {
+    if (!m_isAsking)
+        CheckSoon();
+}
+
+void Announcements::CheckSoon() {
+    m_checked = 0;
+    m_check.Start(kSoon, [this] { CheckSome(); });
+}
+
+/// As many as a millisecond allows; and, as nobody else would find it, whatever the agent has behind each.
+void Announcements::CheckSome() {
+    const auto begin = m_parts.scheduler.Now();
+    while (m_parts.scheduler.Now() - begin < std::chrono::milliseconds(2)) {
+        const auto next = m_all.upper_bound(m_checked);
+        if (next == m_all.end()) {
+            m_checked = 0;
+            m_check.Start(kRound, [this] { CheckSome(); });
+            return;
+        }
+        m_checked = next->first;
+        Mend(m_checked);
+        if (!Find(m_checked + 1))
+            Mend(m_checked + 1);
+    }
+    m_check.Start(kPause, [this] { CheckSome(); });
+}
+
+void Announcements::Mend(std::uint32_t id) {
+    if (m_asked.count(id) != 0)
+        return; // its timeout may differ, for a moment
+    const Change change = TakeAnew(id);
+    if (change == Change::None)
+        return;
+    m_parts.log.Error("Announcement " + std::to_string(id) +
+                      " was not what the agent has, which is a mistake of this program; it is now");
+    Tell(change, id);
+    Write(id, Nobody);
+}
+
+void Announcements::Check() {
+    TakePlayed();
+    const AgentAnswer answer = m_parts.agent.Request("get_announcements", {});
+    if (answer.kind != AgentAnswer::Kind::Reply || answer.text == announcement_xml::ToXml(*All()))
+        return;
+    std::set<std::uint32_t> ids;
+    for (const auto& [id, announcement] : m_all)
+        ids.insert(id);
+    ForEachChild(*answer.element,
+                 [&](VqXML::INode& element) { ids.insert(element.GetChildValueAsULong("id")); });
+    for (const std::uint32_t id : ids)
+        Mend(id);
+}
+
+} // namespace controller

@@ -1,0 +1,140 @@
+#include "tests/controller/announcements/AnnouncementsFixture.h"
+
+namespace controller {
+
+namespace {
+
+/// What goes to the agent in its own words, and what it does by itself.
+using AnnouncementsAgentTest = AnnouncementsTest;
+
+TEST_F(AnnouncementsAgentTest, RawRequestsKeepWhatTheHouseAdds) {
+    EXPECT_EQ(
+        Request("modify_announcement", {{"announcement", announcement_xml::ToXml(WithId(Made("Raw"), 1))}}),
+        "<success/>");
+    EXPECT_EQ(m_announcements.Find(1)->name, "Raw");
+    EXPECT_EQ(m_announcements.Find(1)->house.tags, Texts{"kitchen"});
+    EXPECT_EQ(OnDisk(1), Record(1));
+    EXPECT_EQ(Request("modify_room", {{"id", "1"}, {"room", "<room><id>2</id><volume>9</volume></room>"}}),
+              "<success/>");
+    EXPECT_EQ(m_announcements.Find(1)->rooms[1].volume, 9);
+    EXPECT_EQ(Request("add_announcement", {{"announcement", announcement_xml::ToXml(Made("New"))}}),
+              "<success>2</success>");
+    EXPECT_EQ(m_announcements.Find(2)->name, "New");
+    EXPECT_EQ(Request("remove_announcement", {{"id", "1"}}), "<success/>");
+    EXPECT_EQ(m_events.Take(),
+              (Texts{"stored 1", "saved", "stored 1", "saved", "stored 2", "saved", "removed 1", "saved"}));
+}
+
+TEST_F(AnnouncementsAgentTest, RawRequestsThatChangeNothingWriteNothing) {
+    EXPECT_EQ(Request("get_announcements", {}), m_host.agent.State());
+    EXPECT_EQ(Request("get_announcement", {{"id", "1"}}), announcement_xml::ToXml(*m_announcements.Find(1)));
+    (void)Request("no_such_request", {});
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Unknown);
+    (void)Request("modify_announcement", {{"announcement", "no xml"}});
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Failed);
+    (void)Request("add_announcement", {{"announcement", "no xml"}});
+    (void)Request("add_navigator", {{"id", "1"}, {"navigator", "no xml"}});
+    (void)Request("add_room", {{"id", "77"}, {"room", "<room><id>5</id></room>"}});
+    EXPECT_EQ(m_answers, 7);
+    EXPECT_EQ(m_store.writes, 0);
+    EXPECT_TRUE(m_events.Take().empty());
+}
+
+TEST_F(AnnouncementsAgentTest, OneThatCarriesAnotherIdIsKnownByTheAgentsUntilTheNextStart) {
+    EXPECT_EQ(
+        Request("add_announcement", {{"announcement", announcement_xml::ToXml(WithId(Made("Nine"), 9))}}),
+        "<success>2</success>");
+    ASSERT_TRUE(m_announcements.Find(2));
+    EXPECT_EQ(m_announcements.Find(2)->carriedId, 9U);
+    EXPECT_FALSE(m_announcements.Find(9));
+    EXPECT_EQ(OnDisk(2).find("<announcement><id>9</id>"), 0U);
+    m_announcements.PutRoom(2, {7, 7}, Note());
+    EXPECT_EQ(m_announcements.Find(2)->carriedId, 9U);
+    EXPECT_EQ(state_text::ForAgent(m_store.Rows()), m_host.agent.State());
+    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+}
+
+TEST_F(AnnouncementsAgentTest, OnlyWhatIsThereIsPlayed) {
+    m_announcements.Play(77, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Unknown);
+    EXPECT_EQ(m_outcome.answer.text, "there is no announcement 77");
+    EXPECT_TRUE(m_events.Take().empty());
+    m_announcements.Play(1, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Done);
+    EXPECT_EQ(m_events.Take(), Texts{"asked for 1"});
+    m_announcements.Dismiss(Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Done);
+    EXPECT_EQ(m_answers, 3);
+}
+
+TEST_F(AnnouncementsAgentTest, TheTimeoutThatPlayingGivesIsWrittenAndIsNoChangeToPeople) {
+    const std::string tag = m_announcements.Find(1)->tag;
+    m_announcements.Play(1, Note());
+    m_host.scheduler.Advance(std::chrono::seconds(1));
+    m_feed.Publish(events::PopupShown{1, 11, "", "", std::chrono::seconds(0), true});
+    EXPECT_EQ(m_store.writes, 0);
+    m_host.scheduler.Advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(m_announcements.Find(1)->video.timeoutMs, 30000U);
+    EXPECT_EQ(m_announcements.Find(1)->tag, tag);
+    EXPECT_EQ(OnDisk(1), Record(1));
+    EXPECT_EQ(m_store.writes, 1);
+    m_feed.Publish(events::AnnouncementEnded{1});
+    m_host.scheduler.Advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(m_store.writes, 1);
+}
+
+TEST_F(AnnouncementsAgentTest, TheNameOfWhatPlaysIsKnownWhenItHasBeenRemoved) {
+    m_feed.Publish(events::AnnouncementStarted{1});
+    m_announcements.Remove(1, Note());
+    EXPECT_EQ(m_announcements.NameOf(1), "One");
+    m_feed.Publish(events::AnnouncementStarted{2});
+    EXPECT_EQ(m_announcements.NameOf(1), "");
+}
+
+TEST_F(AnnouncementsAgentTest, WhatDiffersFromTheAgentIsToldAsAMistakeAndMended) {
+    const std::uint32_t two = Add("Two");
+    const std::uint32_t three = Add("Three");
+    (void)m_events.Take();
+    const auto behindItsBack = [this] {
+        (void)m_host.agent.Request("remove_room", {{"id", "1"}, {"room_id", "1"}});
+        (void)m_host.agent.Request("remove_announcement", {{"id", "2"}});
+        (void)m_host.agent.Request("add_announcement",
+                                   {{"announcement", announcement_xml::ToXml(Made("New"))}});
+        (void)m_host.agent.Request("add_announcement",
+                                   {{"announcement", announcement_xml::ToXml(Made("New"))}});
+    };
+    behindItsBack();
+    m_announcements.Check();
+    EXPECT_EQ(std::count_if(m_host.log.lines.begin(), m_host.log.lines.end(),
+                            [](const std::string& line) { return line.find("error: Announcement") == 0; }),
+              4);
+    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+    EXPECT_EQ(state_text::ForAgent(m_store.Rows()), m_host.agent.State());
+    EXPECT_FALSE(m_announcements.Find(two));
+    EXPECT_EQ(m_announcements.Find(three + 1)->name, "New");
+    EXPECT_EQ(m_announcements.Find(three)->name, "Three");
+    m_host.log.lines.clear();
+    behindItsBack();
+    m_announcements.StateInvalidated();
+    m_host.scheduler.Advance(Announcements::kSoon);
+    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+    behindItsBack();
+    m_host.scheduler.Advance(Announcements::kRound);
+    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+    m_host.log.lines.clear();
+}
+
+TEST_F(AnnouncementsAgentTest, WithoutAnAgentWhatIsThereCanStillBeRead) {
+    m_host.agent.Stop();
+    EXPECT_EQ(Names(), Texts{"1 One"});
+    m_announcements.Remove(1, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::NoAgent);
+    m_announcements.Check();
+    EXPECT_EQ(Names(), Texts{"1 One"});
+    EXPECT_EQ(m_store.writes, 0);
+    m_host.agent.Start(state_text::ForAgent(m_store.Rows()));
+}
+
+} // namespace
+
+} // namespace controller
