@@ -70,11 +70,25 @@ void RunController(const Arguments& arguments) {
     if (arguments.port)
         house.port = *arguments.port;
     Controller::Options options;
-    options.module = arguments.module.empty() ? FindModuleFile() : fs::path(arguments.module);
+    options.household.module = arguments.module.empty() ? FindModuleFile() : fs::path(arguments.module);
     options.play = arguments.play;
-    options.isRecovering = arguments.isRecovering;
+    options.household.isRecovering = arguments.isRecovering;
     options.isStaying = arguments.isStaying;
     Controller(std::move(house), std::move(options), log).Run();
+}
+
+void Check(const fs::path& file) {
+    const House house = ReadHouseFile(file);
+    std::cout << file.string() << ": " << house.name << " is in order (" << house.rooms.size() << " rooms, "
+              << house.navigators.size() << " navigators, " << house.variables.size() << " variables, "
+              << house.tokens.size() << " tokens)\n";
+}
+
+void Init(const fs::path& folder) {
+    const auto files = WriteNewHouse(folder);
+    for (const fs::path& file : files)
+        std::cout << "wrote " << file.string() << '\n';
+    std::cout << "Start it with: announcement-controller " << files.front().string() << " --play 1\n";
 }
 
 void DeclareRun(CLI::App& app, Arguments& arguments) {
@@ -100,18 +114,20 @@ void DeclareRun(CLI::App& app, Arguments& arguments) {
 void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     CLI::App* check = app.add_subcommand("check", "Tell every mistake in a house file");
     check->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
-    check->callback([&arguments] { maintenance::Check(arguments.house); });
+    check->callback([&arguments] { Check(arguments.house); });
     CLI::App* init = app.add_subcommand("init", "Write a house to start from");
     init->add_option("folder", arguments.folder)->option_text("FOLDER");
-    init->callback([&arguments] { maintenance::Init(arguments.folder); });
+    init->callback([&arguments] { Init(arguments.folder); });
     CLI::App* exporting = app.add_subcommand("export", "Write the announcements as XML text");
     exporting->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     exporting->add_option("file", arguments.file)->option_text("FILE");
-    exporting->callback([&arguments] { maintenance::Export(arguments.house, arguments.file); });
+    exporting->callback(
+        [&arguments] { maintenance::Export(ReadHouseFile(arguments.house).dataFolder, arguments.file); });
     CLI::App* importing = app.add_subcommand("import", "Replace the announcements by those of an XML text");
     importing->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     importing->add_option("file", arguments.file)->required()->option_text("FILE");
-    importing->callback([&arguments] { maintenance::Import(arguments.house, arguments.file); });
+    importing->callback(
+        [&arguments] { maintenance::Import(ReadHouseFile(arguments.house).dataFolder, arguments.file); });
 }
 
 void DeclareTokens(CLI::App& app, Arguments& arguments) {

@@ -1,7 +1,5 @@
 #include "controller/Controller.h"
 
-#include "controller/console/ConsoleCommand.h"
-
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
@@ -20,17 +18,7 @@ std::string CountOf(std::size_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-} // namespace
-
-void Controller::AnnouncementEnded() {
-    // Rooms that were taken out of the announcement while it played get no word from the agent.
-    m_audio.AnnouncementEnded();
-    for (auto& [id, room] : m_rooms)
-        room.RestoreVideoState();
-    m_driver.Post("looking whether there is more to do", [this] { EndWhenIdle(); });
-}
-
-void Controller::Print(const std::string& line) {
+void Print(const std::string& line) {
     // Texts from outside must not steer the terminal.
     std::string plain = line;
     std::replace_if(
@@ -41,10 +29,35 @@ void Controller::Print(const std::string& line) {
     (void)std::fflush(stdout);
 }
 
+} // namespace
+
+Controller::Controller(House house, Options options, Log& log)
+    : m_options(std::move(options))
+    , m_log(log)
+    , m_household(std::move(house), m_options.household, log)
+    , m_parts(m_household.Parts())
+    , m_server(m_parts, HttpLimits{})
+    , m_service(ServiceManager::Environment::OfThisProcess(), m_parts.driver, m_parts.feed, log)
+    , m_view(
+          m_parts.house,
+          m_parts.feed,
+          [this](std::uint32_t id) { return m_parts.announcements.NameOf(id); },
+          Print)
+    , m_console({m_parts.announcements, Print,
+                 [this] {
+                     End();
+                 }})
+    , m_ends(m_parts.feed.Subscribe([this](const Event& event) {
+        if (std::holds_alternative<events::AnnouncementEnded>(event.data))
+            m_parts.driver.Post("looking whether there is more to do", [this] { EndWhenIdle(); });
+    }))
+    , m_signals(m_parts.driver.Context(), SIGINT, SIGTERM)
+    , m_patience(m_parts.driver, "the end of patience") {}
+
 void Controller::Greet() {
-    Print(m_house.name + ": " + CountOf(m_house.rooms.size(), "room") + ", " +
-          CountOf(m_house.navigators.size(), "navigator") + ", " +
-          CountOf(m_announcements.All()->size(), "announcement") + ".");
+    Print(m_parts.house.name + ": " + CountOf(m_parts.house.rooms.size(), "room") + ", " +
+          CountOf(m_parts.house.navigators.size(), "navigator") + ", " +
+          CountOf(m_parts.announcements.All()->size(), "announcement") + ".");
     Print("Open " + m_server.Address() + " in a browser.");
     if (::isatty(STDIN_FILENO) == 1)
         Print("Type a command, `help` lists them, `quit` ends.");
@@ -61,7 +74,7 @@ void Controller::Run() {
     });
     Greet();
     for (const std::uint32_t id : m_options.play)
-        m_announcements.Play(id, [this](const Announcements::Outcome& outcome) {
+        m_parts.announcements.Play(id, [this](const Announcements::Outcome& outcome) {
             if (outcome.answer.kind != AgentAnswer::Kind::Done)
                 m_log.Error("Nothing is played at the start: " + outcome.answer.text);
         });
@@ -72,9 +85,9 @@ void Controller::Run() {
     hooks.ended = [this] {
         InputEnded();
     };
-    m_input = std::make_unique<ConsoleInput>(STDIN_FILENO, m_driver, std::move(hooks));
-    m_service.Ready(m_house.name + " at " + m_server.Address());
-    m_driver.Run();
+    m_input = std::make_unique<ConsoleInput>(STDIN_FILENO, m_parts.driver, std::move(hooks));
+    m_service.Ready(m_parts.house.name + " at " + m_server.Address());
+    m_parts.driver.Run();
     m_input.reset();
 }
 
@@ -90,7 +103,7 @@ void Controller::InputEnded() {
 }
 
 void Controller::EndWhenIdle() {
-    if (m_isInputEnded && !m_playing.Current())
+    if (m_isInputEnded && !m_household.IsPlaying())
         End();
 }
 
@@ -99,28 +112,11 @@ void Controller::End() {
         return;
     m_patience.Start(kPatience, [this] {
         m_log.Error("Not everything could be ended in order; ending all the same");
-        m_driver.Stop();
+        m_parts.driver.Stop();
     });
     m_service.Stopping();
     m_server.Close();
-    m_stillToDo = 2;
-    m_announcements.Check();
-    m_announcements.Save([this](const std::string& error) {
-        if (!error.empty())
-            m_log.Error("The announcements could not be saved: " + error);
-        StopWhenDone();
-    });
-    m_agent.Stop();
-    m_popups.HideAll();
-    for (auto& [id, room] : m_rooms)
-        room.RestoreVideoState();
-    m_audio.Close([this] { StopWhenDone(); });
-    m_playing.AgentStopped();
-}
-
-void Controller::StopWhenDone() {
-    if (--m_stillToDo == 0)
-        m_store->WhenTried([this] { m_driver.Stop(); });
+    m_household.End([this] { m_parts.driver.Stop(); });
 }
 
 } // namespace controller

@@ -1,7 +1,6 @@
 #include "fuzz/ApiHouse.h"
 
 #include "controller/http/ServeConnection.h"
-#include "controller/state/StateText.h"
 #include "fuzz/Require.h"
 
 #include <boost/asio/executor_work_guard.hpp>
@@ -92,7 +91,8 @@ House ApiHouse::MakeHouse(const TemporaryFolder& folder) {
     House house;
     house.name = "House";
     house.mediaFolder = folder.Path();
-    house.dataFolder = folder.Path();
+    house.dataFolder = folder.Path() / "data";
+    house.firstAnnouncements = folder.Write("announcements.xml", kState);
     house.rooms.push_back({12, "Kitchen", {"silent", ""}});
     house.navigators.push_back({5, "Tablet", 12});
     house.variables.push_back({9, 4, "outside", "cold"});
@@ -100,63 +100,23 @@ House ApiHouse::MakeHouse(const TemporaryFolder& folder) {
 }
 
 ApiHouse::ApiHouse()
-    : m_house(MakeHouse(m_folder))
-    , m_nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC))
+    : m_nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC))
     , m_log(m_nowhere, Severity::Error, Log::Form::Plain)
-    , m_driver(m_log)
-    , m_store(std::make_unique<StateDatabase>(m_folder.Path()), m_driver)
-    , m_variables({{9, 4, "outside", "cold"}}, m_store, m_feed)
-    , m_popups(m_driver, m_variables, m_feed)
-    , m_timers(m_driver, m_log)
-    , m_volumes(
-          {{12, "Kitchen", 80, 40}}, [](std::uint32_t, unsigned) {}, m_store, m_feed, m_log)
-    , m_devices({5},
-                m_popups,
-                m_log,
-                {[] {},
-                 [] {
-                     return 0U;
-                 }})
-    , m_driverHost(m_timers, m_log)
-    , m_agent(MODULE, m_services, m_driverHost, m_log)
-    , m_announcements({m_agent, m_store, m_driver, m_feed, m_log})
-    , m_api(Parts(), &FindAsset)
-    , m_connections(std::make_shared<Connections>(m_driver.Context(), Limits())) {
+    , m_household(MakeHouse(m_folder), {MODULE, false, &m_engine}, m_log)
+    , m_parts(m_household.Parts())
+    , m_api(m_parts, &FindAsset)
+    , m_connections(std::make_shared<Connections>(m_parts.driver.Context(), Limits())) {
     (void)LoadedModule();
     m_log.SetListener([](Severity severity, const std::string& line) {
         Require(severity != Severity::Error, line.c_str());
     });
-    m_services.RegisterInterface(IDeviceManager::kGuid, static_cast<IDeviceManager*>(&m_devices), 1);
-    m_services.RegisterInterface(ITimerManager::kGuid, static_cast<ITimerManager*>(&m_timers), 1);
-    m_driverHost.SetListeners({{}, {}, [this](const std::string& /*name*/) {
-                                   m_agent.HandlerMissing();
-                               }});
-    const AnnouncementRows rows = state_text::Split(kState);
-    m_agent.Start(state_text::ForAgent(rows));
-    m_announcements.Begin(rows, false);
-}
-
-ControllerParts ApiHouse::Parts() {
-    return {m_house,
-            m_driver,
-            m_feed,
-            m_announcements,
-            m_popups,
-            m_variables,
-            m_volumes,
-            m_store,
-            m_log,
-            MODULE,
-            [] {
-                return true;
-            }};
 }
 
 std::string ApiHouse::Converse(const std::string& bytes, const std::string& then) {
     std::array<int, 2> ends{};
     Require(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
             "sockets");
-    auto& context = m_driver.Context();
+    auto& context = m_parts.driver.Context();
     // Answers may come from other threads.
     const auto work = boost::asio::make_work_guard(context);
     Client client(context, ends[1], then);
@@ -169,12 +129,12 @@ std::string ApiHouse::Converse(const std::string& bytes, const std::string& then
         Require(context.run_one_for(std::chrono::seconds(10)) > 0,
                 "a connection ends when its client has gone");
         if (client.IsAnswered()) {
-            m_feed.Publish(events::VariableChanged{9, 4, "warm"});
-            m_feed.Publish(events::PopupShown{1, 5, "Dinner", "", std::chrono::seconds(1), true});
+            m_parts.feed.Publish(events::VariableChanged{9, 4, "warm"});
+            m_parts.feed.Publish(events::PopupShown{1, 5, "Dinner", "", std::chrono::seconds(1), true});
             client.SendRest();
         }
     }
-    m_announcements.Check(); // what differs is an error in the log, which none may be
+    m_parts.announcements.Check(); // what differs is an error in the log, which none may be
     return client.Got();
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controller/agent/AgentHost.h"
-#include "controller/agent/DeviceManager.h"
+#include "controller/Household.h"
 #include "controller/api/Api.h"
 #include "controller/http/Connections.h"
+#include "tests/controller/support/NoEngine.h"
 #include "tests/controller/support/TemporaryFolder.h"
 
 #include <memory>
@@ -27,24 +27,13 @@ private:
     class Client;
 
     [[nodiscard]] static House MakeHouse(const TemporaryFolder& folder);
-    [[nodiscard]] ControllerParts Parts();
 
     const TemporaryFolder m_folder;
-    const House m_house;
     const int m_nowhere;
     Log m_log;
-    DriverThread m_driver;
-    EventFeed m_feed;
-    StateStore m_store;
-    Variables m_variables;
-    Popups m_popups;
-    Timers m_timers;
-    RoomVolumes m_volumes;
-    InstanceRegistry m_services;
-    DeviceManager m_devices;
-    DriverHost m_driverHost;
-    AgentHost m_agent;
-    Announcements m_announcements;
+    NoEngine m_engine;
+    Household m_household;
+    const ControllerParts m_parts;
     Api m_api;
     std::shared_ptr<Connections> m_connections;
 };

@@ -1,5 +1,7 @@
 #include "controller/access/HostCheck.h"
 
+#include "controller/driver/Text.h"
+
 #include <boost/asio/ip/address.hpp>
 
 #include <algorithm>
@@ -11,13 +13,6 @@
 namespace controller {
 
 namespace {
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return lower;
-}
 
 bool IsPort(std::string_view text) {
     return text.size() <= 5 && std::all_of(text.begin(), text.end(),

@@ -1,6 +1,7 @@
 #include "controller/access/Rights.h"
 
-#include <charconv>
+#include "controller/driver/Text.h"
+
 #include <stdexcept>
 #include <string_view>
 
@@ -11,13 +12,11 @@ namespace {
 constexpr std::string_view kNavigator = "navigator:";
 
 std::uint32_t ReadNavigator(const std::string& text) {
-    std::uint32_t id = 0;
-    const char* const end = text.data() + text.size();
-    const auto read = std::from_chars(text.data() + kNavigator.size(), end, id);
-    if (read.ec != std::errc() || read.ptr != end || id == 0)
+    const auto id = ReadNumber<std::uint32_t>(text.substr(kNavigator.size()), 1, 0xffffffff);
+    if (!id)
         throw std::invalid_argument("\"" + text +
                                     "\" names no navigator; write navigator:5 for the navigator with id 5");
-    return id;
+    return *id;
 }
 
 } // namespace

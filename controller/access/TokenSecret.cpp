@@ -1,5 +1,7 @@
 #include "controller/access/TokenSecret.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
@@ -52,14 +54,6 @@ std::optional<Bytes> FromHexadecimal(const std::string& text, std::size_t size) 
     return bytes;
 }
 
-std::optional<unsigned> SmallNumber(const std::string& text, unsigned least, unsigned most) {
-    if (text.empty() || text.size() > 2 ||
-        !std::all_of(text.begin(), text.end(), [](unsigned char digit) { return std::isdigit(digit) != 0; }))
-        return std::nullopt;
-    const auto number = static_cast<unsigned>(std::stoul(text));
-    return number >= least && number <= most ? std::optional(number) : std::nullopt;
-}
-
 std::vector<std::string> Split(const std::string& text) {
     std::vector<std::string> parts(1);
     for (const char letter : text) {
@@ -75,9 +69,9 @@ std::optional<Kept> Parse(const std::string& text) {
     const auto parts = Split(text);
     if (parts.size() != 6 || parts[0] != "scrypt")
         return std::nullopt;
-    const auto logN = SmallNumber(parts[1], 10, 17);
-    const auto r = SmallNumber(parts[2], 1, 16);
-    const auto p = SmallNumber(parts[3], 1, 4);
+    const auto logN = ReadNumber<unsigned>(parts[1], 10, 17);
+    const auto r = ReadNumber<unsigned>(parts[2], 1, 16);
+    const auto p = ReadNumber<unsigned>(parts[3], 1, 4);
     auto salt = FromHexadecimal(parts[4], kSalt);
     auto hash = FromHexadecimal(parts[5], kHash);
     if (!logN || !r || !p || !salt || !hash)

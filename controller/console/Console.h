@@ -2,14 +2,8 @@
 
 #include "controller/announcements/Announcements.h"
 #include "controller/console/ConsoleInput.h"
-#include "controller/house/House.h"
-#include "controller/rooms/Popups.h"
-#include "controller/rooms/RoomVolumes.h"
-#include "controller/rooms/Variables.h"
-#include "controller/state/StateStore.h"
 
 #include <functional>
-#include <map>
 #include <string>
 
 namespace controller {
@@ -18,12 +12,7 @@ namespace controller {
 class Console {
 public:
     struct Parts {
-        const House& house;
         Announcements& announcements;
-        StateStore& store;
-        RoomVolumes& volumes;
-        Variables& variables;
-        Popups& popups;
         std::function<void(const std::string& line)> print;
         std::function<void()> quit;
     };
@@ -48,20 +37,11 @@ private:
     void Dismiss(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Request(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Command(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void List(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void Rooms(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void Volume(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void ShowPopups(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void ShowVariables(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void SetVariable(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
-    void History(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Save(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Quit(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
 
     [[nodiscard]] Announcements::Done PrintOutcome(const std::string& good,
                                                    const ConsoleInput::Answered& answered) const;
-    [[nodiscard]] WriteDone PrintWritten(const std::string& good,
-                                         const ConsoleInput::Answered& answered) const;
     [[nodiscard]] static const Entry* Find(const std::string& verb);
 
     static const Entry kEntries[];

@@ -1,6 +1,7 @@
 #include "controller/console/ConsoleCommand.h"
 
-#include <algorithm>
+#include "controller/driver/Text.h"
+
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -93,17 +94,13 @@ std::string ReadConsoleFile(const std::string& file) {
     return text.str();
 }
 
-std::uint32_t ParseConsoleNumber(const std::string& text,
-                                 const std::string& what,
-                                 std::uint32_t least,
-                                 std::uint32_t most) {
-    const bool isDigits = !text.empty() && text.size() <= 10 &&
-                          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-    const std::uint64_t number = isDigits ? std::stoull(text) : 0;
-    if (!isDigits || number < least || number > most)
-        throw ConsoleError("\"" + text + "\" is no " + what + "; it is a whole number from " +
-                           std::to_string(least) + " to " + std::to_string(most));
-    return static_cast<std::uint32_t>(number);
+std::uint32_t ParseConsoleId(const std::string& text) {
+    constexpr std::uint32_t kMost = 0xffffffff;
+    const auto id = ReadNumber<std::uint32_t>(text, 1, kMost);
+    if (!id)
+        throw ConsoleError("\"" + text + "\" is no id of an announcement; it is a whole number from 1 to " +
+                           std::to_string(kMost));
+    return *id;
 }
 
 ConsoleCommand ParseConsoleLine(const std::string& line) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/agent/AgentHost.h"
+#include "controller/announcements/Announcements.h"
 
 #include <stdexcept>
 #include <string>
@@ -30,8 +30,7 @@ public:
 /// Reads the file of an `@FILE`. Throws `ConsoleError`.
 [[nodiscard]] std::string ReadConsoleFile(const std::string& file);
 
-/// A whole number as ids and volumes are written, `what` being its name in messages. Throws `ConsoleError`.
-[[nodiscard]] std::uint32_t
-ParseConsoleNumber(const std::string& text, const std::string& what, std::uint32_t least, std::uint32_t most);
+/// A whole number from 1 to 4294967295. Throws `ConsoleError`.
+[[nodiscard]] std::uint32_t ParseConsoleId(const std::string& text);
 
 } // namespace controller

@@ -1,5 +1,7 @@
 #include "controller/house/HouseMap.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -122,15 +124,10 @@ std::uint32_t HouseMap::Number(const std::string& key,
         Mistake(key, "is missing; it is " + range);
         return least;
     }
-    const bool isDigits =
-        !text->empty() && text->size() <= 10 &&
-        std::all_of(text->begin(), text->end(), [](char c) { return c >= '0' && c <= '9'; });
-    const std::uint64_t number = isDigits ? std::stoull(*text) : 0;
-    if (!isDigits || number < least || number > most) {
+    const auto number = ReadNumber(*text, least, most);
+    if (!number)
         Mistake(key, "\"" + *text + "\" is not " + range);
-        return least;
-    }
-    return static_cast<std::uint32_t>(number);
+    return number.value_or(least);
 }
 
 void HouseMap::EachEntry(const std::string& key, const std::function<void(HouseMap&)>& take) {

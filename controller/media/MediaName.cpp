@@ -1,5 +1,7 @@
 #include "controller/media/MediaName.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -57,11 +59,9 @@ std::string_view TypeOf(std::string_view name) noexcept {
 }
 
 bool IsTypeFor(std::string_view name, std::string_view contentType) {
-    std::string type(contentType.substr(0, contentType.find(';')));
+    std::string type = Lower(contentType.substr(0, contentType.find(';')));
     while (!type.empty() && type.back() == ' ')
         type.pop_back();
-    std::transform(type.begin(), type.end(), type.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     if (type == "application/octet-stream" || type == TypeOf(name))
         return true;
     return KindOf(name) == Kind::Sound &&

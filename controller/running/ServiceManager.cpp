@@ -1,5 +1,7 @@
 #include "controller/running/ServiceManager.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -14,10 +16,7 @@ namespace {
 /// A whole number; nothing when the variable is missing or holds anything else.
 std::optional<std::int64_t> NumberOf(const char* variable) {
     const char* text = std::getenv(variable);
-    const std::string digits = text != nullptr ? text : "";
-    if (digits.empty() || digits.size() > 18 || digits.find_first_not_of("0123456789") != std::string::npos)
-        return std::nullopt;
-    return std::stoll(digits);
+    return ReadNumber<std::int64_t>(text != nullptr ? text : "", 0, 999'999'999'999'999'999);
 }
 
 /// The status is one line of the datagram; a line break in it would begin another message.

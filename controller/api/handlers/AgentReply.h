@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/agent/AgentHost.h"
+#include "controller/announcements/Announcements.h"
 
 #include <string>
 

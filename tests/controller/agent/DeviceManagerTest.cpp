@@ -5,6 +5,7 @@
 #include "framework/InstanceRegistry.h"
 #include "tests/controller/support/EventTexts.h"
 #include "tests/controller/support/FakeScheduler.h"
+#include "tests/controller/support/NoEngine.h"
 #include "tests/controller/support/NoStore.h"
 #include "tests/controller/support/TestLog.h"
 
@@ -15,16 +16,6 @@ namespace controller {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-class NoEngine final : public audio::ISoundEngine {
-public:
-    void OpenStream(OnReady /*onReady*/) override {}
-    void AddRoom(std::uint32_t /*roomId*/) override {}
-    void RemoveRoom(std::uint32_t /*roomId*/) override {}
-    void SetVolume(std::uint32_t /*roomId*/, unsigned /*volume*/) override {}
-    void Play(const std::string& /*path*/, OnDone /*onDone*/) override {}
-    void CloseStream(OnClosed /*onClosed*/) override {}
-};
 
 /// Navigator 5, and room 12 with what stands behind it.
 class DeviceManagerTest : public testing::Test {

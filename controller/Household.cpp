@@ -1,8 +1,8 @@
-// How a controller comes to be: what is opened, in which order, and what it starts with.
-#include "controller/Controller.h"
+#include "controller/Household.h"
+
 #include "controller/state/StateText.h"
 
-#include <csignal>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -33,7 +33,7 @@ std::set<std::uint32_t> NavigatorIds(const House& house) {
 
 } // namespace
 
-Controller::Controller(House house, Options options, Log& log)
+Household::Household(House house, Options options, Log& log)
     : m_house(std::move(house))
     , m_options(std::move(options))
     , m_log(log)
@@ -41,59 +41,35 @@ Controller::Controller(House house, Options options, Log& log)
     , m_logToFeed(log, m_driver, m_feed)
     , m_dataFolder(m_house.dataFolder)
     , m_opened(Open())
-    , m_store(std::make_unique<StateStore>(std::move(m_opened.database), m_driver))
-    , m_variables(VariablesAtStart(), *m_store, m_feed)
+    , m_store(std::move(m_opened.database), m_driver)
+    , m_variables(VariablesAtStart(), m_store, m_feed)
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
-    , m_engine(EngineRooms(m_house), EngineServices())
+    , m_engine(Engine())
     , m_volumes(
           RoomsAtStart(),
           [this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); },
-          *m_store,
+          m_store,
           m_feed,
           log)
     , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), m_driver, log)
     , m_audio(AudioParts())
-    , m_devices(NavigatorIds(m_house),
-                m_popups,
-                log,
-                {[this] { m_announcements.StateInvalidated(); },
-                 [this] {
-                     return m_playing.Current() ? m_playing.Current()->show : 0;
-                 }})
+    , m_devices(NavigatorIds(m_house), m_popups, log, DeviceHooks())
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
-    , m_announcements({m_agent, *m_store, m_driver, m_feed, log})
-    , m_history(m_feed,
-                {[this](std::uint32_t id) { return m_announcements.NameOf(id); },
-                 [this](const HistoryEntry& entry) { m_store->AddHistory(entry); },
-                 [this] {
-                     return m_isEnding;
-                 }})
-    , m_server(ServerParts(), HttpLimits{})
-    , m_service(ServiceManager::Environment::OfThisProcess(), m_driver, m_feed, log)
-    , m_view(
-          m_house,
-          m_feed,
-          [this](std::uint32_t id) { return m_announcements.NameOf(id); },
-          [this](const std::string& line) { Print(line); })
-    , m_console({m_house, m_announcements, *m_store, m_volumes, m_variables, m_popups,
-                 [this](const std::string& line) { Print(line); },
-                 [this] {
-                     End();
-                 }})
+    , m_announcements({m_agent, m_store, m_driver, m_feed, log})
+    , m_history(m_feed, HistoryParts())
     , m_ends(m_feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
             AnnouncementEnded();
-    }))
-    , m_signals(m_driver.Context(), SIGINT, SIGTERM)
-    , m_patience(m_driver, "the end of patience") {
+    })) {
     m_volumes.Recover(m_opened.state.journal);
     ConnectAgent();
+    StartAgent();
 }
 
-Controller::Opened Controller::Open() const {
+Household::Opened Household::Open() const {
     if (m_options.isRecovering)
         for (const std::string& line : StateDatabase::Recover(m_dataFolder.Path()))
             m_log.Notice(line);
@@ -103,7 +79,17 @@ Controller::Opened Controller::Open() const {
     return opened;
 }
 
-std::vector<Variables::Variable> Controller::VariablesAtStart() const {
+audio::ISoundEngine& Household::Engine() {
+    if (m_options.engine != nullptr)
+        return *m_options.engine;
+    return m_ownEngine.emplace(
+        EngineRooms(m_house),
+        audio::EngineServices{m_driver, m_log, [this](const audio::RoomTrouble& trouble) {
+                                  m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
+                              }});
+}
+
+std::vector<Variables::Variable> Household::VariablesAtStart() const {
     std::vector<Variables::Variable> variables;
     for (const House::Variable& variable : m_house.variables) {
         const auto stored = m_opened.state.variables.find({variable.device, variable.variable});
@@ -113,7 +99,7 @@ std::vector<Variables::Variable> Controller::VariablesAtStart() const {
     return variables;
 }
 
-std::vector<RoomVolumes::Room> Controller::RoomsAtStart() const {
+std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {
     std::vector<RoomVolumes::Room> rooms;
     for (const House::Room& room : m_house.rooms) {
         const auto stored = m_opened.state.volumes.find(room.id);
@@ -123,13 +109,7 @@ std::vector<RoomVolumes::Room> Controller::RoomsAtStart() const {
     return rooms;
 }
 
-audio::EngineServices Controller::EngineServices() {
-    return {m_driver, m_log, [this](const audio::RoomTrouble& trouble) {
-                m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
-            }};
-}
-
-DigitalAudio::Parts Controller::AudioParts() {
+DigitalAudio::Parts Household::AudioParts() {
     return {m_engine,
             m_volumes,
             m_services,
@@ -141,7 +121,22 @@ DigitalAudio::Parts Controller::AudioParts() {
             }};
 }
 
-ControllerParts Controller::ServerParts() {
+DeviceManager::Hooks Household::DeviceHooks() {
+    return {[this] { m_announcements.StateInvalidated(); },
+            [this] {
+                return m_playing.Current() ? m_playing.Current()->show : 0;
+            }};
+}
+
+HistoryRecorder::Parts Household::HistoryParts() {
+    return {[this](std::uint32_t id) { return m_announcements.NameOf(id); },
+            [this](const HistoryEntry& entry) { m_store.AddHistory(entry); },
+            [this] {
+                return m_isEnding;
+            }};
+}
+
+ControllerParts Household::Parts() {
     return {m_house,
             m_driver,
             m_feed,
@@ -149,7 +144,7 @@ ControllerParts Controller::ServerParts() {
             m_popups,
             m_variables,
             m_volumes,
-            *m_store,
+            m_store,
             m_log,
             m_options.module.string(),
             [this] {
@@ -157,7 +152,7 @@ ControllerParts Controller::ServerParts() {
             }};
 }
 
-void Controller::ConnectAgent() {
+void Household::ConnectAgent() {
     for (const House::Room& room : m_house.rooms) {
         auto& proxy = m_rooms.try_emplace(room.id, room.id, m_audio, m_volumes, m_feed).first->second;
         m_devices.AddRoom(room.id, proxy);
@@ -171,6 +166,9 @@ void Controller::ConnectAgent() {
                                    m_agent.HandlerMissing();
                                }});
     m_timers.SetDriverTimerListener([this] { m_playing.DriverTimerDone(); });
+}
+
+void Household::StartAgent() {
     const bool areKept = m_opened.state.areAnnouncementsKept;
     const bool areFirst = !areKept && !m_house.firstAnnouncements.empty();
     const AnnouncementRows rows =
@@ -185,6 +183,34 @@ void Controller::ConnectAgent() {
             "mended text back");
     }
     m_announcements.Begin(rows, areKept);
+}
+
+void Household::AnnouncementEnded() {
+    // Rooms that were taken out of the announcement while it played get no word from the agent.
+    m_audio.AnnouncementEnded();
+    for (auto& [id, room] : m_rooms)
+        room.RestoreVideoState();
+}
+
+void Household::End(std::function<void()> onEnded) {
+    m_isEnding = true;
+    const auto stillToDo = std::make_shared<int>(2);
+    const auto stopWhenDone = [this, stillToDo, onEnded = std::move(onEnded)] {
+        if (--*stillToDo == 0)
+            m_store.WhenTried(onEnded);
+    };
+    m_announcements.Check();
+    m_announcements.Save([this, stopWhenDone](const std::string& error) {
+        if (!error.empty())
+            m_log.Error("The announcements could not be saved: " + error);
+        stopWhenDone();
+    });
+    m_agent.Stop();
+    m_popups.HideAll();
+    for (auto& [id, room] : m_rooms)
+        room.RestoreVideoState();
+    m_audio.Close(stopWhenDone);
+    m_playing.AgentStopped();
 }
 
 } // namespace controller

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "controller/agent/AgentHost.h"
+#include "controller/agent/DeviceManager.h"
+#include "controller/agent/DigitalAudio.h"
+#include "controller/agent/NowPlaying.h"
+#include "controller/agent/RoomProxy.h"
+#include "controller/announcements/Announcements.h"
+#include "controller/api/ApiContext.h"
+#include "controller/audio/AudioEngine.h"
+#include "controller/driver/DriverThread.h"
+#include "controller/events/LogToFeed.h"
+#include "controller/history/HistoryRecorder.h"
+#include "controller/house/House.h"
+#include "controller/media/SoundFinder.h"
+#include "controller/state/DataFolder.h"
+#include "controller/state/StateStore.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace controller {
+
+/// The house at work: everything but its faces to people and network, in the order of its construction. The
+/// thread that makes it is the driver thread.
+class Household {
+public:
+    struct Options {
+        std::filesystem::path module;
+        bool isRecovering = false;             ///< sets a damaged database aside
+        audio::ISoundEngine* engine = nullptr; ///< borrowed for life; null: one of its own, which is heard
+    };
+
+    /// Opens everything and starts the agent. `log` is borrowed for life. Throws `std::runtime_error`, which
+    /// says what is wrong and what to do.
+    Household(House house, Options options, Log& log);
+    Household(const Household&) = delete;
+    Household& operator=(const Household&) = delete;
+    ~Household() = default;
+
+    /// What faces show and drive.
+    [[nodiscard]] ControllerParts Parts();
+
+    [[nodiscard]] bool IsPlaying() const noexcept { return m_playing.Current().has_value(); }
+
+    /// Stops the agent, gives every room back, and calls back when sound and disk have taken it; they may
+    /// never. Once.
+    void End(std::function<void()> onEnded);
+
+private:
+    struct Opened {
+        std::unique_ptr<StateDatabase> database;
+        StoredState state;
+    };
+
+    [[nodiscard]] Opened Open() const;
+    [[nodiscard]] audio::ISoundEngine& Engine();
+    [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
+    [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
+    [[nodiscard]] DigitalAudio::Parts AudioParts();
+    [[nodiscard]] DeviceManager::Hooks DeviceHooks();
+    [[nodiscard]] HistoryRecorder::Parts HistoryParts();
+
+    void ConnectAgent();
+    void StartAgent();
+    void AnnouncementEnded();
+
+    const House m_house;
+    const Options m_options;
+    Log& m_log;
+    DriverThread m_driver;
+    EventFeed m_feed;
+    LogToFeed m_logToFeed;
+    DataFolder m_dataFolder;
+    Opened m_opened;
+    StateStore m_store;
+    Variables m_variables;
+    Popups m_popups;
+    Timers m_timers;
+    NowPlaying m_playing;
+    std::optional<audio::AudioEngine> m_ownEngine;
+    audio::ISoundEngine& m_engine;
+    RoomVolumes m_volumes;
+    SoundFinder m_sounds;
+    InstanceRegistry m_services;
+    DigitalAudio m_audio;
+    std::map<std::uint32_t, RoomProxy> m_rooms;
+    DeviceManager m_devices;
+    DriverHost m_driverHost;
+    AgentHost m_agent;
+    Announcements m_announcements;
+    HistoryRecorder m_history;
+    EventFeed::Subscription m_ends;
+    bool m_isEnding = false;
+};
+
+} // namespace controller

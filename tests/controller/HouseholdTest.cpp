@@ -1,0 +1,120 @@
+#include "controller/Household.h"
+
+#include "controller/ModuleFile.h"
+#include "tests/controller/support/EventTexts.h"
+#include "tests/controller/support/NoEngine.h"
+#include "tests/controller/support/TemporaryFolder.h"
+#include "tests/controller/support/TestLog.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace controller {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kFirst =
+    "<announcements><announcement><id>1</id><name>Dinner</name><audio><file>gong</file></audio>"
+    "<video><text>Dinner is ready</text><timeout>600000</timeout></video>"
+    "<rooms><room><id>12</id><volume>60</volume></room></rooms>"
+    "<navigators><navigator><id>5</id></navigator></navigators></announcement></announcements>";
+
+/// A room and a screen in it, a variable and one announcement; real but for the sound.
+class HouseholdTest : public testing::Test {
+protected:
+    [[nodiscard]] House MakeHouse() const {
+        House house;
+        house.name = "House";
+        house.mediaFolder = m_folder.Path();
+        house.dataFolder = m_folder.Path() / "data";
+        house.firstAnnouncements = m_folder.Write("first.xml", kFirst);
+        house.rooms.push_back({12, "Kitchen", {"silent", ""}, 80, 40, 0});
+        house.navigators.push_back({5, "Tablet", 12});
+        house.variables.push_back({9, 4, "outside", "cold"});
+        return house;
+    }
+
+    std::unique_ptr<Household> Open() {
+        return std::make_unique<Household>(MakeHouse(),
+                                           Household::Options{FindModuleFile(), false, &m_engine}, m_log.log);
+    }
+
+    /// Ends it in order, and gives what was told meanwhile.
+    static Texts End(Household& household) {
+        EventTexts events(household.Parts().feed);
+        int ends = 0;
+        household.End([&] {
+            ++ends;
+            household.Parts().driver.Stop();
+        });
+        household.Parts().driver.Run();
+        EXPECT_EQ(ends, 1);
+        return events.Take();
+    }
+
+    TemporaryFolder m_folder;
+    NoEngine m_engine;
+    TestLog m_log;
+};
+
+bool Has(const Texts& texts, const std::string& text) {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+TEST_F(HouseholdTest, ANewHouseHasWhatItsFileSays) {
+    const auto household = Open();
+    const ControllerParts parts = household->Parts();
+    EXPECT_EQ(parts.house.name, "House");
+    EXPECT_EQ(parts.volumes.Volume(12), 40U);
+    EXPECT_EQ(parts.variables.Value(9, 4), "cold");
+    EXPECT_EQ(parts.announcements.NameOf(1), "Dinner");
+    EXPECT_TRUE(parts.isAgentRunning());
+    EXPECT_FALSE(household->IsPlaying());
+    (void)End(*household);
+    EXPECT_FALSE(parts.isAgentRunning());
+}
+
+TEST_F(HouseholdTest, WhatWasSetIsThereAtTheNextStart) {
+    {
+        const auto household = Open();
+        const ControllerParts parts = household->Parts();
+        EXPECT_TRUE(parts.volumes.Set(12, 55, [](const std::string& error) { EXPECT_EQ(error, ""); }));
+        (void)parts.variables.Set(9, 4, "warm", [](const std::string& error) { EXPECT_EQ(error, ""); });
+        (void)End(*household);
+    }
+    const auto household = Open();
+    EXPECT_EQ(household->Parts().volumes.Volume(12), 55U);
+    EXPECT_EQ(household->Parts().variables.Value(9, 4), "warm");
+    EXPECT_EQ(household->Parts().announcements.All()->size(), 1U);
+}
+
+TEST_F(HouseholdTest, AnEndInMidPlayTakesPopupsAwayAndGivesRoomsBack) {
+    const auto household = Open();
+    const ControllerParts parts = household->Parts();
+    const EventFeed::Subscription shown = parts.feed.Subscribe([&](const Event& event) {
+        if (std::holds_alternative<events::PopupShown>(event.data))
+            parts.driver.Stop();
+    });
+    parts.announcements.Play(1, [](const Announcements::Outcome& /*outcome*/) {});
+    parts.driver.Run();
+    parts.driver.Context().restart();
+    ASSERT_TRUE(household->IsPlaying());
+    EXPECT_EQ(parts.popups.Standing().size(), 1U);
+
+    const Texts told = End(*household);
+
+    EXPECT_TRUE(Has(told, "gone 1 on 5 hidden"));
+    EXPECT_TRUE(Has(told, "rested 12"));
+    EXPECT_TRUE(Has(told, "ended 1"));
+    EXPECT_TRUE(parts.popups.Standing().empty());
+    EXPECT_EQ(parts.volumes.Volume(12), 40U);
+    EXPECT_FALSE(parts.volumes.IsTaken(12));
+    EXPECT_FALSE(household->IsPlaying());
+}
+
+} // namespace
+
+} // namespace controller
