@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 
+#include <zlib.h>
+
 namespace controller {
 
 namespace {
@@ -21,6 +23,21 @@ std::string_view HeaderOf(std::string_view head, std::string_view name) {
         return {};
     const std::string_view value = head.substr(place + wanted.size());
     return value.substr(0, value.find("\r\n"));
+}
+
+/// What was packed with gzip; short enough for one step.
+std::string Unpacked(std::string_view packed) {
+    z_stream stream{};
+    Require(inflateInit2(&stream, MAX_WBITS + 16) == Z_OK, "memory");
+    std::string plain(std::size_t{1} << 20U, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data())); // only read
+    stream.avail_in = static_cast<uInt>(packed.size());
+    stream.next_out = reinterpret_cast<Bytef*>(plain.data());
+    stream.avail_out = static_cast<uInt>(plain.size());
+    Require(inflate(&stream, Z_FINISH) == Z_STREAM_END, "a packed reply is whole");
+    plain.resize(stream.total_out);
+    (void)inflateEnd(&stream); // all has been read
+    return plain;
 }
 
 void RequireBody(unsigned status, std::string_view type, std::string_view body) {
@@ -56,7 +73,11 @@ void RequireReplies(std::string_view bytes, bool hasHead) {
         const std::string_view length = HeaderOf(head, "Content-Length");
         const std::size_t size = length.empty() ? 0 : std::stoul(std::string(length));
         Require(size <= bytes.size(), "a reply is as long as it says");
-        RequireBody(status, HeaderOf(head, "Content-Type"), bytes.substr(0, size));
+        const std::string_view type = HeaderOf(head, "Content-Type");
+        if (HeaderOf(head, "Content-Encoding") == "gzip")
+            RequireBody(status, type, Unpacked(bytes.substr(0, size)));
+        else
+            RequireBody(status, type, bytes.substr(0, size));
         bytes.remove_prefix(size);
     }
 }
