@@ -57,7 +57,7 @@ private:
     void SendContinue();
     void Refuse(HttpReply reply);
     void Write();
-    void Written(const boost::system::error_code& error);
+    void Written(const boost::system::error_code& error, std::size_t size);
     void CloseInOrder();
     void CloseTransport();
     void CloseSocket();

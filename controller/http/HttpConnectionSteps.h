@@ -165,18 +165,18 @@ void HttpConnection<Stream>::Reply(HttpReply reply) {
 
 template <class Stream>
 void HttpConnection<Stream>::Write() {
-    boost::asio::async_write(*m_stream, m_writer.Next(),
-                             [self = this->shared_from_this()](const boost::system::error_code& error,
-                                                               std::size_t) { self->Written(error); });
+    m_stream->async_write_some(
+        m_writer.Next(), [self = this->shared_from_this()](const boost::system::error_code& error,
+                                                           std::size_t size) { self->Written(error, size); });
 }
 
 template <class Stream>
-void HttpConnection<Stream>::Written(const boost::system::error_code& error) {
+void HttpConnection<Stream>::Written(const boost::system::error_code& error, std::size_t size) {
     if (HasEnded())
         return;
     if (error)
         CloseSocket();
-    else if (m_writer.Advance())
+    else if (m_writer.Advance(size))
         Write();
     else if (m_isLast)
         CloseInOrder();

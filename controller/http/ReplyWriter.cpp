@@ -2,10 +2,17 @@
 
 #include "controller/http/AcceptEncoding.h"
 
+#include <array>
 #include <charconv>
 #include <utility>
 
 namespace controller {
+
+namespace {
+
+constexpr std::size_t kShort = 16384;
+
+} // namespace
 
 void ReplyWriter::Begin(HttpReply reply, const ReplyFrame& frame) {
     m_reply = std::move(reply);
@@ -19,12 +26,20 @@ void ReplyWriter::Begin(HttpReply reply, const ReplyFrame& frame) {
         if (!frame.isOldClient && !ChooseCoding(frame.acceptEncoding, {"gzip"}).empty())
             m_packer = Packer::Make(body);
     }
-    if (m_packer) {
+    if (m_packer)
         BeginPacked(frame);
-        return;
-    }
+    else
+        BeginPlain(frame, body);
+    m_left = m_text;
+}
+
+void ReplyWriter::BeginPlain(const ReplyFrame& frame, std::string_view body) {
     AppendHead(m_text, m_reply, frame, body.size());
-    if (!frame.isHeadRequest)
+    if (frame.isHeadRequest)
+        return;
+    if (body.size() <= kShort)
+        m_text += body; // cheaper to copy than to send apart
+    else
         m_body = body;
 }
 
@@ -56,12 +71,12 @@ void ReplyWriter::AppendChunk(const std::string& packed) {
     m_text.append(size.data(), end).append("\r\n").append(packed).append("\r\n");
 }
 
-ReplyWriter::Piece ReplyWriter::Next() const noexcept {
-    return {boost::asio::const_buffer(m_text.data(), m_text.size()),
-            boost::asio::const_buffer(m_body.data(), m_body.size())};
-}
-
-bool ReplyWriter::Advance() {
+bool ReplyWriter::Advance(std::size_t written) {
+    m_left.remove_prefix(written);
+    if (m_left.empty())
+        m_left = std::exchange(m_body, {});
+    if (!m_left.empty())
+        return true;
     if (!m_packer) {
         m_reply = {};
         return false;
@@ -74,6 +89,7 @@ bool ReplyWriter::Advance() {
         m_text += "0\r\n\r\n";
         m_packer.reset();
     }
+    m_left = m_text;
     return true;
 }
 

@@ -100,6 +100,7 @@ Outcome Converse(const std::string& bytes, std::size_t failAt) {
     Stream client(context);
     auto server = std::make_shared<Stream>(context, failures);
     client.connect(*server);
+    server->write_size(400); // so that a reply takes several writes
     auto connection = std::make_shared<HttpConnection<Stream>>(
         std::move(server), connections->Take(boost::asio::ip::address_v4::loopback()), handler);
     const std::weak_ptr<void> life = connection;

@@ -53,13 +53,12 @@ Written Write(HttpReply reply, const ReplyFrame& frame) {
     Written written;
     writer.Begin(std::move(reply), frame);
     std::string all;
+    boost::asio::const_buffer next;
     do {
-        std::string piece;
-        for (const auto& buffer : writer.Next())
-            piece.append(static_cast<const char*>(buffer.data()), buffer.size());
-        written.pieces.push_back(piece);
-        all += piece;
-    } while (writer.Advance());
+        next = writer.Next();
+        written.pieces.emplace_back(static_cast<const char*>(next.data()), next.size());
+        all += written.pieces.back();
+    } while (writer.Advance(next.size()));
     const std::size_t end = all.find("\r\n\r\n") + 4;
     written.head = all.substr(0, end);
     written.body = all.substr(end);
@@ -163,6 +162,22 @@ TEST(ReplyWriterTest, PackedBytesHaveAStrongTagOfTheirOwn) {
     EXPECT_TRUE(Holds(Write(reply, Frame("gzip")).head, "ETag: \"a;gzip\"\r\n"));
     EXPECT_TRUE(Holds(Write(reply, Frame("")).head, "ETag: \"a\"\r\n"));
     EXPECT_TRUE(Holds(Write(weak, Frame("gzip")).head, "ETag: W/\"a\"\r\n"));
+}
+
+TEST(ReplyWriterTest, BytesThatWereNotTakenAreGivenAgain) {
+    for (const std::size_t size : {10U, 50000U}) {
+        const HttpReply reply = Json(size);
+        ReplyWriter writer;
+        writer.Begin(reply, Frame(""));
+        std::string all;
+        std::size_t taken = 0;
+        do {
+            const auto next = writer.Next();
+            taken = std::min<std::size_t>(next.size(), 7);
+            all.append(static_cast<const char*>(next.data()), taken);
+        } while (writer.Advance(taken));
+        EXPECT_EQ(all.substr(all.find("\r\n\r\n") + 4), ViewOf(reply.body));
+    }
 }
 
 TEST(ReplyWriterTest, HeadRequestGetsTheHeadOfTheWholeReply) {
