@@ -63,8 +63,6 @@ Candidates NamesFor(Completes completes, House& house) {
 /// The options of the line that is being typed say where the controller is.
 Candidates NamesOfTheHouse(const candidates::Place& place) {
     try {
-        if (place.given.Text("token-file") == "-")
-            return {};
         Connection connection = FindConnection(place.given);
         // Somebody waits at a prompt.
         connection.patience = std::chrono::seconds(2);

@@ -14,7 +14,9 @@ struct Walk {
 
     void Take(const std::string& word) {
         if (waiting != nullptr) {
-            given[std::exchange(waiting, nullptr)->Key()].push_back(word);
+            const std::string key = std::exchange(waiting, nullptr)->Key();
+            if (word != "-") // standard input is where the user is typing
+                given[key].push_back(word);
             return;
         }
         if (!isBehindDashes && word.size() > 1 && word.front() == '-') {

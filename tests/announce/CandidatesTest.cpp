@@ -54,10 +54,12 @@ TEST(CandidatesTest, AValueBehindAnEqualsSignKeepsTheOption) {
 }
 
 TEST(CandidatesTest, OptionsThatHaveTheirValueSayWhereTheControllerIs) {
-    const auto place = FindPlace({"-a", "house", "--ca=root.pem", "play", "--wait", "--token", "D"});
+    const auto place =
+        FindPlace({"-a", "house", "--ca=root.pem", "--token-file", "-", "play", "--wait", "--token", "D"});
     EXPECT_EQ(place.given.Text("address"), "house");
     EXPECT_EQ(place.given.Text("ca"), "root.pem");
     EXPECT_FALSE(place.given.Has("wait"));
     EXPECT_FALSE(place.given.Has("token"));
+    EXPECT_FALSE(place.given.Has("token-file")); // standard input, which the user needs
     EXPECT_EQ(place.begun, "D");
 }
