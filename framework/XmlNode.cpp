@@ -10,6 +10,7 @@
 #include <charconv>
 #include <limits>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -45,7 +46,7 @@ VqXML::INode* XmlChildren::First() {
 }
 
 VqXML::INode* XmlChildren::Next() {
-    const XmlLink* const next = m_given != nullptr ? m_given->next : m_parent.FirstChild();
+    const XmlLink* const next = m_given != nullptr ? m_parent.ChildBehind(*m_given) : m_parent.FirstChild();
     if (next == nullptr)
         return nullptr; // and stays there: a child added later is the next one
     m_given = next;
@@ -76,16 +77,20 @@ void XmlNode::Release() {
 XmlNode* XmlNode::DropChildren(XmlNode* rest) noexcept {
     // A dying node has no parent left, so its own link is free for the list. The list keeps the order in
     // which the nodes were made: to go backwards through memory takes twice the time.
+    if (m_lastChild == nullptr)
+        return rest;
     XmlNode* first = rest;
     XmlNode** end = &first;
-    for (XmlLink* link = m_firstChild; link != nullptr;) {
+    XmlLink* link = std::exchange(m_lastChild->next, nullptr);
+    m_lastChild = nullptr;
+    while (link != nullptr) {
         XmlNode* const child = link->node;
         XmlLink* const next = link->next;
         child->DropParent(*link);
         link = next;
         if (--child->m_references > 0)
             continue;
-        if (child->m_firstChild == nullptr) { // most are leaves: at once, while they are at hand
+        if (child->m_lastChild == nullptr) { // most are leaves: at once, while they are at hand
             delete child;
             continue;
         }
@@ -98,22 +103,22 @@ XmlNode* XmlNode::DropChildren(XmlNode* rest) noexcept {
 
 std::string XmlNode::GetChildValue(const std::string& name) const {
     const XmlNode* const child = Find(name);
-    return child != nullptr ? child->m_value : std::string();
+    return child != nullptr ? child->GetValue() : std::string();
 }
 
 std::int32_t XmlNode::GetChildValueAsLong(const std::string& name) const {
     const XmlNode* const child = Find(name);
-    return child != nullptr ? vq::ToLong(child->m_value) : 0;
+    return child != nullptr ? vq::ToLong(child->Value()) : 0;
 }
 
 std::uint32_t XmlNode::GetChildValueAsULong(const std::string& name) const {
     const XmlNode* const child = Find(name);
-    return child != nullptr ? vq::ToULong(child->m_value) : 0;
+    return child != nullptr ? vq::ToULong(child->Value()) : 0;
 }
 
 bool XmlNode::GetChildValueAsBool(const std::string& name) const {
     const XmlNode* const child = Find(name);
-    return child != nullptr && IsTrue(child->m_value);
+    return child != nullptr && IsTrue(child->Value());
 }
 
 void XmlNode::AddChildString(const std::string& name, const std::string& value) {
@@ -155,8 +160,15 @@ VqXML::INodeList* XmlNode::GetChildren() {
 }
 
 void XmlNode::SetNameAndValue(const std::string& name, const std::string& value) {
-    m_name = name;
-    m_value = value;
+    m_name.Assign(name);
+    m_value.Assign(value);
+}
+
+void XmlNode::AppendText(std::string_view text) {
+    if (Value().empty())
+        m_value.Assign(text);
+    else
+        m_value.Assign(GetValue().append(text));
 }
 
 XmlNode& XmlNode::AddNewChild(std::string_view name, std::string_view value) {
@@ -167,17 +179,20 @@ XmlNode& XmlNode::AddNewChild(std::string_view name, std::string_view value) {
 }
 
 const XmlNode* XmlNode::Find(std::string_view name) const noexcept {
-    for (const XmlLink* link = m_firstChild; link != nullptr; link = link->next) {
-        if (link->node->m_name == name)
+    const XmlLink* link = m_lastChild;
+    if (link == nullptr)
+        return nullptr;
+    do {
+        link = link->next;
+        if (link->node->m_name.Is(name))
             return link->node;
-    }
+    } while (link != m_lastChild);
     return nullptr;
 }
 
 void XmlNode::Link(XmlLink& link) noexcept {
-    link.next = nullptr;
     ++link.node->m_parents;
-    (m_lastChild != nullptr ? m_lastChild->next : m_firstChild) = &link;
+    link.next = m_lastChild != nullptr ? std::exchange(m_lastChild->next, &link) : &link;
     m_lastChild = &link;
 }
 
@@ -199,12 +214,12 @@ bool XmlNode::IsAncestorOf(const XmlNode& node) const {
     while (!open.empty()) {
         const XmlNode* const next = open.back();
         open.pop_back();
-        for (const XmlLink* link = next->m_firstChild; link != nullptr; link = link->next) {
+        for (const XmlLink* link = next->FirstChild(); link != nullptr; link = next->ChildBehind(*link)) {
             const XmlNode* const child = link->node;
             if (child == &node)
                 return true;
             const bool isNew = child->m_parents < 2 || shared.insert(child).second;
-            if (isNew && child->m_firstChild != nullptr)
+            if (isNew && child->FirstChild() != nullptr)
                 open.push_back(child);
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/ShortText.h"
 #include "host/INode.h"
 
 #include <cstddef>
@@ -32,8 +33,9 @@ private:
 /// The one implementation of `VqXML::INode`: whatever is an `INode` is one of these.
 ///
 /// No operation recurses over the tree, so depth costs no stack. Children are linked, and a node brings along
-/// the link for its first parent, so that a tree costs one allocation a node; nodes that hang under further
-/// parents get further links.
+/// the link for its first parent; nodes that hang under further parents get further links. Trees are made of
+/// very many nodes, and most of these are leaves with a short name and a short text: one allocation, and no
+/// more bytes than such a leaf needs, for the time of a large tree goes into fetching it from memory.
 class XmlNode final : public VqXML::INode {
 public:
     /// Made with one reference, the creator's.
@@ -58,14 +60,24 @@ public:
     [[nodiscard]] VqXML::INode* FindChild(const std::string& name) const override;
     [[nodiscard]] VqXML::INodeList* GetChildren() override;
     void SetNameAndValue(const std::string& name, const std::string& value) override;
-    [[nodiscard]] const std::string& GetName() const override { return m_name; }
-    [[nodiscard]] const std::string& GetValue() const override { return m_value; }
+    [[nodiscard]] std::string GetName() const override { return std::string(Name()); }
+    [[nodiscard]] std::string GetValue() const override { return std::string(Value()); }
+
+    /// As `GetName` and `GetValue`; the views hold until the text is changed.
+    [[nodiscard]] std::string_view Name() const noexcept { return m_name.View(); }
+    [[nodiscard]] std::string_view Value() const noexcept { return m_value.View(); }
 
     /// Appends a new element and gives it, borrowed.
     XmlNode& AddNewChild(std::string_view name, std::string_view value);
-    void AppendText(std::string_view text) { m_value += text; }
-    /// The first child's place, or null; from there on `XmlLink::next` leads.
-    [[nodiscard]] const XmlLink* FirstChild() const noexcept { return m_firstChild; }
+    void AppendText(std::string_view text);
+    /// The first child's place, or null; from there on `ChildBehind` leads.
+    [[nodiscard]] const XmlLink* FirstChild() const noexcept {
+        return m_lastChild != nullptr ? m_lastChild->next : nullptr;
+    }
+    /// The place of the child behind the one at `link`, or null.
+    [[nodiscard]] const XmlLink* ChildBehind(const XmlLink& link) const noexcept {
+        return &link != m_lastChild ? link.next : nullptr;
+    }
 
 private:
     ~XmlNode() = default;
@@ -80,10 +92,9 @@ private:
 
     std::uint32_t m_references = 1;
     std::uint32_t m_parents = 0; ///< how many child lists hold this node
-    std::string m_name;
-    std::string m_value;
-    XmlLink m_ownLink{nullptr, nullptr}; ///< free while its `node` is null
-    XmlLink* m_firstChild = nullptr;
-    XmlLink* m_lastChild = nullptr;
+    ShortText m_name;
+    ShortText m_value;
+    XmlLink m_ownLink{nullptr, nullptr};     ///< free while its `node` is null
+    XmlLink* m_lastChild = nullptr;          ///< leads to the first: children are linked in a ring
     std::unique_ptr<XmlChildren> m_children; ///< made when somebody asks for it
 };

@@ -3,7 +3,9 @@
 #include "framework/XmlNode.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -24,24 +26,77 @@ std::string_view Escape(char character) noexcept {
     }
 }
 
-/// Writes the element up to its children; says whether it has any.
-bool AppendOpening(std::string& out, const XmlNode& node) {
-    out += '<';
-    out += node.GetName();
-    const bool hasChildren = node.FirstChild() != nullptr;
-    if (!hasChildren && node.GetValue().empty()) {
-        out += "/>";
-        return false;
+/// The text that is written, most of it in very small pieces: they are put together here first.
+class Output {
+public:
+    void Put(char character) {
+        if (m_used == sizeof m_piece)
+            Flush();
+        m_piece[m_used++] = character;
     }
-    out += '>';
-    AppendXmlEscaped(out, node.GetValue());
-    return hasChildren;
+
+    void Put(std::string_view text) {
+        if (text.size() > sizeof m_piece - m_used)
+            return PutBehind(text);
+        for (std::size_t index = 0; index < text.size(); ++index)
+            m_piece[m_used + index] = text[index];
+        m_used += text.size();
+    }
+
+    void PutEscaped(std::string_view text) {
+        for (const char character : text) {
+            const std::string_view escape = Escape(character);
+            if (escape.empty())
+                Put(character);
+            else
+                Put(escape);
+        }
+    }
+
+    [[nodiscard]] std::string Take() {
+        Flush();
+        return std::move(m_text);
+    }
+
+private:
+    void PutBehind(std::string_view text) {
+        Flush();
+        m_text += text;
+    }
+    void Flush() {
+        m_text.append(m_piece, m_used);
+        m_used = 0;
+    }
+
+    std::string m_text;
+    std::size_t m_used = 0;
+    char m_piece[2048];
+};
+
+void PutClosing(Output& out, std::string_view name) {
+    out.Put('<');
+    out.Put('/');
+    out.Put(name);
+    out.Put('>');
 }
 
-void AppendClosing(std::string& out, const XmlNode& node) {
-    out += "</";
-    out += node.GetName();
-    out += '>';
+/// Writes an element without children, or one with them up to the first; says whether it is still open.
+bool PutElement(Output& out, const XmlNode& node) {
+    const std::string_view name = node.Name();
+    const std::string_view value = node.Value();
+    const bool hasChildren = node.FirstChild() != nullptr;
+    out.Put('<');
+    out.Put(name);
+    if (!hasChildren && value.empty()) {
+        out.Put('/');
+        out.Put('>');
+        return false;
+    }
+    out.Put('>');
+    out.PutEscaped(value);
+    if (!hasChildren)
+        PutClosing(out, name);
+    return hasChildren;
 }
 
 /// An element whose tag is open, and the place of the child that comes next.
@@ -51,14 +106,14 @@ struct OpenElement {
 };
 
 /// The node to be written next; null at the end. Closes the elements that are complete.
-const XmlNode* Advance(std::string& out, std::vector<OpenElement>& open) {
+const XmlNode* Advance(Output& out, std::vector<OpenElement>& open) {
     while (!open.empty()) {
         OpenElement& element = open.back();
         if (const XmlLink* const place = element.nextChild; place != nullptr) {
-            element.nextChild = place->next;
+            element.nextChild = element.node->ChildBehind(*place);
             return place->node;
         }
-        AppendClosing(out, *element.node);
+        PutClosing(out, element.node->Name());
         open.pop_back();
     }
     return nullptr;
@@ -80,13 +135,11 @@ void AppendXmlEscaped(std::string& out, std::string_view text) {
 }
 
 std::string ToXmlText(const VqXML::INode& node) {
-    std::string out;
+    Output out;
     std::vector<OpenElement> open; // a stack of our own: a tree may be deeper than the program's
     for (const auto* next = &static_cast<const XmlNode&>(node); next != nullptr; next = Advance(out, open)) {
-        if (AppendOpening(out, *next))
+        if (PutElement(out, *next))
             open.push_back({next, next->FirstChild()});
-        else if (!next->GetValue().empty())
-            AppendClosing(out, *next);
     }
-    return out;
+    return out.Take();
 }

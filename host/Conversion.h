@@ -3,12 +3,10 @@
 #include "host/Export.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 /// Between numbers and text, one reading for every reader: XML values, command parameters, ids in requests.
 ///
@@ -17,8 +15,7 @@
 /// or locale. Readers bring the reading along: it is nothing that a host has to offer.
 namespace vq {
 
-/// The number that the text begins with, or the nearest end of this range, which must lie well within 64
-/// bits.
+/// The number that the text begins with, or the nearest end of this range, which lies within 40 bits.
 [[nodiscard]] inline std::int64_t
 ReadNumber(std::string_view text, std::int64_t lowest, std::int64_t highest) noexcept {
     const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
@@ -30,12 +27,14 @@ ReadNumber(std::string_view text, std::int64_t lowest, std::int64_t highest) noe
     if (isNegative || text.front() == '+')
         text.remove_prefix(1);
 
-    constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
-    std::uint64_t magnitude = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), magnitude);
-    if (error == std::errc::result_out_of_range || magnitude > kLargest)
-        magnitude = kLargest;
-    const auto number = static_cast<std::int64_t>(magnitude);
+    constexpr std::int64_t kBeyondEveryRange = std::int64_t{1} << 40;
+    std::int64_t number = 0;
+    for (const char character : text) {
+        if (character < '0' || character > '9')
+            break;
+        if (number < kBeyondEveryRange) // and from there on it stays beyond, however many digits follow
+            number = number * 10 + (character - '0');
+    }
     return std::clamp(isNegative ? -number : number, lowest, highest);
 }
 

@@ -45,8 +45,8 @@ public:
     /// Sets the tag name and the text; children stay.
     virtual void SetNameAndValue(const std::string& name, const std::string& value) = 0;
 
-    [[nodiscard]] virtual const std::string& GetName() const = 0;
-    [[nodiscard]] virtual const std::string& GetValue() const = 0;
+    [[nodiscard]] virtual std::string GetName() const = 0;
+    [[nodiscard]] virtual std::string GetValue() const = 0;
 
 protected:
     ~INode() = default;
