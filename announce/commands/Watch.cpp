@@ -39,34 +39,40 @@ bool IsChange(const Json& event) {
     return event.at("type") != "alive" && event.at("type") != "log";
 }
 
+/// Shows it until the connection is lost. The first event is the state, so that what has been missed is
+/// shown.
+void Follow(Session& session, View& view, const std::function<void()>& isWell) {
+    EventStream events = session.client.Events();
+    for (;;) {
+        if (!IsChange(events.Next()))
+            continue;
+        while (events.Next(kCrowd)) {
+        }
+        view.Show();
+        isWell();
+    }
+}
+
 } // namespace
 
 ExitStatus Watch(Session& session, const CommandDefinition& command) {
     session.output.PutJsonOnLines();
     View view(session, command);
     view.Show();
-    KeepFollowing(session.client, true, [&](const std::function<void()>& isWell) {
-        // The first event is the state, so that what has been missed is shown.
-        for (EventStream events = session.client.Events();;) {
-            if (!IsChange(events.Next()))
-                continue;
-            while (events.Next(kCrowd)) {
-            }
-            view.Show();
-            isWell();
-        }
-    });
+    KeepFollowing(session.client, true, [&](const auto& isWell) { Follow(session, view, isWell); });
 }
 
 void KeepFollowing(ApiClient& client,
                    bool hasBeenWell,
                    const std::function<void(const std::function<void()>& isWell)>& follow) {
-    for (seconds pause = kFirstPause;; pause = std::min(pause * 2, kLongestPause)) {
+    seconds pause = kFirstPause;
+    const auto isWell = [&] {
+        hasBeenWell = true;
+        pause = kFirstPause;
+    };
+    for (;; pause = std::min(pause * 2, kLongestPause)) {
         try {
-            follow([&] {
-                hasBeenWell = true;
-                pause = kFirstPause;
-            });
+            follow(isWell);
         } catch (const Failure& failure) {
             if (failure.Status() != ExitStatus::NoConnection || !hasBeenWell)
                 throw;
