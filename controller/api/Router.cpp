@@ -1,70 +1,64 @@
 #include "controller/api/Router.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace controller {
 
 namespace {
 
-std::vector<std::string> Split(std::string_view path) {
-    std::vector<std::string> segments;
-    while (!path.empty() && path.front() == '/') {
-        path.remove_prefix(1);
-        const std::string_view segment = path.substr(0, path.find('/'));
-        segments.emplace_back(segment);
-        path.remove_prefix(segment.size());
-    }
-    return segments;
+/// The first segment of a path that begins with a slash, taken from it.
+std::string_view TakeSegment(std::string_view& path) noexcept {
+    path.remove_prefix(1);
+    const std::string_view segment = path.substr(0, path.find('/'));
+    path.remove_prefix(segment.size());
+    return segment;
 }
 
-bool IsParameter(const std::string& segment) {
+bool IsParameter(std::string_view segment) noexcept {
     return !segment.empty() && segment.front() == '{';
 }
 
-bool Fits(const std::vector<std::string>& pattern, const std::vector<std::string>& segments) {
-    return std::equal(pattern.begin(), pattern.end(), segments.begin(), segments.end(),
-                      [](const std::string& expected, const std::string& segment) {
-                          return IsParameter(expected) ? !segment.empty() : expected == segment;
-                      });
+bool Fits(std::string_view pattern, std::string_view path) noexcept {
+    while (!pattern.empty() && !path.empty() && path.front() == '/') {
+        const std::string_view expected = TakeSegment(pattern);
+        const std::string_view segment = TakeSegment(path);
+        if (IsParameter(expected) ? segment.empty() : expected != segment)
+            return false;
+    }
+    return pattern.empty() && path.empty();
 }
 
-/// Nothing for a broken encoding.
-std::optional<ApiCall::Values> ValuesOf(const std::vector<std::string>& pattern,
-                                        const std::vector<std::string>& segments) {
+/// Of a path that fits; nothing for a broken encoding.
+std::optional<ApiCall::Values> ValuesOf(std::string_view pattern, std::string_view path) {
     ApiCall::Values values;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        if (!IsParameter(pattern[i]))
+    while (!pattern.empty()) {
+        const std::string_view expected = TakeSegment(pattern);
+        const std::string_view segment = TakeSegment(path);
+        if (!IsParameter(expected))
             continue;
-        auto value = PercentDecoded(segments[i]);
+        auto value = PercentDecoded(segment);
         if (!value)
             return std::nullopt;
-        values.emplace_back(pattern[i].substr(1, pattern[i].size() - 2), std::move(*value));
+        values.emplace_back(expected.substr(1, expected.size() - 2), std::move(*value));
     }
     return values;
 }
 
 } // namespace
 
-Router::Router(const std::vector<Operation>& operations) {
-    for (const Operation& operation : operations)
-        m_entries.push_back({&operation, Split(operation.path)});
-}
-
 Router::Route Router::Find(std::string_view method, std::string_view path) const {
-    const auto segments = Split(path);
     Route route;
-    for (const Entry& entry : m_entries) {
-        if (!Fits(entry.segments, segments))
+    for (const Operation& operation : m_operations) {
+        if (!Fits(operation.path, path))
             continue;
-        if (entry.operation->method != method) {
-            route.allowed += (route.allowed.empty() ? "" : ", ") + std::string(entry.operation->method);
+        if (operation.method != method) {
+            route.allowed += (route.allowed.empty() ? "" : ", ") + std::string(operation.method);
             continue;
         }
-        auto values = ValuesOf(entry.segments, segments);
+        auto values = ValuesOf(operation.path, path);
         if (!values)
             return {};
-        return {entry.operation, std::move(*values), ""};
+        return {&operation, std::move(*values), ""};
     }
     return route;
 }

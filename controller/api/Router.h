@@ -19,16 +19,12 @@ public:
     };
 
     /// `operations` is borrowed for life.
-    explicit Router(const std::vector<Operation>& operations);
+    explicit Router(const std::vector<Operation>& operations) : m_operations(operations) {}
 
     [[nodiscard]] Route Find(std::string_view method, std::string_view path) const;
 
 private:
-    struct Entry {
-        const Operation* operation;
-        std::vector<std::string> segments;
-    };
-    std::vector<Entry> m_entries;
+    const std::vector<Operation>& m_operations;
 };
 
 } // namespace controller
