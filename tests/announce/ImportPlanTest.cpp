@@ -47,6 +47,15 @@ TEST(ImportPlanTest, NewOnesAreAddedAndEqualOnesLeftAlone) {
     EXPECT_TRUE(plan.changes[0].present.is_null());
 }
 
+TEST(ImportPlanTest, TheOrderOfMembersSaysNothing) {
+    Json stored = Stored(5, "Dinner", "ready");
+    stored["rooms"] = Json::array({{{"id", 1}, {"volume", 40}}});
+    Json wanted = Written("Dinner", "ready");
+    wanted["rooms"] = Json::array({{{"volume", 40}, {"id", 1}}});
+
+    EXPECT_EQ(ImportPlan::Make({wanted}, Json::array({stored})).unchanged, 1U);
+}
+
 TEST(ImportPlanTest, OneWithOtherContentWouldTakeThePlaceOfTheOneWithItsName) {
     const auto plan =
         ImportPlan::Make({Written("Dinner", "burnt")}, Json::array({Stored(5, "Dinner", "ready")}));
