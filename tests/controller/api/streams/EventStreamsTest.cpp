@@ -1,0 +1,154 @@
+#include "controller/api/streams/EventStreams.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <optional>
+
+namespace controller {
+
+namespace {
+
+using Json = nlohmann::json;
+using Texts = std::vector<std::string>;
+
+class FakeSocket final : public WebSocket {
+public:
+    void Send(std::shared_ptr<const std::string> text) override { sent.push_back(Json::parse(*text)); }
+    void Close(unsigned code, const std::string& /*reason*/) override { closed = code; }
+    void OnClosed(std::function<void()> listener) override { onClosed = std::move(listener); }
+
+    /// "seq type", each message since the last call.
+    Texts Take() {
+        Texts texts;
+        for (const Json& message : std::exchange(sent, {}))
+            texts.push_back(std::to_string(message["seq"].get<unsigned>()) + " " +
+                            message["type"].get<std::string>());
+        return texts;
+    }
+
+    std::vector<Json> sent;
+    std::optional<unsigned> closed;
+    std::function<void()> onClosed;
+};
+
+/// Navigators 5 and 6 in room 12, 7 in room 13. Watchers get their state when the test says so.
+class EventStreamsTest : public testing::Test {
+protected:
+    EventStreams::Parts Parts() {
+        return {[this](const EventStreams::State& give) { m_give = give; },
+                [](std::uint32_t navigator) { return R"({"navigator":)" + std::to_string(navigator) + "}"; },
+                [](std::uint32_t navigator) {
+                    return navigator == 7 ? 13U : 12U;
+                }};
+    }
+
+    std::shared_ptr<FakeSocket> Watch() {
+        auto socket = std::make_shared<FakeSocket>();
+        m_streams->AddWatcher(socket);
+        return socket;
+    }
+    std::shared_ptr<FakeSocket> Page(std::uint32_t navigator) {
+        auto socket = std::make_shared<FakeSocket>();
+        m_streams->AddPage(navigator, socket);
+        return socket;
+    }
+
+    EventFeed m_feed;
+    EventStreams::State m_give;
+    std::unique_ptr<EventStreams> m_streams = std::make_unique<EventStreams>(m_feed, Parts());
+};
+
+TEST_F(EventStreamsTest, AWatcherGetsTheStateAndThenAllThatHappenedSince) {
+    m_feed.Publish(events::SoundStarted{"before"});
+    const auto socket = Watch();
+    m_feed.Publish(events::RoomVolumeChanged{12, 40});
+    m_feed.Publish(events::VariableChanged{9, 4, "warm"});
+    EXPECT_TRUE(socket->sent.empty());
+
+    m_give("{\"whole\":true}");
+    EXPECT_EQ(socket->sent.at(0)["data"], Json({{"whole", true}}));
+    EXPECT_EQ(socket->Take(), (Texts{"1 state", "2 room_volume_changed", "3 variable_changed"}));
+
+    m_feed.Publish(events::RoomVolumeChanged{12, 41});
+    EXPECT_EQ(socket->Take(), Texts{"4 room_volume_changed"});
+    EXPECT_EQ(m_streams->Size(), 1U);
+}
+
+TEST_F(EventStreamsTest, AWatcherWhoseStateTakesTooLongIsToldToComeAgain) {
+    const auto socket = Watch();
+    for (std::size_t i = 0; i < EventStreams::kMaxHeld; ++i)
+        m_feed.Publish(events::VariableChanged{9, 4, "x"});
+    EXPECT_FALSE(socket->closed);
+    m_feed.Publish(events::VariableChanged{9, 4, "x"});
+    EXPECT_EQ(socket->closed, 1013U);
+}
+
+TEST_F(EventStreamsTest, APageIsToldOfItsOwnPopupsAndItsOwnRoom) {
+    const auto five = Page(5);
+    const auto six = Page(6);
+    const auto seven = Page(7);
+    EXPECT_EQ(five->sent.at(0)["data"], Json({{"navigator", 5}}));
+    five->Take();
+    six->Take();
+    seven->Take();
+
+    m_feed.Publish(events::ScreensWoken{12});
+    m_feed.Publish(events::PopupShown{1, 5, "Dinner", "", std::chrono::seconds(6), true});
+    m_feed.Publish(events::PopupChanged{1, 5, "Supper"});
+    m_feed.Publish(events::PopupHidden{1, 5, events::PopupEnd::Dismissed});
+    m_feed.Publish(events::ScreensRested{12});
+    m_feed.Publish(events::VariableChanged{9, 4, "warm"});
+
+    EXPECT_EQ(five->Take(),
+              (Texts{"4 wake", "5 popup_shown", "6 popup_changed", "7 popup_hidden", "8 rest"}));
+    EXPECT_EQ(six->Take(), (Texts{"4 wake", "8 rest"}));
+    EXPECT_EQ(seven->Take(), Texts{});
+}
+
+TEST_F(EventStreamsTest, PagesAreCountedAsTheyComeAndGo) {
+    std::vector<std::pair<std::uint32_t, std::size_t>> told;
+    const auto subscription = m_feed.Subscribe([&](const Event& event) {
+        if (const auto* change = std::get_if<events::PagesChanged>(&event.data))
+            told.emplace_back(change->navigator, change->pages);
+    });
+    const auto first = Page(5);
+    const auto second = Page(5);
+    EXPECT_EQ(m_streams->PagesOf(5), 2U);
+    EXPECT_EQ(m_streams->PagesOf(6), 0U);
+    EXPECT_EQ(m_streams->Size(), 2U);
+
+    first->onClosed();
+    second->onClosed();
+
+    EXPECT_EQ(m_streams->Size(), 0U);
+    EXPECT_EQ(told, (decltype(told){{5, 1}, {5, 2}, {5, 1}, {5, 0}}));
+}
+
+TEST_F(EventStreamsTest, ASocketThatHasGoneIsToldNothing) {
+    const auto socket = Watch();
+    m_give("{}");
+    socket->Take();
+    socket->onClosed();
+    m_feed.Publish(events::RoomVolumeChanged{12, 41});
+    EXPECT_EQ(socket->Take(), Texts{});
+    EXPECT_EQ(m_streams->Size(), 0U);
+}
+
+TEST_F(EventStreamsTest, SocketsAndStatesMayComeAfterItsEnd) {
+    const auto watcher = Watch();
+    const auto page = Page(5);
+    page->Take();
+    m_streams = nullptr;
+
+    m_give("{}");
+    watcher->onClosed();
+    page->onClosed();
+
+    EXPECT_EQ(watcher->Take(), Texts{});
+    EXPECT_EQ(page->Take(), Texts{});
+}
+
+} // namespace
+
+} // namespace controller
