@@ -1,7 +1,9 @@
 #include "controller/driver/DriverThread.h"
 
 #include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
+#include <boost/asio/steady_timer.hpp>
 
 #include <cassert>
 #include <exception>
@@ -11,23 +13,32 @@ namespace controller {
 
 using Clock = std::chrono::steady_clock;
 
-DriverThread::DriverThread(Log& log) : m_log(log) {}
+struct DriverThread::Loop {
+    boost::asio::io_context context{1};
+    boost::asio::steady_timer timer{context};
+};
+
+DriverThread::DriverThread(Log& log) : m_log(log), m_loop(std::make_unique<Loop>()) {}
 
 DriverThread::~DriverThread() = default;
 
+boost::asio::io_context& DriverThread::Context() noexcept {
+    return m_loop->context;
+}
+
 void DriverThread::Run() {
     assert(IsCurrent());
-    const auto work = boost::asio::make_work_guard(m_context);
-    m_context.run();
+    const auto work = boost::asio::make_work_guard(m_loop->context);
+    m_loop->context.run();
 }
 
 void DriverThread::Stop() {
-    m_context.stop();
+    m_loop->context.stop();
 }
 
 void DriverThread::Post(const char* what, std::function<void()> work) {
     ++m_waiting;
-    boost::asio::post(m_context, [this, what, work = std::move(work)] {
+    boost::asio::post(m_loop->context, [this, what, work = std::move(work)] {
         --m_waiting;
         Do(what, work);
     });
@@ -84,8 +95,8 @@ void DriverThread::Cancel(std::uint64_t id) noexcept {
 void DriverThread::Rearm() {
     if (m_later.empty())
         return;
-    m_timer.expires_at(m_later.begin()->first.first);
-    m_timer.async_wait([this](const boost::system::error_code& error) {
+    m_loop->timer.expires_at(m_later.begin()->first.first);
+    m_loop->timer.async_wait([this](const boost::system::error_code& error) {
         if (!error)
             DoDue();
     });

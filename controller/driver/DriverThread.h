@@ -3,13 +3,15 @@
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
 
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/steady_timer.hpp>
-
 #include <atomic>
 #include <map>
+#include <memory>
 #include <string>
 #include <thread>
+
+namespace boost::asio {
+class io_context;
+}
 
 namespace controller {
 
@@ -30,7 +32,7 @@ public:
     ~DriverThread();
 
     /// For the parts that do their own input and output on this thread.
-    [[nodiscard]] boost::asio::io_context& Context() noexcept { return m_context; }
+    [[nodiscard]] boost::asio::io_context& Context() noexcept;
 
     /// Works until `Stop`; whoever made the object calls it.
     void Run();
@@ -54,6 +56,7 @@ public:
 
 private:
     using TimePoint = std::chrono::steady_clock::time_point;
+    struct Loop;
     struct Later {
         const char* what;
         std::function<void()> work;
@@ -65,8 +68,7 @@ private:
 
     Log& m_log;
     const std::thread::id m_thread = std::this_thread::get_id();
-    boost::asio::io_context m_context{1};
-    boost::asio::steady_timer m_timer{m_context};
+    const std::unique_ptr<Loop> m_loop;
     std::atomic<std::size_t> m_waiting{0};
     std::uint64_t m_lastId = 0;
     std::map<Key, Later> m_later;

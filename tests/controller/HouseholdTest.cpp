@@ -6,6 +6,7 @@
 #include "tests/controller/support/TemporaryFolder.h"
 #include "tests/controller/support/TestLog.h"
 
+#include <boost/asio/io_context.hpp>
 #include <gtest/gtest.h>
 
 #include <algorithm>

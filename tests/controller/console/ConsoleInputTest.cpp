@@ -3,6 +3,7 @@
 #include "controller/driver/DriverThread.h"
 #include "tests/controller/support/TestLog.h"
 
+#include <boost/asio/io_context.hpp>
 #include <gtest/gtest.h>
 
 #include <unistd.h>
