@@ -77,7 +77,7 @@ public:
     Connections& operator=(const Connections&) = delete;
 
     /// A place for one more connection from this address; null where the limits are reached.
-    [[nodiscard]] std::shared_ptr<Place> Take(const boost::asio::ip::address& address);
+    [[nodiscard]] std::shared_ptr<Place> Take(const boost::asio::ip::address& given);
 
     /// Somebody has to be looked after by then.
     void LookBy(TimePoint due);
