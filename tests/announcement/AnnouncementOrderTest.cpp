@@ -13,6 +13,8 @@ const std::string kAudioComplete =
     "ILogger.Log(6, Announcement audio complete - Delaying to ensure that the client has finished.)";
 const std::string kRestoringAudio = "ILogger.Log(6, Announcement restoring audio)";
 
+const std::vector<bool> kOnce{true};
+
 /// What holds already while the host is inside a call, which is what a call that throws leaves behind.
 class AnnouncementOrderTest : public AnnouncementTest {
 protected:
@@ -33,7 +35,6 @@ protected:
         m_host.log.WhenCalled(beginning, [beginning] { throw "no " + beginning; });
     }
 
-    const std::vector<bool> kOnce{true};
     std::vector<bool> m_complete;
 };
 
