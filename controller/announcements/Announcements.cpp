@@ -158,7 +158,7 @@ void Announcements::Request(const std::string& name, const Parameters& parameter
     m_isAsking = false;
     const auto concerns = raw_request::ConcernOf(name, parameters, answer);
     if (concerns.areAll)
-        CheckSoon();
+        CheckIn(kSoon);
     if (concerns.id)
         Settle(std::move(answer), *concerns.id, nullptr, done);
     else
@@ -178,7 +178,7 @@ void Announcements::Ask(const char* request,
     if (id == 0 && isDone)
         id = vq::ToULong(answer.value);
     else if (id == 0)
-        CheckSoon(); // it may have been stored before something failed
+        CheckIn(kSoon); // it may have been stored before something failed
     Settle(std::move(answer), id, isDone ? house : nullptr, done);
 }
 

@@ -37,19 +37,16 @@ public:
     using Done = std::function<void(const Outcome&)>;
     using List = std::vector<AnnouncementPointer>;
 
-    /// How long after something that may have changed announcements unseen they are compared with the
-    /// agent's, and how often they are without a reason.
+    /// When they are compared with the agent's: after something that may have changed them unseen, and else.
     static constexpr std::chrono::seconds kSoon{2};
     static constexpr std::chrono::minutes kRound{10};
 
     /// All are borrowed for life.
     explicit Announcements(Parts parts);
-    Announcements(const Announcements&) = delete;
-    Announcements& operator=(const Announcements&) = delete;
     ~Announcements();
 
-    /// Takes everything from the agent, which has been started with these rows, and makes the rows what the
-    /// agent has. `areKept`: the disk holds them.
+    /// Takes everything from the agent, which has been started with these rows, and makes them what it has.
+    /// `areKept`: the disk holds them.
     void Begin(const AnnouncementRows& rows, bool areKept);
 
     /// The announcement that the agent knows by this id; null when there is none.
@@ -108,7 +105,7 @@ private:
     void Write(std::uint32_t id, WriteDone done);
     void Mend(std::uint32_t id);
     void TakePlayed();
-    void CheckSoon();
+    void CheckIn(IScheduler::Duration delay);
     void CheckSome();
     void Take(const Event& event);
 

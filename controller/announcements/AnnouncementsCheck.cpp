@@ -59,7 +59,7 @@ void Announcements::Begin(const AnnouncementRows& rows, bool areKept) {
         changes.push_back({key, "", ""});
     if (!changes.empty() || !areKept)
         m_parts.store.WriteAnnouncements(std::move(changes), Nobody);
-    m_check.Start(kRound, [this] { CheckSome(); });
+    CheckIn(kRound);
 }
 
 void Announcements::Take(const Event& event) {
@@ -87,22 +87,22 @@ void Announcements::TakePlayed() {
 
 void Announcements::StateInvalidated() {
     if (!m_isAsking)
-        CheckSoon();
+        CheckIn(kSoon);
 }
 
-void Announcements::CheckSoon() {
+/// Begins a round.
+void Announcements::CheckIn(IScheduler::Duration delay) {
     m_checked = 0;
-    m_check.Start(kSoon, [this] { CheckSome(); });
+    m_check.Start(delay, [this] { CheckSome(); });
 }
 
-/// As many as a millisecond allows; and, as nobody else would find it, whatever the agent has behind each.
+/// As many as two milliseconds allow; and, as nobody else would find it, whatever the agent has behind each.
 void Announcements::CheckSome() {
     const auto begin = m_parts.scheduler.Now();
     while (m_parts.scheduler.Now() - begin < std::chrono::milliseconds(2)) {
         const auto next = m_all.upper_bound(m_checked);
         if (next == m_all.end()) {
-            m_checked = 0;
-            m_check.Start(kRound, [this] { CheckSome(); });
+            CheckIn(kRound);
             return;
         }
         m_checked = next->first;

@@ -46,6 +46,29 @@ std::string WithEdits(Sqlite& damaged, std::int64_t state, const std::string& te
     return text;
 }
 
+/// What has been found of the texts.
+struct Texts {
+    std::int64_t newest = -1; ///< of those that are whole
+    std::int64_t last = -1;   ///< also of those that are torn
+    std::string whole;        ///< the newest
+};
+
+/// Takes texts in this order, as far as they can be read.
+void TakeTexts(Sqlite& damaged, const std::string& order, Texts& texts) {
+    try {
+        SqliteStatement rows(damaged, "SELECT id, xml FROM agent_state ORDER BY id " + order);
+        while (rows.Step()) {
+            texts.last = std::max(texts.last, rows.Number(0));
+            std::string xml = rows.Text(1);
+            if (rows.Number(0) <= texts.newest || !VqXML::CreateXmlDocument(xml))
+                continue;
+            texts.newest = rows.Number(0);
+            texts.whole = std::move(xml);
+        }
+    } catch (const SqliteError&) { // NOLINT(bugprone-empty-catch): what stands behind the damage is lost
+    }
+}
+
 } // namespace
 
 std::string Text(Sqlite& database) {
@@ -59,26 +82,12 @@ std::string Text(Sqlite& database) {
 }
 
 std::string NewestWholeText(Sqlite& damaged) {
-    std::int64_t newest = -1;
-    std::int64_t last = -1; // also of those that are torn
-    std::string text;
+    Texts texts;
     // From both ends, for what stands behind the damage can only be reached from the other one.
-    for (const char* order : {"DESC", "ASC"}) {
-        try {
-            SqliteStatement rows(damaged,
-                                 std::string("SELECT id, xml FROM agent_state ORDER BY id ") + order);
-            while (rows.Step()) {
-                last = std::max(last, rows.Number(0));
-                std::string xml = rows.Text(1);
-                if (rows.Number(0) <= newest || !VqXML::CreateXmlDocument(xml))
-                    continue;
-                newest = rows.Number(0);
-                text = std::move(xml);
-            }
-        } catch (const SqliteError&) { // NOLINT(bugprone-empty-catch): what stands behind the damage is lost
-        }
-    }
-    return newest == last && newest >= 0 ? WithEdits(damaged, newest, text) : text;
+    for (const char* order : {"DESC", "ASC"})
+        TakeTexts(damaged, order, texts);
+    const bool isLast = texts.newest == texts.last && texts.newest >= 0;
+    return isLast ? WithEdits(damaged, texts.newest, texts.whole) : texts.whole;
 }
 
 void Drop(Sqlite& database) {

@@ -16,6 +16,20 @@ bool IsOf(const char* kind, const std::string& subject) {
     return subject.rfind(kind, 0) == 0;
 }
 
+/// Gives the reason of a failure; else nothing.
+template <class Writes>
+std::string Run(StateDatabase& database, const Writes& writes) {
+    try {
+        database.Together([&writes](StateDatabase& together) {
+            for (const auto& write : writes)
+                write.run(together);
+        });
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return "";
+}
+
 } // namespace
 
 StateStore::StateStore(std::unique_ptr<StateDatabase> database, IScheduler& driver)
@@ -116,15 +130,7 @@ void StateStore::Submit(Batch batch) {
     }
     // The worker keeps nothing of what it posts back: what the answer holds ends on the driver thread.
     m_worker.Submit([this, shared = std::make_shared<Batch>(std::move(batch))]() mutable {
-        std::string error;
-        try {
-            m_database->Together([&](StateDatabase& database) {
-                for (const Write& write : shared->writes)
-                    write.run(database);
-            });
-        } catch (const std::exception& failure) {
-            error = failure.what();
-        }
+        const std::string error = Run(*m_database, shared->writes);
         m_driver.Post("an answer of the disk",
                       [this, shared = std::move(shared), error] { Answer(*shared, error); });
     });
