@@ -2,6 +2,7 @@
 
 #include "controller/Controller.h"
 #include "controller/ModuleFile.h"
+#include "controller/api/OpenApi.h"
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
 #include "controller/house/TokenCommand.h"
@@ -128,6 +129,9 @@ void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     importing->add_option("file", arguments.file)->required()->option_text("FILE");
     importing->callback(
         [&arguments] { maintenance::Import(ReadHouseFile(arguments.house).dataFolder, arguments.file); });
+    app.add_subcommand("openapi", "Print the description of the API, as OpenAPI")->callback([] {
+        std::cout << DescribeAsOpenApi(Operations());
+    });
 }
 
 void DeclareTokens(CLI::App& app, Arguments& arguments) {

@@ -1,9 +1,12 @@
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/api/ApiError.h"
 #include "controller/api/json/AnnouncementJson.h"
-#include "controller/api/json/JsonObject.h"
+#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/ParseJson.h"
 #include "fuzz/Require.h"
 #include "host/VqXML.h"
+
+#include <nlohmann/json.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +32,9 @@ void CheckRoundTrip(const Announcement& announcement) {
             "an announcement that is sent back is the same for the agent");
     Require(announcement_json::ToText(again) == json,
             "an announcement that is sent back is the same for clients");
-    const auto list = ParseJson(announcement_json::ListText({std::make_shared<const Announcement>(kept)}));
+    const auto list = ParseJson(
+        fields::ToText(view::AnnouncementList{std::make_shared<const std::vector<AnnouncementPointer>>(
+            1, std::make_shared<const Announcement>(kept))}));
     Require(list["announcements"] == nlohmann::json::array({nlohmann::json::parse(json)}),
             "an announcement in the list is the announcement itself");
 }

@@ -1,14 +1,13 @@
 #include "controller/api/Api.h"
 
-#include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
-#include "controller/api/json/JsonObject.h"
+#include "controller/api/json/ParseJson.h"
 #include "controller/http/Problem.h"
 #include "controller/media/MediaName.h"
 
-namespace controller {
+#include <nlohmann/json.hpp>
 
-using Json = nlohmann::ordered_json;
+namespace controller {
 
 namespace {
 
@@ -20,10 +19,6 @@ std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators
     for (const House::Navigator& navigator : navigators)
         ids.push_back(navigator.id);
     return ids;
-}
-
-std::string Dump(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 /// Counts the replies, and says what a refused request has not said itself.
@@ -241,7 +236,7 @@ void Api::CheckBody(const Wanted& wanted) {
         kMaxJson, std::chrono::seconds(15), [this, wanted, isNeeded](std::string body) {
             wanted.call->Guard([&] {
                 if (isNeeded)
-                    wanted.call->json = ParseJson(body);
+                    wanted.call->json = std::make_shared<const nlohmann::json>(ParseJson(body));
                 else if (!body.empty() && !ParseJson(body).empty())
                     throw ApiError(400, "this operation takes no body", "an empty body, or {}");
                 Run(wanted);
@@ -255,36 +250,21 @@ void Api::Run(const Wanted& wanted) {
     });
 }
 
-std::string Api::WholeStateWithoutAnnouncements() const {
-    return Dump({{"status", house_json::Status(m_context)},
-                 {"rooms", house_json::Rooms(m_context)},
-                 {"navigators", house_json::Navigators(m_context)},
-                 {"variables", house_json::Variables(m_context)}});
-}
-
 void Api::GiveWholeState(const EventStreams::State& give) {
     const auto list = m_parts.announcements.All();
-    // Both texts are objects: they are made one.
-    const auto whole = [list, state = WholeStateWithoutAnnouncements()] {
-        return state.substr(0, state.size() - 1) + "," + announcement_json::ListText(*list).substr(1);
-    };
+    const auto state = std::make_shared<const view::WholeState>(house_json::WholeState(m_context, list));
     if (list->size() <= kLongList) {
-        give(whole());
+        give(fields::ToText(*state));
         return;
     }
-    m_worker->Submit([this, whole, give] {
-        m_parts.driver.Post("the first message of a socket", [give, text = whole()] { give(text); });
+    m_worker->Submit([this, state, give] {
+        m_parts.driver.Post("the first message of a socket",
+                            [give, text = fields::ToText(*state)] { give(text); });
     });
 }
 
 std::string Api::PageState(std::uint32_t navigator) const {
-    const auto* const page = house_json::FindNavigator(m_parts.house, navigator);
-    const auto* const room = house_json::FindRoom(m_parts.house, page->room);
-    return Dump({{"navigator", {{"id", navigator}, {"name", page->name}}},
-                 {"room", {{"id", page->room}, {"name", room != nullptr ? room->name : ""}}},
-                 {"house", m_parts.house.name},
-                 {"awake", m_watch.IsAwake(page->room)},
-                 {"popup", house_json::PopupOn(m_context, navigator)}});
+    return fields::ToText(house_json::PageState(m_context, navigator));
 }
 
 } // namespace controller

@@ -38,7 +38,6 @@ private:
     void Allowed(const Wanted& wanted, const Rights& rights);
     void CheckBody(const Wanted& wanted);
     void Run(const Wanted& wanted);
-    [[nodiscard]] std::string WholeStateWithoutAnnouncements() const;
     [[nodiscard]] EventStreams::Parts StreamParts();
     [[nodiscard]] Access::Parts AccessParts();
     void GiveWholeState(const EventStreams::State& give);

@@ -67,10 +67,6 @@ std::string ApiCall::Query(std::string_view name) const {
     return Find(m_query, name);
 }
 
-void ApiCall::Reply(unsigned status, const Json& value) {
-    ReplyText(status, "application/json", value.dump(-1, ' ', false, Json::error_handler_t::replace));
-}
-
 void ApiCall::ReplyText(unsigned status, std::string_view contentType, std::string text) {
     HttpReply reply;
     reply.status = status;

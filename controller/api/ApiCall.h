@@ -2,9 +2,8 @@
 
 #include "controller/access/Rights.h"
 #include "controller/api/ApiError.h"
+#include "controller/api/json/Fields.h"
 #include "controller/http/HttpExchange.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <functional>
@@ -20,7 +19,6 @@ namespace controller {
 /// thread only.
 class ApiCall : public std::enable_shared_from_this<ApiCall> {
 public:
-    using Json = nlohmann::ordered_json;
     /// Names and values, percent-decoded.
     using Values = std::vector<std::pair<std::string, std::string>>;
 
@@ -48,12 +46,22 @@ public:
 
     /// The body as it came, and as JSON, for operations that take it.
     std::string body;
-    nlohmann::json json;
+    std::shared_ptr<const nlohmann::json> json;
+
+    /// Reads the body by its table. Throws `ApiError` with 400, which names the member that is wrong.
+    template <class Value>
+    [[nodiscard]] Value Take() const {
+        return fields::Read<Value>(*json);
+    }
 
     /// Kept until the call is over.
     std::shared_ptr<void> holds;
 
-    void Reply(unsigned status, const Json& value);
+    /// What has a table of fields.
+    template <class Value>
+    void Reply(unsigned status, const Value& value) {
+        ReplyText(status, "application/json", fields::ToText(value));
+    }
     void Reply(HttpReply reply);
     void ReplyText(unsigned status, std::string_view contentType, std::string text);
     void ReplyNothing();

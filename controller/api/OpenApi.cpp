@@ -1,9 +1,12 @@
 #include "controller/api/OpenApi.h"
 
-#include "controller/api/OpenApiSchemas.h"
 #include "controller/api/OperationParameters.h"
+#include "controller/api/json/Replies.h"
 
 #include <nlohmann/json.hpp>
+
+#include <limits>
+#include <string_view>
 
 namespace controller {
 
@@ -11,26 +14,23 @@ using Json = nlohmann::ordered_json;
 
 namespace {
 
-Json SchemaOf(const std::string& name) {
-    return {{"$ref", "#/components/schemas/" + name}};
-}
-
-Json Content(const char* type, Json schema) {
+Json Media(const char* type, Json schema) {
     return {{type, {{"schema", std::move(schema)}}}};
 }
 
-Json Text(bool isBinary) {
-    return isBinary ? Json{{"type", "string"}, {"format", "binary"}} : Json{{"type", "string"}};
+Json ContentOf(const Content& content, fields::Components& components) {
+    Json schema;
+    if (content.table != nullptr)
+        content.table().Describe(schema, {}, components);
+    else
+        schema["type"] = std::string_view(content.type) == "application/json" ? "object" : "string";
+    if (std::string_view(content.type) == Content::File().type)
+        schema["format"] = "binary";
+    return Media(content.type, std::move(schema));
 }
 
-Json ContentOf(const std::string& schema) {
-    if (schema == "file")
-        return Content("application/octet-stream", Text(true));
-    if (schema == "xml")
-        return Content("application/xml", Text(false));
-    if (schema == "text")
-        return Content("text/plain", Text(false));
-    return Content("application/json", SchemaOf(schema));
+Json IdSchema() {
+    return {{"type", "integer"}, {"minimum", 1}, {"maximum", std::numeric_limits<std::uint32_t>::max()}};
 }
 
 Json ParametersOf(const Operation& operation) {
@@ -41,33 +41,33 @@ Json ParametersOf(const Operation& operation) {
                               {"in", parameter.isInPath ? "path" : "query"},
                               {"required", parameter.isInPath},
                               {"description", parameter.summary},
-                              {"schema", isId ? SchemaOf("Id") : Json{{"type", "string"}}}});
+                              {"schema", isId ? IdSchema() : Json{{"type", "string"}}}});
     }
     return parameters;
 }
 
-Json RepliesOf(const Operation& operation) {
+Json RepliesOf(const Operation& operation, fields::Components& components) {
     Json good{{"description", operation.summary}};
-    if (operation.gives != nullptr)
-        good["content"] = ContentOf(operation.gives);
+    if (operation.gives.type != nullptr)
+        good["content"] = ContentOf(operation.gives, components);
     Json replies;
     replies[std::to_string(operation.status)] = good;
     // A file may be new or replace another one.
     if (operation.kind == Operation::Kind::File)
         replies["201"] = good;
+    Json problem;
+    fields::TypeOf<view::Problem>().Describe(problem, {}, components);
     replies["default"] = {{"description", "What is wrong, and what would be right"},
-                          {"content", Content("application/problem+json", SchemaOf("Problem"))}};
+                          {"content", Media("application/problem+json", std::move(problem))}};
     return replies;
 }
 
-Json Describe(const Operation& operation) {
+Json Describe(const Operation& operation, fields::Components& components) {
     Json described{{"operationId", operation.name}, {"summary", operation.summary}};
     Json parameters = ParametersOf(operation);
     if (!parameters.empty())
         described["parameters"] = std::move(parameters);
-    if (operation.takes != nullptr)
-        described["requestBody"] = {{"required", true}, {"content", ContentOf(operation.takes)}};
-    described["responses"] = RepliesOf(operation);
+    described["responses"] = RepliesOf(operation, components);
     if (operation.need == Need::Nothing)
         described["security"] = Json::array();
     else
@@ -85,23 +85,33 @@ std::string Lower(std::string text) {
 
 std::string DescribeAsOpenApi(const std::vector<Operation>& operations) {
     Json paths = Json::object();
+    Json schemas = Json::object();
+    fields::Components components{schemas};
     for (const Operation& operation : operations)
-        paths[operation.path][Lower(operation.method)] = Describe(operation);
-    Json document{{"openapi", "3.0.3"},
-                  {"info",
-                   {{"title", "Announcement controller"},
-                    {"version", API_VERSION},
-                    {"description", "Announcements in the rooms and on the screens of a house"}}},
-                  {"servers", Json::array({{{"url", "/"}}})},
-                  {"security", Json::array({{{"token", Json::array()}}})},
-                  {"paths", std::move(paths)}};
-    document["components"] = {{"securitySchemes",
-                               {{"token",
-                                 {{"type", "http"},
-                                  {"scheme", "bearer"},
-                                  {"description", "Not needed while the house has none"}}}}},
-                              {"schemas", Json::parse(OpenApiSchemas())}};
-    return document.dump(1);
+        paths[operation.path][Lower(operation.method)] = Describe(operation, components);
+    // Bodies come second: those that are replies as well get names of their own.
+    components.isTaken = true;
+    for (const Operation& operation : operations) {
+        if (operation.takes.type != nullptr)
+            paths[operation.path][Lower(operation.method)]["requestBody"] = {
+                {"required", true}, {"content", ContentOf(operation.takes, components)}};
+    }
+    const Json document{{"openapi", "3.1.0"},
+                        {"info",
+                         {{"title", "Announcement controller"},
+                          {"version", API_VERSION},
+                          {"description", "Announcements in the rooms and on the screens of a house"}}},
+                        {"servers", Json::array({{{"url", "/"}}})},
+                        {"security", Json::array({{{"token", Json::array()}}})},
+                        {"paths", std::move(paths)},
+                        {"components",
+                         {{"securitySchemes",
+                           {{"token",
+                             {{"type", "http"},
+                              {"scheme", "bearer"},
+                              {"description", "Not needed while the house has none"}}}}},
+                          {"schemas", std::move(schemas)}}}};
+    return document.dump(1) + '\n';
 }
 
 } // namespace controller

@@ -7,7 +7,7 @@
 
 namespace controller {
 
-/// The operations as an OpenAPI 3.0 document, as JSON text.
+/// The operations as an OpenAPI 3.1 document, as JSON text.
 [[nodiscard]] std::string DescribeAsOpenApi(const std::vector<Operation>& operations);
 
 } // namespace controller

@@ -9,6 +9,22 @@ namespace controller {
 
 struct ApiContext;
 
+/// What a body or a reply holds.
+struct Content {
+    const char* type = nullptr;               ///< the media type; null: there is none
+    const fields::Type& (*table)() = nullptr; ///< of JSON whose fields are known
+
+    template <class Value>
+    static constexpr Content Of() {
+        return {"application/json", &fields::TypeOf<Value>};
+    }
+    /// Any object.
+    static constexpr Content Json() { return {"application/json"}; }
+    static constexpr Content Text(const char* type) { return {type}; }
+    static constexpr Content File() { return {"application/octet-stream"}; }
+    static constexpr Content None() { return {}; }
+};
+
 /// One operation of the API: what routes, help and description are made of.
 struct Operation {
     enum class Kind {
@@ -29,9 +45,9 @@ struct Operation {
     Kind kind;
     void (*handler)(ApiContext& context, const ApiCallPointer& call);
     const char* summary;
-    const char* takes; ///< the schema of the body; null without one
-    unsigned status;   ///< of a reply without error
-    const char* gives; ///< its schema, "text" or "file"; null without one
+    Content takes;
+    unsigned status; ///< of a reply without error
+    Content gives;
     std::vector<QueryValue> query = {};
 };
 

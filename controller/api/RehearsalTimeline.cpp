@@ -15,7 +15,7 @@
 
 namespace controller {
 
-using Json = nlohmann::ordered_json;
+using view::Moment;
 
 namespace rehearsal_timeline {
 namespace {
@@ -34,12 +34,16 @@ public:
     [[nodiscard]] std::uint64_t End() const noexcept { return m_end.value_or(m_last); }
 
     /// Everything that happened, in its order.
-    [[nodiscard]] Json Take() {
-        for (const auto& [navigator, end] : m_popupEnds)
-            m_entries.push_back({{"at_ms", end}, {"what", "popup_hidden"}, {"navigator", navigator}});
-        std::stable_sort(m_entries.begin(), m_entries.end(),
-                         [](const Json& one, const Json& other) { return one["at_ms"] < other["at_ms"]; });
-        return std::move(m_entries);
+    [[nodiscard]] std::vector<Moment> Take() {
+        for (const auto& [navigator, end] : m_popupEnds) {
+            Moment& hidden = m_moments.emplace_back();
+            hidden.atMs = end;
+            hidden.what = "popup_hidden";
+            hidden.navigator = navigator;
+        }
+        std::stable_sort(m_moments.begin(), m_moments.end(),
+                         [](const Moment& one, const Moment& other) { return one.atMs < other.atMs; });
+        return std::move(m_moments);
     }
 
     /// From now on calls are those of the playing, and not of the agent's start or end.
@@ -76,10 +80,10 @@ public:
     void Saved(VirtualTime /*now*/, const std::string& /*xml*/) override {}
     void Answered(VirtualTime /*now*/, bool /*answer*/) override {}
     void HandlerMissing(VirtualTime now, std::string_view name) override {
-        Add(now, "log", {{"level", "error"}, {"text", "the agent has no " + std::string(name)}});
+        AddLog(now, Severity::Error, "the agent has no " + std::string(name));
     }
     void Thrown(VirtualTime now, std::string_view /*type*/, std::string_view text) override {
-        Add(now, "log", {{"level", "error"}, {"text", "the agent failed: " + std::string(text)}});
+        AddLog(now, Severity::Error, "the agent failed: " + std::string(text));
     }
 
     /// A poll that armed no other one was the last: the agent has let go of the announcement.
@@ -114,28 +118,30 @@ private:
     }
 
     void Started(VirtualTime now, const Arguments& arguments) {
-        Add(now, "started", {{"announcement", Number(arguments, 0)}});
+        Add(now, "started").announcement = Number(arguments, 0);
     }
     void RoomSetUp(VirtualTime now, const Arguments& arguments) {
-        Add(now, "room_set_up", {{"room", Number(arguments, 0)}});
+        Add(now, "room_set_up").room = Number(arguments, 0);
     }
     void RoomRestored(VirtualTime now, const Arguments& arguments) {
-        Add(now, "room_restored", {{"room", Number(arguments, 0)}});
+        Add(now, "room_restored").room = Number(arguments, 0);
     }
     void ScreensWoken(VirtualTime now, const Arguments& arguments) {
-        Add(now, "screens_woken", {{"room", Number(arguments, 0)}});
+        Add(now, "screens_woken").room = Number(arguments, 0);
     }
     void ScreensRested(VirtualTime now, const Arguments& arguments) {
-        Add(now, "screens_rested", {{"room", Number(arguments, 0)}});
+        Add(now, "screens_rested").room = Number(arguments, 0);
     }
     void VolumeSet(VirtualTime now, const Arguments& arguments) {
-        Add(now, "volume_set", {{"room", Number(arguments, 0)}, {"volume", Number(arguments, 1)}});
+        Moment& moment = Add(now, "volume_set");
+        moment.room = Number(arguments, 0);
+        moment.volume = Number(arguments, 1);
     }
     void StreamOpened(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_opened"); }
     void StreamClosed(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_closed"); }
 
     void SoundStarted(VirtualTime now, const Arguments& arguments) {
-        Add(now, "sound_started", {{"file", media_name::SoundOf(std::get<std::string_view>(arguments[0]))}});
+        Add(now, "sound_started").file = media_name::SoundOf(std::get<std::string_view>(arguments[0]));
     }
 
     void CommandSent(VirtualTime now, const Arguments& arguments) {
@@ -144,43 +150,50 @@ private:
             return;
         if (message->GetName() == "HIDE_POPUP") {
             m_popupEnds.erase(Number(arguments, 0));
-            Add(now, "popup_hidden", {{"navigator", Number(arguments, 0)}});
+            Add(now, "popup_hidden").navigator = Number(arguments, 0);
         }
         if (message->GetName() != "SHOW_POPUP")
             return;
-        Json shown{{"navigator", Number(arguments, 0)}};
+        const std::uint64_t duration = message->GetParamAsULong("DELAY");
+        // The screens keep the time of a popup themselves: the agent says no word at its end.
+        m_popupEnds[Number(arguments, 0)] = now.count() + (duration != 0 ? duration : kStandingPopup);
+        Moment& shown = Add(now, "popup_shown");
+        shown.navigator = Number(arguments, 0);
         for (const auto& parameter : message->GetParameters()) {
             if (parameter.name == "MESSAGE" && parameter.isVariable)
-                shown["variable"] = {{"device", parameter.deviceId}, {"variable", parameter.variableId}};
+                shown.variable = view::FollowedVariable{parameter.deviceId, parameter.variableId};
             else if (parameter.name == "MESSAGE")
-                shown["message"] = parameter.value;
+                shown.message = parameter.value;
         }
-        shown["image"] = ValueOf(*message, "IMGURL");
-        shown["duration_ms"] = message->GetParamAsULong("DELAY");
-        shown["ok_button"] = ValueOf(*message, "SHOWOK") == "true";
-        // The screens keep the time of a popup themselves: the agent says no word at its end.
-        const std::uint64_t duration = message->GetParamAsULong("DELAY");
-        m_popupEnds[Number(arguments, 0)] = now.count() + (duration != 0 ? duration : kStandingPopup);
-        Add(now, "popup_shown", shown);
+        shown.image = ValueOf(*message, "IMGURL");
+        shown.durationMs = duration;
+        shown.hasOkButton = ValueOf(*message, "SHOWOK") == "true";
     }
 
     void Logged(VirtualTime now, const Arguments& arguments) {
         const auto level = Number(arguments, 0) <= 3 ? Severity::Error : Severity::Information;
-        Add(now, "log",
-            {{"level", SeverityName(level)},
-             {"text", std::string(std::get<std::string_view>(arguments[1]))}});
+        AddLog(now, level, std::string(std::get<std::string_view>(arguments[1])));
     }
 
-    void Add(VirtualTime now, const char* what, const Json& more = Json::object()) {
-        if (!m_isListening || m_entries.size() >= kMaxEntries)
-            return;
+    void AddLog(VirtualTime now, Severity level, std::string text) {
+        Moment& moment = Add(now, "log");
+        moment.level = SeverityName(level);
+        moment.text = std::move(text);
+    }
+
+    /// The moment, to be filled; one that is not listed when nobody listens, or there are enough.
+    Moment& Add(VirtualTime now, const char* what) {
+        if (!m_isListening || m_moments.size() >= kMaxEntries)
+            return m_unlisted = Moment();
         m_last = now.count();
-        Json entry{{"at_ms", now.count()}, {"what", what}};
-        entry.update(more);
-        m_entries.push_back(std::move(entry));
+        Moment& moment = m_moments.emplace_back();
+        moment.atMs = now.count();
+        moment.what = what;
+        return moment;
     }
 
-    Json m_entries = Json::array();
+    std::vector<Moment> m_moments;
+    Moment m_unlisted;
     std::map<std::int64_t, std::uint64_t> m_popupEnds; ///< by navigator, of those that nobody has hidden
     bool m_isListening = false;
     std::uint64_t m_last = 0;
@@ -205,7 +218,7 @@ Step InitializeStep(const Order& order) {
 
 } // namespace
 
-Json Run(const std::string& moduleFile, const Order& order) {
+view::Rehearsal Run(const std::string& moduleFile, const Order& order) {
     const DriverModule module(moduleFile);
     TimelineSink sink;
     Rehearsal rehearsal([&module](IInstanceManager& instances) { return module.Create(instances); }, sink,
@@ -229,14 +242,14 @@ Json Run(const std::string& moduleFile, const Order& order) {
         sink.LookForEnd(second.duration);
     }
     sink.Listen(false);
-    Json timeline = sink.Take();
-    if (sink.IsEnded())
-        timeline.push_back(
-            {{"at_ms", sink.End()}, {"what", "ended"}, {"announcement", order.announcement.id}});
-    return {{"announcement", order.announcement.id},
-            {"length_ms", sink.End()},
-            {"complete", sink.IsEnded()},
-            {"timeline", std::move(timeline)}};
+    view::Rehearsal rehearsed{order.announcement.id, sink.End(), sink.IsEnded(), sink.Take()};
+    if (sink.IsEnded()) {
+        Moment& ended = rehearsed.timeline.emplace_back();
+        ended.atMs = sink.End();
+        ended.what = "ended";
+        ended.announcement = order.announcement.id;
+    }
+    return rehearsed;
 }
 
 } // namespace rehearsal_timeline

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "controller/announcements/Announcement.h"
-
-#include <nlohmann/json.hpp>
+#include "controller/api/json/PlayViews.h"
 
 #include <cstdint>
 #include <string>
@@ -23,6 +21,6 @@ struct Order {
 };
 
 /// Runs the module's agent; any thread. Throws `std::runtime_error` when the module cannot be loaded.
-[[nodiscard]] nlohmann::ordered_json Run(const std::string& moduleFile, const Order& order);
+[[nodiscard]] view::Rehearsal Run(const std::string& moduleFile, const Order& order);
 
 } // namespace controller::rehearsal_timeline

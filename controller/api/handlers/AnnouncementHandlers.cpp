@@ -4,13 +4,15 @@
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/AnnouncementJson.h"
-#include "controller/api/json/JsonObject.h"
+#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/PlayViews.h"
+#include "controller/api/json/Replies.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 
 namespace controller {
-
-using Json = nlohmann::ordered_json;
 
 namespace handlers {
 namespace {
@@ -97,11 +99,11 @@ Announcements::Done AnswerShown(Call call, unsigned status) {
 void ListAnnouncements(ApiContext& context, Call call) {
     const auto list = context.parts.announcements.All();
     if (list->size() <= kLongList) {
-        call->ReplyText(200, "application/json", announcement_json::ListText(*list));
+        call->Reply(200, view::AnnouncementList{list});
         return;
     }
     Elsewhere(
-        context, call, [list] { return announcement_json::ListText(*list); },
+        context, call, [list] { return fields::ToText(view::AnnouncementList{list}); },
         [call](const std::string& text) { call->ReplyText(200, "application/json", text); });
 }
 
@@ -110,16 +112,16 @@ void GetAnnouncement(ApiContext& context, Call call) {
 }
 
 void AddAnnouncement(ApiContext& context, Call call) {
-    context.parts.announcements.Add(announcement_json::Read(call->json, 0), AnswerShown(call, 201));
+    context.parts.announcements.Add(announcement_json::Read(*call->json, 0), AnswerShown(call, 201));
 }
 
 void ReplaceAnnouncement(ApiContext& context, Call call) {
     const std::uint32_t id = call->Id("id");
-    Announcement announcement = announcement_json::Read(call->json, id);
+    Announcement announcement = announcement_json::Read(*call->json, id);
     const AnnouncementPointer present = Required(context, id);
     RequireMatch(call, *present);
     // Who knows nothing of tags takes none away.
-    if (!call->json.contains("tags"))
+    if (!call->json->contains("tags"))
         announcement.house = present->house;
     context.parts.announcements.Replace(announcement, AnswerShown(call, 200));
 }
@@ -137,18 +139,17 @@ void PlayAnnouncement(ApiContext& context, Call call) {
             agent_reply::Require(outcome.answer);
             const auto& current = context.watch.Current();
             const bool isPlaying = current && current->announcement == id;
-            call->Reply(202, {{"announcement", id}, {"state", isPlaying ? "playing" : "waiting"}});
+            call->Reply(202, view::Played{id, isPlaying ? "playing" : "waiting"});
         });
     });
 }
 
 void PutAnnouncementRoom(ApiContext& context, Call call) {
     const std::uint32_t id = call->Id("id");
-    const auto room = announcement_json::ReadRoom(call->json, call->Id("room"));
+    const auto room = announcement_json::ReadRoom(*call->json, call->Id("room"));
     (void)Required(context, id);
-    context.parts.announcements.PutRoom(id, room, AnswerWith(call, [call, room](const Outcome&) {
-                                            call->ReplyText(200, "application/json", fields::ToText(room));
-                                        }));
+    context.parts.announcements.PutRoom(
+        id, room, AnswerWith(call, [call, room](const Outcome&) { call->Reply(200, room); }));
 }
 
 void RemoveAnnouncementRoom(ApiContext& context, Call call) {
@@ -160,12 +161,10 @@ void RemoveAnnouncementRoom(ApiContext& context, Call call) {
 
 void PutAnnouncementNavigator(ApiContext& context, Call call) {
     const std::uint32_t id = call->Id("id");
-    const auto navigator = announcement_json::ReadNavigator(call->json, call->Id("navigator"));
+    const auto navigator = announcement_json::ReadNavigator(*call->json, call->Id("navigator"));
     (void)Required(context, id);
     context.parts.announcements.PutNavigator(
-        id, navigator, AnswerWith(call, [call, navigator](const Outcome&) {
-            call->ReplyText(200, "application/json", fields::ToText(navigator));
-        }));
+        id, navigator, AnswerWith(call, [call, navigator](const Outcome&) { call->Reply(200, navigator); }));
 }
 
 void RemoveAnnouncementNavigator(ApiContext& context, Call call) {
@@ -177,44 +176,28 @@ void RemoveAnnouncementNavigator(ApiContext& context, Call call) {
 
 void Dismiss(ApiContext& context, Call call) {
     const auto& current = context.watch.Current();
-    const Json announcement = current ? Json(current->announcement) : Json(nullptr);
-    context.parts.announcements.Dismiss([call, announcement](const Outcome& outcome) {
+    const view::Dismissed dismissed{current ? std::optional(current->announcement) : std::nullopt};
+    context.parts.announcements.Dismiss([call, dismissed](const Outcome& outcome) {
         call->Guard([&] {
             agent_reply::Require(outcome.answer);
-            call->Reply(202, {{"announcement", announcement}});
+            call->Reply(202, dismissed);
         });
     });
 }
 
-namespace {
-
-Parameters ParametersOf(const nlohmann::json& body) {
-    if (!body.is_object())
-        throw ApiError(400, "the body is no object", "an object of texts: the parameters");
-    Parameters parameters;
-    for (const auto& [name, value] : body.items()) {
-        if (!value.is_string())
-            throw ApiError(400, name + " is no text", "an object of texts: the parameters");
-        parameters.emplace_back(name, value.get<std::string>());
-    }
-    return parameters;
-}
-
-} // namespace
-
 void SendCommand(ApiContext& context, Call call) {
-    context.parts.announcements.Command(call->Text("name"), ParametersOf(call->json),
+    context.parts.announcements.Command(call->Text("name"), call->Take<view::Parameters>().values,
                                         [call](const Outcome& outcome) {
                                             call->Guard([&] {
                                                 agent_reply::Require(outcome.answer);
-                                                call->Reply(202, Json::object());
+                                                call->Reply(202, view::Nothing());
                                             });
                                         });
 }
 
 void SendRequest(ApiContext& context, Call call) {
     const std::string name = call->Text("name");
-    const Parameters parameters = ParametersOf(call->json);
+    const Parameters parameters = call->Take<view::Parameters>().values;
     if (name == "get_announcements" && context.parts.isAgentRunning()) {
         // The agent would be busy for long; its answer is known.
         Elsewhere(
@@ -233,36 +216,35 @@ void SendRequest(ApiContext& context, Call call) {
     });
 }
 
+namespace {
+
+std::uint64_t LengthOf(ApiContext& context, const std::string& sound) {
+    return static_cast<std::uint64_t>(context.media.LengthOf(sound + ".wav").count());
+}
+
+} // namespace
+
 void Rehearse(ApiContext& context, Call call) {
-    JsonObject body(call->json, "");
+    const auto wanted = call->Take<view::RehearsalOrder>();
     rehearsal_timeline::Order order;
-    const nlohmann::json* const announcement = body.Find("announcement");
-    if (announcement == nullptr)
-        throw ApiError(400, "announcement is missing", "the id of an announcement, or an announcement");
-    if (announcement->is_object()) {
-        nlohmann::json one = *announcement;
-        one.erase("id");
-        order.announcement = announcement_json::Read(one, 0, "announcement");
+    if (wanted.announcement.announcement) {
+        order.announcement = *wanted.announcement.announcement;
         order.announcement.id = 1;
     } else {
-        order.announcement = *Required(context, body.Id("announcement"));
+        order.announcement = *Required(context, wanted.announcement.id);
     }
-    order.streamReadyMs = static_cast<std::uint64_t>(body.Integer("stream_ready_ms", 0, 600000, 20));
-    const std::int64_t soundMs = body.Integer("sound_ms", 0, 600000, -1);
-    body.RefuseOthers();
+    order.streamReadyMs = wanted.streamReadyMs;
     if (*context.rehearsals >= kMaxRehearsals)
         throw ApiError(503, "other rehearsals are under way", "to try again in a moment");
     const auto running = CountIn(context.rehearsals);
     Elsewhere(
         context, call,
-        [&context, order, soundMs] {
+        [&context, order, soundMs = wanted.soundMs] {
             auto timed = order;
-            const std::string file = order.announcement.audio.file + ".wav";
-            timed.soundMs =
-                static_cast<std::uint64_t>(soundMs >= 0 ? soundMs : context.media.LengthOf(file).count());
+            timed.soundMs = soundMs ? *soundMs : LengthOf(context, order.announcement.audio.file);
             return rehearsal_timeline::Run(context.parts.moduleFile, timed);
         },
-        [call, running](const Json& timeline) { call->Reply(200, timeline); });
+        [call, running](const view::Rehearsal& rehearsed) { call->Reply(200, rehearsed); });
 }
 
 } // namespace handlers

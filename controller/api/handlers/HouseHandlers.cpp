@@ -1,11 +1,9 @@
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/HouseJson.h"
-#include "controller/api/json/JsonObject.h"
+#include "controller/api/json/Replies.h"
 
 namespace controller {
-
-using Json = nlohmann::ordered_json;
 
 namespace handlers {
 namespace {
@@ -38,13 +36,12 @@ Variables::Variable RequiredVariable(ApiContext& context, std::uint32_t device, 
 } // namespace
 
 void GetHouse(ApiContext& context, Call call) {
-    call->Reply(200, {{"name", context.parts.house.name},
-                      {"rooms", house_json::Rooms(context)},
-                      {"navigators", house_json::Navigators(context)}});
+    call->Reply(200, view::House{context.parts.house.name, house_json::Rooms(context).rooms,
+                                 house_json::Navigators(context).navigators});
 }
 
 void ListRooms(ApiContext& context, Call call) {
-    call->Reply(200, {{"rooms", house_json::Rooms(context)}});
+    call->Reply(200, house_json::Rooms(context));
 }
 
 void GetRoom(ApiContext& context, Call call) {
@@ -53,19 +50,17 @@ void GetRoom(ApiContext& context, Call call) {
 
 void SetRoomVolume(ApiContext& context, Call call) {
     const std::uint32_t id = RequiredRoom(context, call->Id("id")).id;
-    JsonObject body(call->json, "");
-    const auto volume = static_cast<unsigned>(body.Integer("volume", 0, 100));
-    body.RefuseOthers();
+    const unsigned volume = call->Take<view::Volume>().volume;
     (void)context.parts.volumes.Set(id, volume, [&context, call, id](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);
-            call->Reply(200, {{"id", id}, {"volume", context.parts.volumes.Volume(id).value_or(0)}});
+            call->Reply(200, view::RoomVolume{id, context.parts.volumes.Volume(id).value_or(0)});
         });
     });
 }
 
 void ListNavigators(ApiContext& context, Call call) {
-    call->Reply(200, {{"navigators", house_json::Navigators(context)}});
+    call->Reply(200, house_json::Navigators(context));
 }
 
 void GetNavigator(ApiContext& context, Call call) {
@@ -74,21 +69,21 @@ void GetNavigator(ApiContext& context, Call call) {
 
 void ConfirmPopup(ApiContext& context, Call call) {
     const std::uint32_t id = RequiredNavigator(context, call->Id("id")).id;
-    const Json popup = house_json::PopupOn(context, id);
-    if (popup.is_null() || popup["number"] != call->Number("number")) {
-        call->Reply(200, {{"dismissed", false}});
+    const auto popup = house_json::PopupOn(context, id);
+    if (!popup || popup->number != call->Number("number")) {
+        call->Reply(200, view::Confirmed{false});
         return;
     }
-    if (popup["ok_button"] == false)
+    if (!popup->hasOkButton)
         throw ApiError(409, "this popup has no OK button");
-    const auto number = popup["number"].get<std::uint64_t>();
+    const std::uint64_t number = popup->number;
     context.parts.announcements.Dismiss([&context, call, number](const Announcements::Outcome& outcome) {
         call->Guard([&] {
             agent_reply::Require(outcome.answer);
             // One that the agent does not know any more, as after its announcement was gone, closes all
             // the same.
             (void)context.parts.popups.Dismiss(number);
-            call->Reply(200, {{"dismissed", true}});
+            call->Reply(200, view::Confirmed{true});
         });
     });
 }
@@ -101,7 +96,7 @@ void WatchNavigator(ApiContext& context, Call call) {
 }
 
 void ListVariables(ApiContext& context, Call call) {
-    call->Reply(200, {{"variables", house_json::Variables(context)}});
+    call->Reply(200, house_json::Variables(context));
 }
 
 void GetVariable(ApiContext& context, Call call) {
@@ -113,9 +108,7 @@ void SetVariable(ApiContext& context, Call call) {
     const std::uint32_t device = call->Id("device");
     const std::uint32_t variable = call->Id("variable");
     (void)RequiredVariable(context, device, variable);
-    JsonObject body(call->json, "");
-    const std::string value = body.Text("value", Variables::kMaxValue);
-    body.RefuseOthers();
+    const std::string value = call->Take<view::VariableValue>().value;
     const auto answer = [&context, call, device, variable](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);

@@ -1,37 +1,36 @@
 #include "controller/api/ApiContext.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/MediaJson.h"
+#include "controller/api/json/Replies.h"
 #include "controller/media/MediaName.h"
 
 namespace controller::handlers {
 namespace {
 
-using Json = ApiCall::Json;
-
 /// The announcements that play or show the file.
-Json UsersOf(const Announcements::List& announcements, const std::string& name) {
+std::vector<view::User> UsersOf(const Announcements::List& announcements, const std::string& name) {
     const bool isSound = media_name::KindOf(name) == media_name::Kind::Sound;
     const std::string wanted = isSound ? name.substr(0, name.size() - std::string(".wav").size()) : name;
-    Json users = Json::array();
+    std::vector<view::User> users;
     for (const AnnouncementPointer& one : announcements) {
         if ((isSound ? one->audio.file : one->video.image) == wanted)
-            users.push_back({{"id", one->id}, {"name", one->name}});
+            users.push_back({one->id, one->name});
     }
     return users;
 }
 
-HttpReply InUse(const std::string& name, Json users) {
-    Json problem{{"type", "about:blank"},
-                 {"title", StatusText(409)},
-                 {"status", 409},
-                 {"detail", name + " is used by " + std::to_string(users.size()) +
-                                (users.size() == 1 ? " announcement" : " announcements")},
-                 {"right", "to change or delete what stands in users first"},
-                 {"users", std::move(users)}};
+HttpReply InUse(const std::string& name, std::vector<view::User> users) {
+    view::Problem problem;
+    problem.title = StatusText(409);
+    problem.status = 409;
+    problem.detail = name + " is used by " + std::to_string(users.size()) +
+                     (users.size() == 1 ? " announcement" : " announcements");
+    problem.right = "to change or delete what stands in users first";
+    problem.users = std::move(users);
     HttpReply reply;
     reply.status = 409;
     reply.contentType = "application/problem+json";
-    reply.body = problem.dump(-1, ' ', false, Json::error_handler_t::replace);
+    reply.body = fields::ToText(problem);
     return reply;
 }
 
@@ -47,7 +46,7 @@ std::string RequiredName(Call call) {
 void ListMedia(ApiContext& context, Call call) {
     Elsewhere(
         context, call, [&context] { return context.media.List(); },
-        [call](const auto& files) { call->Reply(200, media_json::List(files)); });
+        [call](const auto& files) { call->Reply(200, view::MediaList{files}); });
 }
 
 void PutMedia(ApiContext& context, Call call) {
@@ -58,7 +57,7 @@ void PutMedia(ApiContext& context, Call call) {
     Elsewhere(
         context, call, [&context, name, content] { return context.media.Store(name, *content); },
         [call](const MediaShelf::Stored& stored) {
-            call->Reply(stored.isNew ? 201 : 200, media_json::Describe(stored.description));
+            call->Reply(stored.isNew ? 201 : 200, stored.description);
         });
 }
 
@@ -85,7 +84,7 @@ void RemoveMedia(ApiContext& context, Call call) {
     Elsewhere(
         context, call,
         [&context, name, list = context.parts.announcements.All()] {
-            Json users = UsersOf(*list, name);
+            auto users = UsersOf(*list, name);
             if (!users.empty())
                 return InUse(name, std::move(users));
             context.media.Remove(name);

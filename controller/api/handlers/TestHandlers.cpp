@@ -2,6 +2,7 @@
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/HouseJson.h"
+#include "controller/api/json/Replies.h"
 #include "controller/media/TestTone.h"
 
 namespace controller::handlers {
@@ -27,7 +28,7 @@ void Started(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer
             agent_reply::Require(removed.answer);
             if (!isPlaying)
                 throw ApiError(409, "an announcement has begun meanwhile", "to try again when it is over");
-            call->Reply(202, {{"announcement", id}, {"state", "playing"}});
+            call->Reply(202, view::Played{id, "playing"});
         });
     });
 }

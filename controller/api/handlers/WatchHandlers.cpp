@@ -2,14 +2,13 @@
 #include "controller/api/OperationParameters.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/HouseJson.h"
-#include "controller/media/MediaName.h"
+#include "controller/api/json/PlayViews.h"
+#include "controller/api/json/Replies.h"
 
 #include <charconv>
 #include <limits>
 
 namespace controller {
-
-using Json = nlohmann::ordered_json;
 
 namespace handlers {
 namespace {
@@ -36,21 +35,6 @@ std::int64_t BeforeOf(Call call) {
     return before;
 }
 
-Json HistoryOf(const std::vector<HistoryEntry>& entries) {
-    Json history = Json::array();
-    for (const HistoryEntry& entry : entries)
-        history.push_back({{"id", entry.id},
-                           {"announcement", entry.announcement},
-                           {"name", entry.name},
-                           {"started", entry.startedAt},
-                           {"ended", entry.endedAt},
-                           {"rooms", entry.rooms},
-                           {"navigators", entry.navigators},
-                           {"file", media_name::SoundOf(entry.file)},
-                           {"outcome", entry.outcome}});
-    return {{"history", std::move(history)}};
-}
-
 void AppendMetric(
     std::string& out, const char* name, const char* type, const char* help, std::uint64_t value) {
     out.append("# HELP announcement_").append(name).append(" ").append(help).append("\n# TYPE announcement_");
@@ -71,7 +55,7 @@ void GetHistory(ApiContext& context, Call call) {
             call->Guard([&] {
                 if (!error.empty())
                     throw ApiError(503, "the history cannot be read: " + error);
-                call->Reply(200, HistoryOf(entries));
+                call->Reply(200, view::History{entries});
             });
         });
 }
@@ -87,27 +71,21 @@ void ListRecentEvents(ApiContext& context, Call call) {
 
 void GiveTicket(ApiContext& context, Call call) {
     const auto life = std::chrono::milliseconds(Access::kTicketLife);
-    call->Reply(201, {{"ticket", context.access.GiveTicket(call->Caller())},
-                      {"expires_in_ms", life.count()},
-                      {"rights", call->Caller().Texts()}});
+    call->Reply(
+        201, view::Ticket{context.access.GiveTicket(call->Caller()), life.count(), call->Caller().Texts()});
 }
 
 void ListOperations(ApiContext& /*context*/, Call call) {
-    Json operations = Json::array();
+    view::OperationList list;
     for (const Operation& operation : Operations()) {
-        Json parameters = Json::array();
+        view::OperationView view{operation.name,         operation.method,  operation.path,
+                                 NameOf(operation.need), operation.summary, {}};
         for (const OperationParameter& parameter : ParametersIn(operation))
-            parameters.push_back({{"name", parameter.name},
-                                  {"in", parameter.isInPath ? "path" : "query"},
-                                  {"summary", parameter.summary}});
-        operations.push_back({{"name", operation.name},
-                              {"method", operation.method},
-                              {"path", operation.path},
-                              {"right", NameOf(operation.need)},
-                              {"summary", operation.summary},
-                              {"parameters", std::move(parameters)}});
+            view.parameters.push_back(
+                {parameter.name, parameter.isInPath ? "path" : "query", parameter.summary});
+        list.operations.push_back(std::move(view));
     }
-    call->Reply(200, {{"operations", std::move(operations)}});
+    call->Reply(200, list);
 }
 
 void DescribeApi(ApiContext& context, Call call) {
@@ -119,7 +97,7 @@ void DescribeApi(ApiContext& context, Call call) {
 void GetHealth(ApiContext& context, Call call) {
     if (!context.parts.isAgentRunning())
         throw ApiError(503, "the agent is not running");
-    call->Reply(200, {{"status", "ok"}});
+    call->Reply(200, view::Health{"ok"});
 }
 
 void GetMetrics(ApiContext& context, Call call) {

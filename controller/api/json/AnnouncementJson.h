@@ -3,11 +3,8 @@
 #include "controller/announcements/Announcement.h"
 #include "controller/api/json/Fields.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace controller {
 
@@ -33,9 +30,6 @@ constexpr std::size_t kMaxTag = 50;
 
 /// The announcement as the API shows it; any thread.
 [[nodiscard]] std::string ToText(const Announcement& announcement);
-void Append(std::string& out, const Announcement& announcement);
-/// All of them, as `{"announcements": [...]}`.
-[[nodiscard]] std::string ListText(const std::vector<AnnouncementPointer>& announcements);
 
 /// Reads a body. An "id" in it has to be this one, which is the result's. Throws `ApiError`, which names the
 /// member, for what is no announcement; `path` is how messages name the whole.
@@ -46,7 +40,15 @@ void Append(std::string& out, const Announcement& announcement);
 [[nodiscard]] Announcement::Navigator ReadNavigator(const nlohmann::json& json, std::uint32_t id);
 
 /// Those bodies.
-[[nodiscard]] const fields::Object& RoomVolumeTable();
-[[nodiscard]] const fields::Object& NavigatorPlaceTable();
+struct RoomVolume {
+    Announcement::Room room;
+
+    static const fields::Object& Table();
+};
+struct NavigatorPlace {
+    Announcement::Navigator navigator;
+
+    static const fields::Object& Table();
+};
 
 } // namespace controller::announcement_json

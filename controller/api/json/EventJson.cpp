@@ -1,187 +1,156 @@
 #include "controller/api/json/EventJson.h"
 
-#include "controller/api/ApiTime.h"
-#include "controller/api/json/HouseJson.h"
-#include "controller/media/MediaName.h"
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/EventKinds.h"
 
 #include <nlohmann/json.hpp>
 
 namespace controller {
 
-using Json = nlohmann::ordered_json;
-
-namespace event_json {
 namespace {
 
-std::string Dump(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+using fields::Itself;
+using fields::Member;
+using fields::Object;
+
+const EventKind& KindOf(const Event& event) {
+    return EventKinds()[event.data.index()];
 }
 
-const char* WhyOf(events::PopupEnd why) noexcept {
-    switch (why) {
-    case events::PopupEnd::TimeIsUp:
-        return "time_is_up";
-    case events::PopupEnd::Hidden:
-        return "hidden";
-    case events::PopupEnd::Dismissed:
-        return "dismissed";
-    case events::PopupEnd::Replaced:
-        break;
+/// One of several messages, told apart by their "type".
+class UnionType : public fields::GivenType {
+public:
+    UnionType(std::string name, std::vector<const fields::Type*> members)
+        : m_name(std::move(name))
+        , m_members(std::move(members)) {}
+
+    void Write(std::string& /*out*/, const void* /*value*/) const override {
+        throw std::logic_error("this is only a description");
     }
-    return "replaced";
-}
 
-Json PopupOf(const events::PopupShown& shown, std::chrono::system_clock::time_point time) {
-    return {{"number", shown.number},
-            {"message", shown.message},
-            {"image", house_json::ImageAddress(shown.image)},
-            {"ok_button", shown.hasOkButton},
-            {"remaining_ms", shown.duration.count()},
-            {"ends", ApiTime(time + shown.duration)}};
-}
+    void Describe(fields::Schema& schema,
+                  const fields::Limits& /*limits*/,
+                  fields::Components& components) const override {
+        fields::Schema members = fields::Schema::array();
+        for (const fields::Type* const one : m_members)
+            one->Describe(members.emplace_back(), {}, components);
+        components.schemas[m_name] = {{"oneOf", std::move(members)}};
+        schema["$ref"] = "#/components/schemas/" + m_name;
+    }
 
-template <class... Lambdas>
-struct Overloaded : Lambdas... {
-    using Lambdas::operator()...;
-};
-template <class... Lambdas>
-Overloaded(Lambdas...) -> Overloaded<Lambdas...>;
+protected:
+    ~UnionType() = default;
 
-struct TypeNames {
-    using T = const char*;
-    T operator()(const events::PlayAsked&) const noexcept { return "play_asked"; }
-    T operator()(const events::AnnouncementStarted&) const noexcept { return "announcement_started"; }
-    T operator()(const events::AnnouncementEnded&) const noexcept { return "announcement_ended"; }
-    T operator()(const events::AnnouncementStored&) const noexcept { return "announcement_stored"; }
-    T operator()(const events::AnnouncementRemoved&) const noexcept { return "announcement_removed"; }
-    T operator()(const events::RoomSetUp&) const noexcept { return "room_set_up"; }
-    T operator()(const events::RoomVolumeChanged&) const noexcept { return "room_volume_changed"; }
-    T operator()(const events::RoomRestored&) const noexcept { return "room_restored"; }
-    T operator()(const events::RoomOutputFailed&) const noexcept { return "room_output_failed"; }
-    T operator()(const events::ScreensWoken&) const noexcept { return "screens_woken"; }
-    T operator()(const events::ScreensRested&) const noexcept { return "screens_rested"; }
-    T operator()(const events::SoundStarted&) const noexcept { return "sound_started"; }
-    T operator()(const events::SoundEnded&) const noexcept { return "sound_ended"; }
-    T operator()(const events::PopupShown&) const noexcept { return "popup_shown"; }
-    T operator()(const events::PopupChanged&) const noexcept { return "popup_changed"; }
-    T operator()(const events::PopupHidden&) const noexcept { return "popup_hidden"; }
-    T operator()(const events::PagesChanged&) const noexcept { return "pages_changed"; }
-    T operator()(const events::VariableChanged&) const noexcept { return "variable_changed"; }
-    T operator()(const events::StateSaved&) const noexcept { return "state_saved"; }
-    T operator()(const events::StateNotSaved&) const noexcept { return "state_not_saved"; }
-    T operator()(const events::LogLine&) const noexcept { return "log"; }
+private:
+    const std::string m_name;
+    const std::vector<const fields::Type*> m_members;
 };
 
-struct DataWriter {
-    std::chrono::system_clock::time_point time;
+std::vector<const fields::Type*> Messages() {
+    std::vector<const fields::Type*> messages;
+    for (const EventKind& kind : EventKinds())
+        messages.push_back(&kind.message->Whole());
+    return messages;
+}
 
-    Json operator()(const events::PlayAsked& data) const { return {{"announcement", data.announcement}}; }
-    Json operator()(const events::AnnouncementStarted& data) const {
-        return {{"announcement", data.announcement}};
+std::vector<const fields::Type*> PageMessages() {
+    std::vector<const fields::Type*> messages{&fields::TypeOf<view::PageStateMessage>(),
+                                              &fields::TypeOf<view::Alive>()};
+    for (const EventKind& kind : EventKinds()) {
+        if (kind.pageMessage)
+            messages.push_back(&kind.pageMessage->Whole());
     }
-    Json operator()(const events::AnnouncementEnded& data) const {
-        return {{"announcement", data.announcement}};
-    }
-    Json operator()(const events::AnnouncementStored& data) const {
-        return {{"announcement", data.announcement}};
-    }
-    Json operator()(const events::AnnouncementRemoved& data) const {
-        return {{"announcement", data.announcement}};
-    }
-    Json operator()(const events::RoomSetUp& data) const {
-        return {{"room", data.room}, {"volume", data.volume}};
-    }
-    Json operator()(const events::RoomVolumeChanged& data) const {
-        return {{"room", data.room}, {"volume", data.volume}};
-    }
-    Json operator()(const events::RoomRestored& data) const {
-        return {{"room", data.room}, {"volume", data.volume}, {"changed_meanwhile", data.isChangedMeanwhile}};
-    }
-    Json operator()(const events::RoomOutputFailed& data) const {
-        return {{"room", data.room}, {"reason", data.reason}};
-    }
-    Json operator()(const events::ScreensWoken& data) const { return {{"room", data.room}}; }
-    Json operator()(const events::ScreensRested& data) const { return {{"room", data.room}}; }
-    Json operator()(const events::SoundStarted& data) const {
-        return {{"file", media_name::SoundOf(data.file)}};
-    }
-    Json operator()(const events::SoundEnded& data) const {
-        return {{"file", media_name::SoundOf(data.file)},
-                {"error", data.error.empty() ? Json(nullptr) : Json(data.error)}};
-    }
-    Json operator()(const events::PopupShown& data) const {
-        return {{"navigator", data.navigator}, {"popup", PopupOf(data, time)}};
-    }
-    Json operator()(const events::PopupChanged& data) const {
-        return {{"navigator", data.navigator}, {"number", data.number}, {"message", data.message}};
-    }
-    Json operator()(const events::PopupHidden& data) const {
-        return {{"navigator", data.navigator}, {"number", data.number}, {"why", WhyOf(data.why)}};
-    }
-    Json operator()(const events::PagesChanged& data) const {
-        return {{"navigator", data.navigator}, {"pages", data.pages}};
-    }
-    Json operator()(const events::VariableChanged& data) const {
-        return {{"device", data.device}, {"variable", data.variable}, {"value", data.value}};
-    }
-    Json operator()(const events::StateSaved& /*data*/) const { return Json::object(); }
-    Json operator()(const events::StateNotSaved& data) const { return {{"reason", data.reason}}; }
-    Json operator()(const events::LogLine& data) const {
-        return {{"level", SeverityName(data.severity)}, {"text", data.text}};
+    return messages;
+}
+
+class AnyEvent final : public UnionType {
+public:
+    AnyEvent() : UnionType("Event", Messages()) {}
+    void Write(std::string& out, const void* event) const override {
+        KindOf(*static_cast<const Event*>(event)).message->Whole().Write(out, event);
     }
 };
 
-std::string Frame(std::uint64_t number,
-                  std::chrono::system_clock::time_point time,
-                  const char* type,
-                  const std::string& data) {
-    return R"({"seq":)" + std::to_string(number) + R"(,"time":")" + ApiTime(time) + R"(","type":")" + type +
-           R"(","data":)" + data + "}";
+class AnyMessage final : public UnionType {
+public:
+    using UnionType::UnionType;
+};
+
+const fields::ConstantType& StateName() {
+    static const fields::ConstantType kType("state");
+    return kType;
 }
 
 } // namespace
 
+const fields::Type& TableOf(fields::For<Event> /*type*/) {
+    static const AnyEvent kType;
+    return kType;
+}
+
+namespace event_json {
+
 const char* TypeOf(const Event& event) {
-    return std::visit(TypeNames{}, event.data);
+    return KindOf(event).type;
 }
 
-std::string DataOf(const Event& event) {
-    return Dump(std::visit(DataWriter{event.time}, event.data));
+std::string Message(const Event& event) {
+    return fields::ToText(event);
 }
 
-std::string Message(const Event& event, const char* type, const std::string& data) {
-    return Frame(event.number, event.time, type, data);
-}
-
-std::string Message(std::uint64_t number, const char* type, const std::string& data) {
-    return Frame(number, std::chrono::system_clock::now(), type, data);
-}
-
-PageMessage ForPage(const Event& event) {
-    return std::visit(
-        Overloaded{[](const events::ScreensWoken&) {
-                       return PageMessage{"wake", "{}"};
-                   },
-                   [](const events::ScreensRested&) {
-                       return PageMessage{"rest", "{}"};
-                   },
-                   [&event](const events::PopupShown& shown) {
-                       return PageMessage{"popup_shown", Dump({{"popup", PopupOf(shown, event.time)}})};
-                   },
-                   [](const events::PopupChanged& changed) {
-                       return PageMessage{"popup_changed",
-                                          Dump({{"number", changed.number}, {"message", changed.message}})};
-                   },
-                   [](const events::PopupHidden& hidden) {
-                       return PageMessage{"popup_hidden",
-                                          Dump({{"number", hidden.number}, {"why", WhyOf(hidden.why)}})};
-                   },
-                   [](const auto& /*other*/) {
-                       return PageMessage{};
-                   }},
-        event.data);
+std::optional<std::string> PageMessage(const Event& event) {
+    const auto& message = KindOf(event).pageMessage;
+    if (!message)
+        return std::nullopt;
+    std::string text;
+    message->Whole().Write(text, &event);
+    return text;
 }
 
 } // namespace event_json
+
+namespace view {
+
+const Object& EventList::Table() {
+    static const Object kTable("EventList", EventList(),
+                               {Member<&EventList::events>("events", "Oldest first")});
+    return kTable;
+}
+
+const Object& Alive::Table() {
+    static const fields::ConstantType kName("alive");
+    static const Object kTable("Alive", Alive(), {Itself("type", kName)});
+    return kTable;
+}
+
+const Object& StateMessage::Table() {
+    static const Object kTable("StateMessage", StateMessage(),
+                               {Member<&StateMessage::number>("seq", "The number of the last event"),
+                                Member<&StateMessage::time>("time"), Itself("type", StateName()),
+                                Member<&StateMessage::state>("data")});
+    return kTable;
+}
+
+const Object& PageStateMessage::Table() {
+    using Message = PageStateMessage;
+    static const Object kTable("PageStateMessage", Message(),
+                               {Member<&Message::number>("seq", "The number of the last event"),
+                                Member<&Message::time>("time"), Itself("type", StateName()),
+                                Member<&Message::state>("data")});
+    return kTable;
+}
+
+const fields::Type& WatcherMessage::Table() {
+    static const AnyMessage kType("WatcherMessage", {&fields::TypeOf<StateMessage>(),
+                                                     &fields::TypeOf<Alive>(), &fields::TypeOf<Event>()});
+    return kType;
+}
+
+const fields::Type& PageMessage::Table() {
+    static const AnyMessage kType("PageMessage", PageMessages());
+    return kType;
+}
+
+} // namespace view
 
 } // namespace controller

@@ -1,31 +1,70 @@
 #pragma once
 
+#include "controller/api/json/HouseViews.h"
 #include "controller/events/Event.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
-/// Events as the API's sockets send them.
-namespace controller::event_json {
+namespace controller {
 
-/// The name of the event's kind: "popup_shown"; null for a kind that is not told.
+/// One event, as the API's sockets send it.
+const fields::Type& TableOf(fields::For<Event> type);
+
+namespace event_json {
+
+/// The name of the event's kind: "popup_shown".
 [[nodiscard]] const char* TypeOf(const Event& event);
 
-/// The event's data, as JSON text. "announcement_stored" lacks its announcement, which the event does not
-/// hold.
-[[nodiscard]] std::string DataOf(const Event& event);
+/// The whole message.
+[[nodiscard]] std::string Message(const Event& event);
 
-/// One message: the frame, and `data`, which is JSON text.
-[[nodiscard]] std::string Message(const Event& event, const char* type, const std::string& data);
+/// The message for the pages of the navigator or room that it is about; nothing when it is none of a page's
+/// business.
+[[nodiscard]] std::optional<std::string> PageMessage(const Event& event);
 
-/// The same, for what is no event of the feed: with the number of the last one.
-[[nodiscard]] std::string Message(std::uint64_t number, const char* type, const std::string& data);
+} // namespace event_json
 
-/// The event for the page of the navigator that it is about: its type (null: none of a page's business) and
-/// data.
-struct PageMessage {
-    const char* type = nullptr;
-    std::string data;
+namespace view {
+
+struct EventList {
+    std::vector<Event> events; ///< oldest first
+
+    static const Object& Table();
 };
-[[nodiscard]] PageMessage ForPage(const Event& event);
 
-} // namespace controller::event_json
+/// What a socket that watches everything begins with.
+struct StateMessage {
+    std::uint64_t number = 0; ///< of the last event
+    Time time;
+    fields::Written<WholeState> state; ///< may have been written on another thread
+
+    static const Object& Table();
+};
+
+struct PageStateMessage {
+    std::uint64_t number = 0;
+    Time time;
+    fields::Written<PageState> state;
+
+    static const Object& Table();
+};
+
+/// A sign of life, which is no event.
+struct Alive {
+    static const Object& Table();
+};
+
+/// Whatever a socket is sent: only descriptions.
+struct WatcherMessage {
+    static const fields::Type& Table();
+};
+struct PageMessage {
+    static const fields::Type& Table();
+};
+
+} // namespace view
+
+} // namespace controller

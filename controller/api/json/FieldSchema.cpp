@@ -23,6 +23,11 @@ Schema OrNull(const Schema& schema) {
 
 } // namespace
 
+void ConstantType::Describe(Schema& schema, const Limits& /*limits*/, Components& /*components*/) const {
+    schema["type"] = "string";
+    schema["const"] = m_text;
+}
+
 void TruthType::Describe(Schema& schema, const Limits& /*limits*/, Components& /*components*/) const {
     schema["type"] = "boolean";
 }
@@ -80,6 +85,24 @@ void Object::Describe(Schema& schema, const Limits& /*limits*/, Components& comp
     schema = Reference(components.names.at({this, components.isTaken}));
 }
 
+Schema Object::DescribeMember(const Field& row, Components& components) const {
+    Schema member;
+    if (row.whenEmpty == WhenEmpty::LeftOut)
+        row.type->DescribePresent(member, row.limits, components);
+    else
+        row.type->Describe(member, row.limits, components);
+    if (row.whenEmpty == WhenEmpty::Null)
+        member = OrNull(member);
+    if (*row.words != '\0')
+        member["description"] = row.words;
+    if (components.isTaken && !row.isRequired && row.type->Noun() != Noun()) {
+        std::string first;
+        row.type->Write(first, row.get(m_first.get()));
+        member["default"] = Schema::parse(first);
+    }
+    return member;
+}
+
 void Object::DescribeMembers(Schema& schema, Components& components) const {
     Schema required = Schema::array();
     Schema properties = Schema::object();
@@ -87,18 +110,7 @@ void Object::DescribeMembers(Schema& schema, Components& components) const {
         const bool isAlwaysGiven = row.whenEmpty != WhenEmpty::LeftOut;
         if (components.isTaken ? row.isRequired : isAlwaysGiven)
             required.push_back(row.name);
-        Schema& property = properties[row.name];
-        row.type->Describe(property, row.limits, components);
-        if (row.whenEmpty == WhenEmpty::Null)
-            property = OrNull(property);
-        if (*row.words != '\0')
-            property["description"] = row.words;
-        if (!components.isTaken || row.isRequired)
-            continue;
-        std::string first;
-        row.type->Write(first, row.get(m_first.get()));
-        if (first.front() != '{')
-            property["default"] = Schema::parse(first);
+        properties[row.name] = DescribeMember(row, components);
     }
     schema["type"] = "object";
     if (!required.empty())

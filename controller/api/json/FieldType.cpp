@@ -45,6 +45,14 @@ void GivenType::Read(const Json& /*json*/,
     throw std::logic_error(place.Text() + " is only given");
 }
 
+void TakenType::Write(std::string& /*out*/, const void* /*value*/) const {
+    throw std::logic_error("this is only taken");
+}
+
+void ConstantType::Write(std::string& out, const void* /*value*/) const {
+    AppendJsonText(out, m_text);
+}
+
 void TruthType::Write(std::string& out, const void* value) const {
     out += *static_cast<const bool*>(value) ? "true" : "false";
 }

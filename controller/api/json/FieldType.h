@@ -68,6 +68,11 @@ public:
 
     virtual void Describe(Schema& schema, const Limits& limits, Components& components) const = 0;
 
+    /// The same for one that is never nothing.
+    virtual void DescribePresent(Schema& schema, const Limits& limits, Components& components) const {
+        Describe(schema, limits, components);
+    }
+
     /// Whether it is an empty text or list, or nothing.
     [[nodiscard]] virtual bool IsEmpty(const void* /*value*/) const { return false; }
 
@@ -84,14 +89,33 @@ protected:
     ~Type() = default;
 };
 
-/// A type whose values are only given.
+/// A type whose values are only given: no body has such a member.
 class GivenType : public Type {
 public:
-    /// Never called: no body has such a member.
     void Read(const Json& json, const Place& place, const Limits& limits, void* value) const final;
 
 protected:
     ~GivenType() = default;
+};
+
+/// A type whose values are only taken: no reply has such a member.
+class TakenType : public Type {
+public:
+    void Write(std::string& out, const void* value) const final;
+
+protected:
+    ~TakenType() = default;
+};
+
+/// One text, always the same.
+class ConstantType final : public GivenType {
+public:
+    explicit ConstantType(const char* text) : m_text(text) {}
+    void Write(std::string& out, const void* value) const override;
+    void Describe(Schema& schema, const Limits& limits, Components& components) const override;
+
+private:
+    const char* const m_text;
 };
 
 class TruthType final : public Type {
@@ -159,6 +183,9 @@ public:
     void Write(std::string& out, const void* value) const final;
     void Read(const Json& json, const Place& place, const Limits& limits, void* value) const final;
     void Describe(Schema& schema, const Limits& limits, Components& components) const final;
+    void DescribePresent(Schema& schema, const Limits& limits, Components& components) const final {
+        Inner().Describe(schema, limits, components);
+    }
     [[nodiscard]] bool IsEmpty(const void* value) const final { return Get(value) == nullptr; }
 
 protected:

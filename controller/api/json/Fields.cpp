@@ -1,7 +1,6 @@
 #include "controller/api/json/Fields.h"
 
 #include "controller/api/ApiError.h"
-#include "controller/api/json/JsonObject.h"
 
 #include <nlohmann/json.hpp>
 
@@ -28,6 +27,10 @@ Field Field::Between(std::int64_t least, std::int64_t most) const {
     });
 }
 
+Field Field::AsId() const {
+    return Between(1, std::numeric_limits<std::uint32_t>::max());
+}
+
 Field Field::AtMostBytes(std::size_t bytes) const {
     return Changed(*this, [&](Field& field) { field.limits.mostBytes = bytes; });
 }
@@ -44,8 +47,11 @@ Field Field::OneOf(std::vector<const char*> texts) const {
     return Changed(*this, [&](Field& field) { field.limits.oneOf = std::move(texts); });
 }
 
-Field Field::Required() const {
-    return Changed(*this, [](Field& field) { field.isRequired = true; });
+Field Field::Required(const char* wanted) const {
+    return Changed(*this, [&](Field& field) {
+        field.isRequired = true;
+        field.right = wanted;
+    });
 }
 
 Field Field::NullWhenEmpty() const {
@@ -91,7 +97,7 @@ void Object::Read(const Json& json, const Place& place, const Limits& /*limits*/
             // The object is not constant, so no member of it is.
             row.type->Read(*found, inner, row.limits, const_cast<void*>(row.get(object)));
         else if (row.isRequired)
-            throw ApiError(400, inner.Text() + " is missing");
+            throw ApiError(400, inner.Text() + " is missing", row.right);
     }
     RefuseOthers(json, place);
 }

@@ -25,15 +25,19 @@ struct Field {
     Limits limits = {};
     WhenEmpty whenEmpty = WhenEmpty::Itself;
     bool isRequired = false;
+    const char* right = "";
 
     [[nodiscard]] Field Between(std::int64_t least, std::int64_t most) const;
+    /// From 1 to the largest id.
+    [[nodiscard]] Field AsId() const;
     [[nodiscard]] Field AtMostBytes(std::size_t bytes) const;
     [[nodiscard]] Field AtMostEntries(std::size_t entries) const;
     /// Two entries of a list that are the same text, or have the same "id", are refused.
     [[nodiscard]] Field EachOnce() const;
     /// Says which texts are given.
     [[nodiscard]] Field OneOf(std::vector<const char*> texts) const;
-    [[nodiscard]] Field Required() const;
+    /// `wanted` is what messages say that it would be, where it is missing.
+    [[nodiscard]] Field Required(const char* wanted = "") const;
     [[nodiscard]] Field NullWhenEmpty() const;
     [[nodiscard]] Field LeftOutWhenEmpty() const;
 };
@@ -60,6 +64,7 @@ public:
 private:
     void NameStarts();
     void RefuseOthers(const Json& json, const Place& place) const;
+    [[nodiscard]] Schema DescribeMember(const Field& row, Components& components) const;
     void DescribeMembers(Schema& schema, Components& components) const;
 
     const std::string m_name;
@@ -83,14 +88,19 @@ Field Member(const char* name, const char* words = "") {
             }};
 }
 
+/// What another table, or a type like `ConstantType`, makes of the same structure; the type is borrowed.
+[[nodiscard]] inline Field Itself(const char* name, const Type& type, const char* words = "") {
+    return {name, words, &type, [](const void* object) {
+                return object;
+            }};
+}
+
 /// What a function makes of the structure; only written.
 template <auto Function>
 Field Made(const char* name, const char* words = "") {
     using Owner = decltype(OwnerOf(Function));
     static const MadeOf<Function, Owner> kType;
-    return {name, words, &kType, [](const void* object) {
-                return object;
-            }};
+    return Itself(name, kType, words);
 }
 
 template <class Value>

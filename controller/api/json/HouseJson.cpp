@@ -1,6 +1,5 @@
 #include "controller/api/json/HouseJson.h"
 
-#include "controller/api/ApiTime.h"
 #include "controller/media/MediaName.h"
 
 #include <algorithm>
@@ -19,8 +18,10 @@ std::string OutputText(const audio::OutputDescription& output) {
     return output.text.empty() ? output.kind : output.kind + ": " + output.text;
 }
 
-Json TextOrNull(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
+view::Popup PopupOf(const Popups::Popup& popup) {
+    const auto ends = std::chrono::system_clock::now() + popup.remaining;
+    return {popup.number,      popup.message,           ImageAddress(popup.image),
+            popup.hasOkButton, popup.remaining.count(), ends};
 }
 
 } // namespace
@@ -41,114 +42,100 @@ std::string ImageAddress(const std::string& image) {
     return media_name::KindOf(image) == media_name::Kind::Image ? "/api/media/" + image : "";
 }
 
-Json Room(const ApiContext& context, const House::Room& room) {
-    return {{"id", room.id},
-            {"name", room.name},
-            {"output", OutputText(room.output)},
-            {"volume", context.parts.volumes.Volume(room.id).value_or(0)},
-            {"max_volume", room.maxVolume},
-            {"lead_silence_ms", room.leadSilenceMs},
-            {"in_announcement", context.parts.volumes.IsTaken(room.id)},
-            {"awake", context.watch.IsAwake(room.id)},
-            {"trouble", TextOrNull(context.watch.Trouble(room.id))}};
+view::Room Room(const ApiContext& context, const House::Room& room) {
+    return {room.id,
+            room.name,
+            OutputText(room.output),
+            context.parts.volumes.Volume(room.id).value_or(0),
+            room.maxVolume,
+            room.leadSilenceMs,
+            context.parts.volumes.IsTaken(room.id),
+            context.watch.IsAwake(room.id),
+            context.watch.Trouble(room.id)};
 }
 
-Json Rooms(const ApiContext& context) {
-    Json rooms = Json::array();
+view::RoomList Rooms(const ApiContext& context) {
+    view::RoomList list;
     for (const House::Room& room : context.parts.house.rooms)
-        rooms.push_back(Room(context, room));
-    return rooms;
+        list.rooms.push_back(Room(context, room));
+    return list;
 }
 
-Json Popup(const Popups::Popup& popup) {
-    const auto ends = std::chrono::system_clock::now() + popup.remaining;
-    return {{"number", popup.number},
-            {"message", popup.message},
-            {"image", ImageAddress(popup.image)},
-            {"ok_button", popup.hasOkButton},
-            {"remaining_ms", popup.remaining.count()},
-            {"ends", ApiTime(ends)}};
-}
-
-Json PopupOn(const ApiContext& context, std::uint32_t navigator) {
+std::optional<view::Popup> PopupOn(const ApiContext& context, std::uint32_t navigator) {
     for (const Popups::Popup& popup : context.parts.popups.Standing()) {
         if (popup.navigator == navigator)
-            return Popup(popup);
+            return PopupOf(popup);
     }
-    return nullptr;
+    return std::nullopt;
 }
 
-Json Navigator(const ApiContext& context, const House::Navigator& navigator) {
-    return {{"id", navigator.id},
-            {"name", navigator.name},
-            {"room", navigator.room},
-            {"pages", context.streams.PagesOf(navigator.id)},
-            {"awake", context.watch.IsAwake(navigator.room)},
-            {"popup", PopupOn(context, navigator.id)}};
+view::Navigator Navigator(const ApiContext& context, const House::Navigator& navigator) {
+    return {navigator.id,
+            navigator.name,
+            navigator.room,
+            context.streams.PagesOf(navigator.id),
+            context.watch.IsAwake(navigator.room),
+            PopupOn(context, navigator.id)};
 }
 
-Json Navigators(const ApiContext& context) {
-    std::map<std::uint32_t, Json> popups;
-    for (const Popups::Popup& popup : context.parts.popups.Standing())
-        popups[popup.navigator] = Popup(popup);
-    Json navigators = Json::array();
-    for (const House::Navigator& navigator : context.parts.house.navigators) {
-        const auto popup = popups.find(navigator.id);
-        navigators.push_back({{"id", navigator.id},
-                              {"name", navigator.name},
-                              {"room", navigator.room},
-                              {"pages", context.streams.PagesOf(navigator.id)},
-                              {"awake", context.watch.IsAwake(navigator.room)},
-                              {"popup", popup != popups.end() ? popup->second : Json(nullptr)}});
-    }
-    return navigators;
+view::NavigatorList Navigators(const ApiContext& context) {
+    view::NavigatorList list;
+    for (const House::Navigator& navigator : context.parts.house.navigators)
+        list.navigators.push_back(Navigator(context, navigator));
+    return list;
 }
 
-Json Variable(const Variables::Variable& variable) {
-    return {{"device", variable.device},
-            {"variable", variable.variable},
-            {"name", variable.name},
-            {"value", variable.value}};
+view::Variable Variable(const Variables::Variable& variable) {
+    return {variable.device, variable.variable, variable.name, variable.value};
 }
 
-Json Variables(const ApiContext& context) {
-    Json variables = Json::array();
+view::VariableList Variables(const ApiContext& context) {
+    view::VariableList list;
     for (const auto& variable : context.parts.variables.All())
-        variables.push_back(Variable(variable));
-    return variables;
+        list.variables.push_back(Variable(variable));
+    return list;
 }
 
-Json Status(const ApiContext& context) {
+view::Status Status(const ApiContext& context) {
     const HouseWatch& watch = context.watch;
-    Json playing;
-    if (const auto& current = watch.Current())
-        playing = {{"announcement", current->announcement},
-                   {"name", context.parts.announcements.NameOf(current->announcement)},
-                   {"since", ApiTime(current->since)}};
-    Json sound;
-    if (const auto& current = watch.CurrentSound())
-        sound = {{"file", media_name::SoundOf(current->file)}, {"since", ApiTime(current->since)}};
-    Json popups = Json::array();
+    view::Status status;
+    status.house = context.parts.house.name;
+    status.version = API_VERSION;
+    status.started = context.started;
+    status.isAgentRunning = context.parts.isAgentRunning();
+    if (const auto& playing = watch.Current())
+        status.playing = view::Playing{
+            playing->announcement, context.parts.announcements.NameOf(playing->announcement), playing->since};
+    status.waiting = watch.Waiting();
+    if (const auto& sound = watch.CurrentSound())
+        status.sound = view::Sound{media_name::SoundOf(sound->file), sound->since};
     for (const Popups::Popup& popup : context.parts.popups.Standing())
-        popups.push_back({{"navigator", popup.navigator}, {"popup", Popup(popup)}});
-    return {{"house", context.parts.house.name},
-            {"version", API_VERSION},
-            {"started", ApiTime(context.started)},
-            {"agent", context.parts.isAgentRunning()},
-            {"playing", std::move(playing)},
-            {"waiting", watch.Waiting()},
-            {"sound", std::move(sound)},
-            {"popups", std::move(popups)},
-            {"state_saved", !watch.StateError().has_value()},
-            {"state_error", watch.StateError() ? Json(*watch.StateError()) : Json(nullptr)},
-            {"events", context.parts.feed.LastNumber()},
-            {"known_from",
-             {{"playing", "the event that the agent fired when it started, until it went on without another "
-                          "one and none of the "
-                          "announcement's timers ran"},
-              {"waiting", "the commands that were delivered while something played; one that was removed "
-                          "meanwhile is skipped"},
-              {"sound", "the file that the agent asked for, until its last sample was played"}}}};
+        status.popups.push_back({popup.navigator, PopupOf(popup)});
+    status.isStateSaved = !watch.StateError().has_value();
+    status.stateError = watch.StateError();
+    status.events = context.parts.feed.LastNumber();
+    status.knownFrom = {"the event that the agent fired when it started, until it went on without another "
+                        "one and none of the announcement's timers ran",
+                        "the commands that were delivered while something played; one that was removed "
+                        "meanwhile is skipped",
+                        "the file that the agent asked for, until its last sample was played"};
+    return status;
+}
+
+view::WholeState WholeState(const ApiContext& context,
+                            std::shared_ptr<const std::vector<AnnouncementPointer>> announcements) {
+    return {Status(context), Rooms(context).rooms, Navigators(context).navigators,
+            Variables(context).variables, std::move(announcements)};
+}
+
+view::PageState PageState(const ApiContext& context, std::uint32_t navigator) {
+    const auto* const page = FindNavigator(context.parts.house, navigator);
+    const auto* const room = FindRoom(context.parts.house, page->room);
+    return {{navigator, page->name},
+            {page->room, room != nullptr ? room->name : ""},
+            context.parts.house.name,
+            context.watch.IsAwake(page->room),
+            PopupOn(context, navigator)};
 }
 
 } // namespace controller::house_json

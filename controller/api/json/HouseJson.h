@@ -1,28 +1,30 @@
 #pragma once
 
 #include "controller/api/ApiContext.h"
-
-#include <nlohmann/json.hpp>
+#include "controller/api/json/HouseViews.h"
 
 #include <cstdint>
 #include <string>
 
-/// The house and what stands in it, as the API shows it.
+/// The house and what stands in it, as the API shows it at this moment.
 namespace controller::house_json {
 
-using Json = nlohmann::ordered_json;
+[[nodiscard]] view::Room Room(const ApiContext& context, const House::Room& room);
+[[nodiscard]] view::RoomList Rooms(const ApiContext& context);
+[[nodiscard]] view::Navigator Navigator(const ApiContext& context, const House::Navigator& navigator);
+[[nodiscard]] view::NavigatorList Navigators(const ApiContext& context);
+[[nodiscard]] view::Variable Variable(const Variables::Variable& variable);
+[[nodiscard]] view::VariableList Variables(const ApiContext& context);
+[[nodiscard]] view::Status Status(const ApiContext& context);
 
-[[nodiscard]] Json Room(const ApiContext& context, const House::Room& room);
-[[nodiscard]] Json Rooms(const ApiContext& context);
-[[nodiscard]] Json Navigator(const ApiContext& context, const House::Navigator& navigator);
-[[nodiscard]] Json Navigators(const ApiContext& context);
-[[nodiscard]] Json Variable(const Variables::Variable& variable);
-[[nodiscard]] Json Variables(const ApiContext& context);
-[[nodiscard]] Json Popup(const Popups::Popup& popup);
-[[nodiscard]] Json Status(const ApiContext& context);
+[[nodiscard]] view::WholeState
+WholeState(const ApiContext& context, std::shared_ptr<const std::vector<AnnouncementPointer>> announcements);
 
-/// The popup on this navigator, or null.
-[[nodiscard]] Json PopupOn(const ApiContext& context, std::uint32_t navigator);
+/// Of a navigator that the house has.
+[[nodiscard]] view::PageState PageState(const ApiContext& context, std::uint32_t navigator);
+
+/// The popup on this navigator, if one stands there.
+[[nodiscard]] std::optional<view::Popup> PopupOn(const ApiContext& context, std::uint32_t navigator);
 
 /// Where a page finds the image that an announcement names: in the media folder, or at an http(s) address;
 /// empty for anything else.

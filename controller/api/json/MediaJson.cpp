@@ -1,31 +1,51 @@
 #include "controller/api/json/MediaJson.h"
 
-#include "controller/api/ApiTime.h"
+namespace controller {
 
-namespace controller::media_json {
+using fields::Made;
+using fields::Member;
+using fields::Object;
 
-using Json = nlohmann::ordered_json;
+namespace {
 
-Json Describe(const MediaShelf::Description& file) {
-    Json json{{"name", file.name},
-              {"kind", file.isSound ? "sound" : "image"},
-              {"bytes", file.bytes},
-              {"modified", ApiTime(file.modified)}};
-    if (file.sound) {
-        json["duration_ms"] = file.sound->duration.count();
-        json["sample_rate"] = file.sound->rate;
-        json["channels"] = file.sound->channels;
-    }
-    if (!file.trouble.empty())
-        json["trouble"] = file.trouble;
-    return json;
+using File = MediaShelf::Description;
+
+std::string KindOf(const File& file) {
+    return file.isSound ? "sound" : "image";
 }
 
-Json List(const std::vector<MediaShelf::Description>& files) {
-    Json media = Json::array();
-    for (const MediaShelf::Description& file : files)
-        media.push_back(Describe(file));
-    return {{"media", std::move(media)}};
+std::optional<std::int64_t> DurationOf(const File& file) {
+    return file.sound ? std::optional(file.sound->duration.count()) : std::nullopt;
 }
 
-} // namespace controller::media_json
+std::optional<std::int32_t> RateOf(const File& file) {
+    return file.sound ? std::optional(file.sound->rate) : std::nullopt;
+}
+
+std::optional<std::int32_t> ChannelsOf(const File& file) {
+    return file.sound ? std::optional(file.sound->channels) : std::nullopt;
+}
+
+} // namespace
+
+const Object& TableOf(fields::For<File> /*type*/) {
+    static const Object kTable(
+        "MediaFile", File(),
+        {Member<&File::name>("name"), Made<&KindOf>("kind").OneOf({"sound", "image"}),
+         Member<&File::bytes>("bytes"), Member<&File::modified>("modified"),
+         Made<&DurationOf>("duration_ms").LeftOutWhenEmpty(), Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
+         Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
+         Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty()});
+    return kTable;
+}
+
+namespace view {
+
+const Object& MediaList::Table() {
+    static const Object kTable("MediaList", MediaList(), {Member<&MediaList::media>("media", "By name")});
+    return kTable;
+}
+
+} // namespace view
+
+} // namespace controller

@@ -1,17 +1,23 @@
 #pragma once
 
+#include "controller/api/json/Fields.h"
 #include "controller/media/MediaShelf.h"
-
-#include <nlohmann/json.hpp>
 
 #include <vector>
 
-/// Files of the media folder as JSON.
-namespace controller::media_json {
+namespace controller {
 
-[[nodiscard]] nlohmann::ordered_json Describe(const MediaShelf::Description& file);
+/// A file of the media folder.
+const fields::Object& TableOf(fields::For<MediaShelf::Description> type);
 
-/// `{"media": [...]}`
-[[nodiscard]] nlohmann::ordered_json List(const std::vector<MediaShelf::Description>& files);
+namespace view {
 
-} // namespace controller::media_json
+struct MediaList {
+    std::vector<MediaShelf::Description> media;
+
+    static const fields::Object& Table();
+};
+
+} // namespace view
+
+} // namespace controller

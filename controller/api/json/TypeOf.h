@@ -15,6 +15,12 @@ namespace controller::fields {
 template <class Value>
 struct For {};
 
+/// The table of a type that is made for the API, and has it itself.
+template <class Value>
+auto TableOf(For<Value> /*type*/) -> decltype(Value::Table()) {
+    return Value::Table();
+}
+
 /// How values of this type are written, read and described.
 template <class Value>
 const Type& TypeOf();
@@ -80,18 +86,41 @@ public:
     void Describe(Schema& schema, const Limits& limits, Components& components) const override {
         TypeOf<Value>().Describe(schema, limits, components);
     }
+    void DescribePresent(Schema& schema, const Limits& limits, Components& components) const override {
+        TypeOf<Value>().DescribePresent(schema, limits, components);
+    }
     [[nodiscard]] bool IsEmpty(const void* owner) const override {
         const Value value = Make(owner);
         return TypeOf<Value>().IsEmpty(&value);
     }
 };
 
-/// What a shared pointer leads to, which is never null here.
+/// What a shared pointer leads to. Where it may be null, the member is left out or null when it is empty.
 template <class Value>
 class SharedOf final : public GivenType {
+    static const Value* Get(const void* pointer) {
+        return static_cast<const std::shared_ptr<const Value>*>(pointer)->get();
+    }
+
 public:
     void Write(std::string& out, const void* pointer) const override {
-        TypeOf<Value>().Write(out, static_cast<const std::shared_ptr<const Value>*>(pointer)->get());
+        TypeOf<Value>().Write(out, Get(pointer));
+    }
+    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
+        TypeOf<Value>().Describe(schema, limits, components);
+    }
+    [[nodiscard]] bool IsEmpty(const void* pointer) const override { return Get(pointer) == nullptr; }
+};
+
+/// A value that has been written already, elsewhere or earlier.
+template <class Value>
+struct Written {
+    std::string text;
+};
+template <class Value>
+class WrittenOf final : public GivenType {
+    void Write(std::string& out, const void* value) const override {
+        out += static_cast<const Written<Value>*>(value)->text;
     }
     void Describe(Schema& schema, const Limits& limits, Components& components) const override {
         TypeOf<Value>().Describe(schema, limits, components);
@@ -128,6 +157,8 @@ template <class Entry>
 struct KindOf<std::vector<Entry>> : Shared<ListOf<Entry>> {};
 template <class Value>
 struct KindOf<std::optional<Value>> : Shared<MaybeOf<Value>> {};
+template <class Value>
+struct KindOf<Written<Value>> : Shared<WrittenOf<Value>> {};
 template <class Value>
 struct KindOf<std::shared_ptr<const Value>> : Shared<SharedOf<Value>> {};
 

@@ -1,6 +1,5 @@
 #include "controller/api/streams/EventStreams.h"
 
-#include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/EventJson.h"
 
 namespace controller {
@@ -31,7 +30,8 @@ void EventStreams::Begin(std::uint64_t id, std::uint64_t number, const std::stri
         return;
     Watcher& watcher = place->second;
     watcher.isBegun = true;
-    watcher.socket->Send(std::make_shared<const std::string>(event_json::Message(number, "state", state)));
+    watcher.socket->Send(std::make_shared<const std::string>(
+        fields::ToText(view::StateMessage{number, std::chrono::system_clock::now(), {state}})));
     for (const Text& text : std::exchange(watcher.held, {}))
         watcher.socket->Send(text);
 }
@@ -48,8 +48,8 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
             m_pages.erase(place);
         m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
     });
-    socket->Send(std::make_shared<const std::string>(
-        event_json::Message(m_lastNumber, "state", m_parts.pageState(navigator))));
+    socket->Send(std::make_shared<const std::string>(fields::ToText(view::PageStateMessage{
+        m_lastNumber, std::chrono::system_clock::now(), {m_parts.pageState(navigator)}})));
     m_pages[navigator].emplace(id, std::move(socket));
     ++m_pageCount;
     m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
@@ -70,13 +70,7 @@ void EventStreams::Take(const Event& event) {
 }
 
 void EventStreams::TellWatchers(const Event& event) {
-    std::string data = event_json::DataOf(event);
-    if (const auto* stored = std::get_if<events::AnnouncementStored>(&event.data)) {
-        const std::string now = stored->now ? announcement_json::ToText(*stored->now) : "null";
-        data.insert(data.size() - 1, R"(,"now":)" + now);
-    }
-    const auto text =
-        std::make_shared<const std::string>(event_json::Message(event, event_json::TypeOf(event), data));
+    const auto text = std::make_shared<const std::string>(event_json::Message(event));
     for (auto& [id, watcher] : m_watchers) {
         if (watcher.isBegun)
             watcher.socket->Send(text);
@@ -111,9 +105,10 @@ void EventStreams::TellPages(const Event& event) {
         room = rested->room;
     if (room == 0 && m_pages.count(navigator) == 0)
         return;
-    const auto message = event_json::ForPage(event);
-    const auto text =
-        std::make_shared<const std::string>(event_json::Message(event, message.type, message.data));
+    auto message = event_json::PageMessage(event);
+    if (!message)
+        return;
+    const auto text = std::make_shared<const std::string>(std::move(*message));
     if (room == 0) {
         TellNavigator(navigator, text);
         return;

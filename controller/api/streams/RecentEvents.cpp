@@ -8,22 +8,17 @@ namespace controller {
 
 RecentEvents::RecentEvents(EventFeed& feed)
     : m_subscription(feed.Subscribe([this](const Event& event) {
-        if (event_json::TypeOf(event) == nullptr)
-            return;
         m_events.push_back(event);
+        // Long after, it is not as it was any more.
+        if (auto* const stored = std::get_if<events::AnnouncementStored>(&m_events.back().data))
+            stored->now.reset();
         if (m_events.size() > kMost)
             m_events.pop_front();
     })) {}
 
 std::string RecentEvents::Last(std::size_t limit) const {
-    std::string list;
-    for (std::size_t index = m_events.size() - std::min(limit, m_events.size()); index < m_events.size();
-         ++index) {
-        const Event& event = m_events[index];
-        list += list.empty() ? "" : ",";
-        list += event_json::Message(event, event_json::TypeOf(event), event_json::DataOf(event));
-    }
-    return "{\"events\":[" + list + "]}";
+    const auto first = m_events.end() - static_cast<std::ptrdiff_t>(std::min(limit, m_events.size()));
+    return fields::ToText(view::EventList{{first, m_events.end()}});
 }
 
 } // namespace controller

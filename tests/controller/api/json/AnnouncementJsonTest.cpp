@@ -1,8 +1,10 @@
-#include "controller/api/ApiError.h"
 #include "controller/api/json/AnnouncementJson.h"
-#include "controller/api/json/JsonObject.h"
+
+#include "controller/api/ApiError.h"
+#include "controller/api/json/ParseJson.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace controller {
 
@@ -39,11 +41,11 @@ std::string RoomRefusal(const std::string& text) {
 
 } // namespace
 
-TEST(AnnouncementTableTest, EveryValueIsReadAndWritten) {
+TEST(AnnouncementJsonTest, EveryValueIsReadAndWritten) {
     EXPECT_EQ(Again(kJson, 1), kJson);
 }
 
-TEST(AnnouncementTableTest, WhatIsLeftOutHasItsDefaults) {
+TEST(AnnouncementJsonTest, WhatIsLeftOutHasItsDefaults) {
     constexpr const char* kDefaults =
         R"({"id":0,"name":"n","audio":{"file":"","delay_ms":0},"video":{"image":"","text":"",)"
         R"("delay_ms":0,"timeout_ms":0,"ok_button":true,"variable":null},"rooms":[],)"
@@ -60,7 +62,7 @@ TEST(AnnouncementTableTest, WhatIsLeftOutHasItsDefaults) {
               R"("rooms":[{"id":1,"volume":-1}],"navigators":[{"id":2,"room":0,"onscreen":true}]})");
 }
 
-TEST(AnnouncementTableTest, WhatIsNoAnnouncementIsRefusedWithItsPlace) {
+TEST(AnnouncementJsonTest, WhatIsNoAnnouncementIsRefusedWithItsPlace) {
     EXPECT_EQ(Refusal("[]"), "the body is no object | a JSON object");
     EXPECT_EQ(Refusal("{}"), "name is missing | ");
     EXPECT_EQ(Refusal(R"({"name":null})"), "name is missing | ");
@@ -87,7 +89,7 @@ TEST(AnnouncementTableTest, WhatIsNoAnnouncementIsRefusedWithItsPlace) {
               "unknown member rooms[0].level | only id, volume");
 }
 
-TEST(AnnouncementTableTest, LimitIsTakenAndOneMoreRefused) {
+TEST(AnnouncementJsonTest, LimitIsTakenAndOneMoreRefused) {
     const auto named = [](std::size_t bytes) {
         return R"({"name":")" + std::string(bytes, 'x') + "\"}";
     };
@@ -114,7 +116,7 @@ TEST(AnnouncementTableTest, LimitIsTakenAndOneMoreRefused) {
     EXPECT_EQ(Refusal(list("tags", 21, tag)), "tags is too long | at most 20 entries");
 }
 
-TEST(AnnouncementTableTest, NothingStandsInAListTwice) {
+TEST(AnnouncementJsonTest, NothingStandsInAListTwice) {
     EXPECT_EQ(Refusal(R"({"name":"n","rooms":[{"id":1},{"id":1}]})"),
               "rooms[1].id stands in the list already | each id once");
     EXPECT_EQ(Refusal(R"({"name":"n","navigators":[{"id":1},{"id":2},{"id":1,"room":3}]})"),
@@ -123,7 +125,7 @@ TEST(AnnouncementTableTest, NothingStandsInAListTwice) {
               "tags[2] stands in the list already | each text once");
 }
 
-TEST(AnnouncementTableTest, TagsAreShortTexts) {
+TEST(AnnouncementJsonTest, TagsAreShortTexts) {
     EXPECT_EQ(Refusal(R"({"name":"n","tags":"a"})"), "tags is no list | a list of texts");
     EXPECT_EQ(Refusal(R"({"name":"n","tags":["a",5]})"), "tags[1]: 5 is no text | a text");
     EXPECT_EQ(Refusal(R"({"name":"n","tags":[")" + std::string(50, 't') + "\"]}"), "taken");
@@ -131,7 +133,7 @@ TEST(AnnouncementTableTest, TagsAreShortTexts) {
               "tags[0] is too long: 51 bytes | at most 50 bytes");
 }
 
-TEST(AnnouncementTableTest, IdIsThatOfTheAddressOrLeftOut) {
+TEST(AnnouncementJsonTest, IdIsThatOfTheAddressOrLeftOut) {
     EXPECT_EQ(Refusal(R"({"name":"n","id":2})", 1), "id is not the announcement's | 1, or nothing");
     EXPECT_EQ(Refusal(R"({"name":"n","id":0})", 1), "id is not the announcement's | 1, or nothing");
     EXPECT_EQ(Refusal(R"({"name":"n","id":2})"),
@@ -140,7 +142,7 @@ TEST(AnnouncementTableTest, IdIsThatOfTheAddressOrLeftOut) {
     EXPECT_EQ(announcement_json::Read(ParseJson(R"({"name":"n"})"), 9).id, 9U);
 }
 
-TEST(AnnouncementTableTest, PathNamesTheWholeWhereItIsPartOfABody) {
+TEST(AnnouncementJsonTest, PathNamesTheWholeWhereItIsPartOfABody) {
     try {
         (void)announcement_json::Read(ParseJson(R"({"name":"n","id":2})"), 0, "announcement");
         ADD_FAILURE() << "taken";
@@ -155,7 +157,7 @@ TEST(AnnouncementTableTest, PathNamesTheWholeWhereItIsPartOfABody) {
     }
 }
 
-TEST(AnnouncementTableTest, CharactersThatXmlCannotHoldAreRefusedInEveryText) {
+TEST(AnnouncementJsonTest, CharactersThatXmlCannotHoldAreRefusedInEveryText) {
     const std::string refusal = "a text of the announcement holds a character that cannot be kept | no "
                                 "control characters but tab, line feed and carriage return, and no U+FFFE or "
                                 "U+FFFF";
@@ -174,7 +176,7 @@ TEST(AnnouncementTableTest, CharactersThatXmlCannotHoldAreRefusedInEveryText) {
     EXPECT_EQ(Refusal(R"({"name":"a\t\r\nb\u007f\ufffd\ud83d\udfff"})"), "taken");
 }
 
-TEST(AnnouncementTableTest, RoomAndNavigatorAreReadWithoutTheirIds) {
+TEST(AnnouncementJsonTest, RoomAndNavigatorAreReadWithoutTheirIds) {
     const auto room = announcement_json::ReadRoom(ParseJson(R"({"volume":40})"), 12);
     EXPECT_EQ(fields::ToText(room), R"({"id":12,"volume":40})");
     EXPECT_EQ(fields::ToText(announcement_json::ReadRoom(ParseJson("{}"), 3)), R"({"id":3,"volume":-1})");
@@ -185,7 +187,7 @@ TEST(AnnouncementTableTest, RoomAndNavigatorAreReadWithoutTheirIds) {
     EXPECT_EQ(fields::ToText(navigator), R"({"id":5,"room":12,"onscreen":false})");
 }
 
-TEST(AnnouncementTableTest, TextsAreEscapedAndBytesThatAreNoTextReplaced) {
+TEST(AnnouncementJsonTest, TextsAreEscapedAndBytesThatAreNoTextReplaced) {
     Announcement announcement;
     announcement.name = "\"\\/\b\f\n\r\t\x01\x1f\x7f<é€😀";
     announcement.audio.file = "a\xff\xe2\x82z\xf0\x9f";

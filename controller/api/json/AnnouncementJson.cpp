@@ -1,5 +1,6 @@
-#include "controller/api/ApiError.h"
 #include "controller/api/json/AnnouncementJson.h"
+
+#include "controller/api/ApiError.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,15 +18,7 @@ using Video = Announcement::Video;
 
 namespace {
 
-constexpr std::int64_t kMaxId = std::numeric_limits<std::uint32_t>::max();
-
-fields::Field RoomVolume() {
-    return Member<&Room::volume>("volume", "0 and -1 leave the room's volume as it is").Between(-1, 100);
-}
-
-std::vector<fields::Field> PlaceOfNavigator() {
-    return {Member<&Navigator::room>("room"), Member<&Navigator::isOnscreen>("onscreen")};
-}
+constexpr const char* kVolumeWords = "0 and -1 leave the room's volume as it is";
 
 /// The characters that XML cannot hold; the text is UTF-8.
 bool IsKept(std::string_view text) {
@@ -76,8 +69,8 @@ const Object& TableOf(For<Audio> /*type*/) {
 
 const Object& TableOf(For<Binding> /*type*/) {
     static const Object kTable("VariableBinding", Binding(),
-                               {Member<&Binding::device>("device").Between(1, kMaxId).Required(),
-                                Member<&Binding::variable>("variable").Between(1, kMaxId).Required(),
+                               {Member<&Binding::device>("device").AsId().Required(),
+                                Member<&Binding::variable>("variable").AsId().Required(),
                                 Member<&Binding::name>("name").AtMostBytes(announcement_json::kMaxText)});
     return kTable;
 }
@@ -97,16 +90,16 @@ const Object& TableOf(For<Video> /*type*/) {
 
 const Object& TableOf(For<Room> /*type*/) {
     static const Object kTable("AnnouncementRoom", Room(),
-                               {Member<&Room::id>("id").Between(1, kMaxId).Required(), RoomVolume()});
+                               {Member<&Room::id>("id").AsId().Required(),
+                                Member<&Room::volume>("volume", kVolumeWords).Between(-1, 100)});
     return kTable;
 }
 
 const Object& TableOf(For<Navigator> /*type*/) {
-    static const Object kTable = [] {
-        auto rows = PlaceOfNavigator();
-        rows.insert(rows.begin(), Member<&Navigator::id>("id").Between(1, kMaxId).Required());
-        return Object("AnnouncementNavigator", Navigator(), rows);
-    }();
+    static const Object kTable("AnnouncementNavigator", Navigator(),
+                               {Member<&Navigator::id>("id").AsId().Required(),
+                                Member<&Navigator::room>("room"),
+                                Member<&Navigator::isOnscreen>("onscreen")});
     return kTable;
 }
 
@@ -129,35 +122,26 @@ const Object& TableOf(For<Announcement> /*type*/) {
 
 namespace announcement_json {
 
-const Object& RoomVolumeTable() {
-    static const Object kTable("AnnouncementRoomVolume", Room(), {RoomVolume()});
+const Object& RoomVolume::Table() {
+    static const Object kTable(
+        "AnnouncementRoomVolume", RoomVolume(),
+        {Member<&RoomVolume::room, &Room::volume>("volume", kVolumeWords).Between(-1, 100)});
     return kTable;
 }
 
-const Object& NavigatorPlaceTable() {
-    static const Object kTable("AnnouncementNavigatorPlace", Navigator(), PlaceOfNavigator());
+const Object& NavigatorPlace::Table() {
+    using Place = NavigatorPlace;
+    static const Object kTable("AnnouncementNavigatorPlace", Place(),
+                               {Member<&Place::navigator, &Navigator::room>("room"),
+                                Member<&Place::navigator, &Navigator::isOnscreen>("onscreen")});
     return kTable;
-}
-
-void Append(std::string& out, const Announcement& announcement) {
-    fields::Append(out, announcement);
 }
 
 std::string ToText(const Announcement& announcement) {
     std::string text;
     text.reserve(512);
-    Append(text, announcement);
+    fields::Append(text, announcement);
     return text;
-}
-
-std::string ListText(const std::vector<AnnouncementPointer>& announcements) {
-    std::string text = R"({"announcements":[)";
-    for (const AnnouncementPointer& announcement : announcements) {
-        if (text.back() != '[')
-            text += ',';
-        Append(text, *announcement);
-    }
-    return text + "]}";
 }
 
 Announcement Read(const nlohmann::json& json, std::uint32_t id, const std::string& path) {
@@ -169,15 +153,13 @@ Announcement Read(const nlohmann::json& json, std::uint32_t id, const std::strin
 }
 
 Room ReadRoom(const nlohmann::json& json, std::uint32_t id) {
-    Room room;
-    RoomVolumeTable().Read(json, fields::Place(""), {}, &room);
+    Room room = fields::Read<RoomVolume>(json).room;
     room.id = id;
     return room;
 }
 
 Navigator ReadNavigator(const nlohmann::json& json, std::uint32_t id) {
-    Navigator navigator;
-    NavigatorPlaceTable().Read(json, fields::Place(""), {}, &navigator);
+    Navigator navigator = fields::Read<NavigatorPlace>(json).navigator;
     navigator.id = id;
     return navigator;
 }

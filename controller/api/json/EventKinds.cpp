@@ -1,0 +1,188 @@
+#include "controller/api/json/EventKinds.h"
+
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/HouseJson.h"
+#include "controller/media/MediaName.h"
+
+#include <cctype>
+
+namespace controller {
+
+namespace {
+
+using fields::Field;
+using fields::Made;
+using fields::Member;
+
+/// A member of the event's own structure.
+template <auto Pointer>
+Field Data(const char* name, const char* words = "") {
+    using Owner = decltype(fields::OwnerOf(Pointer));
+    Field field = Member<Pointer>(name, words);
+    field.get = [](const void* event) -> const void* {
+        return &(std::get<Owner>(static_cast<const Event*>(event)->data).*Pointer);
+    };
+    return field;
+}
+
+template <class Kind>
+std::string SoundOf(const Event& event) {
+    return media_name::SoundOf(std::get<Kind>(event.data).file);
+}
+
+std::string WhyOf(const Event& event) {
+    switch (std::get<events::PopupHidden>(event.data).why) {
+    case events::PopupEnd::TimeIsUp:
+        return "time_is_up";
+    case events::PopupEnd::Hidden:
+        return "hidden";
+    case events::PopupEnd::Dismissed:
+        return "dismissed";
+    case events::PopupEnd::Replaced:
+        break;
+    }
+    return "replaced";
+}
+
+view::Popup PopupOf(const Event& event) {
+    const auto& shown = std::get<events::PopupShown>(event.data);
+    return {shown.number,      shown.message,          house_json::ImageAddress(shown.image),
+            shown.hasOkButton, shown.duration.count(), event.time + shown.duration};
+}
+
+std::string LevelOf(const Event& event) {
+    return SeverityName(std::get<events::LogLine>(event.data).severity);
+}
+
+/// "popup_shown" becomes "PopupShown".
+std::string SchemaName(const char* type) {
+    std::string name;
+    bool isFirst = true;
+    for (const char letter : std::string(type)) {
+        if (letter != '_')
+            name += isFirst ? static_cast<char>(letter - 'a' + 'A') : letter;
+        isFirst = letter == '_';
+    }
+    return name;
+}
+
+class KindList {
+public:
+    template <class Data>
+    void Add(const char* type, std::vector<Field> rows) {
+        EventKind& kind = At<Data>();
+        kind.type = type;
+        kind.message = std::make_unique<EventMessage>(type, SchemaName(type) + "Event", kExample<Data>(),
+                                                      std::move(rows));
+    }
+
+    template <class Data>
+    void AddForPage(const char* type, std::vector<Field> rows) {
+        At<Data>().pageMessage = std::make_unique<EventMessage>(type, SchemaName(type) + "PageEvent",
+                                                                kExample<Data>(), std::move(rows));
+    }
+
+    [[nodiscard]] std::vector<EventKind> Take() { return std::move(m_kinds); }
+
+private:
+    template <class Data>
+    static Event kExample() {
+        return {0, {}, Data()};
+    }
+    template <class Data>
+    EventKind& At() {
+        return m_kinds[EventData(Data()).index()];
+    }
+
+    std::vector<EventKind> m_kinds{std::variant_size_v<EventData>};
+};
+
+void AddAnnouncements(KindList& list) {
+    using namespace events;
+    list.Add<PlayAsked>("play_asked",
+                        {Data<&PlayAsked::announcement>("announcement", "Somebody asks for it").AsId()});
+    list.Add<AnnouncementStarted>("announcement_started",
+                                  {Data<&AnnouncementStarted::announcement>("announcement").AsId()});
+    list.Add<AnnouncementEnded>("announcement_ended",
+                                {Data<&AnnouncementEnded::announcement>("announcement").AsId()});
+    list.Add<AnnouncementStored>(
+        "announcement_stored",
+        {Data<&AnnouncementStored::announcement>("announcement").AsId(),
+         Data<&AnnouncementStored::now>("now", "As it is; not among the recent events").LeftOutWhenEmpty()});
+    list.Add<AnnouncementRemoved>("announcement_removed",
+                                  {Data<&AnnouncementRemoved::announcement>("announcement").AsId()});
+}
+
+void AddRooms(KindList& list) {
+    using namespace events;
+    list.Add<RoomSetUp>("room_set_up", {Data<&RoomSetUp::room>("room").AsId(),
+                                        Data<&RoomSetUp::volume>("volume", "Its own, kept for later")});
+    list.Add<RoomVolumeChanged>("room_volume_changed", {Data<&RoomVolumeChanged::room>("room").AsId(),
+                                                        Data<&RoomVolumeChanged::volume>("volume")});
+    list.Add<RoomRestored>("room_restored",
+                           {Data<&RoomRestored::room>("room").AsId(), Data<&RoomRestored::volume>("volume"),
+                            Data<&RoomRestored::isChangedMeanwhile>("changed_meanwhile")});
+    list.Add<RoomOutputFailed>("room_output_failed", {Data<&RoomOutputFailed::room>("room").AsId(),
+                                                      Data<&RoomOutputFailed::reason>("reason")});
+    list.Add<ScreensWoken>("screens_woken", {Data<&ScreensWoken::room>("room").AsId()});
+    list.AddForPage<ScreensWoken>("wake", {});
+    list.Add<ScreensRested>("screens_rested", {Data<&ScreensRested::room>("room").AsId()});
+    list.AddForPage<ScreensRested>("rest", {});
+    list.Add<SoundStarted>("sound_started", {Made<&SoundOf<SoundStarted>>("file")});
+    list.Add<SoundEnded>("sound_ended", {Made<&SoundOf<SoundEnded>>("file"),
+                                         Data<&SoundEnded::error>("error").NullWhenEmpty()});
+}
+
+void AddPopups(KindList& list) {
+    using namespace events;
+    const Field number = Data<&PopupHidden::number>("number");
+    const Field why = Made<&WhyOf>("why").OneOf({"time_is_up", "hidden", "dismissed", "replaced"});
+    list.Add<PopupShown>("popup_shown",
+                         {Data<&PopupShown::navigator>("navigator").AsId(), Made<&PopupOf>("popup")});
+    list.AddForPage<PopupShown>("popup_shown", {Made<&PopupOf>("popup")});
+    list.Add<PopupChanged>("popup_changed",
+                           {Data<&PopupChanged::navigator>("navigator").AsId(),
+                            Data<&PopupChanged::number>("number"), Data<&PopupChanged::message>("message")});
+    list.AddForPage<PopupChanged>(
+        "popup_changed", {Data<&PopupChanged::number>("number"), Data<&PopupChanged::message>("message")});
+    list.Add<PopupHidden>("popup_hidden", {Data<&PopupHidden::navigator>("navigator").AsId(), number, why});
+    list.AddForPage<PopupHidden>("popup_hidden", {number, why});
+    list.Add<PagesChanged>("pages_changed", {Data<&PagesChanged::navigator>("navigator").AsId(),
+                                             Data<&PagesChanged::pages>("pages")});
+}
+
+void AddOthers(KindList& list) {
+    using namespace events;
+    list.Add<VariableChanged>("variable_changed", {Data<&VariableChanged::device>("device").AsId(),
+                                                   Data<&VariableChanged::variable>("variable").AsId(),
+                                                   Data<&VariableChanged::value>("value")});
+    list.Add<StateSaved>("state_saved", {});
+    list.Add<StateNotSaved>("state_not_saved", {Data<&StateNotSaved::reason>("reason")});
+    list.Add<LogLine>("log",
+                      {Made<&LevelOf>("level").OneOf({"error", "warning", "notice", "information", "debug"}),
+                       Data<&LogLine::text>("text")});
+}
+
+} // namespace
+
+EventMessage::EventMessage(const char* type, std::string name, const Event& example, std::vector<Field> rows)
+    : m_type(type)
+    , m_data("", example, std::move(rows))
+    , m_whole(std::move(name),
+              example,
+              {Member<&Event::number>("seq"), Member<&Event::time>("time"), fields::Itself("type", m_type),
+               fields::Itself("data", m_data)}) {}
+
+const std::vector<EventKind>& EventKinds() {
+    static const std::vector<EventKind> kKinds = [] {
+        KindList list;
+        AddAnnouncements(list);
+        AddRooms(list);
+        AddPopups(list);
+        AddOthers(list);
+        return list.Take();
+    }();
+    return kKinds;
+}
+
+} // namespace controller

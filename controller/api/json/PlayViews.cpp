@@ -1,0 +1,129 @@
+#include "controller/api/json/PlayViews.h"
+
+#include "controller/api/json/AnnouncementJson.h"
+#include "controller/media/MediaName.h"
+
+#include <nlohmann/json.hpp>
+
+namespace controller {
+
+using fields::Made;
+using fields::Member;
+using fields::Object;
+
+namespace {
+
+constexpr std::int64_t kLongestMs = 600000;
+
+std::string SoundOf(const HistoryEntry& entry) {
+    return media_name::SoundOf(entry.file);
+}
+
+/// An id, or an announcement.
+class RehearsedType final : public fields::TakenType {
+    void Read(const fields::Json& json,
+              const fields::Place& place,
+              const fields::Limits& limits,
+              void* value) const override {
+        auto& rehearsed = *static_cast<view::Rehearsed*>(value);
+        if (!json.is_object()) {
+            fields::TypeOf<std::uint32_t>().Read(json, place, limits, &rehearsed.id);
+            return;
+        }
+        // One that is taken from the house has its id, which means nothing here.
+        fields::Json announcement = json;
+        announcement.erase("id");
+        rehearsed.announcement = announcement_json::Read(announcement, 0, place.Text());
+    }
+
+    void Describe(fields::Schema& schema,
+                  const fields::Limits& limits,
+                  fields::Components& components) const override {
+        fields::Schema id;
+        fields::TypeOf<std::uint32_t>().Describe(id, limits, components);
+        fields::Schema announcement;
+        fields::TypeOf<Announcement>().Describe(announcement, {}, components);
+        schema["oneOf"] = {std::move(id), std::move(announcement)};
+    }
+};
+
+} // namespace
+
+const Object& TableOf(fields::For<HistoryEntry> /*type*/) {
+    using Entry = HistoryEntry;
+    static const Object kTable(
+        "HistoryEntry", Entry(),
+        {Member<&Entry::id>("id"), Member<&Entry::announcement>("announcement"), Member<&Entry::name>("name"),
+         Member<&Entry::startedAt>("started"), Member<&Entry::endedAt>("ended"),
+         Member<&Entry::rooms>("rooms"), Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
+         Member<&Entry::outcome>("outcome", "ended, dismissed, interrupted, or failed: WHY")});
+    return kTable;
+}
+
+namespace view {
+
+const Object& History::Table() {
+    static const Object kTable("History", History(), {Member<&History::history>("history", "Newest first")});
+    return kTable;
+}
+
+const fields::Type& Rehearsed::Table() {
+    static const RehearsedType kType;
+    return kType;
+}
+
+const Object& RehearsalOrder::Table() {
+    using Order = RehearsalOrder;
+    static const Object kTable(
+        "RehearsalOrder", Order(),
+        {Member<&Order::announcement>("announcement")
+             .AsId()
+             .Required("the id of an announcement, or an announcement"),
+         Member<&Order::streamReadyMs>("stream_ready_ms").Between(0, kLongestMs),
+         Member<&Order::soundMs>("sound_ms", "How long the sound lasts; as long as its file, when left out")
+             .Between(0, kLongestMs)});
+    return kTable;
+}
+
+const Object& FollowedVariable::Table() {
+    static const Object kTable(
+        "FollowedVariable", FollowedVariable(),
+        {Member<&FollowedVariable::device>("device"), Member<&FollowedVariable::variable>("variable")});
+    return kTable;
+}
+
+const Object& Moment::Table() {
+    static const Object kTable(
+        "Moment", Moment(),
+        {Member<&Moment::atMs>("at_ms"),
+         Member<&Moment::what>("what").OneOf(
+             {"started", "ended", "room_set_up", "room_restored", "screens_woken", "screens_rested",
+              "volume_set", "stream_opened", "stream_ready", "stream_closed", "sound_started", "sound_ended",
+              "popup_shown", "popup_hidden", "log"}),
+         Member<&Moment::announcement>("announcement").LeftOutWhenEmpty(),
+         Member<&Moment::room>("room").LeftOutWhenEmpty(),
+         Member<&Moment::volume>("volume").LeftOutWhenEmpty(),
+         Member<&Moment::file>("file").LeftOutWhenEmpty(),
+         Member<&Moment::navigator>("navigator").LeftOutWhenEmpty(),
+         Member<&Moment::variable>("variable").LeftOutWhenEmpty(),
+         Member<&Moment::message>("message").LeftOutWhenEmpty(),
+         Member<&Moment::image>("image").LeftOutWhenEmpty(),
+         Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
+         Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
+         Member<&Moment::level>("level").LeftOutWhenEmpty(),
+         Member<&Moment::text>("text").LeftOutWhenEmpty()});
+    return kTable;
+}
+
+const Object& Rehearsal::Table() {
+    static const Object kTable(
+        "Rehearsal", Rehearsal(),
+        {Member<&Rehearsal::announcement>("announcement").AsId(), Member<&Rehearsal::lengthMs>("length_ms"),
+         Member<&Rehearsal::isComplete>("complete", "False when it is not over within ten minutes"),
+         Member<&Rehearsal::timeline>("timeline")});
+    return kTable;
+}
+
+} // namespace view
+
+} // namespace controller

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "controller/api/json/Fields.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What bodies and replies of single operations hold; `docs/api.md` says what the members mean.
+namespace controller::view {
+
+using fields::Object;
+
+/// Nothing at all: `{}`.
+struct Nothing {
+    static const Object& Table();
+};
+
+struct User {
+    std::uint32_t id = 0;
+    std::string name;
+
+    static const Object& Table();
+};
+
+/// An error, as `application/problem+json`.
+struct Problem {
+    std::string type = "about:blank";
+    std::string title;
+    unsigned status = 0;
+    std::string detail;
+    std::string right;
+    std::vector<User> users; ///< the announcements that use what was to be removed
+
+    static const Object& Table();
+};
+
+struct Played {
+    std::uint32_t announcement = 0;
+    std::string state;
+
+    static const Object& Table();
+};
+
+struct Dismissed {
+    std::optional<std::uint32_t> announcement;
+
+    static const Object& Table();
+};
+
+struct Confirmed {
+    bool isDismissed = false;
+
+    static const Object& Table();
+};
+
+/// A body: the parameters of one of the agent's own commands and requests, by name.
+struct Parameters {
+    std::vector<std::pair<std::string, std::string>> values;
+
+    static const fields::Type& Table();
+};
+
+/// A body.
+struct Volume {
+    unsigned volume = 0;
+
+    static const Object& Table();
+};
+
+struct RoomVolume {
+    std::uint32_t id = 0;
+    unsigned volume = 0;
+
+    static const Object& Table();
+};
+
+/// A body.
+struct VariableValue {
+    std::string value;
+
+    static const Object& Table();
+};
+
+struct Ticket {
+    std::string ticket;
+    std::int64_t expiresInMs = 0;
+    std::vector<std::string> rights;
+
+    static const Object& Table();
+};
+
+struct OperationView {
+    struct Parameter {
+        std::string name;
+        std::string in;
+        std::string summary;
+
+        static const Object& Table();
+    };
+
+    std::string name;
+    std::string method;
+    std::string path;
+    std::string right;
+    std::string summary;
+    std::vector<Parameter> parameters;
+
+    static const Object& Table();
+};
+
+struct OperationList {
+    std::vector<OperationView> operations;
+
+    static const Object& Table();
+};
+
+struct Health {
+    std::string status;
+
+    static const Object& Table();
+};
+
+} // namespace controller::view
