@@ -1,11 +1,13 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { Validator } from '@seriousme/openapi-schema-validator';
+import { Contract } from '../harness/contract.mjs';
 import { House } from '../harness/house.mjs';
 
 let house;
 before(async () => {
   house = await House.demo();
+  house.contract = new Contract((await house.ask('GET', '/api/openapi.json')).body);
 });
 after(async () => {
   assert.equal(await house.stop(), 0);
@@ -321,4 +323,23 @@ test('200 commands at once are all answered, and the house goes on', async () =>
   await house.ask('POST', '/api/dismiss');
   await idle();
   assert.equal((await house.ask('GET', '/healthz')).status, 200);
+});
+
+test('every operation is taken and answered as the description says, and every message is sent so', async () => {
+  const id = await add({ tags: ['one', 'two'], video: { variable: { device: 100, variable: 1 } } });
+  for (const path of ['house', 'rooms', 'rooms/1', 'navigators', 'navigators/11', 'variables', 'media', 'history'])
+    await house.ask('GET', `/api/${path}`);
+  await house.ask('GET', '/api/events/recent');
+  await house.ask('POST', '/api/tickets');
+  await house.ask('POST', '/api/rehearsal', { announcement: id, stream_ready_ms: 5 });
+  await house.ask('POST', '/api/commands/execute_announcement', { id: `${id}` });
+  await idle();
+  assert.deepEqual(house.contract.unseen(), []);
+  assert.deepEqual(house.contract.faults, []);
+});
+
+test('the description is printed without a house, always the same', async () => {
+  const { status, output } = await house.run(['openapi']);
+  assert.equal(status, 0);
+  assert.equal(output, (await house.ask('GET', '/api/openapi.json')).text);
 });

@@ -32,6 +32,9 @@ variables:
 `;
 
 export class House {
+  // Where replies and messages are held against the description, if a test wants it.
+  contract;
+
   // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default. `rest`:
   // its screens and variables.
   constructor(rooms = [{}, {}], lines = '', rest = screensAndVariables) {
@@ -153,7 +156,9 @@ export class House {
     );
     const text = await reply.text();
     const isJson = /json/.test(reply.headers.get('content-type') ?? '');
-    return { status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined };
+    const read = { status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined };
+    this.contract?.reply(method, path, body, read);
+    return read;
   }
 
   async get(path) {
@@ -179,6 +184,7 @@ export class House {
     let wake = () => {};
     socket.on('message', (text) => {
       messages.push(JSON.parse(text));
+      this.contract?.message(path, messages.at(-1));
       wake();
     });
     socket.on('error', () => {});
