@@ -1,5 +1,5 @@
 // Writes src/api/types.ts, the types of the API, from the controller's own description of it:
-//     curl -o FILE http://127.0.0.1:8765/api/openapi.json && npm run types -- FILE
+//     announcement-controller openapi > FILE && npm run types -- FILE
 // With --check it writes nothing, and fails where the file is not what it would write.
 
 import { readFileSync, writeFileSync } from 'node:fs';
@@ -22,7 +22,7 @@ async function typesOf(document) {
 
 const [file, mode] = process.argv.slice(2);
 if (!file || (mode && mode !== '--check')) {
-  console.error('usage: node types.mjs FILE [--check]: FILE is what GET /api/openapi.json gives');
+  console.error('usage: node types.mjs FILE [--check]: FILE is what `announcement-controller openapi` prints');
   process.exit(2);
 }
 const wanted = await typesOf(JSON.parse(readFileSync(file, 'utf8')));

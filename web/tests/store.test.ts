@@ -17,8 +17,11 @@ const state: WholeState = {
     playing: null,
     waiting: [2],
     sound: null,
+    popups: [],
     state_saved: true,
     state_error: null,
+    events: 1,
+    known_from: { playing: '', waiting: '', sound: '' },
   },
   announcements: [
     { ...blank(), id: 1, name: 'One' },

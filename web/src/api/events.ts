@@ -1,59 +1,21 @@
 // The messages of the two event streams: the type of each, and what it carries.
 
-import type { Announcement, Popup, WholeState } from './objects';
+import type { PageMessage, WatcherMessage } from './types';
 
-interface OfAnnouncement {
-  announcement: number;
-}
-interface OfRoom {
-  room: number;
-}
-interface OfRoomVolume extends OfRoom {
-  volume: number;
-}
-type Nothing = Record<string, never>;
+/** The data of each message, by its type; a sign of life has none. */
+type DataOf<Message> = {
+  [One in Message as One extends { type: infer Type extends string; data: unknown } ? Type : never]: One extends {
+    data: infer Data;
+  }
+    ? Data
+    : never;
+};
 
 /** What the house's stream (`/api/events`) tells. */
-export interface HouseEvents {
-  state: WholeState;
-  play_asked: OfAnnouncement;
-  announcement_started: OfAnnouncement;
-  announcement_ended: OfAnnouncement;
-  announcement_stored: OfAnnouncement & { now: Announcement | null };
-  announcement_removed: OfAnnouncement;
-  room_set_up: OfRoomVolume;
-  room_volume_changed: OfRoomVolume;
-  room_restored: OfRoomVolume & { changed_meanwhile: boolean };
-  room_output_failed: OfRoom & { reason: string };
-  screens_woken: OfRoom;
-  screens_rested: OfRoom;
-  sound_started: { file: string };
-  sound_ended: { file: string; error: string | null };
-  popup_shown: { navigator: number; popup: Popup };
-  popup_changed: { navigator: number; number: number; message: string };
-  popup_hidden: { navigator: number; number: number; why: string };
-  pages_changed: { navigator: number; pages: number };
-  variable_changed: { device: number; variable: number; value: string };
-  state_saved: Nothing;
-  state_not_saved: { reason: string };
-  log: { level: string; text: string };
-}
+export type HouseEvents = DataOf<WatcherMessage>;
 
 /** What one screen's stream (`/api/navigators/{id}/events`) tells. */
-export interface ScreenEvents {
-  state: {
-    navigator: { id: number; name: string };
-    room: { id: number; name: string } | null;
-    house: string;
-    awake: boolean;
-    popup: Popup | null;
-  };
-  wake: Nothing;
-  rest: Nothing;
-  popup_shown: { popup: Popup };
-  popup_changed: { number: number; message: string };
-  popup_hidden: { number: number; why: string };
-}
+export type ScreenEvents = DataOf<PageMessage>;
 
 /** A message of a stream, one of those that `Events` names. */
 export type EventOf<Events> = {

@@ -1,6 +1,5 @@
 // What each operation takes and gives, as the controller describes it.
 
-import type { Announcement, HistoryEntry, Rehearsal, Status } from './objects';
 import type { paths } from './types';
 
 export type Path = keyof paths;
@@ -11,14 +10,6 @@ export type Method<P extends Path> = {
 }[keyof paths[P]] &
   string;
 
-/** Replies of which the description says less than is true. */
-interface Sharper {
-  '/api/announcements/{id}': { get: Announcement };
-  '/api/history': { get: { history: HistoryEntry[] } };
-  '/api/rehearsal': { post: Rehearsal };
-  '/api/status': { get: Status };
-}
-
 type Json<Response> = Response extends { content: { 'application/json': infer Body } } ? Body : null;
 
 type Described<Operation> = Operation extends { responses: infer Responses }
@@ -26,11 +17,7 @@ type Described<Operation> = Operation extends { responses: infer Responses }
   : never;
 
 /** The reply, when all is well; null where there is none. */
-export type Reply<P extends Path, M extends Method<P>> = P extends keyof Sharper
-  ? M extends keyof Sharper[P]
-    ? Sharper[P][M]
-    : Described<paths[P][M]>
-  : Described<paths[P][M]>;
+export type Reply<P extends Path, M extends Method<P>> = Described<paths[P][M]>;
 
 type Parameters<Operation, Place extends string> = Operation extends { parameters: Partial<Record<Place, infer Given>> }
   ? Exclude<Given, undefined>

@@ -396,7 +396,7 @@ export interface paths {
       path?: never;
       cookie?: never;
     };
-    /** This API as OpenAPI 3.0 */
+    /** This API as OpenAPI 3.1 */
     get: operations['describe_api'];
     put?: never;
     post?: never;
@@ -668,44 +668,103 @@ export interface paths {
 export type webhooks = Record<string, never>;
 export interface components {
   schemas: {
+    Alive: {
+      /** @constant */
+      type: 'alive';
+    };
     Announcement: {
-      audio?: {
-        delay_ms?: components['schemas']['Milliseconds'];
-        /** @description A sound of the media folder, without .wav */
-        file?: string;
-      };
-      id?: components['schemas']['Id'];
+      audio: components['schemas']['AnnouncementAudio'];
+      /** @description May be left out, or is that of the address: the agent chooses it */
+      id: number;
       name: string;
-      navigators?: components['schemas']['AnnouncementNavigator'][];
-      rooms?: components['schemas']['AnnouncementRoom'][];
-      video?: {
-        delay_ms?: components['schemas']['Milliseconds'];
-        /** @description A file of the media folder, or an http(s) address */
-        image?: string;
-        /** @default true */
-        ok_button?: boolean;
-        text?: string;
-        /** @description 0 means 30000 */
-        timeout_ms?: number;
-        variable?: components['schemas']['VariableBinding'] | null;
+      navigators: components['schemas']['AnnouncementNavigator'][];
+      rooms: components['schemas']['AnnouncementRoom'][];
+      /** @description Words to find it by; left out for none */
+      tags?: string[];
+      video: components['schemas']['AnnouncementVideo'];
+    };
+    AnnouncementAudio: {
+      delay_ms: number;
+      /** @description A sound of the media folder, without .wav; empty for none */
+      file: string;
+    };
+    AnnouncementAudioBody: {
+      /** @default 0 */
+      delay_ms?: number;
+      /**
+       * @description A sound of the media folder, without .wav; empty for none
+       * @default
+       */
+      file?: string;
+    };
+    AnnouncementBody: {
+      audio?: components['schemas']['AnnouncementAudioBody'];
+      /**
+       * @description May be left out, or is that of the address: the agent chooses it
+       * @default 0
+       */
+      id?: number;
+      name: string;
+      /** @default [] */
+      navigators?: components['schemas']['AnnouncementNavigatorBody'][];
+      /** @default [] */
+      rooms?: components['schemas']['AnnouncementRoomBody'][];
+      /**
+       * @description Words to find it by; left out for none
+       * @default []
+       */
+      tags?: string[];
+      video?: components['schemas']['AnnouncementVideoBody'];
+    };
+    AnnouncementEndedEvent: {
+      data: {
+        announcement: number;
       };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'announcement_ended';
     };
     AnnouncementList: {
+      /** @description By id */
       announcements: components['schemas']['Announcement'][];
     };
     AnnouncementNavigator: {
-      id: components['schemas']['Id'];
+      id: number;
+      onscreen: boolean;
+      room: number;
+    };
+    AnnouncementNavigatorBody: {
+      id: number;
       /** @default true */
       onscreen?: boolean;
+      /** @default 0 */
       room?: number;
     };
     AnnouncementNavigatorPlace: {
       /** @default true */
       onscreen?: boolean;
+      /** @default 0 */
       room?: number;
     };
+    AnnouncementRemovedEvent: {
+      data: {
+        announcement: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'announcement_removed';
+    };
     AnnouncementRoom: {
-      id: components['schemas']['Id'];
+      id: number;
+      /** @description 0 and -1 leave the room's volume as it is */
+      volume: number;
+    };
+    AnnouncementRoomBody: {
+      id: number;
       /**
        * @description 0 and -1 leave the room's volume as it is
        * @default -1
@@ -713,49 +772,146 @@ export interface components {
       volume?: number;
     };
     AnnouncementRoomVolume: {
-      /** @default -1 */
+      /**
+       * @description 0 and -1 leave the room's volume as it is
+       * @default -1
+       */
       volume?: number;
     };
-    Anything: Record<string, never>;
+    AnnouncementStartedEvent: {
+      data: {
+        announcement: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'announcement_started';
+    };
+    AnnouncementStoredEvent: {
+      data: {
+        announcement: number;
+        /** @description As it is; not among the recent events */
+        now?: components['schemas']['Announcement'];
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'announcement_stored';
+    };
+    AnnouncementVideo: {
+      delay_ms: number;
+      /** @description A file of the media folder, or an http(s) address; empty for none */
+      image: string;
+      ok_button: boolean;
+      text: string;
+      /** @description How long the popup stands; 0 means 30000 */
+      timeout_ms: number;
+      /** @description The message follows this variable's value */
+      variable: components['schemas']['VariableBinding'] | null;
+    };
+    AnnouncementVideoBody: {
+      /** @default 0 */
+      delay_ms?: number;
+      /**
+       * @description A file of the media folder, or an http(s) address; empty for none
+       * @default
+       */
+      image?: string;
+      /** @default true */
+      ok_button?: boolean;
+      /** @default  */
+      text?: string;
+      /**
+       * @description How long the popup stands; 0 means 30000
+       * @default 0
+       */
+      timeout_ms?: number;
+      /**
+       * @description The message follows this variable's value
+       * @default null
+       */
+      variable?: components['schemas']['VariableBindingBody'] | null;
+    };
     Confirmed: {
       dismissed: boolean;
     };
     Dismissed: {
+      /** @description What was playing; null when nothing was */
       announcement: number | null;
     };
+    Event:
+      | components['schemas']['PlayAskedEvent']
+      | components['schemas']['AnnouncementStartedEvent']
+      | components['schemas']['AnnouncementEndedEvent']
+      | components['schemas']['AnnouncementStoredEvent']
+      | components['schemas']['AnnouncementRemovedEvent']
+      | components['schemas']['RoomSetUpEvent']
+      | components['schemas']['RoomVolumeChangedEvent']
+      | components['schemas']['RoomRestoredEvent']
+      | components['schemas']['RoomOutputFailedEvent']
+      | components['schemas']['ScreensWokenEvent']
+      | components['schemas']['ScreensRestedEvent']
+      | components['schemas']['SoundStartedEvent']
+      | components['schemas']['SoundEndedEvent']
+      | components['schemas']['PopupShownEvent']
+      | components['schemas']['PopupChangedEvent']
+      | components['schemas']['PopupHiddenEvent']
+      | components['schemas']['PagesChangedEvent']
+      | components['schemas']['VariableChangedEvent']
+      | components['schemas']['StateSavedEvent']
+      | components['schemas']['StateNotSavedEvent']
+      | components['schemas']['LogEvent'];
     EventList: {
-      events: {
-        data: Record<string, never>;
-        seq: number;
-        /** Format: date-time */
-        time: string;
-        type: string;
-      }[];
+      /** @description Oldest first */
+      events: components['schemas']['Event'][];
+    };
+    FollowedVariable: {
+      device: number;
+      variable: number;
     };
     Health: {
       status: string;
     };
     History: {
-      history: {
-        announcement?: components['schemas']['Id'];
-        /** Format: date-time */
-        ended?: string;
-        file?: string;
-        id?: number;
-        name?: string;
-        navigators?: components['schemas']['Id'][];
-        outcome?: string;
-        rooms?: components['schemas']['Id'][];
-        /** Format: date-time */
-        started?: string;
-      }[];
+      /** @description Newest first */
+      history: components['schemas']['HistoryEntry'][];
+    };
+    HistoryEntry: {
+      announcement: number;
+      ended: string;
+      file: string;
+      id: number;
+      name: string;
+      navigators: number[];
+      /** @description ended, dismissed, interrupted, or failed: WHY */
+      outcome: string;
+      rooms: number[];
+      started: string;
     };
     House: {
       name: string;
       navigators: components['schemas']['Navigator'][];
       rooms: components['schemas']['Room'][];
     };
-    Id: number;
+    KnownFrom: {
+      playing: string;
+      sound: string;
+      waiting: string;
+    };
+    LogEvent: {
+      data: {
+        /** @enum {string} */
+        level: 'error' | 'warning' | 'notice' | 'information' | 'debug';
+        text: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'log';
+    };
     MediaFile: {
       bytes: number;
       channels?: number;
@@ -770,51 +926,218 @@ export interface components {
       trouble?: string;
     };
     MediaList: {
+      /** @description By name */
       media: components['schemas']['MediaFile'][];
     };
-    Milliseconds: number;
+    Moment: {
+      announcement?: number;
+      at_ms: number;
+      duration_ms?: number;
+      file?: string;
+      image?: string;
+      level?: string;
+      message?: string;
+      navigator?: number;
+      ok_button?: boolean;
+      room?: number;
+      text?: string;
+      variable?: components['schemas']['FollowedVariable'];
+      volume?: number;
+      /** @enum {string} */
+      what:
+        | 'started'
+        | 'ended'
+        | 'room_set_up'
+        | 'room_restored'
+        | 'screens_woken'
+        | 'screens_rested'
+        | 'volume_set'
+        | 'stream_opened'
+        | 'stream_ready'
+        | 'stream_closed'
+        | 'sound_started'
+        | 'sound_ended'
+        | 'popup_shown'
+        | 'popup_hidden'
+        | 'log';
+    };
+    Named: {
+      id: number;
+      name: string;
+    };
     Navigator: {
       awake: boolean;
-      id: components['schemas']['Id'];
+      id: number;
       name: string;
+      /** @description How many of its pages are connected */
       pages: number;
       popup: components['schemas']['Popup'] | null;
-      room: components['schemas']['Id'];
+      room: number;
     };
     NavigatorList: {
       navigators: components['schemas']['Navigator'][];
     };
     Nothing: Record<string, never>;
+    Operation: {
+      method: string;
+      name: string;
+      parameters: components['schemas']['OperationParameter'][];
+      path: string;
+      right: string;
+      summary: string;
+    };
     OperationList: {
-      operations: {
-        method?: string;
-        name?: string;
-        parameters?: {
-          in?: string;
-          name?: string;
-          summary?: string;
-        }[];
-        path?: string;
-        right?: string;
-        summary?: string;
-      }[];
+      operations: components['schemas']['Operation'][];
+    };
+    OperationParameter: {
+      /** @enum {string} */
+      in: 'path' | 'query';
+      name: string;
+      summary: string;
+    };
+    PageMessage:
+      | components['schemas']['PageStateMessage']
+      | components['schemas']['Alive']
+      | components['schemas']['WakePageEvent']
+      | components['schemas']['RestPageEvent']
+      | components['schemas']['PopupShownPageEvent']
+      | components['schemas']['PopupChangedPageEvent']
+      | components['schemas']['PopupHiddenPageEvent'];
+    PagesChangedEvent: {
+      data: {
+        navigator: number;
+        pages: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'pages_changed';
+    };
+    PageState: {
+      awake: boolean;
+      house: string;
+      navigator: components['schemas']['Named'];
+      popup: components['schemas']['Popup'] | null;
+      room: components['schemas']['Named'];
+    };
+    PageStateMessage: {
+      data: components['schemas']['PageState'];
+      /** @description The number of the last event */
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'state';
     };
     Parameters: {
       [key: string]: string;
     };
+    PlayAskedEvent: {
+      data: {
+        /** @description Somebody asks for it */
+        announcement: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'play_asked';
+    };
     Played: {
-      announcement: components['schemas']['Id'];
+      announcement: number;
       /** @enum {string} */
       state: 'playing' | 'waiting';
+    };
+    Playing: {
+      announcement: number;
+      name: string;
+      /** Format: date-time */
+      since: string;
+    };
+    PlayingSound: {
+      file: string;
+      /** Format: date-time */
+      since: string;
     };
     Popup: {
       /** Format: date-time */
       ends: string;
+      /** @description Empty, /api/media/NAME, or an http(s) address */
       image: string;
       message: string;
       number: number;
       ok_button: boolean;
       remaining_ms: number;
+    };
+    PopupChangedEvent: {
+      data: {
+        message: string;
+        navigator: number;
+        number: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_changed';
+    };
+    PopupChangedPageEvent: {
+      data: {
+        message: string;
+        number: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_changed';
+    };
+    PopupHiddenEvent: {
+      data: {
+        navigator: number;
+        number: number;
+        /** @enum {string} */
+        why: 'time_is_up' | 'hidden' | 'dismissed' | 'replaced';
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_hidden';
+    };
+    PopupHiddenPageEvent: {
+      data: {
+        number: number;
+        /** @enum {string} */
+        why: 'time_is_up' | 'hidden' | 'dismissed' | 'replaced';
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_hidden';
+    };
+    PopupShownEvent: {
+      data: {
+        navigator: number;
+        popup: components['schemas']['Popup'];
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_shown';
+    };
+    PopupShownPageEvent: {
+      data: {
+        popup: components['schemas']['Popup'];
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'popup_shown';
     };
     Problem: {
       /** @description What is wrong, and where */
@@ -824,84 +1147,228 @@ export interface components {
       status: number;
       title: string;
       type: string;
+      /** @description The announcements that use the file that was to be removed */
+      users?: components['schemas']['User'][];
     };
     Rehearsal: {
-      announcement: components['schemas']['Id'];
+      announcement: number;
+      /** @description False when it is not over within ten minutes */
       complete: boolean;
       length_ms: number;
-      timeline: {
-        at_ms: number;
-        what: string;
-      }[];
+      timeline: components['schemas']['Moment'][];
     };
     RehearsalOrder: {
-      announcement: components['schemas']['Id'] | components['schemas']['Announcement'];
-      sound_ms?: number;
+      announcement: number | components['schemas']['AnnouncementBody'];
+      /**
+       * @description How long the sound lasts; as long as its file, when left out
+       * @default null
+       */
+      sound_ms?: number | null;
       /** @default 20 */
       stream_ready_ms?: number;
     };
+    RestPageEvent: {
+      data: Record<string, never>;
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'rest';
+    };
     Room: {
       awake: boolean;
-      id: components['schemas']['Id'];
+      id: number;
+      /** @description An announcement has set the room up and not given it back */
       in_announcement: boolean;
       lead_silence_ms: number;
       max_volume: number;
       name: string;
       output: string;
+      /** @description Why its output cannot be heard, since the last announcement */
       trouble: string | null;
       volume: number;
     };
     RoomList: {
       rooms: components['schemas']['Room'][];
     };
+    RoomOutputFailedEvent: {
+      data: {
+        reason: string;
+        room: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'room_output_failed';
+    };
+    RoomRestoredEvent: {
+      data: {
+        changed_meanwhile: boolean;
+        room: number;
+        volume: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'room_restored';
+    };
+    RoomSetUpEvent: {
+      data: {
+        room: number;
+        /** @description Its own, kept for later */
+        volume: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'room_set_up';
+    };
     RoomVolume: {
-      id: components['schemas']['Id'];
+      id: number;
+      /** @description That it now has */
       volume: number;
     };
-    Status: {
-      agent?: boolean;
-      events?: number;
-      house?: string;
-      known_from?: {
-        [key: string]: string;
+    RoomVolumeChangedEvent: {
+      data: {
+        room: number;
+        volume: number;
       };
-      playing?: {
-        announcement?: components['schemas']['Id'];
-        name?: string;
-        /** Format: date-time */
-        since?: string;
-      } | null;
-      popups?: {
-        navigator?: components['schemas']['Id'];
-        popup?: components['schemas']['Popup'];
-      }[];
-      sound?: {
-        file?: string;
-        /** Format: date-time */
-        since?: string;
-      } | null;
+      seq: number;
       /** Format: date-time */
-      started?: string;
-      state_error?: string | null;
-      state_saved?: boolean;
-      version?: string;
-      waiting?: components['schemas']['Id'][];
+      time: string;
+      /** @constant */
+      type: 'room_volume_changed';
+    };
+    ScreensRestedEvent: {
+      data: {
+        room: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'screens_rested';
+    };
+    ScreensWokenEvent: {
+      data: {
+        room: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'screens_woken';
+    };
+    ShownPopup: {
+      navigator: number;
+      popup: components['schemas']['Popup'];
+    };
+    SoundEndedEvent: {
+      data: {
+        error: string | null;
+        file: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'sound_ended';
+    };
+    SoundStartedEvent: {
+      data: {
+        file: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'sound_started';
+    };
+    StateMessage: {
+      data: components['schemas']['WholeState'];
+      /** @description The number of the last event */
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'state';
+    };
+    StateNotSavedEvent: {
+      data: {
+        reason: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'state_not_saved';
+    };
+    StateSavedEvent: {
+      data: Record<string, never>;
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'state_saved';
+    };
+    Status: {
+      agent: boolean;
+      /** @description The number of the last event */
+      events: number;
+      house: string;
+      /** @description What these are known from, in words */
+      known_from: components['schemas']['KnownFrom'];
+      playing: components['schemas']['Playing'] | null;
+      popups: components['schemas']['ShownPopup'][];
+      sound: components['schemas']['PlayingSound'] | null;
+      /** Format: date-time */
+      started: string;
+      state_error: string | null;
+      state_saved: boolean;
+      version: string;
+      /** @description Ids, oldest first */
+      waiting: number[];
     };
     Ticket: {
       expires_in_ms: number;
       rights: string[];
       ticket: string;
     };
+    User: {
+      id: number;
+      name: string;
+    };
     Variable: {
-      device: components['schemas']['Id'];
+      device: number;
       name: string;
       value: string;
-      variable: components['schemas']['Id'];
+      variable: number;
     };
     VariableBinding: {
-      device: components['schemas']['Id'];
+      device: number;
+      name: string;
+      variable: number;
+    };
+    VariableBindingBody: {
+      device: number;
+      /** @default  */
       name?: string;
-      variable: components['schemas']['Id'];
+      variable: number;
+    };
+    VariableChangedEvent: {
+      data: {
+        device: number;
+        value: string;
+        variable: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'variable_changed';
     };
     VariableList: {
       variables: components['schemas']['Variable'][];
@@ -912,6 +1379,23 @@ export interface components {
     Volume: {
       volume: number;
     };
+    WakePageEvent: {
+      data: Record<string, never>;
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'wake';
+    };
+    WatcherMessage:
+      components['schemas']['StateMessage'] | components['schemas']['Alive'] | components['schemas']['Event'];
+    WholeState: {
+      announcements: components['schemas']['Announcement'][];
+      navigators: components['schemas']['Navigator'][];
+      rooms: components['schemas']['Room'][];
+      status: components['schemas']['Status'];
+      variables: components['schemas']['Variable'][];
+    };
   };
   responses: never;
   parameters: never;
@@ -919,43 +1403,93 @@ export interface components {
   headers: never;
   pathItems: never;
 }
+export type Alive = components['schemas']['Alive'];
 export type Announcement = components['schemas']['Announcement'];
+export type AnnouncementAudio = components['schemas']['AnnouncementAudio'];
+export type AnnouncementAudioBody = components['schemas']['AnnouncementAudioBody'];
+export type AnnouncementBody = components['schemas']['AnnouncementBody'];
+export type AnnouncementEndedEvent = components['schemas']['AnnouncementEndedEvent'];
 export type AnnouncementList = components['schemas']['AnnouncementList'];
 export type AnnouncementNavigator = components['schemas']['AnnouncementNavigator'];
+export type AnnouncementNavigatorBody = components['schemas']['AnnouncementNavigatorBody'];
 export type AnnouncementNavigatorPlace = components['schemas']['AnnouncementNavigatorPlace'];
+export type AnnouncementRemovedEvent = components['schemas']['AnnouncementRemovedEvent'];
 export type AnnouncementRoom = components['schemas']['AnnouncementRoom'];
+export type AnnouncementRoomBody = components['schemas']['AnnouncementRoomBody'];
 export type AnnouncementRoomVolume = components['schemas']['AnnouncementRoomVolume'];
-export type Anything = components['schemas']['Anything'];
+export type AnnouncementStartedEvent = components['schemas']['AnnouncementStartedEvent'];
+export type AnnouncementStoredEvent = components['schemas']['AnnouncementStoredEvent'];
+export type AnnouncementVideo = components['schemas']['AnnouncementVideo'];
+export type AnnouncementVideoBody = components['schemas']['AnnouncementVideoBody'];
 export type Confirmed = components['schemas']['Confirmed'];
 export type Dismissed = components['schemas']['Dismissed'];
+export type Event = components['schemas']['Event'];
 export type EventList = components['schemas']['EventList'];
+export type FollowedVariable = components['schemas']['FollowedVariable'];
 export type Health = components['schemas']['Health'];
 export type History = components['schemas']['History'];
+export type HistoryEntry = components['schemas']['HistoryEntry'];
 export type House = components['schemas']['House'];
-export type Id = components['schemas']['Id'];
+export type KnownFrom = components['schemas']['KnownFrom'];
+export type LogEvent = components['schemas']['LogEvent'];
 export type MediaFile = components['schemas']['MediaFile'];
 export type MediaList = components['schemas']['MediaList'];
-export type Milliseconds = components['schemas']['Milliseconds'];
+export type Moment = components['schemas']['Moment'];
+export type Named = components['schemas']['Named'];
 export type Navigator = components['schemas']['Navigator'];
 export type NavigatorList = components['schemas']['NavigatorList'];
 export type Nothing = components['schemas']['Nothing'];
+export type Operation = components['schemas']['Operation'];
 export type OperationList = components['schemas']['OperationList'];
+export type OperationParameter = components['schemas']['OperationParameter'];
+export type PageMessage = components['schemas']['PageMessage'];
+export type PagesChangedEvent = components['schemas']['PagesChangedEvent'];
+export type PageState = components['schemas']['PageState'];
+export type PageStateMessage = components['schemas']['PageStateMessage'];
 export type Parameters = components['schemas']['Parameters'];
+export type PlayAskedEvent = components['schemas']['PlayAskedEvent'];
 export type Played = components['schemas']['Played'];
+export type Playing = components['schemas']['Playing'];
+export type PlayingSound = components['schemas']['PlayingSound'];
 export type Popup = components['schemas']['Popup'];
+export type PopupChangedEvent = components['schemas']['PopupChangedEvent'];
+export type PopupChangedPageEvent = components['schemas']['PopupChangedPageEvent'];
+export type PopupHiddenEvent = components['schemas']['PopupHiddenEvent'];
+export type PopupHiddenPageEvent = components['schemas']['PopupHiddenPageEvent'];
+export type PopupShownEvent = components['schemas']['PopupShownEvent'];
+export type PopupShownPageEvent = components['schemas']['PopupShownPageEvent'];
 export type Problem = components['schemas']['Problem'];
 export type Rehearsal = components['schemas']['Rehearsal'];
 export type RehearsalOrder = components['schemas']['RehearsalOrder'];
+export type RestPageEvent = components['schemas']['RestPageEvent'];
 export type Room = components['schemas']['Room'];
 export type RoomList = components['schemas']['RoomList'];
+export type RoomOutputFailedEvent = components['schemas']['RoomOutputFailedEvent'];
+export type RoomRestoredEvent = components['schemas']['RoomRestoredEvent'];
+export type RoomSetUpEvent = components['schemas']['RoomSetUpEvent'];
 export type RoomVolume = components['schemas']['RoomVolume'];
+export type RoomVolumeChangedEvent = components['schemas']['RoomVolumeChangedEvent'];
+export type ScreensRestedEvent = components['schemas']['ScreensRestedEvent'];
+export type ScreensWokenEvent = components['schemas']['ScreensWokenEvent'];
+export type ShownPopup = components['schemas']['ShownPopup'];
+export type SoundEndedEvent = components['schemas']['SoundEndedEvent'];
+export type SoundStartedEvent = components['schemas']['SoundStartedEvent'];
+export type StateMessage = components['schemas']['StateMessage'];
+export type StateNotSavedEvent = components['schemas']['StateNotSavedEvent'];
+export type StateSavedEvent = components['schemas']['StateSavedEvent'];
 export type Status = components['schemas']['Status'];
 export type Ticket = components['schemas']['Ticket'];
+export type User = components['schemas']['User'];
 export type Variable = components['schemas']['Variable'];
 export type VariableBinding = components['schemas']['VariableBinding'];
+export type VariableBindingBody = components['schemas']['VariableBindingBody'];
+export type VariableChangedEvent = components['schemas']['VariableChangedEvent'];
 export type VariableList = components['schemas']['VariableList'];
 export type VariableValue = components['schemas']['VariableValue'];
 export type Volume = components['schemas']['Volume'];
+export type WakePageEvent = components['schemas']['WakePageEvent'];
+export type WatcherMessage = components['schemas']['WatcherMessage'];
+export type WholeState = components['schemas']['WholeState'];
 export type $defs = Record<string, never>;
 export interface operations {
   list_announcements: {
@@ -996,7 +1530,7 @@ export interface operations {
     };
     requestBody: {
       content: {
-        'application/json': components['schemas']['Announcement'];
+        'application/json': components['schemas']['AnnouncementBody'];
       };
     };
     responses: {
@@ -1026,7 +1560,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1058,13 +1592,13 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
     requestBody: {
       content: {
-        'application/json': components['schemas']['Announcement'];
+        'application/json': components['schemas']['AnnouncementBody'];
       };
     };
     responses: {
@@ -1094,7 +1628,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1124,9 +1658,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
         /** @description the navigator that is meant */
-        navigator: components['schemas']['Id'];
+        navigator: number;
       };
       cookie?: never;
     };
@@ -1162,9 +1696,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
         /** @description the navigator that is meant */
-        navigator: components['schemas']['Id'];
+        navigator: number;
       };
       cookie?: never;
     };
@@ -1194,7 +1728,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1226,9 +1760,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
         /** @description the room that is meant */
-        room: components['schemas']['Id'];
+        room: number;
       };
       cookie?: never;
     };
@@ -1264,9 +1798,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
         /** @description the room that is meant */
-        room: components['schemas']['Id'];
+        room: number;
       };
       cookie?: never;
     };
@@ -1372,7 +1906,9 @@ export interface operations {
         headers: {
           [name: string]: unknown;
         };
-        content?: never;
+        content: {
+          'application/json': components['schemas']['WatcherMessage'];
+        };
       };
       /** @description What is wrong, and what would be right */
       default: {
@@ -1651,7 +2187,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1686,7 +2222,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1697,7 +2233,9 @@ export interface operations {
         headers: {
           [name: string]: unknown;
         };
-        content?: never;
+        content: {
+          'application/json': components['schemas']['PageMessage'];
+        };
       };
       /** @description What is wrong, and what would be right */
       default: {
@@ -1716,9 +2254,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
         /** @description the number that is meant */
-        number: components['schemas']['Id'];
+        number: number;
       };
       cookie?: never;
     };
@@ -1750,7 +2288,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1785,13 +2323,13 @@ export interface operations {
     };
     requestBody?: never;
     responses: {
-      /** @description This API as OpenAPI 3.0 */
+      /** @description This API as OpenAPI 3.1 */
       200: {
         headers: {
           [name: string]: unknown;
         };
         content: {
-          'application/json': components['schemas']['Anything'];
+          'application/json': Record<string, never>;
         };
       };
       /** @description What is wrong, and what would be right */
@@ -1938,7 +2476,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -1970,7 +2508,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -2002,7 +2540,7 @@ export interface operations {
       header?: never;
       path: {
         /** @description the id that is meant */
-        id: components['schemas']['Id'];
+        id: number;
       };
       cookie?: never;
     };
@@ -2125,9 +2663,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the device that is meant */
-        device: components['schemas']['Id'];
+        device: number;
         /** @description the variable that is meant */
-        variable: components['schemas']['Id'];
+        variable: number;
       };
       cookie?: never;
     };
@@ -2159,9 +2697,9 @@ export interface operations {
       header?: never;
       path: {
         /** @description the device that is meant */
-        device: components['schemas']['Id'];
+        device: number;
         /** @description the variable that is meant */
-        variable: components['schemas']['Id'];
+        variable: number;
       };
       cookie?: never;
     };
