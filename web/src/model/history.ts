@@ -51,7 +51,7 @@ export function asCsv(entries: HistoryEntry[], names: PlaceNames): string {
   const head = ['started', 'ended', 'announcement', 'name', 'sound', 'rooms', 'screens', 'outcome'];
   const rows = entries.map((one) => [
     one.started,
-    one.ended ?? '',
+    one.ended,
     String(one.announcement),
     one.name,
     soundOf(one.file),

@@ -30,7 +30,7 @@ export class IdleView {
   }
 
   showHouse(state: ScreenEvents['state']): void {
-    const place = state.room ? state.room.name : state.navigator.name;
+    const place = state.room.name;
     elements.room.textContent = place;
     document.title = screenText.title(place, state.house);
   }
