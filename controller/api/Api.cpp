@@ -264,7 +264,8 @@ void Api::GiveWholeState(const EventStreams::State& give) {
 }
 
 std::string Api::PageState(std::uint32_t navigator) const {
-    return fields::ToText(house_json::PageState(m_context, navigator));
+    return fields::ToText(
+        house_json::PageState(m_context, *house_json::FindNavigator(m_parts.house, navigator)));
 }
 
 } // namespace controller

@@ -128,14 +128,13 @@ view::WholeState WholeState(const ApiContext& context,
             Variables(context).variables, std::move(announcements)};
 }
 
-view::PageState PageState(const ApiContext& context, std::uint32_t navigator) {
-    const auto* const page = FindNavigator(context.parts.house, navigator);
-    const auto* const room = FindRoom(context.parts.house, page->room);
-    return {{navigator, page->name},
-            {page->room, room != nullptr ? room->name : ""},
+view::PageState PageState(const ApiContext& context, const House::Navigator& navigator) {
+    const auto* const room = FindRoom(context.parts.house, navigator.room);
+    return {{navigator.id, navigator.name},
+            {navigator.room, room != nullptr ? room->name : ""},
             context.parts.house.name,
-            context.watch.IsAwake(page->room),
-            PopupOn(context, navigator)};
+            context.watch.IsAwake(navigator.room),
+            PopupOn(context, navigator.id)};
 }
 
 } // namespace controller::house_json

@@ -21,7 +21,7 @@ namespace controller::house_json {
 WholeState(const ApiContext& context, std::shared_ptr<const std::vector<AnnouncementPointer>> announcements);
 
 /// Of a navigator that the house has.
-[[nodiscard]] view::PageState PageState(const ApiContext& context, std::uint32_t navigator);
+[[nodiscard]] view::PageState PageState(const ApiContext& context, const House::Navigator& navigator);
 
 /// The popup on this navigator, if one stands there.
 [[nodiscard]] std::optional<view::Popup> PopupOn(const ApiContext& context, std::uint32_t navigator);
