@@ -16,6 +16,7 @@ constexpr std::size_t kLongList = 64;
 
 std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators) {
     std::vector<std::uint32_t> ids;
+    ids.reserve(navigators.size());
     for (const House::Navigator& navigator : navigators)
         ids.push_back(navigator.id);
     return ids;

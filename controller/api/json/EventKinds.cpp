@@ -72,21 +72,21 @@ public:
     void Add(const char* type, std::vector<Field> rows) {
         EventKind& kind = At<Data>();
         kind.type = type;
-        kind.message = std::make_unique<EventMessage>(type, SchemaName(type) + "Event", kExample<Data>(),
+        kind.message = std::make_unique<EventMessage>(type, SchemaName(type) + "Event", Example<Data>(),
                                                       std::move(rows));
     }
 
     template <class Data>
     void AddForPage(const char* type, std::vector<Field> rows) {
         At<Data>().pageMessage = std::make_unique<EventMessage>(type, SchemaName(type) + "PageEvent",
-                                                                kExample<Data>(), std::move(rows));
+                                                                Example<Data>(), std::move(rows));
     }
 
     [[nodiscard]] std::vector<EventKind> Take() { return std::move(m_kinds); }
 
 private:
     template <class Data>
-    static Event kExample() {
+    static Event Example() {
         return {0, {}, Data()};
     }
     template <class Data>

@@ -69,7 +69,11 @@ class MaybeOf final : public MaybeType {
         const auto& maybe = *static_cast<const Maybe*>(value);
         return maybe ? &*maybe : nullptr;
     }
-    void* Fill(void* value) const override { return &static_cast<Maybe*>(value)->emplace(); }
+    void* Fill(void* value) const override {
+        auto& maybe = *static_cast<Maybe*>(value);
+        maybe = Value();
+        return &*maybe;
+    }
 };
 
 /// Another form of a value, made where it is written.
