@@ -151,7 +151,8 @@ TEST(RequestReaderTest, WhatLeavesOpenWhereARequestEndsIsRefusedAndWhatFollowsIs
              "Content-Length: 99999999999999999999",
              "Content-Length : 3",
          })
-        EXPECT_EQ(Read(kPost + headers + "\r\n\r\n" + inside), Texts{"400"}) << headers;
+        EXPECT_EQ(Read(std::string(kPost).append(headers).append("\r\n\r\n").append(inside)), Texts{"400"})
+            << headers;
     EXPECT_EQ(Read("POST / HTTP/1.0\r\nTransfer-Encoding: chunked\r\n\r\n" + inside), Texts{"400"});
 }
 
