@@ -52,7 +52,9 @@ Controller::Controller(House house, Options options, Log& log)
             m_parts.driver.Post("looking whether there is more to do", [this] { EndWhenIdle(); });
     }))
     , m_signals(m_parts.driver.Context(), SIGINT, SIGTERM)
-    , m_patience(m_parts.driver, "the end of patience") {}
+    , m_patience(m_parts.driver, "the end of patience") {
+    m_household.Start();
+}
 
 void Controller::Greet() {
     Print(m_parts.house.name + ": " + CountOf(m_parts.house.rooms.size(), "room") + ", " +

@@ -63,7 +63,9 @@ Household::Household(House house, Options options, Log& log)
     , m_ends(m_feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
             AnnouncementEnded();
-    })) {
+    })) {}
+
+void Household::Start() {
     m_volumes.Recover(m_opened.state.journal);
     ConnectAgent();
     StartAgent();

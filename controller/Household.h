@@ -35,8 +35,8 @@ public:
         audio::ISoundEngine* engine = nullptr; ///< borrowed for life; null: one of its own, which is heard
     };
 
-    /// Opens everything and starts the agent. `log` is borrowed for life. Throws `std::runtime_error`, which
-    /// says what is wrong and what to do.
+    /// Opens everything. `log` is borrowed for life. Throws `std::runtime_error`, which says what is wrong
+    /// and what to do.
     Household(House house, Options options, Log& log);
     Household(const Household&) = delete;
     Household& operator=(const Household&) = delete;
@@ -44,6 +44,10 @@ public:
 
     /// What faces show and drive.
     [[nodiscard]] ControllerParts Parts();
+
+    /// Puts back what an end without warning has left behind, and starts the agent; once, when the faces are
+    /// there that hear of it. Throws as the constructor does.
+    void Start();
 
     [[nodiscard]] bool IsPlaying() const noexcept { return m_playing.Current().has_value(); }
 

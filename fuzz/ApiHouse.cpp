@@ -107,6 +107,7 @@ ApiHouse::ApiHouse()
     , m_api(m_parts, &FindAsset)
     , m_connections(std::make_shared<Connections>(m_parts.driver.Context(), Limits())) {
     (void)LoadedModule();
+    m_household.Start();
     m_log.SetListener([](Severity severity, const std::string& line) {
         Require(severity != Severity::Error, line.c_str());
     });

@@ -39,8 +39,10 @@ protected:
     }
 
     std::unique_ptr<Household> Open() {
-        return std::make_unique<Household>(MakeHouse(),
-                                           Household::Options{FindModuleFile(), false, &m_engine}, m_log.log);
+        auto household = std::make_unique<Household>(
+            MakeHouse(), Household::Options{FindModuleFile(), false, &m_engine}, m_log.log);
+        household->Start();
+        return household;
     }
 
     /// Ends it in order, and gives what was told meanwhile.
