@@ -50,7 +50,14 @@ std::string Awkward(std::mt19937& random, int id) {
             return std::string();
         std::string text = "<" + list + ">";
         for (auto count = random() % 5; count > 0; --count)
-            text += "<" + one + ">" + child("id", numbers) + make() + "</" + one + ">";
+            text.append("<")
+                .append(one)
+                .append(">")
+                .append(child("id", numbers))
+                .append(make())
+                .append("</")
+                .append(one)
+                .append(">");
         return text + "</" + list + ">";
     };
     return "<announcement><id>" + std::to_string(id) + "</id>" + child("name", texts) + "<audio>" +
