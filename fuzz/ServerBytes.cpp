@@ -52,6 +52,27 @@ void RequireBody(unsigned status, std::string_view type, std::string_view body) 
                 "a problem has its status and says what is wrong");
 }
 
+/// Takes a body off the bytes, put together where it comes in chunks.
+std::string TakeBody(std::string_view head, std::string_view& bytes) {
+    const bool isChunked = HeaderOf(head, "Transfer-Encoding") == "chunked";
+    const std::string_view length = HeaderOf(head, "Content-Length");
+    std::size_t size = length.empty() ? 0 : std::stoul(std::string(length));
+    std::string body;
+    do {
+        if (isChunked) {
+            const std::size_t end = bytes.find("\r\n");
+            Require(end != std::string_view::npos && end > 0, "a chunk says how long it is");
+            size = std::stoul(std::string(bytes.substr(0, end)), nullptr, 16);
+            bytes.remove_prefix(end + 2);
+        }
+        const std::size_t behind = isChunked ? 2 : 0;
+        Require(size + behind <= bytes.size(), "a reply is as long as it says");
+        body.append(bytes.substr(0, size));
+        bytes.remove_prefix(size + behind);
+    } while (isChunked && size > 0);
+    return body;
+}
+
 } // namespace
 
 void RequireReplies(std::string_view bytes, bool hasHead) {
@@ -70,15 +91,9 @@ void RequireReplies(std::string_view bytes, bool hasHead) {
         Require(status != 500 && StatusText(status) != "Unknown", std::string(head).c_str());
         if (hasHead)
             return;
-        const std::string_view length = HeaderOf(head, "Content-Length");
-        const std::size_t size = length.empty() ? 0 : std::stoul(std::string(length));
-        Require(size <= bytes.size(), "a reply is as long as it says");
-        const std::string_view type = HeaderOf(head, "Content-Type");
-        if (HeaderOf(head, "Content-Encoding") == "gzip")
-            RequireBody(status, type, Unpacked(bytes.substr(0, size)));
-        else
-            RequireBody(status, type, bytes.substr(0, size));
-        bytes.remove_prefix(size);
+        const std::string body = TakeBody(head, bytes);
+        const bool isPacked = HeaderOf(head, "Content-Encoding") == "gzip";
+        RequireBody(status, HeaderOf(head, "Content-Type"), isPacked ? Unpacked(body) : body);
     }
 }
 
