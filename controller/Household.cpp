@@ -176,7 +176,7 @@ void Household::StartAgent() {
     const AnnouncementRows rows =
         areFirst ? state_text::Read(m_house.firstAnnouncements) : std::move(m_opened.state.announcements);
     try {
-        m_agent.Start(state_text::ForAgent(rows));
+        m_announcements.Begin(rows, areKept);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(
             "The announcements in " + (m_dataFolder.Path() / StateDatabase::kFileName).string() +
@@ -184,7 +184,6 @@ void Household::StartAgent() {
             ". `announcement-controller export` writes them out as text, and `import` takes the "
             "mended text back");
     }
-    m_announcements.Begin(rows, areKept);
 }
 
 void Household::AnnouncementEnded() {

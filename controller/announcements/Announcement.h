@@ -44,9 +44,7 @@ struct Announcement {
         bool isOnscreen = true;
     };
 
-    std::uint32_t id = 0; ///< by which the agent knows it; 0 for one that is not stored yet
-    /// The id that its XML carries, where that is another one: by it the agent knows it after the next start.
-    std::optional<std::uint32_t> carriedId;
+    std::uint32_t id = 0; ///< 0 for one that is not stored yet
     std::string name;
     Audio audio;
     Video video;

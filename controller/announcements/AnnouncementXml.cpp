@@ -117,7 +117,7 @@ void Write(Writer& writer, const Announcement& announcement) {
         Write(writer, one);
     };
     writer.Element("announcement", [&] {
-        writer.Number("id", announcement.carriedId.value_or(announcement.id));
+        writer.Number("id", announcement.id);
         writer.Text("name", announcement.name);
         writer.Element("audio", [&] {
             writer.Text("file", announcement.audio.file);

@@ -29,9 +29,12 @@ std::optional<Announcement> RecordIn(const AgentAnswer& answer, std::uint32_t id
     if (answer.element.Get() == nullptr || answer.element->FindChild("id") == nullptr)
         return std::nullopt;
     auto announcement = announcement_xml::FromXml(*answer.element);
-    if (announcement.id != id)
-        announcement.carriedId = std::exchange(announcement.id, id);
+    announcement.id = id;
     return announcement;
+}
+
+Announcements::Outcome NoneWith(std::uint32_t id) {
+    return {{AgentAnswer::Kind::Unknown, "", "there is no announcement " + IdText(id), ""}, nullptr, ""};
 }
 
 bool AreSame(const Announcement& one, const Announcement& other) {
@@ -89,7 +92,7 @@ std::string Announcements::NameOf(std::uint32_t id) const {
 
 void Announcements::Add(const Announcement& announcement, const Done& done) {
     const Parameters parameters{{"announcement", announcement_xml::ToXml(announcement)}};
-    Ask("add_announcement", parameters, 0, &announcement.house, done);
+    Ask(raw_request::kAdd, parameters, 0, &announcement.house, done);
 }
 
 void Announcements::Replace(const Announcement& announcement, const Done& done) {
@@ -132,7 +135,7 @@ void Announcements::RemoveNavigator(std::uint32_t id, std::uint32_t navigator, c
 
 void Announcements::Play(std::uint32_t id, const Done& done) {
     if (!Find(id)) {
-        done({{AgentAnswer::Kind::Unknown, "", "there is no announcement " + IdText(id), ""}, nullptr, ""});
+        done(NoneWith(id));
         return;
     }
     Command("execute_announcement", {{"id", IdText(id)}}, done);
@@ -145,7 +148,12 @@ void Announcements::Dismiss(const Done& done) {
 void Announcements::Command(const std::string& name, const Parameters& parameters, const Done& done) {
     const auto played = raw_request::Played(name, parameters);
     if (played) {
-        if (Find(*played))
+        // The agent would have an unknown id wait as well, and play whatever has it by then.
+        if (*played != 0 && !Find(*played)) {
+            done(NoneWith(*played));
+            return;
+        }
+        if (*played != 0)
             m_asked.insert(*played);
         m_parts.feed.Publish(events::PlayAsked{*played});
     }
@@ -154,7 +162,8 @@ void Announcements::Command(const std::string& name, const Parameters& parameter
 
 void Announcements::Request(const std::string& name, const Parameters& parameters, const Done& done) {
     m_isAsking = true;
-    AgentAnswer answer = m_parts.agent.Request(name, parameters);
+    AgentAnswer answer = name == raw_request::kAdd ? AskToAdd(raw_request::WithoutOwnId(parameters))
+                                                   : m_parts.agent.Request(name, parameters);
     m_isAsking = false;
     const auto concerns = raw_request::ConcernOf(name, parameters, answer);
     if (concerns.areAll)
@@ -172,7 +181,7 @@ void Announcements::Ask(const char* request,
                         const HouseAddition* house,
                         const Done& done) {
     m_isAsking = true;
-    AgentAnswer answer = m_parts.agent.Ask(request, parameters);
+    AgentAnswer answer = id == 0 ? AskToAdd(parameters) : m_parts.agent.Ask(request, parameters);
     m_isAsking = false;
     const bool isDone = answer.tag == "success";
     if (id == 0 && isDone)
@@ -180,6 +189,21 @@ void Announcements::Ask(const char* request,
     else if (id == 0)
         CheckIn(kSoon); // it may have been stored before something failed
     Settle(std::move(answer), id, isDone ? house : nullptr, done);
+}
+
+/// The agent gives the id of what was removed last to the next one, though it may still be waiting to play
+/// it, and people's pages and scripts may mean the former one by it. It passes over ids that are in use: so
+/// whatever gets such an id keeps it until the agent has chosen another.
+AgentAnswer Announcements::AskToAdd(const Parameters& parameters) {
+    AgentAnswer answer = m_parts.agent.Request(raw_request::kAdd, parameters);
+    while (answer.tag == "success" && m_removed.count(vq::ToULong(answer.value)) != 0) {
+        AgentAnswer another = m_parts.agent.Request(raw_request::kAdd, parameters);
+        (void)m_parts.agent.Ask("remove_announcement", {{"id", answer.value}});
+        answer = std::move(another);
+    }
+    if (answer.tag == "success") // it never goes back behind this one
+        m_removed.erase(m_removed.begin(), m_removed.lower_bound(vq::ToULong(answer.value)));
+    return answer;
 }
 
 /// What a request has made of the announcement, however it was answered, is taken over, told and written.
@@ -215,6 +239,7 @@ Announcements::Put(std::uint32_t id, std::optional<Announcement> taken, const Ho
             return Change::None;
         m_all.erase(id);
         m_asked.erase(id);
+        m_removed.insert(id);
         m_list.reset();
         return Change::Removed;
     }

@@ -45,8 +45,8 @@ public:
     explicit Announcements(Parts parts);
     ~Announcements();
 
-    /// Takes everything from the agent, which has been started with these rows, and makes them what it has.
-    /// `areKept`: the disk holds them.
+    /// Starts the agent with these rows, and takes everything from it. `areKept`: the disk holds them. Throws
+    /// as `AgentHost::Start` does.
     void Begin(const AnnouncementRows& rows, bool areKept);
 
     /// The announcement that the agent knows by this id; null when there is none.
@@ -59,7 +59,8 @@ public:
     [[nodiscard]] std::string NameOf(std::uint32_t id) const;
 
     /// Each calls back once, when what it changed stands on the disk or cannot be written. The agent chooses
-    /// the id of what is added; what is replaced is the one with the record's id.
+    /// the id of what is added, but none that an announcement had since the start; what is replaced is the
+    /// one with the record's id.
     void Add(const Announcement& announcement, const Done& done);
     void Replace(const Announcement& announcement, const Done& done);
     void Remove(std::uint32_t id, const Done& done);
@@ -75,7 +76,8 @@ public:
     /// Takes the popup of what plays away on every screen.
     void Dismiss(const Done& done);
 
-    /// What the agent takes, as it takes it.
+    /// What the agent takes, as it takes it; but nothing unknown is played, and what is added goes by the id
+    /// that the agent answers, whatever id its description carries.
     void Command(const std::string& name, const Parameters& parameters, const Done& done);
     void Request(const std::string& name, const Parameters& parameters, const Done& done);
 
@@ -98,6 +100,7 @@ private:
              const HouseAddition* house,
              const Done& done);
     void Settle(AgentAnswer answer, std::uint32_t id, const HouseAddition* house, const Done& done);
+    [[nodiscard]] AgentAnswer AskToAdd(const Parameters& parameters);
     [[nodiscard]] Change TakeAnew(std::uint32_t id, const HouseAddition* house = nullptr);
     [[nodiscard]] Change Put(std::uint32_t id, std::optional<Announcement> taken, const HouseAddition* house);
     void Tell(Change change, std::uint32_t id);
@@ -115,7 +118,8 @@ private:
     std::set<std::uint32_t> m_unsaved;                  ///< written, and not yet known to stand on the disk
     /// Asked to be played. Those without a timeout are given one by the agent, when it shows them.
     std::set<std::uint32_t> m_asked;
-    std::set<std::uint32_t> m_over; ///< played since that was looked at last
+    std::set<std::uint32_t> m_over;    ///< played since that was looked at last
+    std::set<std::uint32_t> m_removed; ///< ids that the agent could hand out once more
     AnnouncementPointer m_playing;
     bool m_isAsking = false;
     std::uint32_t m_checked = 0; ///< the last that was compared with the agent's

@@ -1,12 +1,12 @@
 // How the announcements are held against what the agent has: at the start, after playing, and when idle.
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/OwnIds.h"
+#include "controller/state/StateText.h"
 #include "framework/XmlText.h"
 #include "host/ForEachChild.h"
 #include "host/VqXML.h"
 
-#include <cstdlib>
-#include <string_view>
 #include <utility>
 
 namespace controller {
@@ -18,40 +18,31 @@ constexpr std::chrono::milliseconds kPause{100};
 
 void Nobody(const std::string& /*error*/) {}
 
-/// The id that the row's XML carries.
-std::uint32_t CarriedId(const AnnouncementRow& row) {
-    constexpr std::string_view kBegin = "<announcement><id>";
-    if (row.xml.compare(0, kBegin.size(), kBegin) == 0)
-        return static_cast<std::uint32_t>(std::strtoul(row.xml.c_str() + kBegin.size(), nullptr, 10));
-    const auto document = VqXML::CreateXmlDocument(row.xml);
-    return document ? document->GetRootNode()->GetChildValueAsULong("id") : 0;
-}
-
 } // namespace
 
 void Announcements::Begin(const AnnouncementRows& rows, bool areKept) {
-    // The agent now knows each by the id that its XML carries, and has taken the first of two that carry one.
-    std::map<std::uint32_t, const AnnouncementRow*> takenFrom;
+    const AnnouncementRows given = WithOwnIds(rows);
+    m_parts.agent.Start(state_text::ForAgent(given));
+    std::map<std::int64_t, const AnnouncementRow*> byId;
+    for (const AnnouncementRow& row : given)
+        byId.emplace(row.key, &row);
     std::map<std::int64_t, const AnnouncementRow*> stored;
-    for (const AnnouncementRow& row : rows) {
-        takenFrom.emplace(CarriedId(row), &row);
-        if (areKept)
+    if (areKept)
+        for (const AnnouncementRow& row : rows)
             stored.emplace(row.key, &row);
-    }
     AnnouncementRows changes;
     const AgentAnswer answer = m_parts.agent.Ask("get_announcements", {});
     if (answer.element.Get() != nullptr)
         ForEachChild(*answer.element, [&](VqXML::INode& element) {
             auto announcement = announcement_xml::FromXml(element);
             const std::uint32_t id = announcement.id;
-            const auto from = takenFrom.find(id);
-            const HouseAddition house = from != takenFrom.end()
-                                            ? announcement_xml::HouseFromXml(from->second->house)
-                                            : HouseAddition();
+            const auto from = byId.find(id);
+            const std::string houseText = from != byId.end() ? from->second->house : "";
+            const HouseAddition house = announcement_xml::HouseFromXml(houseText);
             (void)Put(id, std::move(announcement), &house);
             AnnouncementRow row = RowOf(id);
             const auto place = stored.find(id);
-            if (place == stored.end() || place->second->xml != row.xml || place->second != from->second)
+            if (place == stored.end() || place->second->xml != row.xml || place->second->house != houseText)
                 changes.push_back(std::move(row));
             stored.erase(id);
         });
@@ -80,7 +71,7 @@ void Announcements::TakePlayed() {
         const AnnouncementPointer announcement = Find(id);
         if (announcement->video.timeoutMs == 0 && TakeAnew(id) != Change::None)
             Write(id, Nobody);
-        if (over.count(announcement->carriedId.value_or(id)) != 0)
+        if (over.count(id) != 0)
             m_asked.erase(id);
     }
 }

@@ -1,5 +1,6 @@
 #include "controller/announcements/RawRequest.h"
 
+#include "framework/XmlText.h"
 #include "host/Conversion.h"
 #include "host/VqXML.h"
 
@@ -29,6 +30,17 @@ bool IsOne(const std::array<std::string_view, Size>& names, const std::string& n
 
 } // namespace
 
+Parameters WithoutOwnId(Parameters parameters) {
+    for (auto& [name, value] : parameters) {
+        const auto document = name == "announcement" ? VqXML::CreateXmlDocument(value) : nullptr;
+        if (!document || document->GetRootNode()->GetChildValueAsULong("id") == 0)
+            continue;
+        document->GetRootNode()->FindChild("id")->SetNameAndValue("id", "0");
+        value = ToXmlText(*document->GetRootNode());
+    }
+    return parameters;
+}
+
 Concern ConcernOf(const std::string& request, const Parameters& parameters, const AgentAnswer& answer) {
     static constexpr std::array<std::string_view, 2> kReading{"get_announcement", "get_announcements"};
     static constexpr std::array<std::string_view, 6> kById{
@@ -40,7 +52,7 @@ Concern ConcernOf(const std::string& request, const Parameters& parameters, cons
         return {vq::ToULong(Find(parameters, "id")), false};
     if (request == "modify_announcement")
         return {IdInDescription(Find(parameters, "announcement")), false};
-    if (request == "add_announcement" && answer.tag == "success")
+    if (request == kAdd && answer.tag == "success")
         return {vq::ToULong(answer.value), false};
     return {std::nullopt, true};
 }

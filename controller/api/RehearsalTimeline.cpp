@@ -208,10 +208,7 @@ void DoStep(Rehearsal& rehearsal, const Step& step) {
 
 Step InitializeStep(const Order& order) {
     Step step = Step::Plain(StepKind::Initialize);
-    // The agent knows it by the id that it carries.
-    Announcement announcement = order.announcement;
-    announcement.carriedId.reset();
-    step.state = "<announcements>" + announcement_xml::ToXml(announcement) + "</announcements>";
+    step.state = "<announcements>" + announcement_xml::ToXml(order.announcement) + "</announcements>";
     step.savedState = VqXML::CreateXmlDocument(*step.state);
     return step;
 }

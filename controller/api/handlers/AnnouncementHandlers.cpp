@@ -1,4 +1,5 @@
 #include "controller/announcements/AnnouncementXml.h"
+#include "controller/announcements/RawRequest.h"
 #include "controller/api/ApiContext.h"
 #include "controller/api/RehearsalTimeline.h"
 #include "controller/api/handlers/AgentReply.h"
@@ -186,13 +187,17 @@ void Dismiss(ApiContext& context, Call call) {
 }
 
 void SendCommand(ApiContext& context, Call call) {
-    context.parts.announcements.Command(call->Text("name"), call->Take<view::Parameters>().values,
-                                        [call](const Outcome& outcome) {
-                                            call->Guard([&] {
-                                                agent_reply::Require(outcome.answer);
-                                                call->Reply(202, view::Nothing());
-                                            });
-                                        });
+    const std::string name = call->Text("name");
+    const Parameters parameters = call->Take<view::Parameters>().values;
+    const auto played = raw_request::Played(name, parameters);
+    context.parts.announcements.Command(name, parameters, [call, played](const Outcome& outcome) {
+        call->Guard([&] {
+            if (played && outcome.answer.kind == AgentAnswer::Kind::Unknown)
+                throw NoAnnouncement(*played);
+            agent_reply::Require(outcome.answer);
+            call->Reply(202, view::Nothing());
+        });
+    });
 }
 
 void SendRequest(ApiContext& context, Call call) {

@@ -19,7 +19,7 @@ void RefuseWhilePlaying(ApiContext& context) {
 }
 
 /// Forgets the announcement, which plays on, and answers.
-void Started(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer& played) {
+void Forget(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer& played) {
     const auto& current = context.watch.Current();
     const bool isPlaying = current && current->announcement == id;
     context.parts.announcements.Remove(id, [call, id, played, isPlaying](const Outcome& removed) {
@@ -36,8 +36,12 @@ void Started(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer
 void Play(ApiContext& context, Call call, const Outcome& added) {
     agent_reply::Require(added.answer);
     const std::uint32_t id = added.announcement->id;
+    if (context.watch.Current()) { // it has begun while the disk was waited for
+        Forget(context, call, id, {});
+        return;
+    }
     context.parts.announcements.Play(
-        id, [&context, call, id](const Outcome& played) { Started(context, call, id, played.answer); });
+        id, [&context, call, id](const Outcome& played) { Forget(context, call, id, played.answer); });
 }
 
 /// Plays what is stored for this once. It goes through the agent like every announcement, so that nothing

@@ -41,6 +41,11 @@ void HouseWatch::Started(std::uint32_t announcement, Time time) {
         m_waiting.erase(m_waiting.begin(), std::next(place));
 }
 
+/// The agent skips it when its turn comes.
+void HouseWatch::Removed(std::uint32_t announcement) {
+    m_waiting.erase(std::remove(m_waiting.begin(), m_waiting.end(), announcement), m_waiting.end());
+}
+
 void HouseWatch::Take(const Event& event) {
     using namespace events;
     if (const auto* asked = std::get_if<PlayAsked>(&event.data))
@@ -49,6 +54,8 @@ void HouseWatch::Take(const Event& event) {
         Started(started->announcement, event.time);
     else if (std::holds_alternative<AnnouncementEnded>(event.data))
         m_playing.reset();
+    else if (const auto* removed = std::get_if<AnnouncementRemoved>(&event.data))
+        Removed(removed->announcement);
     else if (const auto* sound = std::get_if<SoundStarted>(&event.data))
         m_sound = Sound{sound->file, event.time};
     else if (std::holds_alternative<SoundEnded>(event.data))

@@ -37,8 +37,8 @@ public:
 
     [[nodiscard]] const std::optional<Playing>& Current() const noexcept { return m_playing; }
 
-    /// What was asked for while something else played, and has not had its turn, oldest first. One of them
-    /// may be skipped when its turn comes, if it has been removed meanwhile.
+    /// What was asked for while something else played, is still there, and has not had its turn, oldest
+    /// first.
     [[nodiscard]] std::vector<std::uint32_t> Waiting() const;
 
     [[nodiscard]] const std::optional<Sound>& CurrentSound() const noexcept { return m_sound; }
@@ -56,6 +56,7 @@ private:
     void Take(const Event& event);
     void Asked(std::uint32_t announcement);
     void Started(std::uint32_t announcement, Time time);
+    void Removed(std::uint32_t announcement);
 
     std::optional<Playing> m_playing;
     std::deque<std::uint32_t> m_waiting;

@@ -103,15 +103,6 @@ TEST(AnnouncementXmlTest, AllOfThemAreWrittenAsTheAgentAnswersThem) {
     }
 }
 
-TEST(AnnouncementXmlTest, AnIdThatTheXmlCarriesBesideTheAgentsKeyIsWritten) {
-    Announcement announcement;
-    announcement.id = 5;
-    announcement.carriedId = 9;
-    EXPECT_EQ(announcement_xml::ToXml(announcement).find("<announcement><id>9</id>"), 0U);
-    announcement.carriedId.reset();
-    EXPECT_EQ(announcement_xml::ToXml(announcement).find("<announcement><id>5</id>"), 0U);
-}
-
 TEST(AnnouncementXmlTest, WhatTheHouseAddsIsTextOfItsOwn) {
     EXPECT_EQ(announcement_xml::ToXml(HouseAddition()), "");
     EXPECT_TRUE(announcement_xml::HouseFromXml("").tags.empty());

@@ -1,3 +1,4 @@
+#include "controller/announcements/RawRequest.h"
 #include "tests/controller/announcements/AnnouncementsFixture.h"
 
 namespace controller {
@@ -40,18 +41,103 @@ TEST_F(AnnouncementsAgentTest, RawRequestsThatChangeNothingWriteNothing) {
     EXPECT_TRUE(m_events.Take().empty());
 }
 
-TEST_F(AnnouncementsAgentTest, OneThatCarriesAnotherIdIsKnownByTheAgentsUntilTheNextStart) {
+TEST_F(AnnouncementsAgentTest, WhatIsAcknowledgedIsThereAfterTheNextStartWhateverIdItsDescriptionCarries) {
+    int added = 1;
+    for (const char* carried : {"1", "9", " 2x", "-1", "0", ""})
+        EXPECT_EQ(
+            Request("add_announcement",
+                    {{"announcement", std::string("<announcement><id>") + carried + "</id><name>Carried " +
+                                          carried + "</name><rooms/><navigators/></announcement>"}}),
+            "<success>" + std::to_string(++added) + "</success>");
+    const Texts all{"1 One",        "2 Carried 1", "3 Carried 9", "4 Carried  2x",
+                    "5 Carried -1", "6 Carried 0", "7 Carried "};
+    EXPECT_EQ(Names(), all);
+    EXPECT_EQ(OnDisk(2).find("<announcement><id>2</id>"), 0U);
+    EXPECT_EQ(Request("get_announcement", {{"id", "3"}}).find("<announcement><id>3</id>"), 0U);
+
+    m_host.agent.Stop();
+    Announcements again({m_host.agent, m_store, m_host.scheduler, m_feed, m_host.log.log});
+    again.Begin(m_store.Rows(), true);
+
+    Texts names;
+    for (const auto& one : *again.All())
+        names.push_back(std::to_string(one->id) + " " + one->name);
+    EXPECT_EQ(names, all);
+}
+
+TEST_F(AnnouncementsAgentTest, ADescriptionWithoutAnotherIdGoesToTheAgentAsItIs) {
+    const std::string text =
+        "<announcement ><name>A &amp; B</name><audio>x</audio><navigators/></announcement>";
+    const Parameters parameters{{"announcement", text}, {"other", "<announcement><id>5</id></announcement>"}};
+    EXPECT_EQ(raw_request::WithoutOwnId(parameters), parameters);
+    EXPECT_EQ(raw_request::WithoutOwnId({{"announcement", "no xml"}}),
+              (Parameters{{"announcement", "no xml"}}));
     EXPECT_EQ(
-        Request("add_announcement", {{"announcement", announcement_xml::ToXml(WithId(Made("Nine"), 9))}}),
-        "<success>2</success>");
-    ASSERT_TRUE(m_announcements.Find(2));
-    EXPECT_EQ(m_announcements.Find(2)->carriedId, 9U);
-    EXPECT_FALSE(m_announcements.Find(9));
-    EXPECT_EQ(OnDisk(2).find("<announcement><id>9</id>"), 0U);
-    m_announcements.PutRoom(2, {7, 7}, Note());
-    EXPECT_EQ(m_announcements.Find(2)->carriedId, 9U);
-    EXPECT_EQ(state_text::ForAgent(m_store.Rows()), m_host.agent.State());
-    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+        raw_request::WithoutOwnId(
+            {{"announcement",
+              "<announcement><name>A</name><id>5</id><id>6</id><rooms> x </rooms></announcement>"}}),
+        (Parameters{{"announcement",
+                     "<announcement><name>A</name><id>0</id><id>6</id><rooms> x </rooms></announcement>"}}));
+}
+
+TEST_F(AnnouncementsAgentTest, WhatIsRemovedNoLongerWaitsAndNothingElseIsPlayedInItsPlace) {
+    const std::uint32_t two = Add("Two");
+    m_announcements.Play(1, Note());
+    m_announcements.Play(two, Note());
+    m_announcements.Remove(two, Note());
+    const std::uint32_t next = Add("Next");
+    EXPECT_EQ(next, 3U);
+    m_announcements.Remove(next, Note());
+    EXPECT_EQ(Request("add_announcement", {{"announcement", announcement_xml::ToXml(Made("Raw"))}}),
+              "<success>4</success>");
+    EXPECT_EQ(Names(), (Texts{"1 One", "4 Raw"}));
+    m_host.scheduler.Advance(std::chrono::minutes(2));
+    EXPECT_EQ(m_fired, (Ids{1}));
+    m_announcements.Play(4, Note());
+    m_host.scheduler.Advance(std::chrono::minutes(2));
+    EXPECT_EQ(m_fired, (Ids{1, 4}));
+}
+
+TEST_F(AnnouncementsAgentTest, TheIdOfWhatPlaysIsNotGivenToAnother) {
+    m_announcements.Play(1, Note());
+    EXPECT_EQ(Request("remove_announcement", {{"id", "1"}}), "<success/>");
+    EXPECT_EQ(Add("Next"), 2U);
+    m_announcements.Play(2, Note());
+    m_host.scheduler.Advance(std::chrono::minutes(2));
+    EXPECT_EQ(m_fired, (Ids{1, 2}));
+}
+
+TEST_F(AnnouncementsAgentTest, AnUnknownIdDoesNotWaitForSomethingToBeGivenIt) {
+    m_announcements.Play(1, Note());
+    (void)m_events.Take();
+    m_announcements.Command("execute_announcement", {{"id", "2"}}, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Unknown);
+    EXPECT_EQ(m_outcome.answer.text, "there is no announcement 2");
+    EXPECT_TRUE(m_events.Take().empty());
+    EXPECT_EQ(Add("Two"), 2U);
+    m_host.scheduler.Advance(std::chrono::minutes(2));
+    EXPECT_EQ(m_fired, (Ids{1}));
+    m_announcements.Command("execute_announcement", {{"id", "0"}}, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Done);
+}
+
+TEST_F(AnnouncementsAgentTest, AllThatWereRemovedArePassedOver) {
+    for (int id = 2; id <= 300; ++id)
+        (void)Add("Many");
+    m_host.agent.Stop();
+    Announcements again({m_host.agent, m_store, m_host.scheduler, m_feed, m_host.log.log});
+    again.Begin(m_store.Rows(), true);
+    for (std::uint32_t id = 1; id <= 300; ++id)
+        again.Remove(id, Note());
+    const auto added = [&] {
+        again.Add(Made("New"), Note());
+        return m_outcome.announcement->id;
+    };
+    EXPECT_EQ(added(), 301U);
+    EXPECT_EQ(added(), 302U);
+    EXPECT_EQ(again.All()->size(), 2U);
+    EXPECT_EQ(announcement_xml::ToXml(*again.All()), m_host.agent.State());
+    m_isMirrored = false; // by another one than the fixture's
 }
 
 TEST_F(AnnouncementsAgentTest, OnlyWhatIsThereIsPlayed) {

@@ -30,6 +30,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.announcements = new Map(house.announcements);
     house.announcements.delete(announcement);
     house.leaving.delete(announcement);
+    if (house.status) house.changeStatus({ waiting: house.status.waiting.filter((id) => id !== announcement) });
   },
   room_set_up: ({ room }, house) => house.changeRoom(room, { in_announcement: true, trouble: null }),
   room_volume_changed: ({ room, volume }, house) => house.changeRoom(room, { volume }),

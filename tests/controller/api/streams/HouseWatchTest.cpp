@@ -38,6 +38,19 @@ TEST_F(HouseWatchTest, NextOneStartsAndThoseThatWereSkippedWaitNoMore) {
     EXPECT_EQ(m_watch.Waiting(), Ids{4});
 }
 
+TEST_F(HouseWatchTest, WhatIsRemovedNoLongerWaits) {
+    Ask(1);
+    Start(1);
+    for (const std::uint32_t id : {2U, 3U, 4U})
+        Ask(id);
+
+    for (const std::uint32_t id : {3U, 1U, 9U})
+        m_feed.Publish(events::AnnouncementRemoved{id});
+
+    EXPECT_EQ(m_watch.Waiting(), (Ids{2, 4}));
+    EXPECT_EQ(m_watch.Current()->announcement, 1U);
+}
+
 TEST_F(HouseWatchTest, NothingWaitsWhenNothingPlays) {
     Ask(1);
     Start(1);
