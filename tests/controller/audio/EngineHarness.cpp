@@ -1,5 +1,7 @@
 #include "tests/controller/audio/EngineHarness.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -102,6 +104,16 @@ std::optional<PlayResult> EngineHarness::PlayToEnd(const std::string& path) {
     m_engine->Play(path, [&](const PlayResult& played) { result = played; });
     (void)RunUntil([&] { return result.has_value(); }); // Without an end there is no result.
     return result;
+}
+
+bool EngineHarness::RunUntil(const std::function<bool()>& isMet) {
+    if (m_loop.RunUntil(isMet))
+        return true;
+    std::string said;
+    for (const std::string& line : Log())
+        said += line + "\n";
+    ADD_FAILURE() << "the engine was waited for in vain; it said:\n" << said;
+    return false;
 }
 
 bool EngineHarness::CloseAndWait() {

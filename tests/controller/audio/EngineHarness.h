@@ -72,7 +72,9 @@ public:
     /// Waits until the stream's outputs are closed.
     [[nodiscard]] bool CloseAndWait();
 
-    [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet) { return m_loop.RunUntil(isMet); }
+    /// False when the condition does not hold within a generous bound; the test has failed then, with what
+    /// the engine said.
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet);
 
     void RunPosted() { m_loop.RunPosted(); }
 

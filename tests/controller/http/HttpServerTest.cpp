@@ -2,6 +2,7 @@
 
 #include "controller/http/Problem.h"
 #include "tests/controller/http/TestClient.h"
+#include "tests/controller/support/Within.h"
 
 #include <boost/asio/post.hpp>
 #include <gtest/gtest.h>
@@ -68,7 +69,7 @@ protected:
             work();
             done.set_value();
         });
-        done.get_future().wait();
+        Within("the driver thread", done.get_future());
     }
 
     std::string Ask(const std::string& request) const {
@@ -300,7 +301,7 @@ TEST_F(HttpServerTest, WebSocketGetsTextsInTheirOrder) {
     TestClient client(m_port);
     client.Send(kUpgrade);
     EXPECT_TRUE(HasStatus(client.ReadReply(false), 101));
-    const auto socket = m_handler.opened.get_future().get();
+    const auto socket = Within("an open socket", m_handler.opened.get_future());
 
     OnDriver([&] {
         socket->Send(std::make_shared<const std::string>("one"));
@@ -319,7 +320,7 @@ TEST_F(HttpServerTest, WebSocketThatDoesNotReadIsDropped) {
     Start(limits);
     TestClient client(m_port);
     client.Send(kUpgrade);
-    const auto socket = m_handler.opened.get_future().get();
+    const auto socket = Within("an open socket", m_handler.opened.get_future());
     const auto text = std::make_shared<const std::string>(std::string(8U << 20U, 'x'));
 
     OnDriver([&] {
@@ -361,7 +362,7 @@ TEST_F(HttpServerTest, WebSocketIsToldThatTheServerGoesAway) {
     TestClient client(m_port);
     client.Send(kUpgrade);
     client.ReadReply(false);
-    (void)m_handler.opened.get_future().get();
+    (void)Within("an open socket", m_handler.opened.get_future());
 
     OnDriver([this] { m_server->Close(); });
 

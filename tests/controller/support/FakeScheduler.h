@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/driver/IScheduler.h"
+#include "tests/controller/support/Within.h"
 
 #include <condition_variable>
 #include <deque>
@@ -43,9 +44,11 @@ public:
     }
 
     /// Waits for the next piece of work that another thread posts, and does it.
+    /// @throws std::runtime_error when none comes.
     void DoNextPosted() {
         std::unique_lock lock(m_mutex);
-        m_arrived.wait(lock, [this] { return !m_posted.empty(); });
+        if (!m_arrived.wait_for(lock, kPatience, [this] { return !m_posted.empty(); }))
+            throw std::runtime_error("waited in vain for work that another thread posts");
         const auto work = std::move(m_posted.front());
         m_posted.pop_front();
         lock.unlock();

@@ -1,5 +1,7 @@
 #include "tests/controller/system/ControllerProcess.h"
 
+#include "tests/controller/support/Within.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -16,9 +18,6 @@ namespace controller {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-/// For slow machines and sanitizers; a good run waits for what it waits for and no longer.
-constexpr std::chrono::seconds kPatience{60};
 
 } // namespace
 
@@ -94,23 +93,38 @@ bool ControllerProcess::WaitFor(const std::string& text) {
             m_seen = place + text.size();
             return true;
         }
-        if (!ReadMore(end))
-            return false;
+        if (ReadMore(end))
+            continue;
+        ADD_FAILURE() << "waited for \"" << text << "\"; " << State(end) << m_output;
+        return false;
     }
+}
+
+int ControllerProcess::Reap() {
+    if (m_process > 0)
+        ::waitpid(m_process, &m_status, 0);
+    m_process = -1;
+    return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -WTERMSIG(m_status);
+}
+
+std::string ControllerProcess::State(Clock::time_point end) {
+    if (Clock::now() >= end)
+        return "the program still runs, and printed:\n";
+    return "the program has ended with " + std::to_string(Reap()) + ", and printed:\n";
 }
 
 int ControllerProcess::WaitForEnd() {
     const auto end = Clock::now() + kPatience;
     while (ReadMore(end)) {
     }
-    int status = 0;
-    if (Clock::now() >= end)
+    if (Clock::now() >= end) {
+        ADD_FAILURE() << "waited in vain for the end of the program; it printed:\n" << m_output;
         ::kill(m_process, SIGKILL);
-    ::waitpid(m_process, &status, 0);
-    m_process = -1;
+    }
+    const int status = Reap();
     // At its end it holds what it knows against what the agent has.
     EXPECT_EQ(m_output.find("mistake of this program"), std::string::npos) << m_output;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return status;
 }
 
 } // namespace controller

@@ -22,11 +22,12 @@ public:
     void CloseInput();
     void Signal(int signal) const;
 
-    /// Waits until the output, from where the last wait ended, holds the text; false when the program ends or
-    /// too much time passes first.
+    /// Waits until the output, from where the last wait ended, holds the text. When the program ends or too
+    /// much time passes first the test has failed, with what the program printed; and it is false.
     [[nodiscard]] bool WaitFor(const std::string& text);
 
-    /// Waits for the end; the exit status, or minus the signal.
+    /// Waits for the end; the exit status, or minus the signal. A program that does not end is killed, and
+    /// the test has failed.
     [[nodiscard]] int WaitForEnd();
 
     /// Everything printed so far.
@@ -35,8 +36,12 @@ public:
 
 private:
     [[nodiscard]] bool ReadMore(std::chrono::steady_clock::time_point end);
+    [[nodiscard]] std::string State(std::chrono::steady_clock::time_point end);
+    /// Takes the end of a program that has ended, or will in a moment; the exit status, or minus the signal.
+    int Reap();
 
     pid_t m_process = -1;
+    int m_status = 0;
     int m_input = -1;
     int m_out = -1;
     std::string m_output;

@@ -9,8 +9,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <random>
-#include <thread>
 
 #include <sys/resource.h>
 
@@ -172,48 +170,6 @@ TEST_F(SystemTest, ARequestThatGotItsReplyIsOnTheDiskAlsoWhenTheProgramIsKilled)
     (void)again.WaitForEnd();
     EXPECT_EQ(AnnouncementsOnDisk().find("<id>4</id>"), std::string::npos);
     EXPECT_NE(AnnouncementsOnDisk().find("<id>3</id>"), std::string::npos);
-}
-
-/// The ids in the replies to "add_announcement".
-std::vector<std::string> AcknowledgedIds(const std::string& output) {
-    std::vector<std::string> ids;
-    const std::string begin = "<success>";
-    for (std::size_t at = output.find(begin); at != std::string::npos; at = output.find(begin, at + 1)) {
-        const std::size_t end = output.find('<', at + begin.size());
-        ids.push_back(output.substr(at + begin.size(), end - at - begin.size()));
-    }
-    return ids;
-}
-
-using KillTest = SystemTest;
-
-TEST_F(KillTest, KilledAtAnyMomentNoAcknowledgedChangeIsLostAndTheVolumesComeBack) {
-    const char* wanted = std::getenv("CONTROLLER_KILL_ROUNDS");
-    const int rounds = wanted != nullptr ? std::stoi(wanted) : 10;
-    const auto file = m_folder.Write("new.xml", Announcement(0, "melody", 1, 0));
-    std::mt19937 random(20250131);
-    std::size_t acknowledged = 0;
-    for (int round = 0; round < rounds; ++round) {
-        ControllerProcess controller(Serving({HouseFile(), "--play", "1"}));
-        ASSERT_TRUE(controller.WaitFor("begins")) << controller.Output();
-        for (int i = 0; i < 20; ++i)
-            controller.Type("request add_announcement announcement=@" + file.string());
-        std::this_thread::sleep_for(std::chrono::milliseconds(random() % 40));
-        controller.Signal(SIGKILL);
-        ASSERT_EQ(controller.WaitForEnd(), -SIGKILL);
-        const std::string state = AnnouncementsOnDisk();
-        for (const std::string& id : AcknowledgedIds(controller.Output())) {
-            ASSERT_NE(state.find("<id>" + id + "</id>"), std::string::npos) << "round " << round;
-            ++acknowledged;
-        }
-    }
-    EXPECT_GT(acknowledged, 0U);
-    ControllerProcess last(Serving({HouseFile()}));
-    last.CloseInput();
-    EXPECT_EQ(last.WaitForEnd(), 0) << last.Output();
-    EXPECT_TRUE(OnDisk().journal.empty());
-    EXPECT_EQ(OnDisk().volumes.at(1), 40U);
-    EXPECT_EQ(OnDisk().volumes.at(2), 30U);
 }
 
 TEST_F(SystemTest, ADiskThatTakesNothingIsToldAndTheChangeIsWrittenWhenItCan) {

@@ -32,8 +32,9 @@ async function add(changes = {}) {
 }
 
 async function idle() {
-  while ((await house.ask('GET', '/api/status')).body.playing !== null)
-    await new Promise((resolve) => setTimeout(resolve, 100));
+  const events = await house.watch();
+  while ((await house.get('/api/status')).playing !== null) await events.until('announcement_ended');
+  events.socket.terminate();
 }
 
 test('the description is valid OpenAPI and names every operation', async () => {

@@ -7,20 +7,17 @@ import { createServer } from 'node:net';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
-import { House } from '../harness/house.mjs';
+import { House, within } from '../harness/house.mjs';
 import { clip, heard, rate } from '../harness/sounds.mjs';
 
 const short = clip(rate / 2);
 const long = clip(2 * rate);
-// Sound servers and devices that this machine may have are out of sight.
-const noSoundDevice = { PULSE_SERVER: 'unix:/nowhere', PIPEWIRE_REMOTE: 'nowhere', XDG_RUNTIME_DIR: '/nowhere' };
-
-async function inHouse(rooms, body, options = {}) {
+async function inHouse(rooms, body) {
   const house = new House(rooms);
   try {
     house.sound('short', short);
     house.sound('long', long);
-    await house.start(options);
+    await house.start();
     await body(house);
   } finally {
     await house.remove();
@@ -32,20 +29,16 @@ async function troubles(house) {
 }
 
 test('without a sound card an announcement is silent in real time, and that is said', () =>
-  inHouse(
-    [{ output: 'auto' }],
-    async (house) => {
-      const start = process.hrtime.bigint();
-      const seen = await house.playToItsEnd(
-        await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 50 }] }),
-      );
-      assert.ok(process.hrtime.bigint() - start >= 500000000n);
-      assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
-      assert.match(house.output, /no sound device/i);
-      assert.deepEqual(await house.volumes(), [40]);
-    },
-    { env: noSoundDevice },
-  ));
+  inHouse([{ output: 'auto' }], async (house) => {
+    const start = process.hrtime.bigint();
+    const seen = await house.playToItsEnd(
+      await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 50 }] }),
+    );
+    assert.ok(process.hrtime.bigint() - start >= 500000000n);
+    assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+    assert.match(house.output, /no sound device/i);
+    assert.deepEqual(await house.volumes(), [40]);
+  }));
 
 test('an output that refuses leaves the other room whole, and is tried again', () =>
   inHouse([{ output: { gstreamer: 'filesink location=/nowhere/room' } }, {}], async (house) => {
@@ -69,13 +62,20 @@ test('an output that refuses leaves the other room whole, and is tried again', (
     assert.ok(heard(house.recording(2, 2), short, 100).isWhole);
   }));
 
-test('an output that vanishes in mid-play leaves the other room whole', async () => {
-  const speaker = createServer((socket) => {
+// A server on a free port, closed when the test is over.
+async function serve(t, take) {
+  const server = createServer(take).listen(0, '127.0.0.1');
+  t.after(() => server.close());
+  await within('a free port', once(server, 'listening'));
+  return server.address().port;
+}
+
+test('an output that vanishes in mid-play leaves the other room whole', async (t) => {
+  const port = await serve(t, (socket) => {
     socket.on('error', () => {});
     socket.once('data', () => socket.resetAndDestroy());
-  }).listen(0, '127.0.0.1');
-  await once(speaker, 'listening');
-  const output = { gstreamer: `tcpclientsink host=127.0.0.1 port=${speaker.address().port} sync=true` };
+  });
+  const output = { gstreamer: `tcpclientsink host=127.0.0.1 port=${port} sync=true` };
   await inHouse([{ output }, {}], async (house) => {
     const seen = await house.playToItsEnd(
       await house.add({
@@ -94,15 +94,18 @@ test('an output that vanishes in mid-play leaves the other room whole', async ()
     assert.equal(await house.stop(), 0);
     assert.ok(heard(house.recording(2), long, 100).isWhole);
   });
-  speaker.close();
 });
 
-test('outputs that hang while opening or in mid-play leave the other room whole and the house answering', async () => {
+test('outputs that hang while opening or in mid-play leave the other room whole and the house answering', async (t) => {
   const folder = mkdtempSync(join(tmpdir(), 'controller-pipes-'));
   const [opening, playing] = ['opening', 'playing'].map((name) => join(folder, name));
   execFileSync('mkfifo', [opening, playing]);
   // Held open, and never read.
   const reader = openSync(playing, 'r+');
+  t.after(() => {
+    closeSync(reader);
+    rmSync(folder, { recursive: true });
+  });
   const rooms = [opening, playing].map((pipe) => ({ output: { gstreamer: `filesink location=${pipe}` } }));
   await inHouse([...rooms, {}], async (house) => {
     const seen = await house.playToItsEnd(
@@ -115,8 +118,6 @@ test('outputs that hang while opening or in mid-play leave the other room whole 
     assert.equal(await house.stop(), 0);
     assert.ok(heard(house.recording(3), long, 100).isWhole);
   });
-  closeSync(reader);
-  rmSync(folder, { recursive: true });
 });
 
 test('a file that is missing, cut short, or no sound is told, and the next announcement is heard', () =>
@@ -177,7 +178,7 @@ test('navigators that are gone, slow, or flood the house keep the popup from nob
       assert.equal((await good.until('popup_shown')).popup.message, 'Hello');
       await good.until('popup_hidden');
     }
-    await flooding.closed;
+    await flooding.untilClosed();
     const again = await page(11);
     assert.equal((await again.until('state')).navigator.id, 11);
   }));
@@ -251,17 +252,14 @@ test('a module that is missing, no module, or without its entry stops the start 
   }
 });
 
-test('a port in use stops the start with its number', async () => {
-  const taken = createServer().listen(0, '127.0.0.1');
-  await once(taken, 'listening');
+test('a port in use stops the start with its number', async (t) => {
+  const port = await serve(t);
   const house = new House();
   try {
-    const { port } = taken.address();
     const { status, output } = await house.run([house.file, '--port', `${port}`]);
     assert.equal(status, 1);
     assert.match(output, new RegExp(`\\b${port}\\b`));
   } finally {
-    taken.close();
     await house.remove();
   }
 });

@@ -1,12 +1,10 @@
 // Under a service manager: readiness, signs of life, the end.
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
-import { once } from 'node:events';
 import { chmodSync, chownSync, statSync } from 'node:fs';
 import { join } from 'node:path';
-import { createInterface } from 'node:readline';
 import { test } from 'node:test';
-import { House, within } from '../harness/house.mjs';
+import { House } from '../harness/house.mjs';
+import { Program } from '../harness/program.mjs';
 import { clip, rate } from '../harness/sounds.mjs';
 
 // The service manager's end. Node has no datagram sockets of this kind; every Debian has this perl.
@@ -17,34 +15,29 @@ print "bound\\n";
 while (defined recv($end, my $text, 4096, 0)) { $text =~ s/\\n/|/g; print "$text\\n"; }`;
 
 async function manager(address) {
-  const process_ = spawn('perl', ['-e', listener, address], { stdio: ['ignore', 'pipe', 'inherit'] });
-  const lines = [];
-  let wake = () => {};
-  createInterface(process_.stdout).on('line', (line) => {
-    lines.push(line);
-    wake();
-  });
+  const program = new Program('perl', ['-e', listener, address]);
+  let taken = 0;
+  // The lines that came since the last one that was waited for.
+  const lines = () => program.output.split('\n').slice(taken, -1);
+  // The first of them that begins with `text`.
   const until = (text) =>
-    within(
-      text,
-      (async () => {
-        for (;;) {
-          while (lines.length === 0)
-            await new Promise((resolve) => {
-              wake = resolve;
-            });
-          const line = lines.shift();
-          if (line.startsWith(text)) return line;
-        }
-      })(),
-    );
+    program.until(text, () => {
+      const found = lines().findIndex((line) => line.startsWith(text));
+      if (found < 0) return undefined;
+      const line = lines()[found];
+      taken += found + 1;
+      return line;
+    });
   await until('bound');
   return {
     until,
     lines,
+    forget: () => {
+      taken += lines().length;
+    },
     end: async () => {
-      process_.kill();
-      await once(process_, 'exit');
+      program.process.kill();
+      await program.end();
     },
   };
 }
@@ -81,9 +74,9 @@ test('signs of life come as long as the driver thread works, and no longer', () 
     house.process.kill('SIGSTOP');
     // What was under way has arrived; from then on there must be nothing.
     await new Promise((resolve) => setTimeout(resolve, 500));
-    manager_.lines.length = 0;
+    manager_.forget();
     await new Promise((resolve) => setTimeout(resolve, 1000));
-    assert.deepEqual(manager_.lines, []);
+    assert.deepEqual(manager_.lines(), []);
     house.process.kill('SIGCONT');
     await manager_.until('WATCHDOG=1');
     assert.equal(await house.stop(), 0);

@@ -1,9 +1,8 @@
 // The command line in a test: a house, and the program run against it.
-import { spawn } from 'node:child_process';
-import { once } from 'node:events';
 import { mkdirSync } from 'node:fs';
 import { dirname, join } from 'node:path';
-import { House, within } from './house.mjs';
+import { House } from './house.mjs';
+import { Program } from './program.mjs';
 import { clip, rate } from './sounds.mjs';
 
 // The environment of somebody who has set up nothing: no settings, no colour, a zone of its own.
@@ -22,40 +21,32 @@ export function environment(house, more = {}) {
   return { ...env, ...more };
 }
 
-// A program that is running: its output so far, and its end.
+// The command line, running: `output` and `errors` are what it printed so far on each.
 export class Running {
   constructor(command, words, env, input) {
-    this.output = '';
-    this.errors = '';
-    this.wake = () => {};
-    this.process = spawn(command, words, { env, stdio: [input === undefined ? 'ignore' : 'pipe', 'pipe', 'pipe'] });
-    this.process.stdout.on('data', (text) => {
-      this.output += text;
-      this.wake();
+    this.program = new Program(command, words, {
+      env,
+      stdio: [input === undefined ? 'ignore' : 'pipe', 'pipe', 'pipe'],
     });
-    this.process.stderr.on('data', (text) => {
-      this.errors += text;
-      this.wake();
-    });
+    this.process = this.program.process;
     this.process.stdin?.end(input);
-    this.closed = once(this.process, 'close');
+  }
+
+  get output() {
+    return this.program.printed;
+  }
+
+  get errors() {
+    return this.program.errors;
   }
 
   // Waits until what has been printed says yes.
-  async until(what, holds) {
-    await within(
-      `${what}; so far: ${this.output}${this.errors}`,
-      (async () => {
-        while (!holds(this.output, this.errors))
-          await new Promise((resolve) => {
-            this.wake = resolve;
-          });
-      })(),
-    );
+  until(what, holds) {
+    return this.program.until(what, () => holds(this.output, this.errors));
   }
 
   async end() {
-    const [status, signal] = await within('the end of the program', this.closed);
+    const [status, signal] = await this.program.end();
     return { status, signal, output: this.output, errors: this.errors };
   }
 }

@@ -1,28 +1,14 @@
 // A house in a folder of its own, and the real program that serves it, on a free port.
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
-import { once } from 'node:events';
 import { chmodSync, chownSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
-import WebSocket from 'ws';
+import { Program } from './program.mjs';
 import { readRecording, writeSound } from './sounds.mjs';
+import { within } from './waits.mjs';
+import { Watcher } from './watcher.mjs';
 
-// For slow machines and sanitizers; a good run waits for what it waits for and no longer.
-const patience = 60000;
-
-// `promise`, or an error that says what was waited for.
-export async function within(what, promise) {
-  let timer;
-  const late = new Promise((_, reject) => {
-    timer = setTimeout(() => reject(new Error(`waited in vain for ${what}`)), patience);
-  });
-  try {
-    return await Promise.race([promise, late]);
-  } finally {
-    clearTimeout(timer);
-  }
-}
+export { within };
 
 const screensAndVariables = `navigators:
   - {id: 11, name: Tablet, room: 1}
@@ -83,16 +69,13 @@ export class House {
 
   // Runs the program to its end, and gives its status and everything it printed.
   async run(words, options = {}) {
-    const program = spawn(process.env.CONTROLLER, words, { stdio: ['ignore', 'pipe', 'pipe'], ...options });
-    let output = '';
-    program.stdout.on('data', (text) => {
-      output += text;
-    });
-    program.stderr.on('data', (text) => {
-      output += text;
-    });
-    const [status, signal] = await within('the end of the program', once(program, 'close'));
-    return { status, signal, output };
+    const program = new Program(process.env.CONTROLLER, words, options);
+    try {
+      const [status, signal] = await program.end();
+      return { status, signal, output: program.output };
+    } finally {
+      program.process.kill('SIGKILL');
+    }
   }
 
   // The demo house, which the program makes itself, in the same kind of folder.
@@ -103,34 +86,32 @@ export class House {
   }
 
   async start({ words = [], env = {}, port = 0, ...options } = {}) {
-    this.output = '';
     const file = this.file === undefined ? [] : [this.file];
-    this.process = spawn(process.env.CONTROLLER, [...file, '--port', `${port}`, '--stay', ...words], {
-      stdio: ['ignore', 'pipe', 'pipe'],
+    this.program = new Program(process.env.CONTROLLER, [...file, '--port', `${port}`, '--stay', ...words], {
       env: { ...process.env, ...env },
       ...options,
     });
-    this.ended = once(this.process, 'close');
-    const process_ = this.process;
-    await within(
-      'the start',
-      new Promise((resolve, reject) => {
-        const take = (text) => {
-          this.output += text;
-          const found = /https?:\/\/\S+\//.exec(this.output);
-          if (found) resolve((this.base = found[0].slice(0, -1)));
-        };
-        process_.stdout.on('data', take);
-        process_.stderr.on('data', take);
-        this.ended.then(() => reject(new Error(`the program ended: ${this.output}`)));
-      }),
-    );
+    const found = await this.program.until('the address that it serves', (output) => /https?:\/\/\S+\//.exec(output));
+    this.base = found[0].slice(0, -1);
     return this;
+  }
+
+  // Everything that it has printed since it was started last.
+  get output() {
+    return this.program?.output ?? '';
+  }
+
+  get process() {
+    return this.program?.process;
+  }
+
+  get ended() {
+    return this.program?.ended;
   }
 
   async stop(signal = 'SIGTERM') {
     this.process.kill(signal);
-    const [status, killed] = await within('the end', this.ended);
+    const [status, killed] = await this.program.end();
     // At its end it holds what it knows against what the agent has.
     assert.doesNotMatch(this.output, /mistake of this program/);
     return killed ?? status;
@@ -146,19 +127,26 @@ export class House {
   // `body` is sent as JSON, but a text or bytes as they are.
   async ask(method, path, body, headers = {}) {
     const isRaw = body === undefined || typeof body === 'string' || body instanceof Uint8Array;
-    const reply = await within(
+    const [reply, text] = await this.program.within(
       `${method} ${path}`,
-      fetch(this.base + path, {
-        method,
-        headers: { ...(isRaw ? {} : { 'Content-Type': 'application/json' }), ...headers },
-        body: isRaw ? body : JSON.stringify(body),
-      }),
+      (async () => {
+        const answer = await fetch(this.base + path, {
+          method,
+          headers: { ...(isRaw ? {} : { 'Content-Type': 'application/json' }), ...headers },
+          body: isRaw ? body : JSON.stringify(body),
+        });
+        return [answer, await answer.text()];
+      })(),
     );
-    const text = await reply.text();
     const isJson = /json/.test(reply.headers.get('content-type') ?? '');
     const read = { status: reply.status, headers: reply.headers, text, body: isJson ? JSON.parse(text) : undefined };
     this.contract?.reply(method, path, body, read);
     return read;
+  }
+
+  async askForBytes(path) {
+    const reply = await this.program.within(`GET ${path}`, fetch(this.base + path));
+    return { status: reply.status, bytes: Buffer.from(await reply.arrayBuffer()) };
   }
 
   async get(path) {
@@ -179,37 +167,9 @@ export class House {
 
   // A socket whose messages are kept: `next` takes one, `until` waits for one of a type and gives its data.
   async watch(path = '/api/events') {
-    const socket = new WebSocket(this.base.replace('http', 'ws') + path);
-    const messages = [];
-    let wake = () => {};
-    socket.on('message', (text) => {
-      messages.push(JSON.parse(text));
-      this.contract?.message(path, messages.at(-1));
-      wake();
-    });
-    socket.on('error', () => {});
-    const closed = once(socket, 'close');
-    await within(`a socket for ${path}`, once(socket, 'open'));
-    const seen = [];
-    const next = async () => {
-      while (messages.length === 0)
-        await new Promise((resolve) => {
-          wake = resolve;
-        });
-      seen.push(messages.shift());
-      return seen.at(-1);
-    };
-    const until = (type, matches = () => true) =>
-      within(
-        type,
-        (async () => {
-          for (;;) {
-            const message = await next();
-            if (message.type === type && matches(message.data)) return message.data;
-          }
-        })(),
-      );
-    return { socket, next, until, seen, closed };
+    const watcher = new Watcher(this, path);
+    await this.program.within(`a socket for ${path}`, watcher.open);
+    return watcher;
   }
 
   // Plays an announcement and waits for its end; gives every event on the way.
