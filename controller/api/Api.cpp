@@ -108,7 +108,11 @@ void Api::Handle(std::shared_ptr<HttpExchange> exchange) {
     const auto counted = std::make_shared<CountedExchange>(std::move(exchange), m_context.replies);
     const HttpRequest& request = counted->Request();
     const std::string_view host = request.Header("host");
-    if (request.CountHeaders("host") != 1 || !m_hosts.IsOurs(host)) {
+    if (request.CountHeaders("host") != 1) {
+        counted->Reply(Problem(400, "the request has no Host, or several", "one Host"));
+        return;
+    }
+    if (!m_hosts.IsOurs(host)) {
         counted->Reply(Problem(421, "this Host is not served here", m_hosts.Accepted()));
         return;
     }
