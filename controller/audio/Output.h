@@ -19,16 +19,11 @@ struct OutputContext {
     std::shared_ptr<DeviceSearch> devices;
 };
 
-/// A place where a room's sound can go.
-class IOutput {
-public:
-    virtual ~IOutput() = default;
-
-    /// An element or bin, floating, whose "sink" pad takes raw audio; what arrives there has been converted
-    /// to what the pad asks for. Called on a thread of its own, so it may block.
-    /// @throws std::runtime_error that says why there can be no sound.
-    [[nodiscard]] virtual GstElement* CreateElement(const OutputContext& context) const = 0;
-};
+/// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
+/// what arrives there has been converted to what the pad asks for. Called on a thread of its own, so it may
+/// block.
+/// @throws std::runtime_error that says why there can be no sound.
+using Output = std::function<GstElement*(const OutputContext& context)>;
 
 /// A kind of output: one row of the table in Outputs.cpp, one source file.
 struct OutputKind {
@@ -37,17 +32,17 @@ struct OutputKind {
     const char* meaning;
     /// `text` is what follows the kind. Opens nothing.
     /// @throws std::invalid_argument when it is not what the kind needs.
-    std::unique_ptr<IOutput> (*create)(const std::string& text);
+    Output (*create)(const std::string& text);
 };
 
-std::unique_ptr<IOutput> CreateAutoOutput(const std::string& text);
-std::unique_ptr<IOutput> CreateSilentOutput(const std::string& text);
-std::unique_ptr<IOutput> CreateFileOutput(const std::string& text);
-std::unique_ptr<IOutput> CreateGstreamerOutput(const std::string& text);
+Output CreateAutoOutput(const std::string& text);
+Output CreateSilentOutput(const std::string& text);
+Output CreateFileOutput(const std::string& text);
+Output CreateGstreamerOutput(const std::string& text);
 
 struct OutputDescription;
 
 /// @throws std::invalid_argument for an unknown kind or an unusable text.
-[[nodiscard]] std::unique_ptr<IOutput> CreateOutput(const OutputDescription& description);
+[[nodiscard]] Output CreateOutput(const OutputDescription& description);
 
 } // namespace controller::audio

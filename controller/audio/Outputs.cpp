@@ -38,7 +38,7 @@ std::string Forms() {
 
 } // namespace
 
-std::unique_ptr<IOutput> CreateOutput(const OutputDescription& description) {
+Output CreateOutput(const OutputDescription& description) {
     const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
                                    [&](const OutputKind& kind) { return description.kind == kind.kind; });
     if (row == kOutputKinds.end())

@@ -78,7 +78,7 @@ void RoomPipeline::Build(const OutputDescription& output, const OutputContext& c
     // Without dithering, what needs no conversion but that to integers stays what it is.
     GstElement* converter = MakeBin("audioconvert dithering=none ! audioresample");
     AddTo(m_pipeline.get(), converter);
-    GstElement* sink = CreateOutput(output)->CreateElement(context);
+    GstElement* sink = CreateOutput(output)(context);
     AddTo(m_pipeline.get(), sink);
     if (!gst_element_link_many(source, converter, sink, nullptr)) // NOLINT(*-vararg)
         throw std::runtime_error("the output takes no raw audio");

@@ -7,30 +7,27 @@ namespace controller::audio {
 
 namespace {
 
-class AutoOutput final : public IOutput {
-public:
-    // The obvious autoaudiosink becomes a fake sink where there is no device, without a word. Devices come
-    // and go, so each announcement asks anew.
-    [[nodiscard]] GstElement* CreateElement(const OutputContext& context) const override {
-        const GstPtr<GstDevice> device = context.devices->FindDefault();
-        if (!device) {
-            context.notice(
-                "this machine has no sound device: rooms with the output \"auto\" are silent, in real time");
-            return MakeBin("fakesink sync=true");
-        }
-        GstElement* sink = gst_device_create_element(device.get(), nullptr);
-        if (!sink)
-            throw std::runtime_error("the default sound device cannot be used");
-        return sink;
+// The obvious autoaudiosink becomes a fake sink where there is no device, without a word. Devices come
+// and go, so each announcement asks anew.
+GstElement* CreateElement(const OutputContext& context) {
+    const GstPtr<GstDevice> device = context.devices->FindDefault();
+    if (!device) {
+        context.notice(
+            "this machine has no sound device: rooms with the output \"auto\" are silent, in real time");
+        return MakeBin("fakesink sync=true");
     }
-};
+    GstElement* sink = gst_device_create_element(device.get(), nullptr);
+    if (!sink)
+        throw std::runtime_error("the default sound device cannot be used");
+    return sink;
+}
 
 } // namespace
 
-std::unique_ptr<IOutput> CreateAutoOutput(const std::string& text) {
+Output CreateAutoOutput(const std::string& text) {
     if (!text.empty())
         throw std::invalid_argument("\"auto\" takes nothing behind it, not \"" + text + "\"");
-    return std::make_unique<AutoOutput>();
+    return CreateElement;
 }
 
 } // namespace controller::audio

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
 
 namespace controller::audio {
 
@@ -35,45 +34,39 @@ std::string Expand(const std::string& pattern, const OutputContext& context) {
     return path;
 }
 
-class FileOutput final : public IOutput {
-public:
-    explicit FileOutput(std::string pattern) : m_pattern(std::move(pattern)) {}
+void RequireWritablePlace(const fs::path& path) {
+    std::error_code error;
+    if (path.has_parent_path())
+        fs::create_directories(path.parent_path(), error);
+    if (error)
+        throw std::runtime_error("the folder of \"" + path.string() +
+                                 "\" cannot be created: " + error.message());
+    const auto status = fs::status(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        throw std::runtime_error("\"" + path.string() + "\" is no regular file; a WAV file needs one");
+}
 
-    [[nodiscard]] GstElement* CreateElement(const OutputContext& context) const override {
-        const fs::path path = Expand(m_pattern, context);
-        RequireWritablePlace(path);
-        // audiorate fills with silence what the pipeline had no sound for: the recording begins when the
-        // stream was opened, in every room.
-        GstElement* bin = MakeBin("audiorate tolerance=0 ! audio/x-raw,format=S16LE ! wavenc ! "
-                                  "filesink name=file sync=true");
-        const GstPtr<GstElement> file(gst_bin_get_by_name(GST_BIN(bin), "file"));
-        g_object_set(file.get(), "location", path.c_str(), nullptr); // NOLINT(*-vararg)
-        return bin;
-    }
-
-private:
-    static void RequireWritablePlace(const fs::path& path) {
-        std::error_code error;
-        if (path.has_parent_path())
-            fs::create_directories(path.parent_path(), error);
-        if (error)
-            throw std::runtime_error("the folder of \"" + path.string() +
-                                     "\" cannot be created: " + error.message());
-        const auto status = fs::status(path, error);
-        if (fs::exists(status) && !fs::is_regular_file(status))
-            throw std::runtime_error("\"" + path.string() + "\" is no regular file; a WAV file needs one");
-    }
-
-    std::string m_pattern;
-};
+GstElement* CreateElement(const std::string& pattern, const OutputContext& context) {
+    const fs::path path = Expand(pattern, context);
+    RequireWritablePlace(path);
+    // audiorate fills with silence what the pipeline had no sound for: the recording begins when the
+    // stream was opened, in every room.
+    GstElement* bin = MakeBin("audiorate tolerance=0 ! audio/x-raw,format=S16LE ! wavenc ! "
+                              "filesink name=file sync=true");
+    const GstPtr<GstElement> file(gst_bin_get_by_name(GST_BIN(bin), "file"));
+    g_object_set(file.get(), "location", path.c_str(), nullptr); // NOLINT(*-vararg)
+    return bin;
+}
 
 } // namespace
 
-std::unique_ptr<IOutput> CreateFileOutput(const std::string& text) {
+Output CreateFileOutput(const std::string& text) {
     if (text.empty())
         throw std::invalid_argument("\"file:\" needs a path, such as \"file: recordings/kitchen-%n.wav\"");
     (void)Expand(text, {}); // Only to have it checked.
-    return std::make_unique<FileOutput>(text);
+    return [text](const OutputContext& context) {
+        return CreateElement(text, context);
+    };
 }
 
 } // namespace controller::audio

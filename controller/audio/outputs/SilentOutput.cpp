@@ -4,21 +4,12 @@
 
 namespace controller::audio {
 
-namespace {
-
-class SilentOutput final : public IOutput {
-public:
-    [[nodiscard]] GstElement* CreateElement(const OutputContext& /*context*/) const override {
-        return MakeBin("fakesink sync=true");
-    }
-};
-
-} // namespace
-
-std::unique_ptr<IOutput> CreateSilentOutput(const std::string& text) {
+Output CreateSilentOutput(const std::string& text) {
     if (!text.empty())
         throw std::invalid_argument("\"silent\" takes nothing behind it, not \"" + text + "\"");
-    return std::make_unique<SilentOutput>();
+    return [](const OutputContext& /*context*/) {
+        return MakeBin("fakesink sync=true");
+    };
 }
 
 } // namespace controller::audio
