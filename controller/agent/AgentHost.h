@@ -52,6 +52,8 @@ public:
     /// Destroys the agent; commands and requests find none from now on.
     void Stop() noexcept;
 
+    [[nodiscard]] bool IsRunning() const noexcept { return m_agent != nullptr; }
+
     [[nodiscard]] AgentAnswer Command(const std::string& name, const Parameters& parameters);
     [[nodiscard]] AgentAnswer Request(const std::string& name, const Parameters& parameters);
 

@@ -146,6 +146,7 @@ void Announcements::Dismiss(const Done& done) {
 }
 
 void Announcements::Command(const std::string& name, const Parameters& parameters, const Done& done) {
+    m_driverOnly.Assert();
     const auto played = raw_request::Played(name, parameters);
     if (played) {
         // The agent would have an unknown id wait as well, and play whatever has it by then.
@@ -161,6 +162,12 @@ void Announcements::Command(const std::string& name, const Parameters& parameter
 }
 
 void Announcements::Request(const std::string& name, const Parameters& parameters, const Done& done) {
+    m_driverOnly.Assert();
+    if (name == "get_announcements" && m_parts.agent.IsRunning()) {
+        // The agent would be busy for long; its answer is known.
+        done({{AgentAnswer::Kind::Reply, "announcements", announcement_xml::ToXml(*All()), ""}, nullptr, ""});
+        return;
+    }
     m_isAsking = true;
     AgentAnswer answer = name == raw_request::kAdd ? AskToAdd(raw_request::WithoutOwnId(parameters))
                                                    : m_parts.agent.Request(name, parameters);
@@ -180,6 +187,7 @@ void Announcements::Ask(const char* request,
                         std::uint32_t id,
                         const HouseAddition* house,
                         const Done& done) {
+    m_driverOnly.Assert();
     m_isAsking = true;
     AgentAnswer answer = id == 0 ? AskToAdd(parameters) : m_parts.agent.Ask(request, parameters);
     m_isAsking = false;
@@ -222,6 +230,7 @@ void Announcements::Settle(AgentAnswer answer,
 }
 
 Announcements::Change Announcements::TakeAnew(std::uint32_t id, const HouseAddition* house) {
+    m_driverOnly.Assert();
     if (id == 0)
         return Change::None; // the agent gives nobody what it keeps under this id
     const AgentAnswer answer = m_parts.agent.Ask("get_announcement", {{"id", IdText(id)}});
@@ -275,6 +284,7 @@ void Announcements::Write(std::uint32_t id, WriteDone done) {
 }
 
 void Announcements::Save(WriteDone done) {
+    m_driverOnly.Assert();
     m_parts.store.WriteAll(std::move(done));
 }
 

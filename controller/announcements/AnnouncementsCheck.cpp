@@ -7,6 +7,7 @@
 #include "host/ForEachChild.h"
 #include "host/VqXML.h"
 
+#include <limits>
 #include <utility>
 
 namespace controller {
@@ -15,6 +16,10 @@ namespace {
 
 /// Between two looks of a round.
 constexpr std::chrono::milliseconds kPause{100};
+
+/// So many ids behind a known one are looked at: the agent numbers on from the highest.
+constexpr std::uint32_t kFarthest = 1000;
+constexpr std::uint32_t kLastId = std::numeric_limits<std::uint32_t>::max();
 
 void Nobody(const std::string& /*error*/) {}
 
@@ -77,6 +82,7 @@ void Announcements::TakePlayed() {
 }
 
 void Announcements::StateInvalidated() {
+    m_driverOnly.Assert();
     if (!m_isAsking)
         CheckIn(kSoon);
 }
@@ -92,14 +98,16 @@ void Announcements::CheckSome() {
     const auto begin = m_parts.scheduler.Now();
     while (m_parts.scheduler.Now() - begin < std::chrono::milliseconds(2)) {
         const auto next = m_all.upper_bound(m_checked);
-        if (next == m_all.end()) {
+        const std::uint32_t known = next != m_all.begin() ? std::prev(next)->first : 0;
+        if (m_checked - known < kFarthest && m_checked < kLastId) {
+            Mend(++m_checked);
+        } else if (next != m_all.end()) {
+            m_checked = next->first;
+            Mend(m_checked);
+        } else {
             CheckIn(kRound);
             return;
         }
-        m_checked = next->first;
-        Mend(m_checked);
-        if (!Find(m_checked + 1))
-            Mend(m_checked + 1);
     }
     m_check.Start(kPause, [this] { CheckSome(); });
 }
@@ -117,6 +125,7 @@ void Announcements::Mend(std::uint32_t id) {
 }
 
 void Announcements::Check() {
+    m_driverOnly.Assert();
     TakePlayed();
     const AgentAnswer answer = m_parts.agent.Request("get_announcements", {});
     if (answer.kind != AgentAnswer::Kind::Reply || answer.text == announcement_xml::ToXml(*All()))

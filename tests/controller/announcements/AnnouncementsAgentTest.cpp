@@ -210,10 +210,36 @@ TEST_F(AnnouncementsAgentTest, WhatDiffersFromTheAgentIsToldAsAMistakeAndMended)
     m_host.log.lines.clear();
 }
 
+TEST_F(AnnouncementsAgentTest, WhatTheAgentHasFarBehindAKnownIdIsFoundWhenIdle) {
+    for (int count = 0; count < 300; ++count)
+        (void)m_host.agent.Request("add_announcement",
+                                   {{"announcement", announcement_xml::ToXml(Made("New"))}});
+    for (int id = 2; id < 301; ++id)
+        (void)m_host.agent.Request("remove_announcement", {{"id", std::to_string(id)}});
+    m_host.scheduler.Advance(Announcements::kRound);
+    EXPECT_EQ(Names(), (Texts{"1 One", "301 New"}));
+    EXPECT_EQ(announcement_xml::ToXml(*m_announcements.All()), m_host.agent.State());
+    m_host.log.lines.clear();
+}
+
+TEST_F(AnnouncementsAgentTest, ARawRequestForAllIsAnsweredFromTheRecords) {
+    m_announcements.Request("get_announcements", {}, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::Reply);
+    EXPECT_EQ(m_outcome.answer.text, m_host.agent.State());
+    EXPECT_EQ(m_outcome.answer.text, m_host.agent.Request("get_announcements", {}).text);
+    (void)m_host.agent.Request("remove_announcement", {{"id", "1"}});
+    m_announcements.Request("get_announcements", {}, Note());
+    EXPECT_NE(m_outcome.answer.text, m_host.agent.State());
+    m_announcements.Check();
+    m_host.log.lines.clear();
+}
+
 TEST_F(AnnouncementsAgentTest, WithoutAnAgentWhatIsThereCanStillBeRead) {
     m_host.agent.Stop();
     EXPECT_EQ(Names(), Texts{"1 One"});
     m_announcements.Remove(1, Note());
+    EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::NoAgent);
+    m_announcements.Request("get_announcements", {}, Note());
     EXPECT_EQ(m_outcome.answer.kind, AgentAnswer::Kind::NoAgent);
     m_announcements.Check();
     EXPECT_EQ(Names(), Texts{"1 One"});
