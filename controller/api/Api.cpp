@@ -2,7 +2,7 @@
 
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/ParseJson.h"
-#include "controller/http/Problem.h"
+#include "controller/api/json/Replies.h"
 #include "controller/media/MediaName.h"
 
 #include <nlohmann/json.hpp>
@@ -22,33 +22,6 @@ std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators
     return ids;
 }
 
-/// Counts the replies, and says what a refused request has not said itself.
-class CountedExchange final : public HttpExchange {
-public:
-    CountedExchange(std::shared_ptr<HttpExchange> exchange, std::map<unsigned, std::uint64_t>& counts)
-        : m_exchange(std::move(exchange))
-        , m_counts(counts) {}
-
-    [[nodiscard]] const HttpRequest& Request() const noexcept override { return m_exchange->Request(); }
-    void
-    ReadBody(std::size_t limit, std::chrono::seconds time, std::function<void(std::string)> onBody) override {
-        m_exchange->ReadBody(limit, time, std::move(onBody));
-    }
-    void Reply(HttpReply reply) override {
-        ++m_counts[reply.status];
-        m_exchange->Reply(std::move(reply));
-    }
-    void Upgrade(std::function<void(std::shared_ptr<WebSocket>)> onOpen) override {
-        ++m_counts[101];
-        m_exchange->Upgrade(std::move(onOpen));
-    }
-    void TrustClient() override { m_exchange->TrustClient(); }
-
-private:
-    const std::shared_ptr<HttpExchange> m_exchange;
-    std::map<unsigned, std::uint64_t>& m_counts;
-};
-
 /// The token of the request; empty without one.
 std::string_view BearerOf(const HttpRequest& request) {
     const std::string_view text = request.Header("authorization");
@@ -56,10 +29,8 @@ std::string_view BearerOf(const HttpRequest& request) {
     return text.substr(0, kBearer.size()) == kBearer ? text.substr(kBearer.size()) : std::string_view();
 }
 
-HttpReply Unauthorized(std::string_view detail, std::string_view right) {
-    HttpReply reply = Problem(401, detail, right);
-    reply.headers.emplace_back("WWW-Authenticate", "Bearer");
-    return reply;
+HttpReply Unauthorized(const char* detail, const char* right) {
+    return Problem({401, detail, right, {{"WWW-Authenticate", "Bearer"}}});
 }
 
 bool IsJson(std::string_view contentType) {
@@ -105,23 +76,26 @@ EventStreams::Parts Api::StreamParts() {
 }
 
 void Api::Handle(std::shared_ptr<HttpExchange> exchange) {
-    const auto counted = std::make_shared<CountedExchange>(std::move(exchange), m_context.replies);
-    const HttpRequest& request = counted->Request();
+    const HttpRequest& request = exchange->Request();
     const std::string_view host = request.Header("host");
     if (request.CountHeaders("host") != 1) {
-        counted->Reply(Problem(400, "the request has no Host, or several", "one Host"));
+        exchange->Reply(Problem({400, "the request has no Host, or several", "one Host"}));
         return;
     }
     if (!m_hosts.IsOurs(host)) {
-        counted->Reply(Problem(421, "this Host is not served here", m_hosts.Accepted()));
+        exchange->Reply(Problem({421, "this Host is not served here", m_hosts.Accepted()}));
         return;
     }
     if (!HostCheck::IsSameOrigin(request.Header("origin"), host)) {
-        counted->Reply(
-            Problem(403, "the request comes from a page of another origin", "a page of this server"));
+        exchange->Reply(
+            Problem({403, "the request comes from a page of another origin", "a page of this server"}));
         return;
     }
-    Route(counted);
+    Route(exchange);
+}
+
+HttpReply Api::Explain(const HttpRefusal& refusal) {
+    return Problem(refusal);
 }
 
 void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
@@ -132,25 +106,24 @@ void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
             exchange->Reply(std::move(*page));
             return;
         }
-        HttpReply reply =
-            route.allowed.empty()
-                ? Problem(404, "there is nothing at this address", "see GET /api/operations")
-                : Problem(405, std::string(request.method) + " is not for this address", route.allowed);
-        if (!route.allowed.empty())
-            reply.headers.emplace_back("Allow", route.allowed);
-        exchange->Reply(std::move(reply));
+        if (route.allowed.empty())
+            exchange->Reply(Problem({404, "there is nothing at this address", "see GET /api/operations"}));
+        else
+            exchange->Reply(Problem({405,
+                                     std::string(request.method) + " is not for this address",
+                                     route.allowed,
+                                     {{"Allow", route.allowed}}}));
         return;
     }
     auto query = ParseQuery(request.query);
     if (!query) {
-        exchange->Reply(Problem(400, "the query is badly encoded", "NAME=VALUE&..., percent-encoded"));
+        exchange->Reply(Problem({400, "the query is badly encoded", "NAME=VALUE&..., percent-encoded"}));
         return;
     }
     const auto call = std::make_shared<ApiCall>(exchange, std::move(route.values), std::move(*query));
     if (route.operation->kind == Operation::Kind::Events && !request.isUpgrade) {
-        HttpReply reply = Problem(426, "this address is a WebSocket", "a WebSocket request");
-        reply.headers.emplace_back("Upgrade", "websocket");
-        call->Reply(std::move(reply));
+        call->Reply(
+            Problem({426, "this address is a WebSocket", "a WebSocket request", {{"Upgrade", "websocket"}}}));
         return;
     }
     Authorize({route.operation, call});
@@ -187,10 +160,10 @@ void Api::Authorize(const Wanted& wanted) {
                                                            "`announcement-controller token add` makes one"));
                            return;
                        }
-                       HttpReply reply =
-                           Problem(429, "too many wrong tokens came from this address", "to wait a minute");
-                       reply.headers.emplace_back("Retry-After", "60");
-                       wanted.call->Reply(std::move(reply));
+                       wanted.call->Reply(Problem({429,
+                                                   "too many wrong tokens came from this address",
+                                                   "to wait a minute",
+                                                   {{"Retry-After", "60"}}}));
                    });
 }
 

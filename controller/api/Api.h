@@ -26,6 +26,8 @@ public:
     ~Api();
 
     void Handle(std::shared_ptr<HttpExchange> exchange) override;
+    void Answered(unsigned status) override { ++m_context.replies[status]; }
+    [[nodiscard]] HttpReply Explain(const HttpRefusal& refusal) override;
 
 private:
     struct Wanted {

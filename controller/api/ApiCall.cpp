@@ -1,6 +1,6 @@
 #include "controller/api/ApiCall.h"
 
-#include "controller/http/Problem.h"
+#include "controller/api/json/Replies.h"
 #include "controller/media/MediaShelf.h"
 
 #include <algorithm>
@@ -86,7 +86,7 @@ void ApiCall::Reply(HttpReply reply) {
 }
 
 void ApiCall::Fail(const ApiError& error) {
-    Reply(Problem(error.Status(), error.what(), error.Right()));
+    Reply(Problem({error.Status(), error.what(), error.Right()}));
 }
 
 void ApiCall::Guard(const std::function<void()>& work) {

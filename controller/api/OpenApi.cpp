@@ -1,6 +1,6 @@
 #include "controller/api/OpenApi.h"
 
-#include "controller/api/OperationParameters.h"
+#include "controller/api/json/OperationJson.h"
 #include "controller/api/json/Replies.h"
 
 #include <nlohmann/json.hpp>
@@ -36,10 +36,11 @@ Json IdSchema() {
 Json ParametersOf(const Operation& operation) {
     Json parameters = Json::array();
     for (const OperationParameter& parameter : ParametersIn(operation)) {
-        const bool isId = parameter.isInPath && parameter.name != "name";
+        const bool isInPath = parameter.in == "path";
+        const bool isId = isInPath && parameter.name != "name";
         parameters.push_back({{"name", parameter.name},
-                              {"in", parameter.isInPath ? "path" : "query"},
-                              {"required", parameter.isInPath},
+                              {"in", parameter.in},
+                              {"required", isInPath},
                               {"description", parameter.summary},
                               {"schema", isId ? IdSchema() : Json{{"type", "string"}}}});
     }

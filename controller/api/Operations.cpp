@@ -4,6 +4,7 @@
 #include "controller/api/json/EventJson.h"
 #include "controller/api/json/HouseViews.h"
 #include "controller/api/json/MediaJson.h"
+#include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
 
@@ -59,9 +60,9 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
         {"list_variables", "GET", "/api/variables", Need::Play, Kind::Plain, handlers::ListVariables,
          "The variables", Content::None(), 200, Content::Of<view::VariableList>()},
         {"get_variable", "GET", "/api/variables/{device}/{variable}", Need::Play, Kind::Plain, handlers::GetVariable,
-         "One variable", Content::None(), 200, Content::Of<view::Variable>()},
+         "One variable", Content::None(), 200, Content::Of<Variables::Variable>()},
         {"set_variable", "PUT", "/api/variables/{device}/{variable}", Need::Play, Kind::Json, handlers::SetVariable,
-         "Sets a variable; popups that are bound to it follow", Content::Of<view::VariableValue>(), 200, Content::Of<view::Variable>()},
+         "Sets a variable; popups that are bound to it follow", Content::Of<view::VariableValue>(), 200, Content::Of<Variables::Variable>()},
         {"list_media", "GET", "/api/media", Need::Play, Kind::Plain, handlers::ListMedia,
          "The sounds and images of the media folder", Content::None(), 200, Content::Of<view::MediaList>()},
         {"put_media", "PUT", "/api/media/{name}", Need::Admin, Kind::File, handlers::PutMedia,

@@ -1,7 +1,7 @@
 #include "controller/api/Pages.h"
 
+#include "controller/api/json/Replies.h"
 #include "controller/http/AcceptEncoding.h"
-#include "controller/http/Problem.h"
 
 #include <algorithm>
 #include <string>
@@ -42,9 +42,7 @@ bool HasTag(std::string_view ifNoneMatch, std::string_view etag) {
 }
 
 HttpReply MethodRefusal(std::string_view method) {
-    HttpReply refusal = Problem(405, std::string(method) + " is not for this address", "GET");
-    refusal.headers.emplace_back("Allow", "GET");
-    return refusal;
+    return Problem({405, std::string(method) + " is not for this address", "GET", {{"Allow", "GET"}}});
 }
 
 } // namespace

@@ -55,7 +55,7 @@ private:
     template <class Work>
     void Guard(const Work& work);
     void SendContinue();
-    void Refuse(HttpReply reply);
+    void Refuse(const HttpRefusal& refusal);
     void Write();
     void Written(const boost::system::error_code& error, std::size_t size);
     void CloseInOrder();

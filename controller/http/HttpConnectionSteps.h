@@ -1,7 +1,6 @@
 #pragma once
 
 #include "controller/http/HttpConnection.h"
-#include "controller/http/Problem.h"
 #include "controller/http/WebSocketConnection.h"
 #include "controller/http/WebSocketRequest.h"
 
@@ -100,7 +99,7 @@ void HttpConnection<Stream>::Guard(const Work& work) {
         work();
     } catch (const std::exception&) {
         if (m_state == State::Handling)
-            Refuse(Problem(500, "the controller failed to handle this request"));
+            Refuse({500, "the controller failed to handle this request", ""});
     }
 }
 
@@ -142,17 +141,18 @@ void HttpConnection<Stream>::HandBody() {
 }
 
 template <class Stream>
-void HttpConnection<Stream>::Refuse(HttpReply reply) {
+void HttpConnection<Stream>::Refuse(const HttpRefusal& refusal) {
     m_onBody = nullptr;
     m_isLast = true;
     m_state = State::Handling;
-    Reply(std::move(reply));
+    Reply(m_handler.Explain(refusal));
 }
 
 template <class Stream>
 void HttpConnection<Stream>::Reply(HttpReply reply) {
     if (m_state != State::Handling)
         return; // the connection has ended, or has its reply
+    m_handler.Answered(reply.status);
     m_isLast = m_isLast || !m_reader.IsWhole() || !m_reader.KeepsAlive();
     const HttpRequest& request = m_reader.Request();
     m_writer.Begin(std::move(reply),
@@ -209,14 +209,15 @@ void HttpConnection<Stream>::CloseTransport() {
 template <class Stream>
 void HttpConnection<Stream>::Upgrade(std::function<void(std::shared_ptr<WebSocket>)> onOpen) {
     if (m_reader.HasBytes() || !m_reader.IsWhole()) {
-        Refuse(Problem(400, "data came before the WebSocket was open",
-                       "nothing behind the request until its reply has come"));
+        Refuse({400, "data came before the WebSocket was open",
+                "nothing behind the request until its reply has come"});
         return;
     }
     if (auto refusal = RefusalOfWebSocket(m_reader.Request())) {
-        Reply(std::move(*refusal));
+        Reply(m_handler.Explain(*refusal));
         return;
     }
+    m_handler.Answered(101);
     m_state = State::Ended; // the WebSocket has the socket now
     const auto webSocket = std::make_shared<WebSocketConnection<Stream>>(m_stream, m_place);
     webSocket->Start(m_reader.BeastRequest(), std::move(onOpen));
@@ -236,7 +237,7 @@ Connections::TimePoint HttpConnection<Stream>::Check(Connections::TimePoint now)
     if (now < m_deadline)
         return m_deadline;
     if (m_state == State::Head || m_state == State::Body)
-        Refuse(Problem(408, "the request did not come in time", "a whole request"));
+        Refuse({408, "the request did not come in time", "a whole request"});
     else
         CloseSocket();
     return HasEnded() ? Connections::TimePoint::max() : m_deadline;

@@ -56,6 +56,12 @@ public:
     /// The head of a request has come; its body has not been read.
     virtual void Handle(std::shared_ptr<HttpExchange> exchange) = 0;
 
+    /// A request has been answered with this status, or has become a WebSocket.
+    virtual void Answered(unsigned /*status*/) {}
+
+    /// The reply to a request that the server itself refuses.
+    [[nodiscard]] virtual HttpReply Explain(const HttpRefusal& refusal) = 0;
+
 protected:
     ~IHttpHandler() = default;
 };

@@ -47,6 +47,15 @@ struct HttpReply {
     bool isPage = false; ///< sent with the policy for pages, and not with the one for data
 };
 
+/// Why a request is not done: what is wrong and where, and what would be right (empty: there is nothing to
+/// add).
+struct HttpRefusal {
+    unsigned status = 400;
+    std::string detail;
+    std::string right;
+    std::vector<std::pair<std::string, std::string>> headers = {};
+};
+
 /// The protocol's words for a status: "Not Found"; "Unknown" for one that it does not have.
 [[nodiscard]] std::string_view StatusText(unsigned status) noexcept;
 

@@ -1,10 +1,7 @@
 #include "controller/http/HttpServer.h"
 
-#include "controller/http/ServeConnection.h"
-
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/ssl/context.hpp>
-#include <boost/asio/steady_timer.hpp>
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,8 +12,6 @@ namespace controller {
 
 namespace {
 
-using Acceptor =
-    boost::asio::basic_socket_acceptor<boost::asio::ip::tcp, boost::asio::io_context::executor_type>;
 using boost::system::error_code;
 
 /// What the program needs beside its connections: sounds, database, worker threads.
@@ -43,9 +38,9 @@ HttpLimits Possible(HttpLimits limits) {
     return limits;
 }
 
-std::unique_ptr<boost::asio::ssl::context> LoadTls(const TlsFiles& files) {
+std::shared_ptr<boost::asio::ssl::context> LoadTls(const TlsFiles& files) {
     using boost::asio::ssl::context;
-    auto tls = std::make_unique<context>(context::tls_server);
+    auto tls = std::make_shared<context>(context::tls_server);
     tls->set_options(context::default_workarounds | context::no_tlsv1 | context::no_tlsv1_1);
     // Each connection has keys of its own, and what was sent is authentic. TLS 1.3 knows nothing else.
     if (SSL_CTX_set_cipher_list(tls->native_handle(), "ECDHE+AESGCM:ECDHE+CHACHA20") != 1)
@@ -65,40 +60,23 @@ std::unique_ptr<boost::asio::ssl::context> LoadTls(const TlsFiles& files) {
 
 } // namespace
 
-class HttpServer::Implementation : public std::enable_shared_from_this<Implementation> {
-public:
-    Implementation(boost::asio::io_context& context,
-                   IHttpHandler& handler,
-                   Log& log,
-                   const HttpLimits& limits,
-                   const std::optional<TlsFiles>& tls)
-        : m_handler(handler)
-        , m_log(log)
-        , m_tls(tls ? LoadTls(*tls) : nullptr)
-        , m_connections(std::make_shared<controller::Connections>(context, Possible(limits)))
-        , m_acceptor(context)
-        , m_pause(context) {}
+HttpServer::HttpServer(boost::asio::io_context& context,
+                       IHttpHandler& handler,
+                       Log& log,
+                       const HttpLimits& limits,
+                       const std::optional<TlsFiles>& tls)
+    : m_handler(handler)
+    , m_log(log)
+    , m_tls(tls ? LoadTls(*tls) : nullptr)
+    , m_connections(std::make_shared<Connections>(context, Possible(limits)))
+    , m_acceptor(context)
+    , m_pause(context) {}
 
-    std::uint16_t Listen(const std::string& address, std::uint16_t port);
-    void Close();
-    [[nodiscard]] std::size_t Size() const noexcept { return m_connections->Size(); }
+HttpServer::~HttpServer() {
+    Close();
+}
 
-private:
-    void Accept();
-    void Accepted(HttpSocket socket);
-    void AcceptFailed(const error_code& error);
-
-    IHttpHandler& m_handler;
-    Log& m_log;
-    const std::unique_ptr<boost::asio::ssl::context> m_tls;
-    const std::shared_ptr<controller::Connections> m_connections;
-    Acceptor m_acceptor;
-    boost::asio::steady_timer m_pause;
-    bool m_isClosed = false;
-    bool m_isFull = false;
-};
-
-std::uint16_t HttpServer::Implementation::Listen(const std::string& address, std::uint16_t port) {
+std::uint16_t HttpServer::Listen(const std::string& address, std::uint16_t port) {
     error_code error;
     const auto parsed = boost::asio::ip::make_address(address, error);
     if (error)
@@ -123,20 +101,20 @@ std::uint16_t HttpServer::Implementation::Listen(const std::string& address, std
     return m_acceptor.local_endpoint().port();
 }
 
-void HttpServer::Implementation::Accept() {
-    m_acceptor.async_accept([self = shared_from_this()](const error_code& error, HttpSocket socket) {
-        if (self->m_isClosed)
+void HttpServer::Accept() {
+    m_acceptor.async_accept([this, life = std::weak_ptr(m_life)](const error_code& error, HttpSocket socket) {
+        if (life.expired())
             return;
         if (error) {
-            self->AcceptFailed(error);
+            AcceptFailed(error);
             return;
         }
-        self->Accepted(std::move(socket));
-        self->Accept();
+        Accepted(std::move(socket));
+        Accept();
     });
 }
 
-void HttpServer::Implementation::Accepted(HttpSocket socket) {
+void HttpServer::Accepted(HttpSocket socket) {
     error_code error;
     const auto peer = socket.remote_endpoint(error);
     if (error)
@@ -153,46 +131,23 @@ void HttpServer::Implementation::Accepted(HttpSocket socket) {
     ServeConnection(std::move(socket), std::move(place), m_handler, m_tls.get());
 }
 
-void HttpServer::Implementation::AcceptFailed(const error_code& error) {
+void HttpServer::AcceptFailed(const error_code& error) {
     m_log.Warning("A connection could not be taken: " + error.message());
     // Out of descriptors or memory: the same would happen again at once.
     m_pause.expires_after(std::chrono::milliseconds(100));
-    m_pause.async_wait([self = shared_from_this()](const error_code& stopped) {
-        if (!stopped && !self->m_isClosed)
-            self->Accept();
+    m_pause.async_wait([this, life = std::weak_ptr(m_life)](const error_code& stopped) {
+        if (!stopped && !life.expired())
+            Accept();
     });
 }
 
-void HttpServer::Implementation::Close() {
-    if (std::exchange(m_isClosed, true))
+void HttpServer::Close() {
+    if (!std::exchange(m_life, nullptr))
         return;
     error_code ignored; // closing is all that can be done
     m_acceptor.close(ignored);
     m_pause.cancel();
     m_connections->Stop();
-}
-
-HttpServer::HttpServer(boost::asio::io_context& context,
-                       IHttpHandler& handler,
-                       Log& log,
-                       const HttpLimits& limits,
-                       const std::optional<TlsFiles>& tls)
-    : m_implementation(std::make_shared<Implementation>(context, handler, log, limits, tls)) {}
-
-HttpServer::~HttpServer() {
-    Close();
-}
-
-std::uint16_t HttpServer::Listen(const std::string& address, std::uint16_t port) {
-    return m_implementation->Listen(address, port);
-}
-
-void HttpServer::Close() {
-    m_implementation->Close();
-}
-
-std::size_t HttpServer::Connections() const noexcept {
-    return m_implementation->Size();
 }
 
 } // namespace controller

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "controller/driver/Log.h"
-#include "controller/http/HttpExchange.h"
-#include "controller/http/HttpLimits.h"
+#include "controller/http/ServeConnection.h"
 
-#include <boost/asio/io_context.hpp>
+#include <boost/asio/steady_timer.hpp>
 
 #include <cstdint>
 #include <memory>
@@ -44,11 +43,25 @@ public:
     /// away.
     void Close();
 
-    [[nodiscard]] std::size_t Connections() const noexcept;
+    [[nodiscard]] std::size_t Size() const noexcept { return m_connections->Size(); }
 
 private:
-    class Implementation;
-    std::shared_ptr<Implementation> m_implementation;
+    using Acceptor =
+        boost::asio::basic_socket_acceptor<boost::asio::ip::tcp, boost::asio::io_context::executor_type>;
+
+    void Accept();
+    void Accepted(HttpSocket socket);
+    void AcceptFailed(const boost::system::error_code& error);
+
+    IHttpHandler& m_handler;
+    Log& m_log;
+    const std::shared_ptr<boost::asio::ssl::context> m_tls; ///< null: plain
+    const std::shared_ptr<Connections> m_connections;
+    Acceptor m_acceptor;
+    boost::asio::steady_timer m_pause;
+    bool m_isFull = false;
+    std::shared_ptr<bool> m_life =
+        std::make_shared<bool>(true); ///< what is under way may outlive this object
 };
 
 } // namespace controller

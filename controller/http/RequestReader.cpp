@@ -1,7 +1,6 @@
 #include "controller/http/RequestReader.h"
 
 #include "controller/http/Packer.h"
-#include "controller/http/Problem.h"
 
 #include <boost/beast/websocket/rfc6455.hpp>
 
@@ -143,8 +142,8 @@ RequestReader::Step RequestReader::Failed(const Error& error) {
     return Refuse(400, "the request is no HTTP: " + error.message(), "an HTTP/1.1 request");
 }
 
-RequestReader::Step RequestReader::Refuse(unsigned status, std::string_view detail, std::string_view right) {
-    m_refusal = Problem(status, detail, right);
+RequestReader::Step RequestReader::Refuse(unsigned status, std::string detail, std::string right) {
+    m_refusal = {status, std::move(detail), std::move(right)};
     return Step::Refused;
 }
 

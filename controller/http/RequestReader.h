@@ -45,7 +45,7 @@ public:
     [[nodiscard]] const HttpRequest& Request() const noexcept { return m_request; }
     [[nodiscard]] const Message& BeastRequest() const noexcept { return m_parser->get(); }
     [[nodiscard]] std::string TakeBody() { return std::move(m_parser->get().body()); }
-    [[nodiscard]] HttpReply TakeRefusal() { return std::move(m_refusal); }
+    [[nodiscard]] HttpRefusal TakeRefusal() { return std::move(m_refusal); }
 
     /// Whether something has come that belongs to no former request.
     [[nodiscard]] bool HasBytes() const noexcept { return m_buffer.size() > 0; }
@@ -66,7 +66,7 @@ private:
     [[nodiscard]] bool HasClearLength() const noexcept;
     [[nodiscard]] bool IsMostlyPadding() const noexcept;
     [[nodiscard]] Step Failed(const Error& error);
-    [[nodiscard]] Step Refuse(unsigned status, std::string_view detail, std::string_view right);
+    [[nodiscard]] Step Refuse(unsigned status, std::string detail, std::string right);
     void FillRequest();
 
     const HttpLimits& m_limits;
@@ -79,7 +79,7 @@ private:
     bool m_isInBody = false;
     std::size_t m_bodyLimit = 0;
     std::size_t m_bodyTaken = 0; ///< bytes of the body as it came, with what is around its chunks
-    HttpReply m_refusal;
+    HttpRefusal m_refusal;
 };
 
 } // namespace controller

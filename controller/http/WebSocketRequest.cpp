@@ -1,7 +1,5 @@
 #include "controller/http/WebSocketRequest.h"
 
-#include "controller/http/Problem.h"
-
 #include <algorithm>
 #include <cctype>
 
@@ -20,17 +18,15 @@ bool IsKey(std::string_view key) noexcept {
 
 } // namespace
 
-std::optional<HttpReply> RefusalOfWebSocket(const HttpRequest& request) {
-    if (request.Header("sec-websocket-version") != "13") {
-        HttpReply reply =
-            Problem(426, "the WebSocket request is of an unknown version", "Sec-WebSocket-Version: 13");
-        reply.headers.emplace_back("Sec-WebSocket-Version", "13");
-        reply.headers.emplace_back("Upgrade", "websocket");
-        return reply;
-    }
+std::optional<HttpRefusal> RefusalOfWebSocket(const HttpRequest& request) {
+    if (request.Header("sec-websocket-version") != "13")
+        return HttpRefusal{426,
+                           "the WebSocket request is of an unknown version",
+                           "Sec-WebSocket-Version: 13",
+                           {{"Sec-WebSocket-Version", "13"}, {"Upgrade", "websocket"}}};
     if (!IsKey(request.Header("sec-websocket-key")))
-        return Problem(400, "the WebSocket request has no proper key",
-                       "Sec-WebSocket-Key: 16 bytes in base64");
+        return HttpRefusal{400, "the WebSocket request has no proper key",
+                           "Sec-WebSocket-Key: 16 bytes in base64"};
     return std::nullopt;
 }
 

@@ -8,6 +8,6 @@ namespace controller {
 
 /// What is wrong with a request for a WebSocket; nothing when it is in order. The library would refuse it,
 /// too, but with a text of its own.
-[[nodiscard]] std::optional<HttpReply> RefusalOfWebSocket(const HttpRequest& request);
+[[nodiscard]] std::optional<HttpRefusal> RefusalOfWebSocket(const HttpRequest& request);
 
 } // namespace controller

@@ -8,21 +8,6 @@ namespace controller {
 namespace handlers {
 namespace {
 
-const House::Room& RequiredRoom(ApiContext& context, std::uint32_t id) {
-    const auto* const room = house_json::FindRoom(context.parts.house, id);
-    if (room == nullptr)
-        throw ApiError(404, "the house has no room " + std::to_string(id), "an id that GET /api/rooms lists");
-    return *room;
-}
-
-const House::Navigator& RequiredNavigator(ApiContext& context, std::uint32_t id) {
-    const auto* const navigator = house_json::FindNavigator(context.parts.house, id);
-    if (navigator == nullptr)
-        throw ApiError(404, "the house has no navigator " + std::to_string(id),
-                       "an id that GET /api/navigators lists");
-    return *navigator;
-}
-
 Variables::Variable RequiredVariable(ApiContext& context, std::uint32_t device, std::uint32_t id) {
     for (const auto& variable : context.parts.variables.All()) {
         if (variable.device == device && variable.variable == id)
@@ -36,8 +21,8 @@ Variables::Variable RequiredVariable(ApiContext& context, std::uint32_t device, 
 } // namespace
 
 void GetHouse(ApiContext& context, Call call) {
-    call->Reply(200, view::House{context.parts.house.name, house_json::Rooms(context).rooms,
-                                 house_json::Navigators(context).navigators});
+    call->Reply(200, view::House{context.parts.house.name, house_json::Rooms(context).entries,
+                                 house_json::Navigators(context).entries});
 }
 
 void ListRooms(ApiContext& context, Call call) {
@@ -45,11 +30,11 @@ void ListRooms(ApiContext& context, Call call) {
 }
 
 void GetRoom(ApiContext& context, Call call) {
-    call->Reply(200, house_json::Room(context, RequiredRoom(context, call->Id("id"))));
+    call->Reply(200, house_json::Room(context, house_json::RequiredRoom(context, call->Id("id"))));
 }
 
 void SetRoomVolume(ApiContext& context, Call call) {
-    const std::uint32_t id = RequiredRoom(context, call->Id("id")).id;
+    const std::uint32_t id = house_json::RequiredRoom(context, call->Id("id")).id;
     const unsigned volume = call->Take<view::Volume>().volume;
     (void)context.parts.volumes.Set(id, volume, [&context, call, id](const std::string& error) {
         call->Guard([&] {
@@ -64,11 +49,11 @@ void ListNavigators(ApiContext& context, Call call) {
 }
 
 void GetNavigator(ApiContext& context, Call call) {
-    call->Reply(200, house_json::Navigator(context, RequiredNavigator(context, call->Id("id"))));
+    call->Reply(200, house_json::Navigator(context, house_json::RequiredNavigator(context, call->Id("id"))));
 }
 
 void ConfirmPopup(ApiContext& context, Call call) {
-    const std::uint32_t id = RequiredNavigator(context, call->Id("id")).id;
+    const std::uint32_t id = house_json::RequiredNavigator(context, call->Id("id")).id;
     const auto popup = house_json::PopupOn(context, id);
     if (!popup || popup->number != call->Number("number")) {
         call->Reply(200, view::Confirmed{false});
@@ -89,19 +74,18 @@ void ConfirmPopup(ApiContext& context, Call call) {
 }
 
 void WatchNavigator(ApiContext& context, Call call) {
-    const std::uint32_t id = RequiredNavigator(context, call->Id("id")).id;
+    const std::uint32_t id = house_json::RequiredNavigator(context, call->Id("id")).id;
     call->Exchange().Upgrade([&context, id](std::shared_ptr<WebSocket> socket) {
         context.streams.AddPage(id, std::move(socket));
     });
 }
 
 void ListVariables(ApiContext& context, Call call) {
-    call->Reply(200, house_json::Variables(context));
+    call->Reply(200, view::VariableList{context.parts.variables.All()});
 }
 
 void GetVariable(ApiContext& context, Call call) {
-    call->Reply(200,
-                house_json::Variable(RequiredVariable(context, call->Id("device"), call->Id("variable"))));
+    call->Reply(200, RequiredVariable(context, call->Id("device"), call->Id("variable")));
 }
 
 void SetVariable(ApiContext& context, Call call) {
@@ -112,7 +96,7 @@ void SetVariable(ApiContext& context, Call call) {
     const auto answer = [&context, call, device, variable](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);
-            call->Reply(200, house_json::Variable(RequiredVariable(context, device, variable)));
+            call->Reply(200, RequiredVariable(context, device, variable));
         });
     };
     (void)context.parts.variables.Set(device, variable, value, answer); // known, and not too long

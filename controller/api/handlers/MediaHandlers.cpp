@@ -20,18 +20,9 @@ std::vector<view::User> UsersOf(const Announcements::List& announcements, const 
 }
 
 HttpReply InUse(const std::string& name, std::vector<view::User> users) {
-    view::Problem problem;
-    problem.title = StatusText(409);
-    problem.status = 409;
-    problem.detail = name + " is used by " + std::to_string(users.size()) +
-                     (users.size() == 1 ? " announcement" : " announcements");
-    problem.right = "to change or delete what stands in users first";
-    problem.users = std::move(users);
-    HttpReply reply;
-    reply.status = 409;
-    reply.contentType = "application/problem+json";
-    reply.body = fields::ToText(problem);
-    return reply;
+    const std::string detail = name + " is used by " + std::to_string(users.size()) +
+                               (users.size() == 1 ? " announcement" : " announcements");
+    return Problem({409, detail, "to change or delete what stands in users first"}, std::move(users));
 }
 
 std::string RequiredName(Call call) {

@@ -56,9 +56,7 @@ void PlayOnce(ApiContext& context, Call call, const Announcement& announcement) 
 } // namespace
 
 void TestRoom(ApiContext& context, Call call) {
-    const std::uint32_t id = call->Id("id");
-    if (house_json::FindRoom(context.parts.house, id) == nullptr)
-        throw ApiError(404, "the house has no room " + std::to_string(id), "an id that GET /api/rooms lists");
+    const std::uint32_t id = house_json::RequiredRoom(context, call->Id("id")).id;
     Announcement tone;
     tone.name = "Test tone";
     tone.audio.file = TestTone::kName;
@@ -67,16 +65,12 @@ void TestRoom(ApiContext& context, Call call) {
 }
 
 void TestNavigator(ApiContext& context, Call call) {
-    const std::uint32_t id = call->Id("id");
-    const auto* const navigator = house_json::FindNavigator(context.parts.house, id);
-    if (navigator == nullptr)
-        throw ApiError(404, "the house has no navigator " + std::to_string(id),
-                       "an id that GET /api/navigators lists");
+    const auto& navigator = house_json::RequiredNavigator(context, call->Id("id"));
     Announcement popup;
     popup.name = "Test popup";
-    popup.video.text = "This is a test: " + navigator->name + " shows messages.";
+    popup.video.text = "This is a test: " + navigator.name + " shows messages.";
     popup.video.timeoutMs = kPopupMilliseconds;
-    popup.navigators = {{id, navigator->room, true}};
+    popup.navigators = {{navigator.id, navigator.room, true}};
     PlayOnce(context, call, popup);
 }
 

@@ -1,7 +1,7 @@
 #include "controller/api/OpenApi.h"
-#include "controller/api/OperationParameters.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/HouseJson.h"
+#include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
 
@@ -76,16 +76,7 @@ void GiveTicket(ApiContext& context, Call call) {
 }
 
 void ListOperations(ApiContext& /*context*/, Call call) {
-    view::OperationList list;
-    for (const Operation& operation : Operations()) {
-        view::OperationView view{operation.name,         operation.method,  operation.path,
-                                 NameOf(operation.need), operation.summary, {}};
-        for (const OperationParameter& parameter : ParametersIn(operation))
-            view.parameters.push_back(
-                {parameter.name, parameter.isInPath ? "path" : "query", parameter.summary});
-        list.operations.push_back(std::move(view));
-    }
-    call->Reply(200, list);
+    call->Reply(200, view::OperationList{Operations()});
 }
 
 void DescribeApi(ApiContext& context, Call call) {

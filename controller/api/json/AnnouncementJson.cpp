@@ -58,55 +58,48 @@ void RequireId(const nlohmann::json& json, std::uint32_t given, std::uint32_t id
 
 } // namespace
 
-const Object& TableOf(For<Audio> /*type*/) {
-    static const Object kTable(
-        "AnnouncementAudio", Audio(),
-        {Member<&Audio::file>("file", "A sound of the media folder, without .wav; empty for none")
-             .AtMostBytes(announcement_json::kMaxText),
-         Member<&Audio::delayMs>("delay_ms")});
-    return kTable;
+Object TableOf(For<Audio> /*type*/) {
+    return {"AnnouncementAudio",
+            {Member<&Audio::file>("file", "A sound of the media folder, without .wav; empty for none")
+                 .AtMostBytes(announcement_json::kMaxText),
+             Member<&Audio::delayMs>("delay_ms")}};
 }
 
-const Object& TableOf(For<Binding> /*type*/) {
-    static const Object kTable("VariableBinding", Binding(),
-                               {Member<&Binding::device>("device").AsId().Required(),
-                                Member<&Binding::variable>("variable").AsId().Required(),
-                                Member<&Binding::name>("name").AtMostBytes(announcement_json::kMaxText)});
-    return kTable;
+Object TableOf(For<Binding> /*type*/) {
+    return {"VariableBinding",
+            {Member<&Binding::device>("device").AsId().Required(),
+             Member<&Binding::variable>("variable").AsId().Required(),
+             Member<&Binding::name>("name").AtMostBytes(announcement_json::kMaxText)}};
 }
 
-const Object& TableOf(For<Video> /*type*/) {
+Object TableOf(For<Video> /*type*/) {
     using announcement_json::kMaxText;
-    static const Object kTable(
-        "AnnouncementVideo", Video(),
+    return {
+        "AnnouncementVideo",
         {Member<&Video::image>("image", "A file of the media folder, or an http(s) address; empty for none")
              .AtMostBytes(kMaxText),
          Member<&Video::text>("text").AtMostBytes(kMaxText), Member<&Video::delayMs>("delay_ms"),
          Member<&Video::timeoutMs>("timeout_ms", "How long the popup stands; 0 means 30000"),
          Member<&Video::hasOkButton>("ok_button"),
-         Member<&Video::variable>("variable", "The message follows this variable's value")});
-    return kTable;
+         Member<&Video::variable>("variable", "The message follows this variable's value")}};
 }
 
-const Object& TableOf(For<Room> /*type*/) {
-    static const Object kTable("AnnouncementRoom", Room(),
-                               {Member<&Room::id>("id").AsId().Required(),
-                                Member<&Room::volume>("volume", kVolumeWords).Between(-1, 100)});
-    return kTable;
+Object TableOf(For<Room> /*type*/) {
+    return {"AnnouncementRoom",
+            {Member<&Room::id>("id").AsId().Required(),
+             Member<&Room::volume>("volume", kVolumeWords).Between(-1, 100)}};
 }
 
-const Object& TableOf(For<Navigator> /*type*/) {
-    static const Object kTable("AnnouncementNavigator", Navigator(),
-                               {Member<&Navigator::id>("id").AsId().Required(),
-                                Member<&Navigator::room>("room"),
-                                Member<&Navigator::isOnscreen>("onscreen")});
-    return kTable;
+Object TableOf(For<Navigator> /*type*/) {
+    return {"AnnouncementNavigator",
+            {Member<&Navigator::id>("id").AsId().Required(), Member<&Navigator::room>("room"),
+             Member<&Navigator::isOnscreen>("onscreen")}};
 }
 
-const Object& TableOf(For<Announcement> /*type*/) {
+Object TableOf(For<Announcement> /*type*/) {
     using announcement_json::kMaxTargets;
-    static const Object kTable(
-        "Announcement", Announcement(),
+    return {
+        "Announcement",
         {Member<&Announcement::id>("id", "May be left out, or is that of the address: the agent chooses it"),
          Member<&Announcement::name>("name").AtMostBytes(announcement_json::kMaxText).Required(),
          Member<&Announcement::audio>("audio"), Member<&Announcement::video>("video"),
@@ -116,25 +109,21 @@ const Object& TableOf(For<Announcement> /*type*/) {
              .AtMostEntries(announcement_json::kMaxTags)
              .AtMostBytes(announcement_json::kMaxTag)
              .EachOnce()
-             .LeftOutWhenEmpty()});
-    return kTable;
+             .LeftOutWhenEmpty()}};
 }
 
 namespace announcement_json {
 
-const Object& RoomVolume::Table() {
-    static const Object kTable(
-        "AnnouncementRoomVolume", RoomVolume(),
-        {Member<&RoomVolume::room, &Room::volume>("volume", kVolumeWords).Between(-1, 100)});
-    return kTable;
+Object RoomVolume::Table() {
+    return {"AnnouncementRoomVolume",
+            {Member<&RoomVolume::room, &Room::volume>("volume", kVolumeWords).Between(-1, 100)}};
 }
 
-const Object& NavigatorPlace::Table() {
+Object NavigatorPlace::Table() {
     using Place = NavigatorPlace;
-    static const Object kTable("AnnouncementNavigatorPlace", Place(),
-                               {Member<&Place::navigator, &Navigator::room>("room"),
-                                Member<&Place::navigator, &Navigator::isOnscreen>("onscreen")});
-    return kTable;
+    return {"AnnouncementNavigatorPlace",
+            {Member<&Place::navigator, &Navigator::room>("room"),
+             Member<&Place::navigator, &Navigator::isOnscreen>("onscreen")}};
 }
 
 std::string ToText(const Announcement& announcement) {

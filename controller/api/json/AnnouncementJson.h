@@ -8,12 +8,12 @@
 
 namespace controller {
 
-const fields::Object& TableOf(fields::For<Announcement> type);
-const fields::Object& TableOf(fields::For<Announcement::Audio> type);
-const fields::Object& TableOf(fields::For<Announcement::Binding> type);
-const fields::Object& TableOf(fields::For<Announcement::Video> type);
-const fields::Object& TableOf(fields::For<Announcement::Room> type);
-const fields::Object& TableOf(fields::For<Announcement::Navigator> type);
+fields::Object TableOf(fields::For<Announcement> type);
+fields::Object TableOf(fields::For<Announcement::Audio> type);
+fields::Object TableOf(fields::For<Announcement::Binding> type);
+fields::Object TableOf(fields::For<Announcement::Video> type);
+fields::Object TableOf(fields::For<Announcement::Room> type);
+fields::Object TableOf(fields::For<Announcement::Navigator> type);
 
 } // namespace controller
 
@@ -43,12 +43,12 @@ constexpr std::size_t kMaxTag = 50;
 struct RoomVolume {
     Announcement::Room room;
 
-    static const fields::Object& Table();
+    static fields::Object Table();
 };
 struct NavigatorPlace {
     Announcement::Navigator navigator;
 
-    static const fields::Object& Table();
+    static fields::Object Table();
 };
 
 } // namespace controller::announcement_json

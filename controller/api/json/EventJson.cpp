@@ -9,7 +9,7 @@ namespace controller {
 
 namespace {
 
-using fields::Itself;
+using fields::Constant;
 using fields::Member;
 using fields::Object;
 
@@ -18,19 +18,15 @@ const EventKind& KindOf(const Event& event) {
 }
 
 /// One of several messages, told apart by their "type".
-class UnionType : public fields::GivenType {
+class UnionType : public fields::Type {
 public:
     UnionType(std::string name, std::vector<const fields::Type*> members)
         : m_name(std::move(name))
         , m_members(std::move(members)) {}
 
-    void Write(std::string& /*out*/, const void* /*value*/) const override {
-        throw std::logic_error("this is only a description");
-    }
-
     void Describe(fields::Schema& schema,
                   const fields::Limits& /*limits*/,
-                  fields::Components& components) const override {
+                  fields::Components& components) const final {
         fields::Schema members = fields::Schema::array();
         for (const fields::Type* const one : m_members)
             one->Describe(members.emplace_back(), {}, components);
@@ -46,28 +42,21 @@ private:
     const std::vector<const fields::Type*> m_members;
 };
 
-std::vector<const fields::Type*> Messages() {
-    std::vector<const fields::Type*> messages;
-    for (const EventKind& kind : EventKinds())
-        messages.push_back(&kind.message->Whole());
-    return messages;
-}
-
-std::vector<const fields::Type*> PageMessages() {
-    std::vector<const fields::Type*> messages{&fields::TypeOf<view::PageStateMessage>(),
-                                              &fields::TypeOf<view::Alive>()};
+/// The messages of all kinds that have this one, behind others.
+std::vector<const fields::Type*> AllMessages(std::unique_ptr<const Object> EventKind::*message,
+                                             std::vector<const fields::Type*> messages = {}) {
     for (const EventKind& kind : EventKinds()) {
-        if (kind.pageMessage)
-            messages.push_back(&kind.pageMessage->Whole());
+        if (kind.*message)
+            messages.push_back((kind.*message).get());
     }
     return messages;
 }
 
 class AnyEvent final : public UnionType {
 public:
-    AnyEvent() : UnionType("Event", Messages()) {}
+    AnyEvent() : UnionType("Event", AllMessages(&EventKind::message)) {}
     void Write(std::string& out, const void* event) const override {
-        KindOf(*static_cast<const Event*>(event)).message->Whole().Write(out, event);
+        KindOf(*static_cast<const Event*>(event)).message->Write(out, event);
     }
 };
 
@@ -75,11 +64,6 @@ class AnyMessage final : public UnionType {
 public:
     using UnionType::UnionType;
 };
-
-const fields::ConstantType& StateName() {
-    static const fields::ConstantType kType("state");
-    return kType;
-}
 
 } // namespace
 
@@ -103,7 +87,7 @@ std::optional<std::string> PageMessage(const Event& event) {
     if (!message)
         return std::nullopt;
     std::string text;
-    message->Whole().Write(text, &event);
+    message->Write(text, &event);
     return text;
 }
 
@@ -111,34 +95,19 @@ std::optional<std::string> PageMessage(const Event& event) {
 
 namespace view {
 
-const Object& EventList::Table() {
-    static const Object kTable("EventList", EventList(),
-                               {Member<&EventList::events>("events", "Oldest first")});
-    return kTable;
+Object Alive::Table() {
+    return {"Alive", {Constant("type", "alive")}};
 }
 
-const Object& Alive::Table() {
-    static const fields::ConstantType kName("alive");
-    static const Object kTable("Alive", Alive(), {Itself("type", kName)});
-    return kTable;
+template <class State>
+Object FirstMessage<State>::Table() {
+    return {std::is_same_v<State, WholeState> ? "StateMessage" : "PageStateMessage",
+            {Member<&FirstMessage::number>("seq", "The number of the last event"),
+             Member<&FirstMessage::time>("time"), Constant("type", "state"),
+             Member<&FirstMessage::state>("data")}};
 }
-
-const Object& StateMessage::Table() {
-    static const Object kTable("StateMessage", StateMessage(),
-                               {Member<&StateMessage::number>("seq", "The number of the last event"),
-                                Member<&StateMessage::time>("time"), Itself("type", StateName()),
-                                Member<&StateMessage::state>("data")});
-    return kTable;
-}
-
-const Object& PageStateMessage::Table() {
-    using Message = PageStateMessage;
-    static const Object kTable("PageStateMessage", Message(),
-                               {Member<&Message::number>("seq", "The number of the last event"),
-                                Member<&Message::time>("time"), Itself("type", StateName()),
-                                Member<&Message::state>("data")});
-    return kTable;
-}
+template struct FirstMessage<WholeState>;
+template struct FirstMessage<PageState>;
 
 const fields::Type& WatcherMessage::Table() {
     static const AnyMessage kType("WatcherMessage", {&fields::TypeOf<StateMessage>(),
@@ -147,7 +116,9 @@ const fields::Type& WatcherMessage::Table() {
 }
 
 const fields::Type& PageMessage::Table() {
-    static const AnyMessage kType("PageMessage", PageMessages());
+    static const AnyMessage kType(
+        "PageMessage", AllMessages(&EventKind::pageMessage,
+                                   {&fields::TypeOf<PageStateMessage>(), &fields::TypeOf<Alive>()}));
     return kType;
 }
 

@@ -29,32 +29,25 @@ namespace event_json {
 
 namespace view {
 
-struct EventList {
-    std::vector<Event> events; ///< oldest first
+template <>
+inline constexpr ListWords kListWords<std::vector<Event>>{"EventList", "events", "Oldest first"};
+using EventList = List<std::vector<Event>>;
 
-    static const Object& Table();
-};
-
-/// What a socket that watches everything begins with.
-struct StateMessage {
+/// What a socket begins with.
+template <class State>
+struct FirstMessage {
     std::uint64_t number = 0; ///< of the last event
     Time time;
-    fields::Written<WholeState> state; ///< may have been written on another thread
+    fields::Written<State> state; ///< may have been written on another thread
 
-    static const Object& Table();
+    static Object Table();
 };
-
-struct PageStateMessage {
-    std::uint64_t number = 0;
-    Time time;
-    fields::Written<PageState> state;
-
-    static const Object& Table();
-};
+using StateMessage = FirstMessage<WholeState>;    ///< of one that watches everything
+using PageStateMessage = FirstMessage<PageState>; ///< of a page
 
 /// A sign of life, which is no event.
 struct Alive {
-    static const Object& Table();
+    static Object Table();
 };
 
 /// Whatever a socket is sent: only descriptions.

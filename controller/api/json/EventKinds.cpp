@@ -13,12 +13,14 @@ namespace {
 using fields::Field;
 using fields::Made;
 using fields::Member;
+using fields::Object;
 
 /// A member of the event's own structure.
 template <auto Pointer>
 Field Data(const char* name, const char* words = "") {
     using Owner = decltype(fields::OwnerOf(Pointer));
     Field field = Member<Pointer>(name, words);
+    field.start = nullptr;
     field.get = [](const void* event) -> const void* {
         return &(std::get<Owner>(static_cast<const Event*>(event)->data).*Pointer);
     };
@@ -66,29 +68,31 @@ std::string SchemaName(const char* type) {
     return name;
 }
 
+std::unique_ptr<const Object> Message(const char* type, const char* ending, std::vector<Field> rows) {
+    auto data = std::make_shared<const Object>("", std::move(rows));
+    return std::make_unique<const Object>(
+        SchemaName(type) + ending,
+        std::vector{Member<&Event::number>("seq"), Member<&Event::time>("time"),
+                    fields::Constant("type", type), fields::Itself("data", std::move(data))});
+}
+
 class KindList {
 public:
     template <class Data>
     void Add(const char* type, std::vector<Field> rows) {
         EventKind& kind = At<Data>();
         kind.type = type;
-        kind.message = std::make_unique<EventMessage>(type, SchemaName(type) + "Event", Example<Data>(),
-                                                      std::move(rows));
+        kind.message = Message(type, "Event", std::move(rows));
     }
 
     template <class Data>
     void AddForPage(const char* type, std::vector<Field> rows) {
-        At<Data>().pageMessage = std::make_unique<EventMessage>(type, SchemaName(type) + "PageEvent",
-                                                                Example<Data>(), std::move(rows));
+        At<Data>().pageMessage = Message(type, "PageEvent", std::move(rows));
     }
 
     [[nodiscard]] std::vector<EventKind> Take() { return std::move(m_kinds); }
 
 private:
-    template <class Data>
-    static Event Example() {
-        return {0, {}, Data()};
-    }
     template <class Data>
     EventKind& At() {
         return m_kinds[EventData(Data()).index()];
@@ -164,14 +168,6 @@ void AddOthers(KindList& list) {
 }
 
 } // namespace
-
-EventMessage::EventMessage(const char* type, std::string name, const Event& example, std::vector<Field> rows)
-    : m_type(type)
-    , m_data("", example, std::move(rows))
-    , m_whole(std::move(name),
-              example,
-              {Member<&Event::number>("seq"), Member<&Event::time>("time"), fields::Itself("type", m_type),
-               fields::Itself("data", m_data)}) {}
 
 const std::vector<EventKind>& EventKinds() {
     static const std::vector<EventKind> kKinds = [] {

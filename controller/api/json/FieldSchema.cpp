@@ -64,7 +64,7 @@ void ListType::Describe(Schema& schema, const Limits& limits, Components& compon
 
 void MaybeType::Describe(Schema& schema, const Limits& limits, Components& components) const {
     Schema inner;
-    Inner().Describe(inner, limits, components);
+    Present().Describe(inner, limits, components);
     schema = OrNull(inner);
 }
 
@@ -87,17 +87,15 @@ void Object::Describe(Schema& schema, const Limits& /*limits*/, Components& comp
 
 Schema Object::DescribeMember(const Field& row, Components& components) const {
     Schema member;
-    if (row.whenEmpty == WhenEmpty::LeftOut)
-        row.type->DescribePresent(member, row.limits, components);
-    else
-        row.type->Describe(member, row.limits, components);
+    const Type& type = row.whenEmpty == WhenEmpty::LeftOut ? row.type->Present() : *row.type;
+    type.Describe(member, row.limits, components);
     if (row.whenEmpty == WhenEmpty::Null)
         member = OrNull(member);
     if (*row.words != '\0')
         member["description"] = row.words;
-    if (components.isTaken && !row.isRequired && row.type->Noun() != Noun()) {
+    if (components.isTaken && !row.isRequired && row.start != nullptr && row.type->Noun() != Noun()) {
         std::string first;
-        row.type->Write(first, row.get(m_first.get()));
+        row.type->Write(first, row.get(row.start().get()));
         member["default"] = Schema::parse(first);
     }
     return member;

@@ -1,18 +1,21 @@
 #include "controller/api/json/FieldType.h"
 
 #include "controller/api/ApiError.h"
-#include "controller/api/ApiTime.h"
-#include "controller/api/json/Utf8.h"
 #include "rehearsal/JsonText.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <ctime>
 #include <stdexcept>
 
 namespace controller::fields {
 
 namespace {
+
+using TimePoint = std::chrono::system_clock::time_point;
 
 /// The value, for a message.
 std::string Quoted(const Json& value) {
@@ -38,14 +41,11 @@ std::string Place::Text() const {
     return (outer.empty() ? "" : outer + ".") + std::string(m_name);
 }
 
-void GivenType::Read(const Json& /*json*/,
-                     const Place& place,
-                     const Limits& /*limits*/,
-                     void* /*value*/) const {
+void Type::Read(const Json& /*json*/, const Place& place, const Limits& /*limits*/, void* /*value*/) const {
     throw std::logic_error(place.Text() + " is only given");
 }
 
-void TakenType::Write(std::string& /*out*/, const void* /*value*/) const {
+void Type::Write(std::string& /*out*/, const void* /*value*/) const {
     throw std::logic_error("this is only taken");
 }
 
@@ -65,10 +65,13 @@ void TruthType::Read(const Json& json, const Place& place, const Limits& /*limit
 
 void TextType::Write(std::string& out, const void* value) const {
     const auto& text = *static_cast<const std::string*>(value);
-    if (IsUtf8(text))
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char letter) {
+        return (static_cast<unsigned char>(letter) & 0x80U) == 0;
+    });
+    if (isAscii)
         AppendJsonText(out, text);
     else
-        AppendJsonText(out, ToUtf8(text));
+        out += Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 void TextType::Read(const Json& json, const Place& place, const Limits& limits, void* value) const {
@@ -90,8 +93,17 @@ std::string TextType::KeyOf(const void* value) const {
 }
 
 void TimeType::Write(std::string& out, const void* value) const {
-    out.append("\"").append(ApiTime(*static_cast<const std::chrono::system_clock::time_point*>(value)));
-    out += '"';
+    using std::chrono::floor;
+    const auto time = floor<std::chrono::milliseconds>(*static_cast<const TimePoint*>(value));
+    const auto whole = floor<std::chrono::seconds>(time);
+    const std::time_t seconds = TimePoint::clock::to_time_t(whole);
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    std::array<char, 40> text{};
+    const std::size_t size = std::strftime(text.data(), text.size(), "\"%Y-%m-%dT%H:%M:%S", &parts);
+    out.append(text.data(), size);
+    // Three digits, whatever they are.
+    out.append(".").append(std::to_string(1000 + (time - whole).count()).substr(1)).append("Z\"");
 }
 
 void NumberType::Read(const Json& json, const Place& place, const Limits& limits, void* value) const {
@@ -142,13 +154,13 @@ void ListType::Read(const Json& json, const Place& place, const Limits& limits, 
 
 void MaybeType::Write(std::string& out, const void* value) const {
     if (const void* const inner = Get(value); inner != nullptr)
-        Inner().Write(out, inner);
+        Present().Write(out, inner);
     else
         out += "null";
 }
 
 void MaybeType::Read(const Json& json, const Place& place, const Limits& limits, void* value) const {
-    Inner().Read(json, place, limits, Fill(value));
+    Present().Read(json, place, limits, Fill(value));
 }
 
 } // namespace controller::fields

@@ -55,23 +55,22 @@ struct Components {
     std::map<std::pair<const Object*, bool>, std::string> names = {};
 };
 
-/// How values of one C++ type are written, read and described.
+/// How values of one C++ type are written, read and described. Some are only given, in replies, and some only
+/// taken, in bodies; what they cannot do throws `std::logic_error`.
 class Type {
 public:
     Type(const Type&) = delete;
     Type& operator=(const Type&) = delete;
 
-    virtual void Write(std::string& out, const void* value) const = 0;
+    virtual void Write(std::string& out, const void* value) const;
 
     /// Throws `ApiError` with 400, which names the place, for what is of another kind or out of the limits.
-    virtual void Read(const Json& json, const Place& place, const Limits& limits, void* value) const = 0;
+    virtual void Read(const Json& json, const Place& place, const Limits& limits, void* value) const;
 
     virtual void Describe(Schema& schema, const Limits& limits, Components& components) const = 0;
 
-    /// The same for one that is never nothing.
-    virtual void DescribePresent(Schema& schema, const Limits& limits, Components& components) const {
-        Describe(schema, limits, components);
-    }
+    /// The type of one that is never nothing.
+    [[nodiscard]] virtual const Type& Present() const { return *this; }
 
     /// Whether it is an empty text or list, or nothing.
     [[nodiscard]] virtual bool IsEmpty(const void* /*value*/) const { return false; }
@@ -89,26 +88,8 @@ protected:
     ~Type() = default;
 };
 
-/// A type whose values are only given: no body has such a member.
-class GivenType : public Type {
-public:
-    void Read(const Json& json, const Place& place, const Limits& limits, void* value) const final;
-
-protected:
-    ~GivenType() = default;
-};
-
-/// A type whose values are only taken: no reply has such a member.
-class TakenType : public Type {
-public:
-    void Write(std::string& out, const void* value) const final;
-
-protected:
-    ~TakenType() = default;
-};
-
 /// One text, always the same.
-class ConstantType final : public GivenType {
+class ConstantType final : public Type {
 public:
     explicit ConstantType(const char* text) : m_text(text) {}
     void Write(std::string& out, const void* value) const override;
@@ -137,7 +118,7 @@ public:
 };
 
 /// A `std::chrono::system_clock::time_point`.
-class TimeType final : public GivenType {
+class TimeType final : public Type {
 public:
     void Write(std::string& out, const void* value) const override;
     void Describe(Schema& schema, const Limits& limits, Components& components) const override;
@@ -177,20 +158,16 @@ protected:
     [[nodiscard]] virtual void* Add(void* list) const = 0;
 };
 
-/// Optionals, whatever they hold.
+/// Optionals, whatever they hold, which is of the present type.
 class MaybeType : public Type {
 public:
     void Write(std::string& out, const void* value) const final;
     void Read(const Json& json, const Place& place, const Limits& limits, void* value) const final;
     void Describe(Schema& schema, const Limits& limits, Components& components) const final;
-    void DescribePresent(Schema& schema, const Limits& limits, Components& components) const final {
-        Inner().Describe(schema, limits, components);
-    }
     [[nodiscard]] bool IsEmpty(const void* value) const final { return Get(value) == nullptr; }
 
 protected:
     ~MaybeType() = default;
-    [[nodiscard]] virtual const Type& Inner() const = 0;
     /// What it holds; null for nothing.
     [[nodiscard]] virtual const void* Get(const void* value) const = 0;
     /// Makes it hold something.

@@ -9,60 +9,15 @@
 
 namespace controller::fields {
 
-namespace {
-
-template <class Change>
-Field Changed(const Field& field, const Change& change) {
-    Field changed = field;
-    change(changed);
-    return changed;
+Field Itself(const char* name, std::shared_ptr<const Type> type, const char* words) {
+    const Type* const borrowed = type.get();
+    const auto get = [](const void* object) {
+        return object;
+    };
+    return {name, words, borrowed, get, nullptr, std::move(type)};
 }
 
-} // namespace
-
-Field Field::Between(std::int64_t least, std::int64_t most) const {
-    return Changed(*this, [&](Field& field) {
-        field.limits.least = least;
-        field.limits.most = most;
-    });
-}
-
-Field Field::AsId() const {
-    return Between(1, std::numeric_limits<std::uint32_t>::max());
-}
-
-Field Field::AtMostBytes(std::size_t bytes) const {
-    return Changed(*this, [&](Field& field) { field.limits.mostBytes = bytes; });
-}
-
-Field Field::AtMostEntries(std::size_t entries) const {
-    return Changed(*this, [&](Field& field) { field.limits.mostEntries = entries; });
-}
-
-Field Field::EachOnce() const {
-    return Changed(*this, [](Field& field) { field.limits.isEachOnce = true; });
-}
-
-Field Field::OneOf(std::vector<const char*> texts) const {
-    return Changed(*this, [&](Field& field) { field.limits.oneOf = std::move(texts); });
-}
-
-Field Field::Required(const char* wanted) const {
-    return Changed(*this, [&](Field& field) {
-        field.isRequired = true;
-        field.right = wanted;
-    });
-}
-
-Field Field::NullWhenEmpty() const {
-    return Changed(*this, [](Field& field) { field.whenEmpty = WhenEmpty::Null; });
-}
-
-Field Field::LeftOutWhenEmpty() const {
-    return Changed(*this, [](Field& field) { field.whenEmpty = WhenEmpty::LeftOut; });
-}
-
-void Object::NameStarts() {
+Object::Object(std::string name, std::vector<Field> rows) : m_name(std::move(name)), m_rows(std::move(rows)) {
     for (const Field& row : m_rows)
         m_starts.push_back(",\"" + std::string(row.name) + "\":");
 }

@@ -6,10 +6,8 @@
 /// structure, limits, words. From the table come writing, reading, the messages of what is wrong, and the
 /// schema. A member that is left out is what the structure begins with.
 ///
-///     const Object& TableOf(For<Volume>) {
-///         static const Object kTable("Volume", Volume(),
-///                                    {Member<&Volume::volume>("volume").Between(0, 100).Required()});
-///         return kTable;
+///     Object TableOf(For<Volume>) {
+///         return {"Volume", {Member<&Volume::volume>("volume").Between(0, 100).Required()}};
 ///     }
 namespace controller::fields {
 
@@ -22,37 +20,50 @@ struct Field {
     const char* words;
     const Type* type;
     const void* (*get)(const void* object);
+    std::shared_ptr<const void> (*start)() = nullptr; ///< an object as it begins, of one that may be taken
+    std::shared_ptr<const Type> own = nullptr;        ///< the type, when no other row has it
     Limits limits = {};
     WhenEmpty whenEmpty = WhenEmpty::Itself;
     bool isRequired = false;
     const char* right = "";
 
-    [[nodiscard]] Field Between(std::int64_t least, std::int64_t most) const;
+    [[nodiscard]] Field Between(std::int64_t least, std::int64_t most) const {
+        return With(&Limits::least, least).With(&Limits::most, most);
+    }
     /// From 1 to the largest id.
-    [[nodiscard]] Field AsId() const;
-    [[nodiscard]] Field AtMostBytes(std::size_t bytes) const;
-    [[nodiscard]] Field AtMostEntries(std::size_t entries) const;
+    [[nodiscard]] Field AsId() const { return Between(1, std::numeric_limits<std::uint32_t>::max()); }
+    [[nodiscard]] Field AtMostBytes(std::size_t bytes) const { return With(&Limits::mostBytes, bytes); }
+    [[nodiscard]] Field AtMostEntries(std::size_t most) const { return With(&Limits::mostEntries, most); }
     /// Two entries of a list that are the same text, or have the same "id", are refused.
-    [[nodiscard]] Field EachOnce() const;
+    [[nodiscard]] Field EachOnce() const { return With(&Limits::isEachOnce, true); }
     /// Says which texts are given.
-    [[nodiscard]] Field OneOf(std::vector<const char*> texts) const;
+    [[nodiscard]] Field OneOf(const std::vector<const char*>& texts) const {
+        return With(&Limits::oneOf, texts);
+    }
     /// `wanted` is what messages say that it would be, where it is missing.
-    [[nodiscard]] Field Required(const char* wanted = "") const;
-    [[nodiscard]] Field NullWhenEmpty() const;
-    [[nodiscard]] Field LeftOutWhenEmpty() const;
+    [[nodiscard]] Field Required(const char* wanted = "") const {
+        return With(&Field::isRequired, true).With(&Field::right, wanted);
+    }
+    [[nodiscard]] Field NullWhenEmpty() const { return With(&Field::whenEmpty, WhenEmpty::Null); }
+    [[nodiscard]] Field LeftOutWhenEmpty() const { return With(&Field::whenEmpty, WhenEmpty::LeftOut); }
+
+private:
+    template <class Owner, class Value>
+    Field With(Value Owner::*member, const Value& value) const {
+        Field changed = *this;
+        if constexpr (std::is_same_v<Owner, Limits>)
+            changed.limits.*member = value;
+        else
+            changed.*member = value;
+        return changed;
+    }
 };
 
 /// The table of a structure.
 class Object final : public Type {
 public:
-    /// `first` is what an object begins with; no name: its schema stands where it is used.
-    template <class First>
-    Object(std::string name, First first, std::vector<Field> rows)
-        : m_name(std::move(name))
-        , m_first(std::make_shared<const First>(std::move(first)))
-        , m_rows(std::move(rows)) {
-        NameStarts();
-    }
+    /// Without a name its schema stands where it is used.
+    Object(std::string name, std::vector<Field> rows);
 
     void Write(std::string& out, const void* object) const override;
     void Read(const Json& json, const Place& place, const Limits& limits, void* object) const override;
@@ -62,13 +73,11 @@ public:
     [[nodiscard]] std::string_view Noun() const override { return "object"; }
 
 private:
-    void NameStarts();
     void RefuseOthers(const Json& json, const Place& place) const;
     [[nodiscard]] Schema DescribeMember(const Field& row, Components& components) const;
     void DescribeMembers(Schema& schema, Components& components) const;
 
     const std::string m_name;
-    const std::shared_ptr<const void> m_first;
     const std::vector<Field> m_rows;
     std::vector<std::string> m_starts; ///< `,"name":` of each
 };
@@ -83,24 +92,28 @@ template <auto First, auto... More>
 Field Member(const char* name, const char* words = "") {
     using Owner = decltype(OwnerOf(First));
     using Value = std::decay_t<decltype(((std::declval<Owner&>().*First).*....*More))>;
-    return {name, words, &TypeOf<Value>(), [](const void* object) -> const void* {
+    return {name, words, &TypeOf<Value>(),
+            [](const void* object) -> const void* {
                 return &((static_cast<const Owner*>(object)->*First).*....*More);
+            },
+            []() -> std::shared_ptr<const void> {
+                return std::make_shared<const Owner>();
             }};
 }
 
-/// What another table, or a type like `ConstantType`, makes of the same structure; the type is borrowed.
-[[nodiscard]] inline Field Itself(const char* name, const Type& type, const char* words = "") {
-    return {name, words, &type, [](const void* object) {
-                return object;
-            }};
+/// What a type makes of the structure itself.
+[[nodiscard]] Field Itself(const char* name, std::shared_ptr<const Type> type, const char* words = "");
+
+/// One text, always the same.
+[[nodiscard]] inline Field Constant(const char* name, const char* text) {
+    return Itself(name, std::make_shared<const ConstantType>(text));
 }
 
 /// What a function makes of the structure; only written.
 template <auto Function>
 Field Made(const char* name, const char* words = "") {
     using Owner = decltype(OwnerOf(Function));
-    static const MadeOf<Function, Owner> kType;
-    return Itself(name, kType, words);
+    return Itself(name, std::make_shared<const MadeOf<Function, Owner>>(), words);
 }
 
 template <class Value>

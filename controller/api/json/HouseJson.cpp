@@ -34,6 +34,19 @@ const House::Navigator* FindNavigator(const House& house, std::uint32_t id) {
     return FindById(house.navigators, id);
 }
 
+const House::Room& RequiredRoom(const ApiContext& context, std::uint32_t id) {
+    if (const auto* const room = FindRoom(context.parts.house, id))
+        return *room;
+    throw ApiError(404, "the house has no room " + std::to_string(id), "an id that GET /api/rooms lists");
+}
+
+const House::Navigator& RequiredNavigator(const ApiContext& context, std::uint32_t id) {
+    if (const auto* const navigator = FindNavigator(context.parts.house, id))
+        return *navigator;
+    throw ApiError(404, "the house has no navigator " + std::to_string(id),
+                   "an id that GET /api/navigators lists");
+}
+
 std::string ImageAddress(const std::string& image) {
     for (const char* scheme : {"http://", "https://"}) {
         if (image.rfind(scheme, 0) == 0)
@@ -57,7 +70,7 @@ view::Room Room(const ApiContext& context, const House::Room& room) {
 view::RoomList Rooms(const ApiContext& context) {
     view::RoomList list;
     for (const House::Room& room : context.parts.house.rooms)
-        list.rooms.push_back(Room(context, room));
+        list.entries.push_back(Room(context, room));
     return list;
 }
 
@@ -81,18 +94,7 @@ view::Navigator Navigator(const ApiContext& context, const House::Navigator& nav
 view::NavigatorList Navigators(const ApiContext& context) {
     view::NavigatorList list;
     for (const House::Navigator& navigator : context.parts.house.navigators)
-        list.navigators.push_back(Navigator(context, navigator));
-    return list;
-}
-
-view::Variable Variable(const Variables::Variable& variable) {
-    return {variable.device, variable.variable, variable.name, variable.value};
-}
-
-view::VariableList Variables(const ApiContext& context) {
-    view::VariableList list;
-    for (const auto& variable : context.parts.variables.All())
-        list.variables.push_back(Variable(variable));
+        list.entries.push_back(Navigator(context, navigator));
     return list;
 }
 
@@ -122,10 +124,9 @@ view::Status Status(const ApiContext& context) {
     return status;
 }
 
-view::WholeState WholeState(const ApiContext& context,
-                            std::shared_ptr<const std::vector<AnnouncementPointer>> announcements) {
-    return {Status(context), Rooms(context).rooms, Navigators(context).navigators,
-            Variables(context).variables, std::move(announcements)};
+view::WholeState WholeState(const ApiContext& context, view::SharedAnnouncements announcements) {
+    return {Status(context), Rooms(context).entries, Navigators(context).entries,
+            context.parts.variables.All(), std::move(announcements)};
 }
 
 view::PageState PageState(const ApiContext& context, const House::Navigator& navigator) {

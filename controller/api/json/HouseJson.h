@@ -13,12 +13,9 @@ namespace controller::house_json {
 [[nodiscard]] view::RoomList Rooms(const ApiContext& context);
 [[nodiscard]] view::Navigator Navigator(const ApiContext& context, const House::Navigator& navigator);
 [[nodiscard]] view::NavigatorList Navigators(const ApiContext& context);
-[[nodiscard]] view::Variable Variable(const Variables::Variable& variable);
-[[nodiscard]] view::VariableList Variables(const ApiContext& context);
 [[nodiscard]] view::Status Status(const ApiContext& context);
 
-[[nodiscard]] view::WholeState
-WholeState(const ApiContext& context, std::shared_ptr<const std::vector<AnnouncementPointer>> announcements);
+[[nodiscard]] view::WholeState WholeState(const ApiContext& context, view::SharedAnnouncements announcements);
 
 /// Of a navigator that the house has.
 [[nodiscard]] view::PageState PageState(const ApiContext& context, const House::Navigator& navigator);
@@ -33,5 +30,8 @@ WholeState(const ApiContext& context, std::shared_ptr<const std::vector<Announce
 /// Null when the house has none with this id.
 [[nodiscard]] const House::Room* FindRoom(const House& house, std::uint32_t id);
 [[nodiscard]] const House::Navigator* FindNavigator(const House& house, std::uint32_t id);
+/// The same; throw `ApiError` with 404.
+[[nodiscard]] const House::Room& RequiredRoom(const ApiContext& context, std::uint32_t id);
+[[nodiscard]] const House::Navigator& RequiredNavigator(const ApiContext& context, std::uint32_t id);
 
 } // namespace controller::house_json

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/announcements/Announcement.h"
-#include "controller/api/json/Fields.h"
+#include "controller/api/json/List.h"
 #include "controller/rooms/Variables.h"
 
 #include <chrono>
@@ -9,6 +9,12 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace controller {
+
+fields::Object TableOf(fields::For<Variables::Variable> type);
+
+} // namespace controller
 
 /// The house and what stands in it, as the API gives it; `docs/api.md` says what the members mean.
 namespace controller::view {
@@ -27,7 +33,7 @@ struct Room {
     bool isAwake = false;
     std::string trouble;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Popup {
@@ -38,7 +44,7 @@ struct Popup {
     std::int64_t remainingMs = 0;
     Time ends;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Navigator {
@@ -49,49 +55,31 @@ struct Navigator {
     bool isAwake = false;
     std::optional<Popup> popup;
 
-    static const Object& Table();
+    static Object Table();
 };
 
-struct Variable {
-    std::uint32_t device = 0;
-    std::uint32_t variable = 0;
-    std::string name;
-    std::string value;
-
-    static const Object& Table();
-};
-
-struct RoomList {
-    std::vector<Room> rooms;
-
-    static const Object& Table();
-};
-
-struct NavigatorList {
-    std::vector<Navigator> navigators;
-
-    static const Object& Table();
-};
-
-struct VariableList {
-    std::vector<Variable> variables;
-
-    static const Object& Table();
-};
+template <>
+inline constexpr ListWords kListWords<std::vector<Room>>{"RoomList", "rooms"};
+using RoomList = List<std::vector<Room>>;
+template <>
+inline constexpr ListWords kListWords<std::vector<Navigator>>{"NavigatorList", "navigators"};
+using NavigatorList = List<std::vector<Navigator>>;
+template <>
+inline constexpr ListWords kListWords<std::vector<Variables::Variable>>{"VariableList", "variables"};
+using VariableList = List<std::vector<Variables::Variable>>;
 
 /// May be written on another thread than it is made on.
-struct AnnouncementList {
-    std::shared_ptr<const std::vector<AnnouncementPointer>> announcements;
-
-    static const Object& Table();
-};
+using SharedAnnouncements = std::shared_ptr<const std::vector<AnnouncementPointer>>;
+template <>
+inline constexpr ListWords kListWords<SharedAnnouncements>{"AnnouncementList", "announcements", "By id"};
+using AnnouncementList = List<SharedAnnouncements>;
 
 struct House {
     std::string name;
     std::vector<Room> rooms;
     std::vector<Navigator> navigators;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Playing {
@@ -99,21 +87,21 @@ struct Playing {
     std::string name;
     Time since;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Sound {
     std::string file;
     Time since;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct ShownPopup {
     std::uint32_t navigator = 0;
     Popup popup;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// In words, what the parts of the status are known from.
@@ -122,7 +110,7 @@ struct KnownFrom {
     std::string waiting;
     std::string sound;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Status {
@@ -139,7 +127,7 @@ struct Status {
     std::uint64_t events = 0;
     KnownFrom knownFrom;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// What a socket that watches everything begins with.
@@ -147,10 +135,10 @@ struct WholeState {
     Status status;
     std::vector<Room> rooms;
     std::vector<Navigator> navigators;
-    std::vector<Variable> variables;
-    std::shared_ptr<const std::vector<AnnouncementPointer>> announcements;
+    std::vector<Variables::Variable> variables;
+    SharedAnnouncements announcements;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// A room or navigator, as its page names it.
@@ -158,7 +146,7 @@ struct Named {
     std::uint32_t id = 0;
     std::string name;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// What a navigator's page begins with.
@@ -169,7 +157,7 @@ struct PageState {
     bool isAwake = false;
     std::optional<Popup> popup;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 } // namespace controller::view

@@ -28,24 +28,14 @@ std::optional<std::int32_t> ChannelsOf(const File& file) {
 
 } // namespace
 
-const Object& TableOf(fields::For<File> /*type*/) {
-    static const Object kTable(
-        "MediaFile", File(),
-        {Member<&File::name>("name"), Made<&KindOf>("kind").OneOf({"sound", "image"}),
-         Member<&File::bytes>("bytes"), Member<&File::modified>("modified"),
-         Made<&DurationOf>("duration_ms").LeftOutWhenEmpty(), Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
-         Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
-         Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty()});
-    return kTable;
+Object TableOf(fields::For<File> /*type*/) {
+    return {"MediaFile",
+            {Member<&File::name>("name"), Made<&KindOf>("kind").OneOf({"sound", "image"}),
+             Member<&File::bytes>("bytes"), Member<&File::modified>("modified"),
+             Made<&DurationOf>("duration_ms").LeftOutWhenEmpty(),
+             Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
+             Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
+             Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty()}};
 }
-
-namespace view {
-
-const Object& MediaList::Table() {
-    static const Object kTable("MediaList", MediaList(), {Member<&MediaList::media>("media", "By name")});
-    return kTable;
-}
-
-} // namespace view
 
 } // namespace controller

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/api/json/Fields.h"
+#include "controller/api/json/List.h"
 #include "controller/media/MediaShelf.h"
 
 #include <vector>
@@ -8,15 +8,13 @@
 namespace controller {
 
 /// A file of the media folder.
-const fields::Object& TableOf(fields::For<MediaShelf::Description> type);
+fields::Object TableOf(fields::For<MediaShelf::Description> type);
 
 namespace view {
 
-struct MediaList {
-    std::vector<MediaShelf::Description> media;
-
-    static const fields::Object& Table();
-};
+template <>
+inline constexpr ListWords kListWords<std::vector<MediaShelf::Description>>{"MediaList", "media", "By name"};
+using MediaList = List<std::vector<MediaShelf::Description>>;
 
 } // namespace view
 

@@ -20,7 +20,7 @@ std::string SoundOf(const HistoryEntry& entry) {
 }
 
 /// An id, or an announcement.
-class RehearsedType final : public fields::TakenType {
+class RehearsedType final : public fields::Type {
     void Read(const fields::Json& json,
               const fields::Place& place,
               const fields::Limits& limits,
@@ -49,79 +49,67 @@ class RehearsedType final : public fields::TakenType {
 
 } // namespace
 
-const Object& TableOf(fields::For<HistoryEntry> /*type*/) {
+Object TableOf(fields::For<HistoryEntry> /*type*/) {
     using Entry = HistoryEntry;
-    static const Object kTable(
-        "HistoryEntry", Entry(),
-        {Member<&Entry::id>("id"), Member<&Entry::announcement>("announcement"), Member<&Entry::name>("name"),
-         Member<&Entry::startedAt>("started"), Member<&Entry::endedAt>("ended"),
-         Member<&Entry::rooms>("rooms"), Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
-         Member<&Entry::outcome>("outcome", "ended, dismissed, interrupted, or failed: WHY")});
-    return kTable;
+    return {"HistoryEntry",
+            {Member<&Entry::id>("id"), Member<&Entry::announcement>("announcement"),
+             Member<&Entry::name>("name"), Member<&Entry::startedAt>("started"),
+             Member<&Entry::endedAt>("ended"), Member<&Entry::rooms>("rooms"),
+             Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
+             Member<&Entry::outcome>("outcome", "ended, dismissed, interrupted, or failed: WHY")}};
 }
 
 namespace view {
-
-const Object& History::Table() {
-    static const Object kTable("History", History(), {Member<&History::history>("history", "Newest first")});
-    return kTable;
-}
 
 const fields::Type& Rehearsed::Table() {
     static const RehearsedType kType;
     return kType;
 }
 
-const Object& RehearsalOrder::Table() {
+Object RehearsalOrder::Table() {
     using Order = RehearsalOrder;
-    static const Object kTable(
-        "RehearsalOrder", Order(),
+    return {
+        "RehearsalOrder",
         {Member<&Order::announcement>("announcement")
              .AsId()
              .Required("the id of an announcement, or an announcement"),
          Member<&Order::streamReadyMs>("stream_ready_ms").Between(0, kLongestMs),
          Member<&Order::soundMs>("sound_ms", "How long the sound lasts; as long as its file, when left out")
-             .Between(0, kLongestMs)});
-    return kTable;
+             .Between(0, kLongestMs)}};
 }
 
-const Object& FollowedVariable::Table() {
-    static const Object kTable(
-        "FollowedVariable", FollowedVariable(),
-        {Member<&FollowedVariable::device>("device"), Member<&FollowedVariable::variable>("variable")});
-    return kTable;
+Object FollowedVariable::Table() {
+    return {"FollowedVariable",
+            {Member<&FollowedVariable::device>("device"), Member<&FollowedVariable::variable>("variable")}};
 }
 
-const Object& Moment::Table() {
-    static const Object kTable(
-        "Moment", Moment(),
-        {Member<&Moment::atMs>("at_ms"),
-         Member<&Moment::what>("what").OneOf(
-             {"started", "ended", "room_set_up", "room_restored", "screens_woken", "screens_rested",
-              "volume_set", "stream_opened", "stream_ready", "stream_closed", "sound_started", "sound_ended",
-              "popup_shown", "popup_hidden", "log"}),
-         Member<&Moment::announcement>("announcement").LeftOutWhenEmpty(),
-         Member<&Moment::room>("room").LeftOutWhenEmpty(),
-         Member<&Moment::volume>("volume").LeftOutWhenEmpty(),
-         Member<&Moment::file>("file").LeftOutWhenEmpty(),
-         Member<&Moment::navigator>("navigator").LeftOutWhenEmpty(),
-         Member<&Moment::variable>("variable").LeftOutWhenEmpty(),
-         Member<&Moment::message>("message").LeftOutWhenEmpty(),
-         Member<&Moment::image>("image").LeftOutWhenEmpty(),
-         Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
-         Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
-         Member<&Moment::level>("level").LeftOutWhenEmpty(),
-         Member<&Moment::text>("text").LeftOutWhenEmpty()});
-    return kTable;
+Object Moment::Table() {
+    return {"Moment",
+            {Member<&Moment::atMs>("at_ms"),
+             Member<&Moment::what>("what").OneOf(
+                 {"started", "ended", "room_set_up", "room_restored", "screens_woken", "screens_rested",
+                  "volume_set", "stream_opened", "stream_ready", "stream_closed", "sound_started",
+                  "sound_ended", "popup_shown", "popup_hidden", "log"}),
+             Member<&Moment::announcement>("announcement").LeftOutWhenEmpty(),
+             Member<&Moment::room>("room").LeftOutWhenEmpty(),
+             Member<&Moment::volume>("volume").LeftOutWhenEmpty(),
+             Member<&Moment::file>("file").LeftOutWhenEmpty(),
+             Member<&Moment::navigator>("navigator").LeftOutWhenEmpty(),
+             Member<&Moment::variable>("variable").LeftOutWhenEmpty(),
+             Member<&Moment::message>("message").LeftOutWhenEmpty(),
+             Member<&Moment::image>("image").LeftOutWhenEmpty(),
+             Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
+             Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
+             Member<&Moment::level>("level").LeftOutWhenEmpty(),
+             Member<&Moment::text>("text").LeftOutWhenEmpty()}};
 }
 
-const Object& Rehearsal::Table() {
-    static const Object kTable(
-        "Rehearsal", Rehearsal(),
-        {Member<&Rehearsal::announcement>("announcement").AsId(), Member<&Rehearsal::lengthMs>("length_ms"),
-         Member<&Rehearsal::isComplete>("complete", "False when it is not over within ten minutes"),
-         Member<&Rehearsal::timeline>("timeline")});
-    return kTable;
+Object Rehearsal::Table() {
+    return {"Rehearsal",
+            {Member<&Rehearsal::announcement>("announcement").AsId(),
+             Member<&Rehearsal::lengthMs>("length_ms"),
+             Member<&Rehearsal::isComplete>("complete", "False when it is not over within ten minutes"),
+             Member<&Rehearsal::timeline>("timeline")}};
 }
 
 } // namespace view

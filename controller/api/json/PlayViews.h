@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/announcements/Announcement.h"
-#include "controller/api/json/Fields.h"
+#include "controller/api/json/List.h"
 #include "controller/state/StateDatabase.h"
 
 #include <cstdint>
@@ -11,18 +11,16 @@
 
 namespace controller {
 
-const fields::Object& TableOf(fields::For<HistoryEntry> type);
+fields::Object TableOf(fields::For<HistoryEntry> type);
 
 /// What has been played, and what playing would do, as the API gives it.
 namespace view {
 
 using fields::Object;
 
-struct History {
-    std::vector<HistoryEntry> history;
-
-    static const Object& Table();
-};
+template <>
+inline constexpr ListWords kListWords<std::vector<HistoryEntry>>{"History", "history", "Newest first"};
+using History = List<std::vector<HistoryEntry>>;
 
 /// What a rehearsal plays: a stored announcement, or one that is given.
 struct Rehearsed {
@@ -38,7 +36,7 @@ struct RehearsalOrder {
     std::uint32_t streamReadyMs = 20;
     std::optional<std::uint32_t> soundMs; ///< nothing: as long as the file is
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// The variable that a message follows.
@@ -46,7 +44,7 @@ struct FollowedVariable {
     std::uint32_t device = 0;
     std::uint32_t variable = 0;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// One thing that happens; what it is says which of the others there are.
@@ -66,7 +64,7 @@ struct Moment {
     std::optional<std::string> level;
     std::optional<std::string> text;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Rehearsal {
@@ -75,7 +73,7 @@ struct Rehearsal {
     bool isComplete = false;
     std::vector<Moment> timeline;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 } // namespace view

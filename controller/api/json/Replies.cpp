@@ -12,7 +12,7 @@ using fields::Member;
 namespace {
 
 /// An object of texts whose names are anybody's.
-class ParametersType final : public fields::TakenType {
+class ParametersType final : public fields::Type {
     void Read(const fields::Json& json,
               const fields::Place& place,
               const fields::Limits& /*limits*/,
@@ -42,100 +42,78 @@ const fields::Type& Parameters::Table() {
     return kType;
 }
 
-const Object& Nothing::Table() {
-    static const Object kTable("Nothing", Nothing(), {});
-    return kTable;
+Object Nothing::Table() {
+    return {"Nothing", {}};
 }
 
-const Object& User::Table() {
-    static const Object kTable("User", User(), {Member<&User::id>("id").AsId(), Member<&User::name>("name")});
-    return kTable;
+Object User::Table() {
+    return {"User", {Member<&User::id>("id").AsId(), Member<&User::name>("name")}};
 }
 
-const Object& Problem::Table() {
-    static const Object kTable(
-        "Problem", Problem(),
-        {Member<&Problem::type>("type"), Member<&Problem::title>("title"), Member<&Problem::status>("status"),
-         Member<&Problem::detail>("detail", "What is wrong, and where"),
-         Member<&Problem::right>("right", "What would be right").LeftOutWhenEmpty(),
-         Member<&Problem::users>("users", "The announcements that use the file that was to be removed")
-             .LeftOutWhenEmpty()});
-    return kTable;
+Object Problem::Table() {
+    return {"Problem",
+            {Member<&Problem::type>("type"), Member<&Problem::title>("title"),
+             Member<&Problem::status>("status"),
+             Member<&Problem::detail>("detail", "What is wrong, and where"),
+             Member<&Problem::right>("right", "What would be right").LeftOutWhenEmpty(),
+             Member<&Problem::users>("users", "The announcements that use the file that was to be removed")
+                 .LeftOutWhenEmpty()}};
 }
 
-const Object& Played::Table() {
-    static const Object kTable("Played", Played(),
-                               {Member<&Played::announcement>("announcement").AsId(),
-                                Member<&Played::state>("state").OneOf({"playing", "waiting"})});
-    return kTable;
+Object Played::Table() {
+    return {"Played",
+            {Member<&Played::announcement>("announcement").AsId(),
+             Member<&Played::state>("state").OneOf({"playing", "waiting"})}};
 }
 
-const Object& Dismissed::Table() {
-    static const Object kTable(
-        "Dismissed", Dismissed(),
-        {Member<&Dismissed::announcement>("announcement", "What was playing; null when nothing was").AsId()});
-    return kTable;
+Object Dismissed::Table() {
+    return {
+        "Dismissed",
+        {Member<&Dismissed::announcement>("announcement", "What was playing; null when nothing was").AsId()}};
 }
 
-const Object& Confirmed::Table() {
-    static const Object kTable("Confirmed", Confirmed(), {Member<&Confirmed::isDismissed>("dismissed")});
-    return kTable;
+Object Confirmed::Table() {
+    return {"Confirmed", {Member<&Confirmed::isDismissed>("dismissed")}};
 }
 
-const Object& Volume::Table() {
-    static const Object kTable("Volume", Volume(),
-                               {Member<&Volume::volume>("volume").Between(0, 100).Required()});
-    return kTable;
+Object Volume::Table() {
+    return {"Volume", {Member<&Volume::volume>("volume").Between(0, 100).Required()}};
 }
 
-const Object& RoomVolume::Table() {
-    static const Object kTable("RoomVolume", RoomVolume(),
-                               {Member<&RoomVolume::id>("id").AsId(),
-                                Member<&RoomVolume::volume>("volume", "That it now has").Between(0, 100)});
-    return kTable;
+Object RoomVolume::Table() {
+    return {"RoomVolume",
+            {Member<&RoomVolume::id>("id").AsId(),
+             Member<&RoomVolume::volume>("volume", "That it now has").Between(0, 100)}};
 }
 
-const Object& VariableValue::Table() {
-    static const Object kTable(
-        "VariableValue", VariableValue(),
-        {Member<&VariableValue::value>("value").AtMostBytes(Variables::kMaxValue).Required()});
-    return kTable;
+Object VariableValue::Table() {
+    return {"VariableValue",
+            {Member<&VariableValue::value>("value").AtMostBytes(Variables::kMaxValue).Required()}};
 }
 
-const Object& Ticket::Table() {
-    static const Object kTable("Ticket", Ticket(),
-                               {Member<&Ticket::ticket>("ticket"),
-                                Member<&Ticket::expiresInMs>("expires_in_ms"),
-                                Member<&Ticket::rights>("rights")});
-    return kTable;
+Object Ticket::Table() {
+    return {"Ticket",
+            {Member<&Ticket::ticket>("ticket"), Member<&Ticket::expiresInMs>("expires_in_ms"),
+             Member<&Ticket::rights>("rights")}};
 }
 
-const Object& OperationView::Parameter::Table() {
-    static const Object kTable("OperationParameter", Parameter(),
-                               {Member<&Parameter::name>("name"),
-                                Member<&Parameter::in>("in").OneOf({"path", "query"}),
-                                Member<&Parameter::summary>("summary")});
-    return kTable;
-}
-
-const Object& OperationView::Table() {
-    static const Object kTable(
-        "Operation", OperationView(),
-        {Member<&OperationView::name>("name"), Member<&OperationView::method>("method"),
-         Member<&OperationView::path>("path"), Member<&OperationView::right>("right"),
-         Member<&OperationView::summary>("summary"), Member<&OperationView::parameters>("parameters")});
-    return kTable;
-}
-
-const Object& OperationList::Table() {
-    static const Object kTable("OperationList", OperationList(),
-                               {Member<&OperationList::operations>("operations")});
-    return kTable;
-}
-
-const Object& Health::Table() {
-    static const Object kTable("Health", Health(), {Member<&Health::status>("status")});
-    return kTable;
+Object Health::Table() {
+    return {"Health", {Member<&Health::status>("status")}};
 }
 
 } // namespace controller::view
+
+namespace controller {
+
+HttpReply Problem(const HttpRefusal& refusal, std::vector<view::User> users) {
+    const auto title = std::string(StatusText(refusal.status));
+    HttpReply reply;
+    reply.status = refusal.status;
+    reply.contentType = "application/problem+json";
+    reply.headers = refusal.headers;
+    reply.body = fields::ToText(
+        view::Problem{"about:blank", title, refusal.status, refusal.detail, refusal.right, std::move(users)});
+    return reply;
+}
+
+} // namespace controller

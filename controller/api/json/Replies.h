@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/api/json/Fields.h"
+#include "controller/http/HttpMessage.h"
 
 #include <cstdint>
 #include <optional>
@@ -14,14 +15,14 @@ using fields::Object;
 
 /// Nothing at all: `{}`.
 struct Nothing {
-    static const Object& Table();
+    static Object Table();
 };
 
 struct User {
     std::uint32_t id = 0;
     std::string name;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// An error, as `application/problem+json`.
@@ -33,26 +34,26 @@ struct Problem {
     std::string right;
     std::vector<User> users; ///< the announcements that use what was to be removed
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Played {
     std::uint32_t announcement = 0;
     std::string state;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Dismissed {
     std::optional<std::uint32_t> announcement;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Confirmed {
     bool isDismissed = false;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// A body: the parameters of one of the agent's own commands and requests, by name.
@@ -66,21 +67,21 @@ struct Parameters {
 struct Volume {
     unsigned volume = 0;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct RoomVolume {
     std::uint32_t id = 0;
     unsigned volume = 0;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 /// A body.
 struct VariableValue {
     std::string value;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Ticket {
@@ -88,38 +89,20 @@ struct Ticket {
     std::int64_t expiresInMs = 0;
     std::vector<std::string> rights;
 
-    static const Object& Table();
-};
-
-struct OperationView {
-    struct Parameter {
-        std::string name;
-        std::string in;
-        std::string summary;
-
-        static const Object& Table();
-    };
-
-    std::string name;
-    std::string method;
-    std::string path;
-    std::string right;
-    std::string summary;
-    std::vector<Parameter> parameters;
-
-    static const Object& Table();
-};
-
-struct OperationList {
-    std::vector<OperationView> operations;
-
-    static const Object& Table();
+    static Object Table();
 };
 
 struct Health {
     std::string status;
 
-    static const Object& Table();
+    static Object Table();
 };
 
 } // namespace controller::view
+
+namespace controller {
+
+/// The refusal as a reply: an error, with the announcements that use what was to be removed.
+[[nodiscard]] HttpReply Problem(const HttpRefusal& refusal, std::vector<view::User> users = {});
+
+} // namespace controller

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controller/api/json/FieldType.h"
+#include "rehearsal/JsonText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -11,7 +11,7 @@
 
 namespace controller::fields {
 
-/// Chooses among the functions `const Object& TableOf(For<Value>)`, which stand in the type's own namespace.
+/// Chooses among the functions `Object TableOf(For<Value>)`, which stand in the type's own namespace.
 template <class Value>
 struct For {};
 
@@ -35,10 +35,7 @@ public:
         : NumberType(Range::min(),
                      static_cast<std::int64_t>(std::min(kMost, static_cast<std::uint64_t>(Range::max())))) {}
     void Write(std::string& out, const void* value) const override {
-        char digits[std::numeric_limits<Number>::digits10 + 2];
-        const auto end =
-            std::to_chars(digits, digits + sizeof digits, *static_cast<const Number*>(value)).ptr;
-        out.append(digits, static_cast<std::size_t>(end - digits));
+        AppendNumber(out, *static_cast<const Number*>(value));
     }
     [[nodiscard]] std::string KeyOf(const void* value) const override {
         return std::to_string(*static_cast<const Number*>(value));
@@ -64,7 +61,7 @@ class ListOf final : public ListType {
 template <class Value>
 class MaybeOf final : public MaybeType {
     using Maybe = std::optional<Value>;
-    const Type& Inner() const override { return TypeOf<Value>(); }
+    const Type& Present() const override { return TypeOf<Value>(); }
     const void* Get(const void* value) const override {
         const auto& maybe = *static_cast<const Maybe*>(value);
         return maybe ? &*maybe : nullptr;
@@ -76,22 +73,32 @@ class MaybeOf final : public MaybeType {
     }
 };
 
-/// Another form of a value, made where it is written.
+/// Another form of what has a type: described like it, and only given.
+template <class Value>
+class FormOf : public Type {
+public:
+    void Describe(Schema& schema, const Limits& limits, Components& components) const final {
+        TypeOf<Value>().Describe(schema, limits, components);
+    }
+    [[nodiscard]] const Type& Present() const final { return TypeOf<Value>().Present(); }
+
+protected:
+    ~FormOf() = default;
+};
+
 template <auto Function, class Owner>
-class MadeOf final : public GivenType {
-    using Value = std::decay_t<decltype(Function(std::declval<const Owner&>()))>;
+using ValueOf = std::decay_t<decltype(Function(std::declval<const Owner&>()))>;
+
+/// Made where it is written.
+template <auto Function, class Owner>
+class MadeOf final : public FormOf<ValueOf<Function, Owner>> {
+    using Value = ValueOf<Function, Owner>;
     static Value Make(const void* owner) { return Function(*static_cast<const Owner*>(owner)); }
 
 public:
     void Write(std::string& out, const void* owner) const override {
         const Value value = Make(owner);
         TypeOf<Value>().Write(out, &value);
-    }
-    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
-        TypeOf<Value>().Describe(schema, limits, components);
-    }
-    void DescribePresent(Schema& schema, const Limits& limits, Components& components) const override {
-        TypeOf<Value>().DescribePresent(schema, limits, components);
     }
     [[nodiscard]] bool IsEmpty(const void* owner) const override {
         const Value value = Make(owner);
@@ -101,7 +108,7 @@ public:
 
 /// What a shared pointer leads to. Where it may be null, the member is left out or null when it is empty.
 template <class Value>
-class SharedOf final : public GivenType {
+class SharedOf final : public FormOf<Value> {
     static const Value* Get(const void* pointer) {
         return static_cast<const std::shared_ptr<const Value>*>(pointer)->get();
     }
@@ -109,9 +116,6 @@ class SharedOf final : public GivenType {
 public:
     void Write(std::string& out, const void* pointer) const override {
         TypeOf<Value>().Write(out, Get(pointer));
-    }
-    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
-        TypeOf<Value>().Describe(schema, limits, components);
     }
     [[nodiscard]] bool IsEmpty(const void* pointer) const override { return Get(pointer) == nullptr; }
 };
@@ -122,19 +126,19 @@ struct Written {
     std::string text;
 };
 template <class Value>
-class WrittenOf final : public GivenType {
+class WrittenOf final : public FormOf<Value> {
     void Write(std::string& out, const void* value) const override {
         out += static_cast<const Written<Value>*>(value)->text;
-    }
-    void Describe(Schema& schema, const Limits& limits, Components& components) const override {
-        TypeOf<Value>().Describe(schema, limits, components);
     }
 };
 
 /// Which of these a type is.
 template <class Value>
 struct KindOf {
-    static const Type& Get() { return TableOf(For<Value>{}); }
+    static const Type& Get() {
+        static auto&& table = TableOf(For<Value>{});
+        return table;
+    }
 };
 template <class Kind>
 struct Shared {

@@ -19,6 +19,15 @@ class Handler final : public IHttpHandler {
 public:
     explicit Handler(boost::asio::io_context& context) : m_context(context) {}
 
+    HttpReply Explain(const HttpRefusal& refusal) override {
+        HttpReply reply;
+        reply.status = refusal.status;
+        reply.contentType = "application/problem+json";
+        reply.headers = refusal.headers;
+        reply.body = refusal.detail + "; right: " + refusal.right;
+        return reply;
+    }
+
     void Handle(std::shared_ptr<HttpExchange> exchange) override {
         ++handled;
         const HttpRequest& request = exchange->Request();

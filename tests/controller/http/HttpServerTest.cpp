@@ -1,6 +1,5 @@
 #include "controller/http/HttpServer.h"
 
-#include "controller/http/Problem.h"
 #include "tests/controller/http/TestClient.h"
 #include "tests/controller/support/Within.h"
 
@@ -19,6 +18,15 @@ using namespace std::chrono_literals;
 /// Answers every request with what it got, and WebSockets with what the test says.
 class EchoHandler final : public IHttpHandler {
 public:
+    HttpReply Explain(const HttpRefusal& refusal) override {
+        HttpReply reply;
+        reply.status = refusal.status;
+        reply.contentType = "application/problem+json";
+        reply.headers = refusal.headers;
+        reply.body = "{\"detail\":\"" + refusal.detail + "\",\"right\":\"" + refusal.right + "\"}";
+        return reply;
+    }
+
     void Handle(std::shared_ptr<HttpExchange> exchange) override {
         if (exchange->Request().isUpgrade) {
             exchange->Upgrade([this](std::shared_ptr<WebSocket> socket) { Opened(std::move(socket)); });
@@ -280,7 +288,7 @@ TEST_F(HttpServerTest, ConnectionsOverTheLimitAreClosedAndPlacesComeBack) {
     }
     std::size_t left = 2;
     while (left != 0)
-        OnDriver([&] { left = m_server->Connections(); });
+        OnDriver([&] { left = m_server->Size(); });
 
     EXPECT_TRUE(HasStatus(Ask("GET / HTTP/1.1\r\nHost: x\r\n\r\n"), 200));
 }

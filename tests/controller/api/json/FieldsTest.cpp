@@ -18,10 +18,8 @@ struct Wheel {
     std::uint32_t id = 0;
     std::int64_t turns = -3;
 
-    static const Object& Table() {
-        static const Object kTable(
-            "Wheel", Wheel(), {Member<&Wheel::id>("id").AsId().Required(), Member<&Wheel::turns>("turns")});
-        return kTable;
+    static Object Table() {
+        return {"Wheel", {Member<&Wheel::id>("id").AsId().Required(), Member<&Wheel::turns>("turns")}};
     }
 };
 
@@ -40,17 +38,15 @@ struct Cart {
     std::vector<std::string> stickers;
     Load load;
 
-    static const Object& Table() {
-        static const Object kTable(
-            "Cart", Cart(),
-            {Member<&Cart::isOpen>("open"), Member<&Cart::speed>("speed", "In km/h").Between(-5, 30),
-             Member<&Cart::distance>("distance"),
-             Member<&Cart::name>("name").AtMostBytes(4).Required("a name"), Member<&Cart::spare>("spare"),
-             Member<&Cart::driver>("driver").AsId().LeftOutWhenEmpty(),
-             Member<&Cart::wheels>("wheels").AtMostEntries(2).EachOnce(),
-             Member<&Cart::stickers>("stickers").AtMostBytes(3).EachOnce().LeftOutWhenEmpty(),
-             Member<&Cart::load, &Load::what>("load").NullWhenEmpty()});
-        return kTable;
+    static Object Table() {
+        return {"Cart",
+                {Member<&Cart::isOpen>("open"), Member<&Cart::speed>("speed", "In km/h").Between(-5, 30),
+                 Member<&Cart::distance>("distance"),
+                 Member<&Cart::name>("name").AtMostBytes(4).Required("a name"), Member<&Cart::spare>("spare"),
+                 Member<&Cart::driver>("driver").AsId().LeftOutWhenEmpty(),
+                 Member<&Cart::wheels>("wheels").AtMostEntries(2).EachOnce(),
+                 Member<&Cart::stickers>("stickers").AtMostBytes(3).EachOnce().LeftOutWhenEmpty(),
+                 Member<&Cart::load, &Load::what>("load").NullWhenEmpty()}};
     }
 };
 
@@ -68,22 +64,16 @@ struct Report {
 
     static std::string Words(const Report& report) { return WhatOf(report.load); }
 
-    static const Object& Table() {
-        static const fields::ConstantType kType("report");
-        static const Object kTable("Report", Report(),
-                                   {fields::Itself("type", kType), Member<&Report::time>("time"),
-                                    Made<&Words>("words"), Member<&Report::wheel>("wheel").NullWhenEmpty(),
-                                    Member<&Report::written>("written"),
-                                    Member<&Report::state>("state").OneOf({"new", "old"})});
-        return kTable;
+    static Object Table() {
+        return {"Report",
+                {fields::Constant("type", "report"), Member<&Report::time>("time"), Made<&Words>("words"),
+                 Member<&Report::wheel>("wheel").NullWhenEmpty(), Member<&Report::written>("written"),
+                 Member<&Report::state>("state").OneOf({"new", "old"})}};
     }
 };
 
 struct Empty {
-    static const Object& Table() {
-        static const Object kTable("Empty", Empty(), {});
-        return kTable;
-    }
+    static Object Table() { return {"Empty", {}}; }
 };
 
 template <class Value>
