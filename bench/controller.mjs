@@ -9,6 +9,7 @@ import {Agent, request} from "node:http";
 import {connect, createServer} from "node:net";
 import {tmpdir} from "node:os";
 import {join} from "node:path";
+import {Worker} from "node:worker_threads";
 import {House} from "../tests/system/harness/house.mjs";
 import {clip, rate} from "../tests/system/harness/sounds.mjs";
 
@@ -195,7 +196,7 @@ async function reads() {
         try {
             const ratios = await repeat(isQuick ? 1 : 3, async () =>
                 await requestsPerSecond(`${house.base}/api/announcements/${id}`) / await requestsPerSecond(`http://127.0.0.1:${port}/one.json`));
-            row("GET of an announcement / nginx", median(ratios), "x", ">= 0.5", median(ratios) >= 0.5, "64 connections");
+            row("GET of an announcement / nginx", median(ratios), "x", ">= 0.75", median(ratios) >= 0.75, "64 connections");
         } finally {
             await end(nginx);
         }
@@ -223,7 +224,7 @@ async function writeLatency(announcements = 0) {
 }
 
 function writeRow(what, {asked, disk}) {
-    row(what, asked - disk, "ms", "<= 2 ms", asked - disk <= 2, `${asked.toFixed(2)} ms, the sync ${disk.toFixed(2)} ms`);
+    row(what, asked - disk, "ms", "<= 1 ms", asked - disk <= 1, `${asked.toFixed(2)} ms, the sync ${disk.toFixed(2)} ms`);
 }
 
 async function writes() {
@@ -280,7 +281,69 @@ async function manyAnnouncements() {
     row("command to first sample, 10,000 stored", median(values), "ms", "<= 20 ms", median(values) <= 20, `most ${Math.max(...values).toFixed(1)} ms`);
 }
 
-const parts = {startAndIdle, reads, writes, popups, command, manyAnnouncements};
+// Asks one question after another on a thread of its own, and tells how long the longest answer has taken since it was
+// told to begin: so long has somebody else kept the controller.
+const asker = `
+    const {Agent, get} = require("node:http");
+    const {parentPort, workerData} = require("node:worker_threads");
+    const agent = new Agent({keepAlive: true, maxSockets: 1});
+    let longest = 0;
+    const ask = () => {
+        const start = performance.now();
+        get({port: workerData, path: "/healthz", agent}, (reply) => reply.resume().on("end", () => {
+            longest = Math.max(longest, performance.now() - start);
+            setImmediate(ask);
+        }));
+    };
+    parentPort.on("message", () => {
+        parentPort.postMessage(longest);
+        longest = 0;
+    });
+    ask();`;
+
+// Others wait so long for their answers while this is done: the shortest of several times, for the machine has other work.
+async function waitBehind(worker, work) {
+    const longest = async () => {
+        worker.postMessage("tell");
+        return (await once(worker, "message"))[0];
+    };
+    return Math.min(...await repeat(isQuick ? 3 : 7, async (index) => {
+        await longest();
+        await work(index);
+        return longest();
+    }));
+}
+
+async function longestStay() {
+    await inHouse([{output: "silent"}], async (house) => {
+        const worker = new Worker(asker, {eval: true, workerData: Number(new URL(house.base).port)});
+        const ask = (method, path, body) => () => timed(house, method, path, body);
+        const waits = {
+            "all announcements": await waitBehind(worker, ask("GET", "/api/announcements")),
+            "all, as the agent gives them": await waitBehind(worker, ask("POST", "/api/requests/get_announcements", {})),
+            "a changed one": await waitBehind(worker, ask("PUT", "/api/announcements/5000", {name: "Changed"})),
+            "a new one": await waitBehind(worker, ask("POST", "/api/announcements", {name: "New"})),
+            "one removed": await waitBehind(worker, (index) => timed(house, "DELETE", `/api/announcements/${index + 1}`)),
+            "a file removed": await waitBehind(worker, async (index) => {
+                house.sound(`gone-${index}`, clip(rate / 100));
+                await timed(house, "DELETE", `/api/media/gone-${index}.wav`);
+            }),
+            "a socket for everything": await waitBehind(worker, async () => {
+                const watcher = await house.watch();
+                await watcher.until("state");
+                watcher.socket.close();
+            }),
+            "a rehearsal": await waitBehind(worker, ask("POST", "/api/rehearsal", {announcement: 5000, sound_ms: 1000})),
+            "the status": await waitBehind(worker, ask("GET", "/api/status")),
+        };
+        await worker.terminate();
+        const [what, wait] = Object.entries(waits).reduce((most, one) => (one[1] > most[1] ? one : most));
+        const others = Object.entries(waits).map(([name, value]) => `${name} ${value.toFixed(1)}`).join(", ");
+        row("longest wait behind a call, 10,000 stored", wait, "ms", "<= 20 ms", wait <= 20, `${what}; ${others}`);
+    }, (house) => fill(house, 10000));
+}
+
+const parts = {startAndIdle, reads, writes, popups, command, manyAnnouncements, longestStay};
 const wanted = process.argv.slice(2).filter((word) => !word.startsWith("--"));
 for (const [name, part] of Object.entries(parts)) {
     if (wanted.length > 0 && !wanted.includes(name)) continue;
