@@ -47,12 +47,7 @@ Household::Household(House house, Options options, Log& log)
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
     , m_engine(Engine())
-    , m_volumes(
-          RoomsAtStart(),
-          [this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); },
-          m_store,
-          m_feed,
-          log)
+    , m_volumes(RoomsAtStart(), VolumeParts())
     , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), m_driver, log)
     , m_audio(AudioParts())
     , m_devices(NavigatorIds(m_house), m_popups, log, DeviceHooks())
@@ -109,6 +104,11 @@ std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {
         rooms.push_back({room.id, room.name, room.maxVolume, volume});
     }
     return rooms;
+}
+
+RoomVolumes::Parts Household::VolumeParts() {
+    return {[this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); }, m_store,
+            m_driver, m_feed, m_log};
 }
 
 DigitalAudio::Parts Household::AudioParts() {

@@ -65,6 +65,7 @@ private:
     [[nodiscard]] audio::ISoundEngine& Engine();
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
+    [[nodiscard]] RoomVolumes::Parts VolumeParts();
     [[nodiscard]] DigitalAudio::Parts AudioParts();
     [[nodiscard]] DeviceManager::Hooks DeviceHooks();
     [[nodiscard]] HistoryRecorder::Parts HistoryParts();

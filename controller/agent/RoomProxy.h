@@ -16,14 +16,14 @@ public:
         , m_volumes(volumes)
         , m_feed(feed) {}
 
-    void SetUpAudio() override { m_audio.AddRoom(m_room); }
-    void SetAudioVolume(std::uint32_t volume) override { m_volumes.SetForAnnouncement(m_room, volume); }
-    void RestoreAudioState() override { m_audio.RemoveRoom(m_room); }
+    void SetUpAudio() override;
+    void SetAudioVolume(std::uint32_t volume) override;
+    void RestoreAudioState() override;
     void SetUpVideo() override;
     void RestoreVideoState() override;
 
     /// No restore is ever pending here: rooms are restored when they are told to be.
-    void CancelRestoringState() override {}
+    void CancelRestoringState() override { m_driverOnly.Assert(); }
 
 private:
     const std::uint32_t m_room;
@@ -31,6 +31,7 @@ private:
     RoomVolumes& m_volumes;
     EventFeed& m_feed;
     bool m_areScreensAwake = false; ///< wanted for a popup
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

@@ -15,118 +15,142 @@ void Nobody(const std::string& /*error*/) {}
 
 } // namespace
 
-RoomVolumes::RoomVolumes(
-    const std::vector<Room>& rooms, Apply apply, IRoomStore& store, EventFeed& feed, Log& log)
-    : m_apply(std::move(apply))
-    , m_store(store)
-    , m_feed(feed)
-    , m_log(log) {
+RoomVolumes::RoomVolumes(const std::vector<Room>& rooms, Parts parts)
+    : m_parts(std::move(parts))
+    , m_writeSoon(m_parts.driver, "the volumes of rooms for the disk")
+    , m_patience(m_parts.driver, "volumes that wait for the disk") {
     for (Room room : rooms) {
-        room.volume = std::min(room.volume, room.maxVolume);
-        m_apply(room.id, room.volume);
-        m_rooms.emplace(room.id, State{room, std::nullopt});
+        const unsigned left = std::exchange(room.volume, std::min(room.volume, room.maxVolume));
+        m_parts.apply(room.id, room.volume);
+        m_rooms.emplace(room.id, State{std::move(room), left, std::nullopt});
     }
-}
-
-WriteDone RoomVolumes::Report(const State& state, const std::string& what) const {
-    return [this, name = state.room.name, what](const std::string& error) {
-        if (!error.empty())
-            m_log.Error(what + " of " + name + " could not be written to the disk: " + error +
-                        "; it is kept in memory and tried again");
-    };
 }
 
 void RoomVolumes::Recover(const std::vector<JournalEntry>& journal) {
     m_driverOnly.Assert();
+    std::vector<RoomRow> gone;
     for (const JournalEntry& entry : journal) {
-        const auto place = m_rooms.find(entry.room);
-        if (place == m_rooms.end()) {
-            m_store.WriteFree(entry.room, entry.volumeBefore, Nobody);
-            continue;
-        }
-        State& state = place->second;
-        const bool isStillOurs = state.room.volume == entry.volumeSet.value_or(entry.volumeBefore);
-        if (isStillOurs)
-            Change(state, entry.volumeBefore);
-        m_store.WriteFree(entry.room, state.room.volume, Report(state, "The volume"));
-        m_log.Notice(state.room.name + " was left in the middle of an announcement; its volume is " +
-                     std::to_string(state.room.volume) + (isStillOurs ? " again" : ", as it was set since"));
+        if (State* const state = Find(entry.room))
+            Restore(*state, entry);
+        else
+            gone.push_back({entry.room, entry.volumeBefore, std::nullopt});
     }
+    if (!gone.empty())
+        m_parts.store.WriteRooms(std::move(gone), Nobody);
+}
+
+/// Compares with the volume as it was left: a room's highest may have been lowered since.
+void RoomVolumes::Restore(State& state, const JournalEntry& entry) {
+    const bool isStillOurs = state.volumeLeft == entry.volumeSet.value_or(entry.volumeBefore);
+    const unsigned wanted = isStillOurs ? entry.volumeBefore : state.volumeLeft;
+    Change(state, std::min(wanted, state.room.maxVolume));
+    Keep(state);
+    const char* const why = state.room.volume < wanted ? ", its highest"
+                            : isStillOurs              ? " again"
+                                                       : ", as it was set since";
+    m_parts.log.Notice(state.room.name + " was left in the middle of an announcement; its volume is " +
+                       std::to_string(state.room.volume) + why);
 }
 
 void RoomVolumes::Take(std::uint32_t room) {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    if (place == m_rooms.end())
+    State* const state = Find(room);
+    if (state == nullptr)
         return;
-    State& state = place->second;
-    const bool isStillOurs = state.taken && state.room.volume == state.taken->entry.volumeSet.value_or(
-                                                                     state.taken->entry.volumeBefore);
-    if (!isStillOurs)
-        WriteEntry(state, std::nullopt, Nobody);
-    m_feed.Publish(events::RoomSetUp{room, state.taken->entry.volumeBefore});
+    if (!state->taken) {
+        state->taken.emplace();
+        state->taken->volumeBefore = state->room.volume;
+        Keep(*state);
+    }
+    state->taken->isChangedMeanwhile = false;
+    m_parts.feed.Publish(events::RoomSetUp{room, state->taken->volumeBefore});
 }
 
-/// Makes the room's present volume the one to go back to, and writes that down.
-void RoomVolumes::WriteEntry(State& state, std::optional<unsigned> waiting, WriteDone done) {
-    const JournalEntry entry{state.room.id, state.room.volume, std::nullopt};
-    const std::uint64_t turn = ++m_turn;
-    state.taken = Taken{entry, false, waiting, turn};
-    m_store.WriteTaken(entry, state.room.volume,
-                       [this, room = state.room.id, turn, done = std::move(done)](const std::string& error) {
-                           JournalWritten(room, turn, error);
-                           done(error);
-                       });
+/// Soon, with all that changes in the same breath: the rooms of an announcement wait for the disk once.
+void RoomVolumes::Keep(const State& state) {
+    m_unwritten.insert(state.room.id);
+    if (!m_writeSoon.IsRunning())
+        m_writeSoon.Start({}, [this] { Write(); });
 }
 
-void RoomVolumes::JournalWritten(std::uint32_t room, std::uint64_t turn, const std::string& error) {
-    State& state = m_rooms.at(room);
-    if (!state.taken || state.taken->turn != turn)
+void RoomVolumes::Write() {
+    m_writeSoon.Stop();
+    if (m_unwritten.empty())
         return;
-    Report(state, "The journal")(error);
+    std::vector<RoomRow> rows;
+    std::string names;
+    ++m_lastWrite;
+    for (const std::uint32_t id : std::exchange(m_unwritten, {})) {
+        State& state = m_rooms.at(id);
+        RoomRow row{id, state.room.volume, std::nullopt};
+        if (auto& taken = state.taken) {
+            row.taken = JournalEntry{id, taken->volumeBefore, taken->volumeSet};
+            taken->write = taken->write == 0 ? m_lastWrite : taken->write;
+        }
+        rows.push_back(row);
+        names += (names.empty() ? "" : ", ") + state.room.name;
+    }
+    m_parts.store.WriteRooms(std::move(rows),
+                             [this, write = m_lastWrite, names,
+                              told = std::exchange(m_unwrittenDone, {})](const std::string& error) {
+                                 Written(write, names, error);
+                                 for (const WriteDone& done : told)
+                                     done(error);
+                             });
+}
+
+void RoomVolumes::Written(std::uint64_t write, const std::string& names, const std::string& error) {
+    if (!error.empty())
+        m_parts.log.Error("The volume of " + names + " could not be written to the disk: " + error +
+                          "; it is kept in memory and tried again");
     // An announcement that nobody hears because the disk is full would be the greater harm.
-    state.taken->isWritten = true;
-    ApplyWaiting(state);
-    TellApplied();
+    m_answered = write;
+    ApplyWaiting(false);
 }
 
 void RoomVolumes::SetForAnnouncement(std::uint32_t room, unsigned volume) {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    if (place == m_rooms.end() || !place->second.taken)
+    State* const state = Find(room);
+    if (state == nullptr || !state->taken)
         return;
-    State& state = place->second;
     if (volume > kNegative) {
-        m_log.Warning("The announcement asks for a volume below 0 in " + state.room.name +
-                      "; the volume is left");
+        m_parts.log.Warning("The announcement asks for a volume below 0 in " + state->room.name +
+                            "; the volume is left");
         return;
     }
-    state.taken->waiting = std::min(volume, state.room.maxVolume);
-    if (state.taken->isWritten)
-        ApplyWaiting(state);
+    state->taken->waiting = std::min(volume, state->room.maxVolume);
+    if (!m_patience.IsRunning())
+        m_patience.Start(kPatience, [this] { ApplyWaiting(true); });
+    ApplyWaiting(false);
 }
 
-void RoomVolumes::ApplyWaiting(State& state) {
-    if (!state.taken->waiting)
-        return;
-    const unsigned volume = *std::exchange(state.taken->waiting, std::nullopt);
-    state.taken->entry.volumeSet = volume;
-    Change(state, volume);
-    m_store.WriteTaken(state.taken->entry, volume, Report(state, "The journal"));
+/// Sound that is late is worse than a journal that is. No waiting at all would lose no volume either: the
+/// store writes in order, so that the disk never has an announcement's volume without what it was before. A
+/// program that ends before the journal is written leaves there the room's own volume, and nothing that is
+/// loud: the volume is a factor in this program's memory, no state of a device.
+void RoomVolumes::ApplyWaiting(bool isPatienceOver) {
+    for (auto& [id, state] : m_rooms) {
+        if (!state.taken || !state.taken->waiting)
+            continue;
+        const bool isWritten = state.taken->write != 0 && state.taken->write <= m_answered;
+        if (!isWritten && !isPatienceOver)
+            continue;
+        state.taken->volumeSet = std::exchange(state.taken->waiting, std::nullopt);
+        Keep(state);
+        Change(state, *state.taken->volumeSet);
+    }
+    TellApplied();
 }
 
 void RoomVolumes::GiveBack(std::uint32_t room) {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    if (place == m_rooms.end() || !place->second.taken)
+    State* const state = Find(room);
+    if (state == nullptr || !state->taken)
         return;
-    State& state = place->second;
-    const JournalEntry entry = std::exchange(state.taken, std::nullopt)->entry;
-    const bool isStillOurs = state.room.volume == entry.volumeSet.value_or(entry.volumeBefore);
-    if (isStillOurs)
-        Change(state, entry.volumeBefore);
-    m_store.WriteFree(room, state.room.volume, Report(state, "The volume"));
-    m_feed.Publish(events::RoomRestored{room, state.room.volume, !isStillOurs});
+    const Taken taken = *std::exchange(state->taken, std::nullopt);
+    Keep(*state);
+    Change(*state, taken.volumeBefore);
+    m_parts.feed.Publish(events::RoomRestored{room, state->room.volume, taken.isChangedMeanwhile});
     TellApplied();
 }
 
@@ -134,37 +158,39 @@ void RoomVolumes::GiveBackAll() {
     m_driverOnly.Assert();
     for (const auto& [id, state] : m_rooms)
         GiveBack(id);
+    // The program may end before anything is done soon.
+    Write();
 }
 
 bool RoomVolumes::Set(std::uint32_t room, unsigned volume, WriteDone done) {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    if (place == m_rooms.end())
+    State* const state = Find(room);
+    if (state == nullptr)
         return false;
-    State& state = place->second;
-    Change(state, std::min(volume, state.room.maxVolume));
-    if (!state.taken)
-        m_store.WriteFree(room, state.room.volume, std::move(done));
-    else if (state.taken->entry.volumeSet)
-        m_store.WriteTaken(state.taken->entry, state.room.volume, std::move(done));
-    else
-        // The announcement has not set its volume yet: this is the one to go back to.
-        WriteEntry(state, state.taken->waiting, std::move(done));
+    const unsigned wanted = std::min(volume, state->room.maxVolume);
+    if (auto& taken = state->taken) {
+        taken->isChangedMeanwhile = taken->isChangedMeanwhile || taken->volumeSet.has_value();
+        taken->volumeBefore = wanted;
+        taken->volumeSet.reset();
+        taken->write = 0;
+    }
+    m_unwrittenDone.push_back(std::move(done));
+    Keep(*state);
+    Change(*state, wanted);
     return true;
 }
 
 std::optional<unsigned> RoomVolumes::Capped(std::uint32_t room, unsigned volume) const {
-    const auto place = m_rooms.find(room);
-    return place == m_rooms.end() ? std::nullopt
-                                  : std::optional(std::min(volume, place->second.room.maxVolume));
+    const State* const state = Find(room);
+    return state == nullptr ? std::nullopt : std::optional(std::min(volume, state->room.maxVolume));
 }
 
 void RoomVolumes::Change(State& state, unsigned volume) {
     if (state.room.volume == volume)
         return;
     state.room.volume = volume;
-    m_apply(state.room.id, volume);
-    m_feed.Publish(events::RoomVolumeChanged{state.room.id, volume});
+    m_parts.apply(state.room.id, volume);
+    m_parts.feed.Publish(events::RoomVolumeChanged{state.room.id, volume});
 }
 
 void RoomVolumes::WhenApplied(std::function<void()> callback) {
@@ -179,20 +205,31 @@ void RoomVolumes::TellApplied() {
     });
     if (isOneWaiting)
         return;
+    m_patience.Stop();
     for (const auto& callback : std::exchange(m_whenApplied, {}))
         callback();
 }
 
+RoomVolumes::State* RoomVolumes::Find(std::uint32_t room) {
+    const auto place = m_rooms.find(room);
+    return place == m_rooms.end() ? nullptr : &place->second;
+}
+
+const RoomVolumes::State* RoomVolumes::Find(std::uint32_t room) const {
+    const auto place = m_rooms.find(room);
+    return place == m_rooms.end() ? nullptr : &place->second;
+}
+
 std::optional<unsigned> RoomVolumes::Volume(std::uint32_t room) const {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    return place == m_rooms.end() ? std::nullopt : std::optional(place->second.room.volume);
+    const State* const state = Find(room);
+    return state == nullptr ? std::nullopt : std::optional(state->room.volume);
 }
 
 bool RoomVolumes::IsTaken(std::uint32_t room) const {
     m_driverOnly.Assert();
-    const auto place = m_rooms.find(room);
-    return place != m_rooms.end() && place->second.taken.has_value();
+    const State* const state = Find(room);
+    return state != nullptr && state->taken.has_value();
 }
 
 } // namespace controller

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/Alarm.h"
 #include "controller/driver/DriverOnly.h"
 #include "controller/driver/Log.h"
 #include "controller/events/EventFeed.h"
@@ -8,30 +9,44 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace controller {
 
 /// The volume of each room, 0 to 100, and how announcements borrow it.
 ///
-/// Before an announcement changes a room's volume, what it was stands in the journal on the disk. It is put
-/// back only if the volume is still what the announcement set; what somebody else set meanwhile stays. An
-/// announcement that takes a room which another one has not given back keeps the first one's entry, so that
-/// no announcement's volume is ever taken for the room's own. Driver thread only.
+/// Before an announcement changes a room's volume, what it was stands in the journal on the disk, or has been
+/// given to the disk for `kPatience`. It is put back unless somebody else has set the volume meanwhile, be it
+/// the very one that the announcement uses; that one stays. An announcement that takes a room which another
+/// one has not given back keeps the first one's entry, so that no announcement's volume is ever taken for the
+/// room's own. What changes at once is written as one. Driver thread only.
 class RoomVolumes {
 public:
     struct Room {
         std::uint32_t id = 0;
         std::string name;
         unsigned maxVolume = 100;
-        unsigned volume = 0; ///< at the start
+        unsigned volume = 0; ///< at the start: as it was left, also above `maxVolume`
     };
 
     /// Makes the room be heard at a volume.
     using Apply = std::function<void(std::uint32_t room, unsigned volume)>;
 
-    /// `store`, `feed` and `log` are borrowed for life. Applies every room's volume once.
-    RoomVolumes(const std::vector<Room>& rooms, Apply apply, IRoomStore& store, EventFeed& feed, Log& log);
+    /// All are borrowed for life.
+    struct Parts {
+        Apply apply;
+        IRoomStore& store;
+        IScheduler& driver;
+        EventFeed& feed;
+        Log& log;
+    };
+
+    /// So long an announcement's volume waits for the disk.
+    static constexpr std::chrono::milliseconds kPatience{50};
+
+    /// Applies every room's volume once, at most its highest.
+    RoomVolumes(const std::vector<Room>& rooms, Parts parts);
 
     /// What the journal still held when the program started: puts back what an end without warning left
     /// behind, says so in the log, and strikes the entries. Of rooms that the house no longer has, the
@@ -42,13 +57,13 @@ public:
     void Take(std::uint32_t room);
 
     /// An announcement sets the room's volume, at most the room's highest. Takes effect as soon as the
-    /// journal has what it was; at once when it has that already, or cannot be written.
+    /// journal has what it was; at once when it has that already; after `kPatience` whatever the disk does.
     void SetForAnnouncement(std::uint32_t room, unsigned volume);
 
     /// The announcement gives the room back. Without having taken it, nothing happens.
     void GiveBack(std::uint32_t room);
 
-    /// Gives back every room that is taken.
+    /// Gives back every room that is taken, and hands all that is to be written to the store.
     void GiveBackAll();
 
     /// Somebody sets the room's volume, at most the room's highest. False for an unknown room, and then
@@ -66,29 +81,36 @@ public:
 
 private:
     struct Taken {
-        JournalEntry entry;
-        bool isWritten = false;          ///< the journal has `entry.volumeBefore`, or cannot have it
-        std::optional<unsigned> waiting; ///< a volume to set as soon as it has
-        std::uint64_t turn = 0;          ///< tells an answer for a former taking
+        unsigned volumeBefore = 0;         ///< the one to go back to
+        std::optional<unsigned> volumeSet; ///< by the announcement, and by nobody since
+        std::optional<unsigned> waiting;   ///< for the journal to have `volumeBefore`
+        std::uint64_t write = 0;           ///< the one that carries `volumeBefore`; 0: none has yet
+        bool isChangedMeanwhile = false;
     };
     struct State {
         Room room;
+        unsigned volumeLeft = 0; ///< when the program ended
         std::optional<Taken> taken;
     };
 
+    [[nodiscard]] State* Find(std::uint32_t room);
+    [[nodiscard]] const State* Find(std::uint32_t room) const;
     void Change(State& state, unsigned volume);
-    void WriteEntry(State& state, std::optional<unsigned> waiting, WriteDone done);
-    void ApplyWaiting(State& state);
-    void JournalWritten(std::uint32_t room, std::uint64_t turn, const std::string& error);
+    void Restore(State& state, const JournalEntry& entry);
+    void Keep(const State& state);
+    void Write();
+    void Written(std::uint64_t write, const std::string& names, const std::string& error);
+    void ApplyWaiting(bool isPatienceOver);
     void TellApplied();
-    [[nodiscard]] WriteDone Report(const State& state, const std::string& what) const;
 
-    Apply m_apply;
-    IRoomStore& m_store;
-    EventFeed& m_feed;
-    Log& m_log;
+    const Parts m_parts;
     std::map<std::uint32_t, State> m_rooms;
-    std::uint64_t m_turn = 0;
+    std::set<std::uint32_t> m_unwritten;
+    std::vector<WriteDone> m_unwrittenDone;
+    std::uint64_t m_lastWrite = 0;
+    std::uint64_t m_answered = 0; ///< the last write that was answered
+    Alarm m_writeSoon;
+    Alarm m_patience;
     std::vector<std::function<void()>> m_whenApplied;
     DriverOnly m_driverOnly;
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace controller {
 
@@ -15,16 +16,19 @@ struct JournalEntry {
     std::optional<unsigned> volumeSet;
 };
 
+/// A room's present volume, and its entry in the journal while an announcement has taken it.
+struct RoomRow {
+    std::uint32_t room = 0;
+    unsigned volume = 0;
+    std::optional<JournalEntry> taken;
+};
+
 /// Where the volumes of rooms and the journal of the rooms that announcements have taken are kept. Writes
 /// reach the disk in the order of the calls. Driver thread only.
 class IRoomStore {
 public:
-    /// Keeps the entry in place of the room's former one, together with the room's present volume: both or
-    /// neither.
-    virtual void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) = 0;
-
-    /// Strikes the room's entry, if there is one, and keeps the room's present volume: both or neither.
-    virtual void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) = 0;
+    /// Writes the rows as one, each in the place of what there was of its room.
+    virtual void WriteRooms(std::vector<RoomRow> rows, WriteDone done) = 0;
 
 protected:
     ~IRoomStore() = default;

@@ -5,6 +5,7 @@
 #include "controller/state/RowChecksum.h"
 #include "controller/state/StateText.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace controller {
@@ -12,6 +13,7 @@ namespace controller {
 namespace {
 
 constexpr int kVersion = 3;
+constexpr std::int64_t kFullVolume = 100;
 /// Tells our databases from other programs'.
 constexpr int kApplication = 0x416e6e63;
 
@@ -39,6 +41,10 @@ std::int64_t OneNumber(Sqlite& database, const std::string& query) {
 std::string OneText(Sqlite& database, const std::string& query) {
     SqliteStatement statement(database, query);
     return statement.Step() ? statement.Text(0) : "";
+}
+
+unsigned VolumeOf(const SqliteStatement& row, int column) {
+    return static_cast<unsigned>(std::clamp<std::int64_t>(row.Number(column), 0, kFullVolume));
 }
 
 std::string ListText(const std::vector<std::uint32_t>& ids) {
@@ -156,23 +162,28 @@ StoredState StateDatabase::Read() {
         state.announcements.push_back(std::move(row));
     }
     state.areAnnouncementsKept = OneNumber(*m_database, "SELECT count(*) FROM kept") > 0;
-    SqliteStatement journal(*m_database, "SELECT room, volume_before, volume_set FROM room_journal");
-    while (journal.Step()) {
-        JournalEntry entry{
-            static_cast<std::uint32_t>(journal.Number(0)), static_cast<unsigned>(journal.Number(1)), {}};
-        if (!journal.IsNull(2))
-            entry.volumeSet = static_cast<unsigned>(journal.Number(2));
-        state.journal.push_back(entry);
-    }
-    SqliteStatement volumes(*m_database, "SELECT room, volume FROM room_volume");
-    while (volumes.Step())
-        state.volumes[static_cast<std::uint32_t>(volumes.Number(0))] =
-            static_cast<unsigned>(volumes.Number(1));
+    ReadRooms(state);
     SqliteStatement variables(*m_database, "SELECT device, variable, value FROM variable_value");
     while (variables.Step())
         state.variables[{static_cast<std::uint32_t>(variables.Number(0)),
                          static_cast<std::uint32_t>(variables.Number(1))}] = variables.Text(2);
     return state;
+}
+
+/// A volume is what a room can be set to, and a room what a house can name, whatever stands there.
+void StateDatabase::ReadRooms(StoredState& state) {
+    SqliteStatement journal(*m_database, "SELECT room, volume_before, volume_set FROM room_journal "
+                                         "WHERE room BETWEEN 0 AND 4294967295");
+    while (journal.Step()) {
+        JournalEntry entry{static_cast<std::uint32_t>(journal.Number(0)), VolumeOf(journal, 1), {}};
+        if (!journal.IsNull(2))
+            entry.volumeSet = VolumeOf(journal, 2);
+        state.journal.push_back(entry);
+    }
+    SqliteStatement volumes(*m_database,
+                            "SELECT room, volume FROM room_volume WHERE room BETWEEN 0 AND 4294967295");
+    while (volumes.Step())
+        state.volumes[static_cast<std::uint32_t>(volumes.Number(0))] = VolumeOf(volumes, 1);
 }
 
 std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest, std::int64_t before) {
@@ -219,18 +230,22 @@ void StateDatabase::ReplaceAnnouncements(const AnnouncementRows& rows) {
     KeepAnnouncements();
 }
 
+void StateDatabase::WriteRoom(const RoomRow& row) {
+    if (row.taken)
+        WriteJournal(*row.taken);
+    else
+        SqliteStatement(*m_database, "DELETE FROM room_journal WHERE room = ?")
+            .Bind(static_cast<std::int64_t>(row.room))
+            .Run();
+    WriteVolume(row.room, row.volume);
+}
+
 void StateDatabase::WriteJournal(const JournalEntry& entry) {
     SqliteStatement(*m_database,
                     "INSERT OR REPLACE INTO room_journal(room, volume_before, volume_set) VALUES(?, ?, ?)")
         .Bind(static_cast<std::int64_t>(entry.room))
         .Bind(static_cast<std::int64_t>(entry.volumeBefore))
         .Bind(entry.volumeSet)
-        .Run();
-}
-
-void StateDatabase::StrikeJournal(std::uint32_t room) {
-    SqliteStatement(*m_database, "DELETE FROM room_journal WHERE room = ?")
-        .Bind(static_cast<std::int64_t>(room))
         .Run();
 }
 

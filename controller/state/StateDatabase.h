@@ -83,8 +83,9 @@ public:
     void KeepAnnouncements();
     /// Puts the rows in the place of all that there are.
     void ReplaceAnnouncements(const AnnouncementRows& rows);
+    /// Writes the room's volume, and its entry of the journal or that it has none.
+    void WriteRoom(const RoomRow& row);
     void WriteJournal(const JournalEntry& entry);
-    void StrikeJournal(std::uint32_t room);
     void WriteVolume(std::uint32_t room, unsigned volume);
     void WriteVariable(std::uint32_t device, std::uint32_t variable, const std::string& value);
     void AddHistory(const HistoryEntry& entry);
@@ -93,6 +94,7 @@ public:
     void Together(const std::function<void(StateDatabase&)>& writes);
 
 private:
+    void ReadRooms(StoredState& state);
     void Open();
     void CheckVersion() const;
     void Make();

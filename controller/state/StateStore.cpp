@@ -55,25 +55,25 @@ void StateStore::WriteAnnouncements(AnnouncementRows rows, WriteDone done) {
 }
 
 void StateStore::WriteAll(WriteDone done) {
+    m_driverOnly.Assert();
     Submit({TakeFailed(), [this, done = std::move(done)](const std::string& error) {
                 done(error.empty() && !m_failed.empty() ? m_lastError : error);
             }});
 }
 
-void StateStore::WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) {
-    const auto run = [entry, volume](StateDatabase& database) {
-        database.WriteJournal(entry);
-        database.WriteVolume(entry.room, volume);
-    };
-    Submit({{{"room " + std::to_string(entry.room), run}}, std::move(done)});
+void StateStore::ListenToAnnouncements(WriteDone listener) {
+    m_driverOnly.Assert();
+    m_listener = std::move(listener);
 }
 
-void StateStore::WriteFree(std::uint32_t room, unsigned volume, WriteDone done) {
-    const auto run = [room, volume](StateDatabase& database) {
-        database.StrikeJournal(room);
-        database.WriteVolume(room, volume);
-    };
-    Submit({{{"room " + std::to_string(room), run}}, std::move(done)});
+void StateStore::WriteRooms(std::vector<RoomRow> rows, WriteDone done) {
+    Batch batch;
+    for (const RoomRow& row : rows)
+        batch.writes.push_back({"room " + std::to_string(row.room), [row](StateDatabase& database) {
+                                    database.WriteRoom(row);
+                                }});
+    batch.done = std::move(done);
+    Submit(std::move(batch));
 }
 
 void StateStore::WriteVariable(std::uint32_t device,
@@ -87,6 +87,7 @@ void StateStore::WriteVariable(std::uint32_t device,
 }
 
 void StateStore::AddHistory(const HistoryEntry& entry) {
+    m_driverOnly.Assert();
     const auto run = [entry](StateDatabase& database) {
         database.AddHistory(entry);
     };
@@ -101,6 +102,7 @@ void StateStore::ReadHistory(std::size_t newest, HistoryDone done) {
 }
 
 void StateStore::ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done) {
+    m_driverOnly.Assert();
     m_worker.Submit([this, newest, before, done = std::move(done)]() mutable {
         std::vector<HistoryEntry> entries;
         std::string error;
@@ -116,6 +118,7 @@ void StateStore::ReadHistory(std::size_t newest, std::int64_t before, HistoryDon
 }
 
 void StateStore::WhenTried(std::function<void()> callback) {
+    m_driverOnly.Assert();
     m_worker.Submit([this, callback = std::move(callback)]() mutable {
         m_driver.Post("the end of writing", std::move(callback));
     });

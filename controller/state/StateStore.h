@@ -57,9 +57,8 @@ public:
 
     void WriteAnnouncements(AnnouncementRows rows, WriteDone done) override;
     void WriteAll(WriteDone done) override;
-    void ListenToAnnouncements(WriteDone listener) override { m_listener = std::move(listener); }
-    void WriteTaken(const JournalEntry& entry, unsigned volume, WriteDone done) override;
-    void WriteFree(std::uint32_t room, unsigned volume, WriteDone done) override;
+    void ListenToAnnouncements(WriteDone listener) override;
+    void WriteRooms(std::vector<RoomRow> rows, WriteDone done) override;
     void WriteVariable(std::uint32_t device,
                        std::uint32_t variable,
                        const std::string& value,

@@ -36,10 +36,12 @@ void GetRoom(ApiContext& context, Call call) {
 void SetRoomVolume(ApiContext& context, Call call) {
     const std::uint32_t id = house_json::RequiredRoom(context, call->Id("id")).id;
     const unsigned volume = call->Take<view::Volume>().volume;
-    (void)context.parts.volumes.Set(id, volume, [&context, call, id](const std::string& error) {
+    // What was set: when it stands on the disk, an announcement may have set another one for itself.
+    const unsigned set = context.parts.volumes.Capped(id, volume).value_or(0);
+    (void)context.parts.volumes.Set(id, volume, [call, id, set](const std::string& error) {
         call->Guard([&] {
             agent_reply::RequireSaved(error);
-            call->Reply(200, view::RoomVolume{id, context.parts.volumes.Volume(id).value_or(0)});
+            call->Reply(200, view::RoomVolume{id, set});
         });
     });
 }

@@ -43,7 +43,8 @@ protected:
     Variables m_variables{{{9, 4, "Outside", "cold"}}, m_store, m_feed};
     Popups m_popups{m_scheduler, m_variables, m_feed};
     RoomVolumes m_volumes{
-        {{12, "Kitchen", 100, 40}}, [](std::uint32_t, unsigned) {}, m_store, m_feed, m_log.log};
+        {{12, "Kitchen", 100, 40}},
+        {[](std::uint32_t /*room*/, unsigned /*volume*/) {}, m_store, m_scheduler, m_feed, m_log.log}};
     DigitalAudio m_audio{{m_engine, m_volumes, m_services, m_feed, m_log.log, m_scheduler, {}}};
     RoomProxy m_room{12, m_audio, m_volumes, m_feed};
     int m_invalidations = 0;

@@ -63,13 +63,12 @@ private:
 
 class QuietStore final : public IRoomStore {
 public:
-    void WriteTaken(const JournalEntry& /*entry*/, unsigned /*volume*/, WriteDone done) override {
+    void WriteRooms(std::vector<RoomRow> /*rows*/, WriteDone done) override {
         if (isSlow)
             waiting.push_back(std::move(done));
         else
             done("");
     }
-    void WriteFree(std::uint32_t /*room*/, unsigned /*volume*/, WriteDone done) override { done(""); }
 
     bool isSlow = false;
     std::vector<WriteDone> waiting;
@@ -93,6 +92,7 @@ protected:
         m_engine.ready.back()();
         DoPosted();
         m_audio.AddRoom(1);
+        m_driver.Advance({});
         m_volumes.SetForAnnouncement(1, 60);
         m_calls.clear();
         (void)m_events.Take();
@@ -110,10 +110,8 @@ protected:
     TestLog m_log;
     InstanceRegistry m_services;
     RoomVolumes m_volumes{{{1, "Kitchen", 100, 40}, {2, "Hall", 100, 30}},
-                          [this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); },
-                          m_store,
-                          m_feed,
-                          m_log.log};
+                          {[this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); },
+                           m_store, m_driver, m_feed, m_log.log}};
     DigitalAudio m_audio{{m_engine, m_volumes, m_services, m_feed, m_log.log, m_driver,
                           [this](const std::string& /*path*/, const DigitalAudio::Found& found) {
                               m_driver.Post("finding", [this, found] { found(m_file, m_fileError); });
@@ -216,6 +214,7 @@ TEST_F(DigitalAudioTest, TheFirstSampleWaitsForTheVolume) {
     m_audio.CreateStream();
     m_store.isSlow = true;
     m_audio.AddRoom(1);
+    m_driver.Advance({});
     m_volumes.SetForAnnouncement(1, 60);
     m_audio.PlayFile("/media/announcements/chime.wav");
     DoPosted();

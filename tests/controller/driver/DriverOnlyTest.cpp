@@ -1,11 +1,16 @@
 #include "controller/driver/DriverOnly.h"
 
+#include "controller/agent/RoomProxy.h"
 #include "controller/agent/Timers.h"
 #include "controller/events/EventFeed.h"
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
+#include "controller/state/StateStore.h"
+#include "framework/InstanceRegistry.h"
 #include "tests/controller/support/FakeScheduler.h"
+#include "tests/controller/support/NoEngine.h"
 #include "tests/controller/support/NoStore.h"
+#include "tests/controller/support/TemporaryFolder.h"
 #include "tests/controller/support/TestLog.h"
 
 #include <gtest/gtest.h>
@@ -38,6 +43,9 @@ protected:
     EventFeed m_feed;
     FakeScheduler m_scheduler;
     TestLog m_log;
+    RoomVolumes m_volumes{
+        {{1, "Kitchen", 100, 40}},
+        {[](std::uint32_t /*room*/, unsigned /*volume*/) {}, m_store, m_scheduler, m_feed, m_log.log}};
 };
 
 TEST_F(DriverOnlyTest, TheThreadThatMadeItMayAsk) {
@@ -49,9 +57,33 @@ TEST_F(DriverOnlyTest, TheFeedIsOfTheDriverThread) {
 }
 
 TEST_F(DriverOnlyTest, RoomVolumesAreOfTheDriverThread) {
-    RoomVolumes volumes(
-        {{1, "Kitchen", 100, 40}}, [](std::uint32_t, unsigned) {}, m_store, m_feed, m_log.log);
-    ExpectAsserted([&] { volumes.Take(1); });
+    ExpectAsserted([this] { m_volumes.Take(1); });
+}
+
+TEST_F(DriverOnlyTest, RoomsAsTheAgentReachesThemAreOfTheDriverThread) {
+    NoEngine engine;
+    const InstanceRegistry services;
+    DigitalAudio audio({engine, m_volumes, services, m_feed, m_log.log, m_scheduler, {}});
+    RoomProxy room(1, audio, m_volumes, m_feed);
+    ExpectAsserted([&] { room.SetUpVideo(); });
+    ExpectAsserted([&] { room.RestoreVideoState(); });
+    ExpectAsserted([&] { room.SetUpAudio(); });
+    ExpectAsserted([&] { room.SetAudioVolume(40); });
+    ExpectAsserted([&] { room.RestoreAudioState(); });
+    ExpectAsserted([&] { room.CancelRestoringState(); });
+}
+
+TEST_F(DriverOnlyTest, TheStoreIsOfTheDriverThread) {
+    const TemporaryFolder folder;
+    StateStore store(std::make_unique<StateDatabase>(folder.Path()), m_scheduler);
+    const auto nobody = [](const std::string& /*error*/) {
+    };
+    ExpectAsserted([&] { store.WriteRooms({{1, 40, {}}}, nobody); });
+    ExpectAsserted([&] { store.WriteAll(nobody); });
+    ExpectAsserted([&] { store.ListenToAnnouncements(nobody); });
+    ExpectAsserted([&] { store.AddHistory({}); });
+    ExpectAsserted([&] { store.ReadHistory(1, {}); });
+    ExpectAsserted([&] { store.WhenTried({}); });
 }
 
 TEST_F(DriverOnlyTest, PopupsAreOfTheDriverThread) {

@@ -128,15 +128,27 @@ TEST_F(StateDatabaseTest, WritesStandTogetherOrNotAtAll) {
                  std::runtime_error);
     EXPECT_TRUE(database.Read().volumes.empty());
     database.Together([](StateDatabase& together) {
-        together.WriteJournal({1, 40, std::nullopt});
-        together.WriteVolume(1, 50);
+        together.WriteRoom({1, 50, JournalEntry{1, 40, std::nullopt}});
     });
-    database.Together([](StateDatabase& together) {
-        together.StrikeJournal(1);
-        together.WriteVolume(1, 40);
-    });
+    database.Together([](StateDatabase& together) { together.WriteRoom({1, 40, std::nullopt}); });
     EXPECT_TRUE(database.Read().journal.empty());
     EXPECT_EQ(database.Read().volumes.at(1), 40U);
+}
+
+TEST_F(StateDatabaseTest, VolumesAndRoomsThatCannotBeAreBroughtWithinBounds) {
+    StateDatabase database(m_folder.Path());
+    Sqlite((m_folder.Path() / StateDatabase::kFileName).string())
+        .Execute("INSERT INTO room_journal VALUES(1, 5000, 90), (2, -5, 4294967376), (3, 40, -1), "
+                 "(4294967297, 100, 100), (-1, 100, 100);"
+                 "INSERT INTO room_volume VALUES(1, 5000), (2, -1), (4294967298, 100);");
+    const StoredState state = database.Read();
+    ASSERT_EQ(state.journal.size(), 3U);
+    EXPECT_EQ(state.journal[0].volumeBefore, 100U);
+    EXPECT_EQ(state.journal[0].volumeSet, 90U);
+    EXPECT_EQ(state.journal[1].volumeBefore, 0U);
+    EXPECT_EQ(state.journal[1].volumeSet, 100U);
+    EXPECT_EQ(state.journal[2].volumeSet, 0U);
+    EXPECT_EQ(state.volumes, (std::map<std::uint32_t, unsigned>{{1, 100}, {2, 0}}));
 }
 
 TEST_F(StateDatabaseTest, TheHistoryIsGivenNewestFirst) {

@@ -95,7 +95,7 @@ TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
 
 TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
     m_store.WriteAnnouncements({{1, "<a/>", ""}}, Note("announcement"));
-    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    m_store.WriteRooms({{1, 60, JournalEntry{1, 40, 60}}}, Note("taken"));
     m_store.WriteVariable(9, 4, "21", Note("variable"));
     EXPECT_TRUE(m_told.empty());
     TakeAnswers(3);
@@ -104,7 +104,7 @@ TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
     EXPECT_EQ(OnDisk().journal.size(), 1U);
     EXPECT_EQ(OnDisk().volumes.at(1), 60U);
     EXPECT_EQ(OnDisk().variables.at({9, 4}), "21");
-    m_store.WriteFree(1, 40, Note("free"));
+    m_store.WriteRooms({{1, 40, std::nullopt}}, Note("free"));
     TakeAnswers(1);
     EXPECT_TRUE(OnDisk().journal.empty());
     EXPECT_EQ(OnDisk().volumes.at(1), 40U);
@@ -112,7 +112,7 @@ TEST_F(StateStoreTest, WhatIsToldAsWrittenStandsOnTheDisk) {
 
 TEST_F(StateStoreTest, AFailedWriteIsToldOnceAndTriedAgainUntilItSucceeds) {
     SetFull(true);
-    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    m_store.WriteRooms({{1, 60, JournalEntry{1, 40, 60}}}, Note("taken"));
     TakeAnswers(1);
     EXPECT_EQ(m_told, Texts{"taken failed"});
     EXPECT_TRUE(OnDisk().journal.empty());
@@ -211,12 +211,27 @@ TEST_F(StateStoreTest, OfWhatWasPlayedOnlySoMuchWaitsForTheDisk) {
     EXPECT_EQ(StateDatabase(m_folder.Path()).ReadHistory(5000).size(), StateStore::kMaxFailed);
 }
 
+TEST_F(StateStoreTest, RoomsThatAreWrittenTogetherAreOneWriteAndOneAnswer) {
+    SetFull(true);
+    m_store.WriteRooms({{1, 60, JournalEntry{1, 40, 60}}, {2, 30, JournalEntry{2, 30, std::nullopt}}},
+                       Note("taken"));
+    TakeAnswers(1);
+    EXPECT_EQ(m_told, Texts{"taken failed"});
+    EXPECT_TRUE(OnDisk().journal.empty()) << "all or none";
+    SetFull(false);
+    m_scheduler.Advance(StateStore::kRetry);
+    TakeAnswers(1);
+    EXPECT_FALSE(m_scheduler.HasPosted());
+    EXPECT_EQ(OnDisk().journal.size(), 2U);
+    EXPECT_EQ(OnDisk().volumes, (std::map<std::uint32_t, unsigned>{{1, 60}, {2, 30}}));
+}
+
 TEST_F(StateStoreTest, ANewerWriteOfTheSameThingTakesTheFailedOnesPlace) {
     SetFull(true);
-    m_store.WriteTaken({1, 40, 60}, 60, Note("taken"));
+    m_store.WriteRooms({{1, 60, JournalEntry{1, 40, 60}}}, Note("taken"));
     TakeAnswers(1);
     SetFull(false);
-    m_store.WriteFree(1, 35, Note("free"));
+    m_store.WriteRooms({{1, 35, std::nullopt}}, Note("free"));
     TakeAnswers(1);
     m_scheduler.Advance(StateStore::kRetry);
     m_store.WhenTried([this] { m_told.emplace_back("tried"); });
