@@ -200,6 +200,28 @@ test("volumes and variables are set, and a room's highest volume holds", async (
   assert.equal((await house.ask('PUT', '/api/variables/100/1', { value: 'x'.repeat(4097) })).status, 400);
 });
 
+test('volumes set while an announcement takes the room over are answered as they were set', async () => {
+  const id = await add({ audio: { file: 'doorbell', delay_ms: 200 }, navigators: [] });
+  const events = await house.watch();
+  await house.play(id);
+  await events.until('room_set_up', ({ room }) => room === 1);
+  let isTakenOver = false;
+  const set = (volume) => house.ask('PUT', '/api/rooms/1/volume', { volume });
+  const setAllTheTime = async (volume) => {
+    while (!isTakenOver) assert.deepEqual((await set(volume)).body, { id: 1, volume });
+  };
+  const takenOver = events.until('room_volume_changed', ({ room, volume }) => room === 1 && volume === 20);
+  await Promise.all([
+    takenOver.then(() => (isTakenOver = true)),
+    ...[31, 32, 33, 34, 35, 36, 37, 38].map(setAllTheTime),
+  ]);
+  // The very volume that the announcement uses is as good as any other.
+  assert.deepEqual((await set(20)).body, { id: 1, volume: 20 });
+  await events.until('announcement_ended', ({ announcement }) => announcement === id);
+  assert.equal((await house.get('/api/rooms/1')).volume, 20);
+  events.socket.terminate();
+});
+
 test('a rehearsal tells what would happen, and plays nothing', async () => {
   const before = (await house.ask('GET', '/api/metrics'.replace('/api', ''))).text.match(/played_total (\d+)/)[1];
   const { body } = await house.ask('POST', '/api/rehearsal', {
