@@ -3,7 +3,15 @@
 #include "controller/audio/DecodebinReader.h"
 #include "controller/audio/SoundFileReader.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace controller::audio {
+
+void MakeHarmless(std::vector<float>& samples) {
+    for (float& sample : samples)
+        sample = std::isfinite(sample) ? std::clamp(sample, -1.0F, 1.0F) : 0.0F;
+}
 
 std::unique_ptr<IClipReader> OpenClipReader(const std::string& path) {
     try {

@@ -80,6 +80,7 @@ std::vector<float> DecodebinReader::Pull() {
         gst_buffer_unmap(buffer, &map);
     }
     gst_sample_unref(sample);
+    MakeHarmless(samples);
     return samples;
 }
 

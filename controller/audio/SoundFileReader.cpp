@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <filesystem>
 
 namespace controller::audio {
@@ -101,9 +100,8 @@ std::vector<float> SoundFileReader::Read() {
             throw SoundFileError(m_name + ": ended while it was played, after " +
                                  std::to_string(m_framesRead) + " of " + std::to_string(m_file.Frames()) +
                                  " samples");
-        // A float file may hold anything; what is no number would be a bang.
-        std::replace_if(
-            samples.begin(), samples.end(), [](float sample) { return !std::isfinite(sample); }, 0.0F);
+        // Before the resampler, which would spread it, and behind it, for it may go beyond full scale again.
+        MakeHarmless(samples);
         // Silence behind the end draws out what the resampler still holds.
         auto converted = count > 0 ? Convert(samples.data(), static_cast<std::size_t>(count))
                                    : Convert(nullptr, static_cast<std::size_t>(kFramesAtOnce));
@@ -125,6 +123,7 @@ std::vector<float> SoundFileReader::Convert(float* samples, std::size_t frames) 
     }
     const auto wanted = std::min(static_cast<std::int64_t>(count), m_framesToCome);
     result.resize(static_cast<std::size_t>(wanted) * kChannels);
+    MakeHarmless(result);
     m_framesToCome -= wanted;
     return result;
 }

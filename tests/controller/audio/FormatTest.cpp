@@ -1,9 +1,12 @@
 #include "controller/audio/ClipReader.h"
 #include "controller/audio/SoundFile.h"
+#include "controller/audio/VolumeLaw.h"
 #include "tests/controller/audio/PlayFixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 
 #include <gst/gst.h>
 
@@ -35,6 +38,24 @@ double Power(const std::vector<float>& samples, std::size_t channel) {
     return std::sqrt(sum / (static_cast<double>(samples.size()) / kChannels));
 }
 
+/// Puts a WAV file's sound into a container that the sound file library does not know.
+void WrapInMatroska(const std::string& from, const std::string& to) {
+    GError* error = nullptr;
+    const std::string description =
+        "filesrc location=" + from + " ! wavparse ! matroskamux ! filesink name=out location=" + to;
+    GstElement* pipeline = gst_parse_launch(description.c_str(), &error);
+    ASSERT_TRUE(pipeline && !error);
+    gst_element_set_state(pipeline, GST_STATE_PLAYING);
+    GstBus* bus = gst_element_get_bus(pipeline);
+    GstMessage* end = gst_bus_timed_pop_filtered(
+        bus, 20 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
+    ASSERT_TRUE(end && GST_MESSAGE_TYPE(end) == GST_MESSAGE_EOS);
+    gst_message_unref(end);
+    gst_object_unref(bus);
+    gst_element_set_state(pipeline, GST_STATE_NULL);
+    gst_object_unref(pipeline);
+}
+
 struct Encoding {
     const char* name;
     int format;
@@ -48,7 +69,10 @@ void PrintTo(const Encoding& encoding, std::ostream* stream) {
 
 } // namespace
 
-class FormatTest : public PlayFixture {};
+class FormatTest : public PlayFixture {
+protected:
+    FormatTest() { gst_init(nullptr, nullptr); }
+};
 
 class EncodingTest : public FormatTest, public ::testing::WithParamInterface<Encoding> {};
 
@@ -143,29 +167,64 @@ TEST_F(FormatTest, TheLeftChannelOfSurroundSoundIsHeardOnTheLeft) {
 }
 
 TEST_F(FormatTest, WhatOnlyADecoderPluginKnowsIsPlayedToo) {
-    EngineHarness harness({FileOutput("room.wav")});
     const auto path = m_folder.Path("clip.mkv");
-    GError* error = nullptr;
-    const std::string description =
-        "filesrc location=" + m_clip + " ! wavparse ! matroskamux ! filesink name=out location=" + path;
-    GstElement* pipeline = gst_parse_launch(description.c_str(), &error);
-    ASSERT_TRUE(pipeline && !error);
-    gst_element_set_state(pipeline, GST_STATE_PLAYING);
-    GstBus* bus = gst_element_get_bus(pipeline);
-    GstMessage* end = gst_bus_timed_pop_filtered(
-        bus, 20 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
-    ASSERT_TRUE(end && GST_MESSAGE_TYPE(end) == GST_MESSAGE_EOS);
-    gst_message_unref(end);
-    gst_object_unref(bus);
-    gst_element_set_state(pipeline, GST_STATE_NULL);
-    gst_object_unref(pipeline);
-
+    WrapInMatroska(m_clip, path);
+    EngineHarness harness({FileOutput("room.wav")});
     harness.OpenWithAllRooms();
     const auto result = harness.PlayToEnd(path);
     ASSERT_TRUE(result);
     EXPECT_EQ(result->error, "");
     ExpectWholeClip("room.wav");
 }
+
+/// Sound beyond all bounds, in a file of its own rate and kind.
+struct Overfull {
+    const char* name;
+    int rate;
+    bool isForADecoder;
+};
+
+void PrintTo(const Overfull& overfull, std::ostream* stream) {
+    *stream << overfull.name;
+}
+
+class OverfullTest : public FormatTest, public ::testing::WithParamInterface<Overfull> {};
+
+TEST_P(OverfullTest, IsNoLouderThanTheRoomsVolume) {
+    constexpr float kInfinite = std::numeric_limits<float>::infinity();
+    const std::array<float, 8> bad{1e30F, -1e30F, kInfinite, -kInfinite, std::nanf(""), 5.0F, -5.0F, 3e38F};
+    std::vector<float> samples;
+    // Sound that is as loud as it may be, and then what no sound may be.
+    for (int frame = 0; frame < 4800; ++frame)
+        samples.insert(samples.end(), 2, frame / 100 % 2 == 0 ? 1.0F : -1.0F);
+    for (std::size_t frame = 0; frame < 4800; ++frame)
+        samples.insert(samples.end(), 2, bad.at(frame / 7 % bad.size()));
+    const auto plain = m_folder.Path("overfull.wav");
+    const auto path = GetParam().isForADecoder ? m_folder.Path("overfull.mkv") : plain;
+    WriteFloats(plain, samples, 2, GetParam().rate);
+    if (path != plain)
+        WrapInMatroska(plain, path);
+    EngineHarness harness({FileOutput("room.wav")});
+    harness.Engine().SetVolume(1, 20);
+    harness.OpenWithAllRooms();
+    const auto result = harness.PlayToEnd(path);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->error, "");
+    const auto recording = Recorded("room.wav");
+    const auto [lowest, highest] = std::minmax_element(recording.samples.begin(), recording.samples.end());
+    ASSERT_NE(lowest, recording.samples.end());
+    const double bound = Gain(20) * 32768;
+    EXPECT_NEAR(*highest, bound, bound / 100);
+    EXPECT_NEAR(*lowest, -bound, bound / 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files,
+                         OverfullTest,
+                         ::testing::Values(Overfull{"Plain", kRate, false},
+                                           Overfull{"Resampled", 44100, false},
+                                           Overfull{"Decoded", kRate, true},
+                                           Overfull{"DecodedAndResampled", 44100, true}),
+                         [](const auto& overfull) { return std::string(overfull.param.name); });
 
 TEST_F(FormatTest, AFloatFileThatHoldsNoNumbersIsSilentThere) {
     const auto path = m_folder.Path("nan.wav");

@@ -43,6 +43,21 @@ void WriteSound(
         throw std::runtime_error(path + ": not written whole");
 }
 
+void WriteFloats(const std::string& path, const std::vector<float>& samples, int channels, int rate) {
+    SF_INFO info{};
+    info.channels = channels;
+    info.samplerate = rate;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+    if (!file)
+        throw std::runtime_error(path + ": " + sf_strerror(nullptr));
+    const auto count = static_cast<sf_count_t>(samples.size());
+    const auto written = sf_write_float(file, samples.data(), count);
+    sf_close(file);
+    if (written != count)
+        throw std::runtime_error(path + ": not written whole");
+}
+
 std::int64_t Recording::Frames() const {
     return channels == 0 ? 0 : static_cast<std::int64_t>(samples.size()) / channels;
 }

@@ -19,6 +19,9 @@ void WriteSound(const std::string& path,
                 int rate,
                 int format = SF_FORMAT_WAV | SF_FORMAT_PCM_16);
 
+/// Writes a WAV file of 32-bit floats, whatever they are.
+void WriteFloats(const std::string& path, const std::vector<float>& samples, int channels, int rate);
+
 /// What was recorded: interleaved, with `channels` channels.
 struct Recording {
     std::vector<short> samples;
