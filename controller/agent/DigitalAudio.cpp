@@ -14,6 +14,7 @@ void DigitalAudio::Forget() {
     ++m_stream;
     m_isWanted = false;
     m_isPlaying = false;
+    m_latestAnswer.Stop();
     m_rooms.clear();
 }
 
@@ -62,6 +63,8 @@ void DigitalAudio::PlayFile(const std::string& path) {
         return;
     }
     m_isPlaying = true;
+    m_isTold = false;
+    m_latestAnswer.Start(kLatestAnswer, [this] { TellComplete(); });
     m_parts.locate(path, [this, stream = m_stream, path](const std::string& file, const std::string& error) {
         // The first sample must not be heard at the volume of before.
         m_parts.volumes.WhenApplied([this, stream, path, file, error] {
@@ -88,7 +91,13 @@ void DigitalAudio::Ended(const std::string& path, const std::string& error) {
     if (!error.empty())
         m_parts.log.Error(path + " could not be played: " + error);
     m_parts.feed.Publish(events::SoundEnded{path, error});
-    Tell(Answer::Complete);
+    TellComplete();
+}
+
+void DigitalAudio::TellComplete() {
+    m_latestAnswer.Stop();
+    if (!std::exchange(m_isTold, true))
+        Tell(Answer::Complete);
 }
 
 void DigitalAudio::Tell(Answer answer) {

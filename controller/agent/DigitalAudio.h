@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/audio/ISoundEngine.h"
+#include "controller/driver/Alarm.h"
 #include "controller/driver/DriverOnly.h"
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
@@ -38,7 +39,14 @@ public:
         Locate locate;
     };
 
-    explicit DigitalAudio(Parts parts) : m_parts(std::move(parts)) {}
+    /// The agent gives a file up, and its rooms back, 20 s after it asked for it. It is told of the end so
+    /// long after asking at the latest: it then leaves the rooms 2 s, in which the longest sound (20 s, and
+    /// what it takes to begin) is heard whole.
+    static constexpr std::chrono::milliseconds kLatestAnswer{19500};
+
+    explicit DigitalAudio(Parts parts)
+        : m_parts(std::move(parts))
+        , m_latestAnswer(m_parts.driver, "the end of a long sound") {}
     DigitalAudio(const DigitalAudio&) = delete;
     DigitalAudio& operator=(const DigitalAudio&) = delete;
     ~DigitalAudio();
@@ -68,12 +76,15 @@ private:
     void Tell(Answer answer);
     void Start(const std::string& path, const std::string& file, const std::string& error);
     void Ended(const std::string& path, const std::string& error);
+    void TellComplete();
     void Forget();
 
     Parts m_parts;
     std::uint64_t m_stream = 0; ///< counts streams; an answer for any other than the present one is dropped
     bool m_isWanted = false;    ///< the agent has asked for the stream and not released it
     bool m_isPlaying = false;
+    bool m_isTold = false; ///< the agent, of the file's end
+    Alarm m_latestAnswer;
     std::set<std::uint32_t> m_rooms;
     DriverOnly m_driverOnly;
 };

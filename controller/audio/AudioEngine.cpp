@@ -69,7 +69,10 @@ void AudioEngine::AddRoom(std::uint32_t roomId) {
 void AudioEngine::RemoveRoom(std::uint32_t roomId) {
     if (!m_stream || m_stream->rooms.erase(roomId) == 0)
         return;
-    m_rooms.at(roomId)->Leave();
+    RoomOutput& room = *m_rooms.at(roomId);
+    if (m_play && room.HasHeardClip())
+        m_play->heard.insert(roomId);
+    room.Leave();
     OnRoomChanged();
 }
 

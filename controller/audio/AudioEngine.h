@@ -34,6 +34,7 @@ struct RoomTrouble {
         Refused, ///< The output could not be opened.
         Failed,  ///< It was open, and reported an error.
         Hanging, ///< It did not answer in time and was given up.
+        Silent,  ///< It has no device: silence plays there, in real time, and nobody hears it.
         Late     ///< It opened after the clip had begun: it plays in step, but its beginning is missing.
     };
     std::uint32_t roomId = 0;

@@ -28,6 +28,7 @@ struct AudioEngine::CurrentPlay {
     std::chrono::steady_clock::time_point asked;
     std::chrono::microseconds startDelay{-1};
     std::shared_ptr<Playback> playback;
+    std::set<std::uint32_t> heard; ///< Rooms that left the stream when they had heard the clip.
 };
 
 struct AudioEngine::PendingClose {

@@ -3,6 +3,7 @@
 #include "controller/audio/SoundFormat.h"
 
 #include <algorithm>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -76,21 +77,26 @@ void AudioEngine::OnStarted(unsigned number, std::chrono::steady_clock::time_poi
 void AudioEngine::CheckPlay() {
     if (!m_play)
         return;
-    std::vector<std::uint32_t> ended;
+    std::set<std::uint32_t> heard = m_play->heard;
+    bool hasEnded = !heard.empty();
     bool isOpening = false;
     for (const std::uint32_t id : m_stream->rooms) {
-        const auto state = m_rooms.at(id)->GetState();
+        const RoomOutput& room = *m_rooms.at(id);
+        const auto state = room.GetState();
         if (state == RoomOutput::State::Playing)
             return;
-        if (state == RoomOutput::State::Ended)
-            ended.push_back(id);
+        hasEnded = hasEnded || state == RoomOutput::State::Ended;
+        if (state == RoomOutput::State::Ended && room.HasHeardClip())
+            heard.insert(id);
         isOpening = isOpening || state == RoomOutput::State::Opening;
     }
     // A room that is still opening when the others have ended has missed it all.
-    if (isOpening && ended.empty())
+    if (isOpening && !hasEnded)
         return;
-    const std::string error = ended.empty() ? WhyNoRoom() : m_play->playback->Error();
-    FinishPlay(error, std::move(ended));
+    std::string error = hasEnded ? m_play->playback->Error() : "";
+    if (error.empty() && heard.empty())
+        error = WhyNoRoom();
+    FinishPlay(error, {heard.begin(), heard.end()});
 }
 
 std::string AudioEngine::WhyNoRoom() const {

@@ -2,29 +2,30 @@
 
 #include "controller/audio/Gst.h"
 
-#include <chrono>
+#include <functional>
 #include <mutex>
-#include <optional>
-#include <string>
 
 namespace controller::audio {
 
-/// Finds the machine's default sound device. Where there is none, asking is dear (a sound server is waited
-/// for, and its library loses some memory each time), so the answer "none" is kept until something that hints
-/// at a device has changed, or some minutes have passed. Any thread; may block.
+/// Finds the machine's default sound device, anew for each announcement: cards are plugged in, and sound
+/// servers end and start, without any sign that would hold for all of them. The rooms of an announcement
+/// share one answer, for where there is no device a sound server is waited for. Any thread; may block.
 class DeviceSearch final {
 public:
-    /// The device that the machine calls its default, else the first one; null if there is none.
-    [[nodiscard]] GstPtr<GstDevice> FindDefault();
+    using Ask = std::function<GstPtr<GstDevice>()>;
+
+    /// `ask` finds it, or null; without one, the machine is asked.
+    explicit DeviceSearch(Ask ask = {});
+
+    /// The device that the machine calls its default, else the first one; null if there is none. `take` is
+    /// the number of the announcement's stream.
+    [[nodiscard]] GstPtr<GstDevice> FindDefault(unsigned take);
 
 private:
-    using Clock = std::chrono::steady_clock;
-
-    [[nodiscard]] bool IsStillNone(const std::string& hints) const;
-
+    const Ask m_ask;
     std::mutex m_mutex;
-    std::optional<Clock::time_point> m_foundNone;
-    std::string m_hints;
+    unsigned m_take = 0; ///< that the answer is for; 0: none
+    GstPtr<GstDevice> m_answer;
 };
 
 } // namespace controller::audio

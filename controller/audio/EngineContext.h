@@ -6,8 +6,6 @@
 #include "controller/audio/Workers.h"
 
 #include <memory>
-#include <set>
-#include <string>
 #include <utility>
 
 namespace controller::audio {
@@ -24,13 +22,6 @@ struct EngineContext {
     const std::shared_ptr<Mailbox> mailbox;
     Workers workers;
     std::shared_ptr<DeviceSearch> devices = std::make_shared<DeviceSearch>();
-    std::set<std::string> noticesSaid;
-
-    /// Logs a text for people, as that there is no sound device, the first time that it comes.
-    void Notice(const std::string& text) {
-        if (noticesSaid.insert(text).second)
-            services.log.Notice(text);
-    }
 };
 
 } // namespace controller::audio

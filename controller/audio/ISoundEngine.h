@@ -11,7 +11,7 @@ namespace controller::audio {
 /// How a Play ended.
 struct PlayResult {
     std::string error;                        ///< Empty: the whole file was played in every room of `rooms`.
-    std::vector<std::uint32_t> rooms;         ///< Rooms that played it to its last sample, ascending.
+    std::vector<std::uint32_t> rooms;         ///< Rooms that heard it to its last sample, ascending.
     std::chrono::microseconds startDelay{-1}; ///< Play() to the clip's first sample; -1: it never started.
 };
 
@@ -34,7 +34,7 @@ public:
     virtual void AddRoom(std::uint32_t roomId) = 0;
 
     /// Takes the room out of the stream: its sound ends now, in good order. The last room's removal ends a
-    /// Play.
+    /// Play, with an error unless a room has heard the clip to its last sample.
     virtual void RemoveRoom(std::uint32_t roomId) = 0;
 
     /// The room's volume, 0 to 100 (more is 100), from now on and for later streams too.

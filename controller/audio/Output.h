@@ -14,8 +14,8 @@ class DeviceSearch;
 /// For whom an output opens, and with what help.
 struct OutputContext {
     std::uint32_t roomId = 0;
-    unsigned take = 1;                              ///< Counts the engine's streams, from 1.
-    std::function<void(const std::string&)> notice; ///< Something worth knowing; said once. Any thread.
+    unsigned take = 1;                                     ///< Counts the engine's streams, from 1.
+    std::function<void(const std::string& reason)> silent; ///< Nothing will be heard, and why. Any thread.
     std::shared_ptr<DeviceSearch> devices;
 };
 

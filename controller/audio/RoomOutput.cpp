@@ -16,6 +16,8 @@ const char* WordFor(RoomTrouble::Kind kind) {
         return "failed";
     case RoomTrouble::Kind::Hanging:
         return "hangs";
+    case RoomTrouble::Kind::Silent:
+        return "is silent";
     case RoomTrouble::Kind::Late:
         return "opened late";
     }
@@ -39,8 +41,9 @@ void RoomOutput::Join(std::shared_ptr<Timeline> timeline, unsigned take) {
     Leave();
     m_timeline = std::move(timeline);
     m_take = take;
-    m_slot = m_timeline->AddRoom(m_config.id);
+    m_slot = m_timeline->AddRoom(m_config.id, m_isReadyInTime);
     m_lastTrouble.clear();
+    m_isSilent = false;
     if (!m_closing)
         Open();
 }
@@ -55,14 +58,14 @@ void RoomOutput::Open() {
     }
     m_current = std::make_shared<RoomPipeline>(m_timeline, m_slot, m_config.volume);
     const auto mailbox = m_context->mailbox;
-    OutputContext output{m_config.id, m_take,
-                         [mailbox, context = m_context.get()](const std::string& text) {
-                             mailbox->Post([context, text] { context->Notice(text); });
-                         },
-                         m_context->devices};
     const auto onEvent = [this, mailbox, sender = m_current.get()](const PipelineEvent& event) {
         mailbox->Post([this, sender, event] { OnEvent(sender, event); });
     };
+    OutputContext output{m_config.id, m_take,
+                         [this, mailbox, sender = m_current.get()](const std::string& reason) {
+                             mailbox->Post([this, sender, reason] { OnSilent(sender, reason); });
+                         },
+                         m_context->devices};
     try {
         m_current->Start(m_context->workers, m_config.output, std::move(output), onEvent);
     } catch (const std::system_error& error) {
@@ -77,11 +80,16 @@ void RoomOutput::Leave() {
     if (!m_timeline)
         return;
     m_timeline->Remove(m_slot);
-    m_timeline = nullptr;
+    LeaveTimeline();
     if (!m_current)
         return;
     m_current->Stop();
     MoveToClosing();
+}
+
+void RoomOutput::LeaveTimeline() {
+    m_isReadyInTime = m_timeline->WasReady(*m_slot, m_context->limits.readiness).value_or(m_isReadyInTime);
+    m_timeline = nullptr;
 }
 
 void RoomOutput::MoveToClosing() {
@@ -109,6 +117,10 @@ RoomOutput::State RoomOutput::GetState() const {
     return State::Out;
 }
 
+bool RoomOutput::HasHeardClip() const {
+    return m_timeline && !m_isSilent && (GetState() == State::Ended || m_timeline->HasPlayedClip(*m_slot));
+}
+
 void RoomOutput::CheckTime() {
     const EngineLimits& limits = m_context->limits;
     if (m_closing && Clock::now() > m_closingSince + limits.closing)
@@ -127,7 +139,7 @@ void RoomOutput::GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::stri
     pipeline = nullptr;
     ++m_hanging;
     if (isCurrent)
-        m_timeline = nullptr;
+        LeaveTimeline();
     Report(RoomTrouble::Kind::Hanging, reason);
     if (!isCurrent && m_timeline && !m_current)
         Open();
@@ -157,10 +169,17 @@ void RoomOutput::OnFailed(const RoomPipeline* sender, const PipelineEvent& event
         return; // It was given up before, and that was reported.
     // What fails after its last sample has done its duty in this stream.
     if (sender == m_current.get() && GetState() != State::Ended) {
-        m_timeline = nullptr;
+        LeaveTimeline();
         MoveToClosing();
     }
     Report(event.trouble, event.reason);
+}
+
+void RoomOutput::OnSilent(const RoomPipeline* sender, const std::string& reason) {
+    if (sender != m_current.get())
+        return;
+    m_isSilent = true;
+    Report(RoomTrouble::Kind::Silent, reason);
 }
 
 void RoomOutput::OnGone(const RoomPipeline* sender) {
@@ -179,7 +198,8 @@ void RoomOutput::OnGone(const RoomPipeline* sender) {
 
 void RoomOutput::Report(RoomTrouble::Kind kind, const std::string& reason) {
     m_lastTrouble = reason;
-    m_context->services.log.Write(kind == RoomTrouble::Kind::Late ? Severity::Warning : Severity::Error,
+    const bool isHarmless = kind == RoomTrouble::Kind::Late || kind == RoomTrouble::Kind::Silent;
+    m_context->services.log.Write(isHarmless ? Severity::Warning : Severity::Error,
                                   "room " + std::to_string(m_config.id) + " (" + m_config.name +
                                       "): its output " + WordFor(kind) + ": " + reason);
     if (m_context->services.roomTrouble)

@@ -28,6 +28,9 @@ public:
     void CheckTime();
 
     [[nodiscard]] State GetState() const;
+
+    /// Whether the stream's clip has been heard here to its last sample.
+    [[nodiscard]] bool HasHeardClip() const;
     [[nodiscard]] const RoomConfig& Config() const { return m_config; }
     [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
 
@@ -41,8 +44,10 @@ private:
     void OnEvent(const RoomPipeline* sender, const PipelineEvent& event);
     void OnFailed(const RoomPipeline* sender, const PipelineEvent& event);
     void OnGone(const RoomPipeline* sender);
+    void OnSilent(const RoomPipeline* sender, const std::string& reason);
     void GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::string& reason);
     void MoveToClosing();
+    void LeaveTimeline();
     void Report(RoomTrouble::Kind kind, const std::string& reason);
 
     RoomConfig m_config;
@@ -55,6 +60,8 @@ private:
     std::shared_ptr<RoomPipeline> m_closing;
     Clock::time_point m_closingSince;
     unsigned m_hanging = 0;
+    bool m_isReadyInTime = true; ///< As far as is known; the other rooms wait for no known trouble.
+    bool m_isSilent = false;
     std::string m_lastTrouble;
 };
 

@@ -27,9 +27,10 @@ std::int64_t Timeline::Now() const {
     return FramesOf(std::chrono::nanoseconds(gst_clock_get_time(m_clock.get()) - m_base));
 }
 
-std::shared_ptr<RoomSlot> Timeline::AddRoom(std::uint32_t roomId) {
+std::shared_ptr<RoomSlot> Timeline::AddRoom(std::uint32_t roomId, bool isAwaited) {
     auto slot = std::make_shared<RoomSlot>();
     slot->roomId = roomId;
+    slot->isAwaited = isAwaited;
     slot->added = Clock::now();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_rooms.push_back(slot);
@@ -40,6 +41,7 @@ bool Timeline::SetRunning(RoomSlot& slot, bool hasOwnPace) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     slot.state = RoomSlot::State::Running;
     slot.hasOwnPace = hasOwnPace;
+    slot.opened = Clock::now();
     m_changed.notify_all();
     return !m_clip || Now() <= m_clipStart;
 }
@@ -69,7 +71,7 @@ bool Timeline::MayStart(std::chrono::milliseconds readiness) const {
         return slot->state == RoomSlot::State::Running;
     };
     const auto isAwaited = [&](const auto& slot) {
-        return slot->state == RoomSlot::State::Opening && now < slot->added + readiness;
+        return slot->isAwaited && slot->state == RoomSlot::State::Opening && now < slot->added + readiness;
     };
     return std::any_of(m_rooms.begin(), m_rooms.end(), isRunning) &&
            std::none_of(m_rooms.begin(), m_rooms.end(), isAwaited);
@@ -148,6 +150,20 @@ bool Timeline::HasClip() const {
 RoomSlot::State Timeline::StateOf(const RoomSlot& slot) const {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return slot.state;
+}
+
+std::optional<bool> Timeline::WasReady(const RoomSlot& slot, std::chrono::milliseconds readiness) const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (slot.state != RoomSlot::State::Opening)
+        return slot.opened < slot.added + readiness;
+    return Clock::now() < slot.added + readiness ? std::nullopt : std::optional(false);
+}
+
+bool Timeline::HasPlayedClip(const RoomSlot& slot) const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto total = m_clip ? m_clip->TotalFrames() : std::nullopt;
+    return total && slot.state != RoomSlot::State::Opening &&
+           std::min(slot.next, Now()) >= m_clipStart + *total;
 }
 
 bool Timeline::IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const {

@@ -18,8 +18,10 @@ struct RoomSlot {
     enum class State { Opening, Running, Done };
     std::uint32_t roomId = 0;
     State state = State::Opening;
+    bool isAwaited = true;                       ///< A clip waits for it while it opens.
     std::chrono::steady_clock::time_point added; ///< When its opening began.
-    std::int64_t next = 0;                       ///< The first frame that it has not been given yet.
+    std::chrono::steady_clock::time_point opened;
+    std::int64_t next = 0; ///< The first frame that it has not been given yet.
     bool hasBegun = false;
     bool hasOwnPace = false; ///< A device with a buffer of its own: takes sound ahead of the clock.
     bool isStopping = false;
@@ -50,8 +52,8 @@ public:
     [[nodiscard]] GstClock* GetClock() const { return m_clock.get(); }
     [[nodiscard]] GstClockTime BaseTime() const { return m_base; }
 
-    /// The room's output begins to open.
-    [[nodiscard]] std::shared_ptr<RoomSlot> AddRoom(std::uint32_t roomId);
+    /// The room's output begins to open; a clip waits for it if it `isAwaited`.
+    [[nodiscard]] std::shared_ptr<RoomSlot> AddRoom(std::uint32_t roomId, bool isAwaited = true);
 
     /// The room plays from now on. False when a clip has begun without it.
     bool SetRunning(RoomSlot& slot, bool hasOwnPace);
@@ -65,8 +67,9 @@ public:
     /// The room's output is about to be torn down: whoever waits for its turn returns.
     void Abort(const std::shared_ptr<RoomSlot>& slot);
 
-    /// Places the clip `lead` frames behind the first block that no room has been given. Waits first for
-    /// rooms that are opening, for each no longer than `readiness` since it was added, and for one that runs.
+    /// Places the clip `lead` frames behind the first block that no room has been given. Waits first for the
+    /// awaited rooms that are opening, for each no longer than `readiness` since it was added, and for one
+    /// that runs.
     /// Returns when the clip begins, or nothing when no room is left or the clip was abandoned.
     [[nodiscard]] std::optional<Clock::time_point>
     StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::milliseconds readiness);
@@ -76,6 +79,13 @@ public:
 
     [[nodiscard]] bool HasClip() const;
     [[nodiscard]] RoomSlot::State StateOf(const RoomSlot& slot) const;
+
+    /// Whether the room opened within `readiness` of being added; nothing while that is open.
+    [[nodiscard]] std::optional<bool> WasReady(const RoomSlot& slot,
+                                               std::chrono::milliseconds readiness) const;
+
+    /// Whether the clip's last sample has passed in the room, be its output still playing silence.
+    [[nodiscard]] bool HasPlayedClip(const RoomSlot& slot) const;
 
     /// Whether the room has taken nothing for so long, although it runs.
     [[nodiscard]] bool IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const;

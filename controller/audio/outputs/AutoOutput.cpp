@@ -10,10 +10,9 @@ namespace {
 // The obvious autoaudiosink becomes a fake sink where there is no device, without a word. Devices come
 // and go, so each announcement asks anew.
 GstElement* CreateElement(const OutputContext& context) {
-    const GstPtr<GstDevice> device = context.devices->FindDefault();
+    const GstPtr<GstDevice> device = context.devices->FindDefault(context.take);
     if (!device) {
-        context.notice(
-            "this machine has no sound device: rooms with the output \"auto\" are silent, in real time");
+        context.silent("this machine has no sound device, and no sound server runs");
         return MakeBin("fakesink sync=true");
     }
     GstElement* sink = gst_device_create_element(device.get(), nullptr);

@@ -162,6 +162,36 @@ TEST_F(DigitalAudioTest, AFileThatTheEngineRefusesEndsThePlaying) {
     EXPECT_EQ(m_events.Take().back(), "played /media/announcements/chime.wav: it is cut short");
 }
 
+TEST_F(DigitalAudioTest, OfTheLongestSoundsEndTheAgentIsToldOnceAndBeforeItGivesUp) {
+    OpenStream();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    DoPosted();
+    (void)Calls();
+    m_driver.Advance(std::chrono::milliseconds(19'499));
+    DoPosted();
+    EXPECT_TRUE(Calls().empty());
+    m_driver.Advance(std::chrono::milliseconds(1));
+    DoPosted();
+    EXPECT_EQ(Calls(), Texts{"agent: complete"});
+    EXPECT_TRUE(m_audio.IsPlaying());
+    m_engine.done[0]({"", {1}, {}});
+    DoPosted();
+    EXPECT_TRUE(Calls().empty());
+    EXPECT_FALSE(m_audio.IsPlaying());
+    EXPECT_EQ(m_events.Take().back(), "played /media/announcements/chime.wav");
+}
+
+TEST_F(DigitalAudioTest, NothingIsToldOfTheEndOfAStreamThatWasReleased) {
+    OpenStream();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    DoPosted();
+    m_audio.ReleaseStream();
+    (void)Calls();
+    m_driver.Advance(std::chrono::seconds(30));
+    DoPosted();
+    EXPECT_TRUE(Calls().empty());
+}
+
 TEST_F(DigitalAudioTest, LateAnswersForAReleasedStreamAreDropped) {
     OpenStream();
     m_audio.PlayFile("/media/announcements/chime.wav");

@@ -107,6 +107,25 @@ TEST_F(AudioEnginePlayTest, VolumeSetWhilePlayingIsHeardInThisPlay) {
     EXPECT_NEAR(after / before, Gain(50), 0.01);
 }
 
+TEST_F(AudioEnginePlayTest, ARoomThatIsRemovedWhenItHasHeardTheClipHasPlayedIt) {
+    EngineHarness harness({FileOutput("room.wav")});
+    harness.OpenWithAllRooms();
+    std::optional<PlayResult> result;
+    harness.Engine().Play(m_clip, [&](const PlayResult& played) { result = played; });
+    // The silence behind the clip is still to come, unless this machine is too slow to see it.
+    const auto isInTail = [&] {
+        const auto recording = Recorded("room.wav");
+        const auto end = recording.First() + static_cast<std::int64_t>(kClipFrames);
+        return result || (recording.First() >= 0 && recording.Frames() > end + kBlockFrames);
+    };
+    ASSERT_TRUE(harness.RunUntil(isInTail));
+    harness.Engine().RemoveRoom(1);
+    ASSERT_TRUE(harness.RunUntil([&] { return result.has_value(); }));
+    EXPECT_EQ(result->error, "");
+    EXPECT_EQ(result->rooms, (Rooms{1}));
+    EXPECT_TRUE(harness.Log().empty());
+}
+
 TEST_F(AudioEnginePlayTest, LeadSilenceComesBeforeTheClipInAllRooms) {
     std::vector<RoomConfig> rooms(2);
     rooms[0].id = 1;

@@ -61,6 +61,39 @@ TEST_F(TimelineTest, AClipBeginsAtTheSameFrameInRoomsThatAreAtDifferentPlaces) {
     EXPECT_EQ(ClipBegin(*second), begin);
 }
 
+TEST_F(TimelineTest, AClipWaitsForNoRoomThatIsNotAwaited) {
+    const auto room = RunningRoom(1);
+    const auto trouble = m_timeline.AddRoom(2, false);
+    ASSERT_TRUE(m_timeline.StartClip(FinishedClip(1000), 0, std::chrono::hours(1)));
+    EXPECT_EQ(m_timeline.StateOf(*trouble), RoomSlot::State::Opening);
+    EXPECT_GE(ClipBegin(*room), 0);
+}
+
+TEST_F(TimelineTest, ARoomWasReadyWhenItOpenedInTime) {
+    const auto room = m_timeline.AddRoom(1);
+    EXPECT_EQ(m_timeline.WasReady(*room, kReadiness), std::nullopt);
+    EXPECT_EQ(m_timeline.WasReady(*room, std::chrono::seconds(0)), false);
+    m_timeline.SetRunning(*room, false);
+    EXPECT_EQ(m_timeline.WasReady(*room, kReadiness), true);
+    EXPECT_EQ(m_timeline.WasReady(*room, std::chrono::seconds(0)), false);
+    m_timeline.SetDone(*room);
+    EXPECT_EQ(m_timeline.WasReady(*room, kReadiness), true);
+}
+
+TEST_F(TimelineTest, ARoomHasPlayedTheClipWhenItsLastSampleHasPassed) {
+    const auto room = RunningRoom(1);
+    const auto opening = m_timeline.AddRoom(2, false);
+    EXPECT_FALSE(m_timeline.HasPlayedClip(*room));
+    ASSERT_TRUE(m_timeline.StartClip(FinishedClip(1000), kRate / 50, kReadiness));
+    EXPECT_FALSE(m_timeline.HasPlayedClip(*room));
+    const auto end = ClipBegin(*room) + 1000;
+    while (m_timeline.NextTurn(*room).frame < end + kBlockFrames)
+        continue;
+    EXPECT_TRUE(m_timeline.HasPlayedClip(*room));
+    EXPECT_EQ(m_timeline.NextTurn(*room).kind, Turn::Kind::Block) << "silence is still to come";
+    EXPECT_FALSE(m_timeline.HasPlayedClip(*opening));
+}
+
 TEST_F(TimelineTest, LeadSilencePutsTheClipOff) {
     const auto room = RunningRoom(1);
     const auto before = m_timeline.NextTurn(*room).frame;

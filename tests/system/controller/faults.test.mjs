@@ -28,17 +28,36 @@ async function troubles(house) {
   return (await house.get('/api/rooms')).rooms.map((room) => room.trouble !== null);
 }
 
-test('without a sound card an announcement is silent in real time, and that is said', () =>
+test('without a sound card an announcement is silent in real time, which is trouble and no success', () =>
   inHouse([{ output: 'auto' }], async (house) => {
     const start = process.hrtime.bigint();
     const seen = await house.playToItsEnd(
       await house.add({ audio: { file: 'short' }, rooms: [{ id: 1, volume: 50 }] }),
     );
     assert.ok(process.hrtime.bigint() - start >= 500000000n);
-    assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
-    assert.match(house.output, /no sound device/i);
+    assert.match(seen.find((event) => event.type === 'sound_ended').data.error, /Room 1: .*no sound device/);
+    assert.deepEqual(
+      seen.filter((event) => event.type === 'room_output_failed').map((event) => event.data.room),
+      [1],
+    );
+    assert.deepEqual(await troubles(house), [true]);
+    assert.match(house.output, /no sound device/);
     assert.deepEqual(await house.volumes(), [40]);
   }));
+
+test('a sound of 20 s is heard whole, and nothing is said against it', () => {
+  const longest = clip(20 * rate);
+  return inHouse([{}], async (house) => {
+    house.sound('longest', longest);
+    const seen = await house.playToItsEnd(
+      await house.add({ audio: { file: 'longest', delay_ms: 1 }, rooms: [{ id: 1, volume: 100 }] }),
+    );
+    assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+    assert.doesNotMatch(house.output, /error|warning/);
+    assert.equal(await house.stop(), 0);
+    assert.ok(heard(house.recording(1), longest, 100).isWhole);
+  });
+});
 
 test('an output that refuses leaves the other room whole, and is tried again', () =>
   inHouse([{ output: { gstreamer: 'filesink location=/nowhere/room' } }, {}], async (house) => {
