@@ -39,6 +39,9 @@ RequestReader::RequestReader(const HttpLimits& limits, std::string_view peer, bo
 }
 
 void RequestReader::Begin() {
+    // The request's texts are the parser's.
+    m_request = {{}, {}, {}, m_request.peer, m_request.isSecure, false, false, {}};
+    m_isHeadRequest = false;
     m_parser.emplace();
     m_parser->header_limit(static_cast<std::uint32_t>(m_limits.headerBytes));
     // The handler says how long a body may be, when it knows what it is for. (No limit at all refuses every

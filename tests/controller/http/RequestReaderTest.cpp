@@ -219,6 +219,28 @@ TEST(RequestReaderTest, HeadIsTakenApart) {
     EXPECT_TRUE(reader.AwaitsContinue());
 }
 
+// The refusal of a head looks at the request too: who it came from, and how its reply may be packed.
+TEST(RequestReaderTest, OfTheFormerRequestNothingIsLeftWhenTheNextOneIsRefused) {
+    RequestReader reader(kLimits, "192.0.2.1", true);
+    reader.Begin();
+    const std::string bytes =
+        "HEAD /a?b=c HTTP/1.1\r\nHost: x\r\nAccept-Encoding: gzip\r\n\r\nno HTTP\r\n\r\n";
+    std::memcpy(reader.Room().data(), bytes.data(), bytes.size());
+    reader.Commit(bytes.size());
+    ASSERT_EQ(reader.Parse(), Step::Head);
+    ASSERT_EQ(reader.WantBody(kBodyLimit), Step::Body);
+    reader.Begin();
+    ASSERT_EQ(reader.Parse(), Step::Refused);
+    const HttpRequest& request = reader.Request();
+    EXPECT_EQ(request.headers.size(), 0U);
+    EXPECT_EQ(request.method, "");
+    EXPECT_EQ(request.path, "");
+    EXPECT_EQ(request.query, "");
+    EXPECT_EQ(request.peer, "192.0.2.1");
+    EXPECT_TRUE(request.isSecure);
+    EXPECT_FALSE(reader.IsHeadRequest());
+}
+
 TEST(RequestReaderTest, TagsOfPackedRepliesAreTheTagsOfWhatWasPacked) {
     RequestReader reader(kLimits, "192.0.2.1", false);
     reader.Begin();
