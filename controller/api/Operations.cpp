@@ -2,7 +2,7 @@
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/EventJson.h"
-#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/StatusViews.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/StatusViews.h"
 #include "controller/events/Event.h"
 
 #include <cstdint>

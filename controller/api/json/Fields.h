@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller/api/json/TypeOf.h"
+#include "controller/api/json/FormOf.h"
 
 /// What the API gives and takes, each type as one table of its members: name, where it stands in the
 /// structure, limits, words. From the table come writing, reading, the messages of what is wrong, and the

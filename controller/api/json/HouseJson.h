@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/api/ApiContext.h"
-#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/StatusViews.h"
 
 #include <cstdint>
 #include <string>

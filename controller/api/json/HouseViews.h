@@ -82,65 +82,6 @@ struct House {
     static Object Table();
 };
 
-struct Playing {
-    std::uint32_t announcement = 0;
-    std::string name;
-    Time since;
-
-    static Object Table();
-};
-
-struct Sound {
-    std::string file;
-    Time since;
-
-    static Object Table();
-};
-
-struct ShownPopup {
-    std::uint32_t navigator = 0;
-    Popup popup;
-
-    static Object Table();
-};
-
-/// In words, what the parts of the status are known from.
-struct KnownFrom {
-    std::string playing;
-    std::string waiting;
-    std::string sound;
-
-    static Object Table();
-};
-
-struct Status {
-    std::string house;
-    std::string version;
-    Time started;
-    bool isAgentRunning = false;
-    std::optional<Playing> playing;
-    std::vector<std::uint32_t> waiting;
-    std::optional<Sound> sound;
-    std::vector<ShownPopup> popups;
-    bool isStateSaved = false;
-    std::optional<std::string> stateError;
-    std::uint64_t events = 0;
-    KnownFrom knownFrom;
-
-    static Object Table();
-};
-
-/// What a socket that watches everything begins with.
-struct WholeState {
-    Status status;
-    std::vector<Room> rooms;
-    std::vector<Navigator> navigators;
-    std::vector<Variables::Variable> variables;
-    SharedAnnouncements announcements;
-
-    static Object Table();
-};
-
 /// A room or navigator, as its page names it.
 struct Named {
     std::uint32_t id = 0;
