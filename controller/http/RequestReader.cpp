@@ -63,12 +63,23 @@ RequestReader::Step RequestReader::Parse() {
 }
 
 RequestReader::Step RequestReader::ParseHead() {
+    if (HasFoldedLine())
+        return Refuse(400, "a header goes on on the next line", "each header on one line");
     Error error;
     while (m_buffer.size() > 0 && !error && !m_parser->is_header_done())
         m_buffer.consume(m_parser->put(m_buffer.data(), error));
     if (error && error != http::error::need_more)
         return Failed(error);
     return m_parser->is_header_done() ? CheckHead() : Step::Read;
+}
+
+/// The library makes one line of such a header; others read a header of its own in the second line. Nothing
+/// of a line is taken out of the buffer before it is known how the next one begins.
+bool RequestReader::HasFoldedLine() const noexcept {
+    const std::string_view bytes(static_cast<const char*>(m_buffer.data().data()), m_buffer.size());
+    const std::size_t end = bytes.substr(0, 2) == "\r\n" ? 0 : bytes.find("\r\n\r\n");
+    const std::string_view head = bytes.substr(0, end);
+    return head.find("\r\n ") != std::string_view::npos || head.find("\r\n\t") != std::string_view::npos;
 }
 
 RequestReader::Step RequestReader::CheckHead() {

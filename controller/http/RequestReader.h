@@ -62,6 +62,7 @@ private:
 
     [[nodiscard]] Step ParseHead();
     [[nodiscard]] Step ParseBody();
+    [[nodiscard]] bool HasFoldedLine() const noexcept;
     [[nodiscard]] Step CheckHead();
     [[nodiscard]] bool HasClearLength() const noexcept;
     [[nodiscard]] bool IsMostlyPadding() const noexcept;

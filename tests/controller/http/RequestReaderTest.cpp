@@ -150,10 +150,43 @@ TEST(RequestReaderTest, WhatLeavesOpenWhereARequestEndsIsRefusedAndWhatFollowsIs
              "Content-Length: ",
              "Content-Length: 99999999999999999999",
              "Content-Length : 3",
+             "Content-Length\t: 3",
+             "Content-Length\r\n : 3",
+             "Content-Length:\r\n 3",
+             "Content-Length: 3\r\n ",
+             "Content-Length: 1\r\n\t2",
+             "X: a\r\n\tContent-Length: 3",
+             "X: a\r\n Transfer-Encoding: chunked",
+             "Transfer-Encoding:\r\n chunked",
+             "X: a\nContent-Length: 3",
+             "X: a\rContent-Length: 3",
+             "X: a\n\nGET /inside HTTP/1.1",
+             " Content-Length: 3",
+             "\tX: a",
+             "X",
+             "Content-Length",
          })
         EXPECT_EQ(Read(std::string(kPost).append(headers).append("\r\n\r\n").append(inside)), Texts{"400"})
             << headers;
+    for (const char* start : {" X: a\r\n", "\tX: a\r\n", " \r\n", "\nHost: x\r\n"})
+        EXPECT_EQ(Read(std::string("GET / HTTP/1.1\r\n").append(start).append("\r\n").append(inside)),
+                  Texts{"400"})
+            << start;
+    const std::string rest = "Host: x\r\n\r\n" + inside;
+    EXPECT_EQ(Read("GET  / HTTP/1.1\r\n" + rest), Texts{"400"});
+    for (const char* line : {"GET / HTTP/1.1\n", "GET / HTTP/1.1 \r\n", "GET / \r\n"})
+        EXPECT_EQ(Read(line + rest), Texts{"505"}) << line;
     EXPECT_EQ(Read("POST / HTTP/1.0\r\nTransfer-Encoding: chunked\r\n\r\n" + inside), Texts{"400"});
+}
+
+TEST(RequestReaderTest, ABodyThatLooksLikeAFoldedLineIsABody) {
+    for (const std::string& body :
+         {std::string("\r\n x"), std::string("  \r\n\t"), std::string(" \r\n \r\n\r\n ")}) {
+        const std::string length = "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n";
+        EXPECT_EQ(Read(kPost + length + body + kPost + length + body),
+                  (Texts{"POST / " + body, "POST / " + body}));
+    }
+    EXPECT_EQ(Read("GET / HTTP/1.1\r\n\r\n"), Texts{"GET / "});
 }
 
 TEST(RequestReaderTest, ChunksThatAreNoneAreRefused) {
