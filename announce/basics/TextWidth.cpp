@@ -104,6 +104,18 @@ std::string Visible(std::string_view text) {
     return visible;
 }
 
+std::string VisibleLines(std::string_view text) {
+    const std::size_t end = text.find('\n');
+    std::string visible = Visible(text.substr(0, end));
+    for (std::size_t from = end; from != std::string_view::npos;) {
+        const std::size_t next = text.find('\n', from + 1);
+        visible +=
+            '\n' + Visible(text.substr(from + 1, next == std::string_view::npos ? next : next - from - 1));
+        from = next;
+    }
+    return visible;
+}
+
 std::size_t Width(std::string_view text) {
     std::size_t total = 0;
     (void)ForEach(text, [&total](const Character& character) { // it never says no

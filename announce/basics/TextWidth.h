@@ -11,6 +11,9 @@ namespace text {
 /// other control characters and broken UTF-8 the replacement character.
 [[nodiscard]] std::string Visible(std::string_view text);
 
+/// The same for each line of the text.
+[[nodiscard]] std::string VisibleLines(std::string_view text);
+
 /// How many cells of a terminal the text takes: two for a character of East Asia and most emoji, none for an
 /// accent that stands on another character.
 [[nodiscard]] std::size_t Width(std::string_view text);

@@ -51,7 +51,7 @@ ExitStatus Report(const Session& session, const ImportPlan& plan, const Json& st
 } // namespace
 
 ExitStatus Export(Session& session) {
-    const std::string text = session.client.Get("/api/announcements").dump(2) + "\n";
+    const std::string text = JsonText(session.client.Get("/api/announcements"));
     const std::string file = session.arguments.Text("file");
     if (file.empty() || file == "-")
         session.output.Raw(text);

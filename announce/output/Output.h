@@ -38,8 +38,11 @@ private:
     std::string m_text;
 };
 
+/// As people and programs read it, with a line break at the end, and with nothing that a terminal would obey.
+[[nodiscard]] std::string JsonText(const Json& json, bool isOnOneLine = false);
+
 /// Writes all of the text to standard output. Throws Failure when that is not possible.
 void WriteToStandardOutput(const std::string& text);
 
-/// A word to the user beside the output, on standard error.
+/// A word to the user beside the output, on standard error, made visible line by line.
 void Tell(const std::string& text, Style style = Style::Plain);

@@ -1,5 +1,7 @@
 #include "controller/console/ConsoleView.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -18,10 +20,8 @@ std::string FileName(const std::string& path) {
 }
 
 /// Texts come from outside; each stays on its line.
-std::string Quoted(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
-    return '"' + text + '"';
+std::string Quoted(const std::string& text) {
+    return '"' + OneLine(text) + '"';
 }
 
 template <class Entry>

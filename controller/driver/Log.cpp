@@ -1,10 +1,13 @@
 #include "controller/driver/Log.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -28,11 +31,7 @@ std::string TimeOfDay() {
 }
 
 std::string OneLine(const std::string& text) {
-    std::string line = text.substr(0, kMaxText);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; },
-        ' ');
-    return line;
+    return controller::OneLine(std::string_view(text).substr(0, kMaxText));
 }
 
 } // namespace

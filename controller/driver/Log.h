@@ -33,7 +33,8 @@ public:
     /// Whether lines of this severity are written.
     [[nodiscard]] bool Shows(Severity severity) const noexcept { return severity <= m_threshold; }
 
-    /// Writes one line. Control characters are written as blanks, and what is longer than 4 KiB is cut.
+    /// Writes one line. Control characters are written as blanks, what is no UTF-8 as question marks, and
+    /// what is longer than 4 KiB is cut.
     void Write(Severity severity, const std::string& text);
 
     void Error(const std::string& text) { Write(Severity::Error, text); }

@@ -27,4 +27,11 @@ template <class Number>
     return lower;
 }
 
+/// The text on one line, without anything that a terminal would obey: each control character is a blank, and
+/// what is no UTF-8 is a question mark.
+[[nodiscard]] std::string OneLine(std::string_view text);
+
+/// The same for each line of the text.
+[[nodiscard]] std::string PlainLines(std::string_view text);
+
 } // namespace controller

@@ -24,7 +24,7 @@ std::string Join(const std::vector<std::string>& words) {
 }
 
 bool HasControlCharacter(const std::string& text) {
-    return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    return OneLine(text) != text;
 }
 
 } // namespace

@@ -19,13 +19,6 @@ std::optional<std::int64_t> NumberOf(const char* variable) {
     return ReadNumber<std::int64_t>(text != nullptr ? text : "", 0, 999'999'999'999'999'999);
 }
 
-/// The status is one line of the datagram; a line break in it would begin another message.
-std::string OneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
-    return text;
-}
-
 } // namespace
 
 ServiceManager::Environment ServiceManager::Environment::OfThisProcess() {

@@ -35,6 +35,12 @@ TEST(TextWidthTest, NothingThatATerminalWouldObeyIsLeft) {
     EXPECT_EQ(text::Visible("Küche 🔔"), "Küche 🔔");
 }
 
+TEST(TextWidthTest, LinesAreMadeVisibleEachOnItsOwn) {
+    EXPECT_EQ(text::VisibleLines("one\n  two\x7F\n\nfour\r\n"), "one\n  two\xEF\xBF\xBD\n\nfour \n");
+    EXPECT_EQ(text::VisibleLines("\xC2\x9B"), "\xEF\xBF\xBD");
+    EXPECT_EQ(text::VisibleLines(""), "");
+}
+
 TEST(TextWidthTest, OverlongFormsSurrogatesAndWhatIsCutShortAreNoUtf8) {
     EXPECT_TRUE(text::IsUtf8("Küche 夕食 🔔"));
     for (const char* wrong :

@@ -1,5 +1,7 @@
 #include "controller/driver/Text.h"
 
+#include "tests/controller/support/TestLog.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -19,6 +21,41 @@ TEST(TextTest, ANumberIsTheWholeTextAndInItsRange) {
 
 TEST(TextTest, LettersBecomeSmallAndEverythingElseStays) {
     EXPECT_EQ(Lower("Content-TYPE: AZaz [@`{] \xC3\x84"), "content-type: azaz [@`{] \xC3\x84");
+}
+
+TEST(TextTest, NothingIsLeftThatATerminalWouldObey) {
+    for (unsigned code = 0; code < 0xA0; ++code) {
+        if (code >= 0x20 && code < 0x7F)
+            continue;
+        std::string text = code < 0x80 ? std::string(1, static_cast<char>(code))
+                                       : std::string("\xC2") + static_cast<char>(code);
+        text = "a" + text + "2Jb";
+        EXPECT_EQ(OneLine(text), "a 2Jb") << code;
+        EXPECT_EQ(PlainLines(text), code == '\n' ? text : "a 2Jb") << code;
+    }
+    EXPECT_EQ(OneLine("Küche, \xE6\x97\xA5 \xF0\x9F\x94\x94 \xC2\xA0."),
+              "Küche, \xE6\x97\xA5 \xF0\x9F\x94\x94 \xC2\xA0.");
+    EXPECT_EQ(PlainLines("one\r\n\ttwo\n"), "one \n two\n");
+    EXPECT_EQ(OneLine(""), "");
+}
+
+TEST(TextTest, NorDoesTheLogWriteIt) {
+    TestLog log;
+    log.log.Warning("Popup \x1B[2J\x7F\xC2\x9B"
+                    "2J is \xC3\xBC");
+    EXPECT_EQ(log.lines, std::vector<std::string>{"warning: Popup  [2J  2J is \xC3\xBC"});
+}
+
+TEST(TextTest, WhatIsNoUtf8HidesNothing) {
+    EXPECT_EQ(OneLine("a\x9B"
+                      "2J"),
+              "a?2J");
+    EXPECT_EQ(OneLine("\xC1\x9B"), "??");
+    EXPECT_EQ(OneLine("\xE0\x82\x9B."), "???.");
+    EXPECT_EQ(OneLine("\xF0\x80\x82\x9B."), "????.");
+    EXPECT_EQ(OneLine("cut \xE6\x97"), "cut ??");
+    EXPECT_EQ(OneLine("\xFF\xF5\xC3"), "???");
+    EXPECT_EQ(OneLine("\xC3\x1B["), "? [");
 }
 
 } // namespace
