@@ -1,5 +1,6 @@
 #include "controller/media/MediaShelf.h"
 
+#include "controller/audio/MediaFolder.h"
 #include "controller/audio/SoundFile.h"
 #include "controller/media/MediaName.h"
 
@@ -245,7 +246,9 @@ void MediaShelf::Remove(const std::string& name) {
 std::chrono::milliseconds MediaShelf::LengthOf(const std::string& name) const noexcept {
     try {
         return media_name::KindOf(name) == media_name::Kind::Sound
-                   ? audio::SoundFile((m_folder / name).string()).Duration()
+                   ? audio::SoundFile(
+                         audio::MediaFolder(m_folder).Find(audio::MediaFolder::kPrefix + name).string())
+                         .Duration()
                    : std::chrono::milliseconds{0};
     } catch (const std::exception&) {
         return {}; // a rehearsal goes on without a sound, as the agent does

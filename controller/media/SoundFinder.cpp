@@ -41,7 +41,8 @@ void SoundFinder::LookThrough() {
         if (file->path().extension() != ".wav")
             continue;
         try {
-            if (audio::SoundFile(file->path().string()).Duration() > audio::kLongestClip)
+            const std::string name = audio::MediaFolder::kPrefix + file->path().filename().string();
+            if (audio::SoundFile(m_folder.Find(name).string()).Duration() > audio::kLongestClip)
                 m_log.Warning(file->path().string() +
                               " is longer than 20 s; announcements that play it are cut off");
         } catch (const std::exception& problem) {

@@ -125,6 +125,18 @@ TEST_F(MediaShelfTest, LinksThatLeadOutAreNotFollowed) {
     EXPECT_EQ(m_shelf.List().size(), 0U);
 }
 
+TEST_F(MediaShelfTest, TheLengthOfASoundIsNotReadThroughALinkThatLeadsOut) {
+    const TemporaryFolder outside;
+    outside.Write("private.wav", Wav(2));
+    (void)m_shelf.Store("own.wav", Wav(1));
+    fs::create_symlink(outside.Path() / "private.wav", m_folder.Path() / "out.wav");
+    fs::create_symlink("own.wav", m_folder.Path() / "in.wav");
+
+    EXPECT_EQ(m_shelf.LengthOf("out.wav").count(), 0);
+    EXPECT_EQ(m_shelf.LengthOf("own.wav").count(), 1000);
+    EXPECT_EQ(m_shelf.LengthOf("in.wav").count(), 1000); // as it is played
+}
+
 TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges) {
     (void)m_shelf.Store("a.png", kPng);
     const auto first = m_shelf.Read("a.png");
