@@ -41,5 +41,10 @@ describe('the history', () => {
       '2026-03-01T18:00:00Z,2026-03-01T18:00:05Z,3,"\'=1+1, ""x""\nnew",chime,Room 1,Screen 5,played',
       '',
     ]);
+    const cells = (name: string) => asCsv([entry({ name, rooms: [1, 2] })], names).split('\r\n')[1];
+    for (const begin of ['=', '+', '-', '@', '\t'])
+      expect(cells(`${begin}cmd`)).toContain(`,3,'${begin}cmd,chime,"Room 1; Room 2",`);
+    expect(cells('a;=b')).toContain(',3,"a;=b",chime,');
+    expect(cells('\r=b')).toContain(`,3,"'\r=b",chime,`);
   });
 });

@@ -62,10 +62,13 @@ export function asCsv(entries: HistoryEntry[], names: PlaceNames): string {
   return [head, ...rows].map((row) => row.map(cell).join(',')).join('\r\n') + '\r\n';
 }
 
-/** Spreadsheets take a text that begins like a formula for one: a quote in front keeps it a text. */
+/**
+ * Spreadsheets take a text that begins like a formula for one: a quote in front keeps it a text. In many countries
+ * they part cells at semicolons.
+ */
 function cell(text: string): string {
   const safe = /^[=+\-@\t\r]/.test(text) ? `'${text}` : text;
-  return /[",\r\n]/.test(safe) ? `"${safe.replace(/"/g, '""')}"` : safe;
+  return /[",;\r\n]/.test(safe) ? `"${safe.replace(/"/g, '""')}"` : safe;
 }
 
 export const outcomeText = (outcome: string): string => t.history.outcomes[outcome] ?? outcome;
