@@ -26,6 +26,7 @@ const Console::Entry* Console::Find(const std::string& verb) {
 }
 
 void Console::Take(const ConsoleInput::Line& line, const ConsoleInput::Answered& answered) const {
+    m_driverOnly.Assert();
     // Whatever goes wrong, the console must be answered, or it would never read another line.
     try {
         if (!line.error.empty())

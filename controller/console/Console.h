@@ -47,6 +47,7 @@ private:
     static const Entry kEntries[];
 
     Parts m_parts;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

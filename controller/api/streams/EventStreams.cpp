@@ -11,6 +11,7 @@ EventStreams::EventStreams(EventFeed& feed, Parts parts)
     , m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
 
 void EventStreams::AddWatcher(std::shared_ptr<WebSocket> socket) {
+    m_driverOnly.Assert();
     const std::uint64_t id = ++m_lastId;
     const std::weak_ptr<bool> life = m_life;
     socket->OnClosed([this, life, id] {
@@ -25,6 +26,7 @@ void EventStreams::AddWatcher(std::shared_ptr<WebSocket> socket) {
 }
 
 void EventStreams::Begin(std::uint64_t id, std::uint64_t number, const std::string& state) {
+    m_driverOnly.Assert();
     const auto place = m_watchers.find(id);
     if (place == m_watchers.end())
         return;
@@ -37,6 +39,7 @@ void EventStreams::Begin(std::uint64_t id, std::uint64_t number, const std::stri
 }
 
 void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> socket) {
+    m_driverOnly.Assert();
     const std::uint64_t id = ++m_lastId;
     const std::weak_ptr<bool> life = m_life;
     socket->OnClosed([this, life, navigator, id] {
@@ -56,6 +59,7 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
 }
 
 std::size_t EventStreams::PagesOf(std::uint32_t navigator) const {
+    m_driverOnly.Assert();
     const auto place = m_pages.find(navigator);
     return place != m_pages.end() ? place->second.size() : 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
 #include "controller/http/HttpExchange.h"
 
@@ -68,6 +69,7 @@ private:
     std::size_t m_pageCount = 0;
     const std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< sockets may outlive this object
     EventFeed::Subscription m_subscription;
+    DriverOnly m_driverOnly;
 };
 
 } // namespace controller

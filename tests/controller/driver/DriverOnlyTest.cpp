@@ -2,11 +2,14 @@
 
 #include "controller/agent/RoomProxy.h"
 #include "controller/agent/Timers.h"
+#include "controller/api/streams/EventStreams.h"
+#include "controller/console/Console.h"
 #include "controller/events/EventFeed.h"
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
 #include "controller/state/StateStore.h"
 #include "framework/InstanceRegistry.h"
+#include "tests/controller/announcements/AnnouncementsFixture.h"
 #include "tests/controller/support/FakeScheduler.h"
 #include "tests/controller/support/NoEngine.h"
 #include "tests/controller/support/NoStore.h"
@@ -95,6 +98,23 @@ TEST_F(DriverOnlyTest, PopupsAreOfTheDriverThread) {
 TEST_F(DriverOnlyTest, TheAgentsTimersAreOfTheDriverThread) {
     Timers timers(m_scheduler, m_log.log);
     ExpectAsserted([&] { timers.KillAllTimers(nullptr); });
+}
+
+TEST_F(DriverOnlyTest, SocketsAreOfTheDriverThread) {
+    const EventStreams streams(m_feed, {});
+    ExpectAsserted([&] { (void)streams.PagesOf(5); });
+}
+
+TEST_F(DriverOnlyTest, TheConsoleIsOfTheDriverThread) {
+    TestAgent host;
+    FakeStore store;
+    Announcements announcements({host.agent, store, host.scheduler, m_feed, host.log.log});
+    const Console console({announcements, [](const std::string& /*line*/) {},
+                           [] {
+                           }});
+    ConsoleInput::Line line;
+    line.error = "no command";
+    ExpectAsserted([&] { console.Take(line, [] {}); });
 }
 
 } // namespace
