@@ -1,21 +1,16 @@
 #include "controller/access/Access.h"
 
+#include "controller/driver/Network.h"
+
 #include <algorithm>
 #include <exception>
 
 namespace controller {
 
-namespace {
-
-constexpr std::chrono::minutes kWrongMemory{1};
-/// Addresses whose wrong tokens are remembered; more than that is a flood, and the oldest are forgotten.
-constexpr std::size_t kMaxAddresses = 1000;
-
-} // namespace
-
 Access::Access(std::vector<Token> tokens, Parts parts)
     : m_tokens(std::move(tokens))
-    , m_parts(std::move(parts)) {}
+    , m_parts(std::move(parts))
+    , m_wrong(m_parts.driver, m_parts.warn) {}
 
 const Token* Access::Find(std::string_view name) const noexcept {
     const auto place = std::find_if(m_tokens.begin(), m_tokens.end(),
@@ -39,70 +34,82 @@ void Access::Check(std::string_view token, const std::string& peer, const Done& 
         done(Verdict::Known, known->rights);
         return;
     }
-    if (IsLimited(peer)) {
+    if (m_wrong.AreTooManyFrom(peer)) {
         done(Verdict::TooManyWrong, {});
         return;
     }
     const std::size_t dot = token.find('.');
     const Token* const named = Find(token.substr(0, dot));
     if (named == nullptr || dot == std::string_view::npos) {
-        CountWrong(peer);
+        m_wrong.Count(peer);
         done(Verdict::Wrong, {});
         return;
     }
-    auto& waiting = m_waiting[digest];
-    waiting.push_back({peer, done});
-    if (waiting.size() > 1)
+    const auto same = std::find_if(m_waiting.begin(), m_waiting.end(),
+                                   [&](const Waiting& one) { return one.digest == digest; });
+    if (same != m_waiting.end()) {
+        same->done.push_back(done);
         return;
-    // Counted as wrong until it is found right, so that a burst cannot have more hashed than the limit.
-    CountWrong(peer);
-    m_parts.elsewhere([this, digest, named, secret = std::string(token.substr(dot + 1))] {
+    }
+    const std::string network = network::NameOf(peer);
+    if (IsFull(network)) {
+        done(Verdict::Busy, {});
+        return;
+    }
+    m_waiting.push_back({digest, named, std::string(token.substr(dot + 1)), peer, network, {done}});
+    HashNext();
+}
+
+bool Access::IsFull(const std::string& network) const {
+    const auto ofTheNetwork = std::count_if(m_waiting.begin(), m_waiting.end(),
+                                            [&](const Waiting& one) { return one.network == network; });
+    return m_waiting.size() >= kMaxWaiting || static_cast<std::size_t>(ofTheNetwork) >= kMaxWaitingOfANetwork;
+}
+
+void Access::HashNext() {
+    if (m_isHashing || m_waiting.empty())
+        return;
+    const auto best = std::find_if(m_waiting.begin(), m_waiting.end(),
+                                   [this](const Waiting& one) { return m_wrong.AreNoneFrom(one.peer); });
+    if (best != m_waiting.end())
+        m_waiting.splice(m_waiting.begin(), m_waiting, best);
+    m_isHashing = true;
+    const Waiting& next = m_waiting.front();
+    m_parts.elsewhere([this, secret = next.secret, hash = next.token->hash] {
         bool isRight = false;
         try {
-            isRight = token_secret::Matches(secret, named->hash);
+            isRight = token_secret::Matches(secret, hash);
         } catch (const std::exception&) {
             // Without memory to look at it, no token is right.
         }
-        m_parts.driver.Post("looking at a token",
-                            [this, digest, named, isRight] { Verified(digest, *named, isRight); });
+        m_parts.driver.Post("looking at a token", [this, isRight] { Verified(isRight); });
     });
 }
 
-void Access::Verified(const token_secret::Digest& digest, const Token& token, bool isRight) {
-    const auto waiting = m_waiting.extract(digest);
-    if (waiting.empty())
-        return;
-    if (isRight) {
-        m_known.emplace_back(digest, &token);
-        const auto counted = m_wrong.find(waiting.mapped().front().peer);
-        if (counted != m_wrong.end() && !counted->second.empty())
-            counted->second.pop_back();
+void Access::Verified(bool isRight) {
+    const Waiting verified = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    m_isHashing = false;
+    if (isRight)
+        m_known.emplace_back(verified.digest, verified.token);
+    else
+        m_wrong.Count(verified.peer);
+    for (const Done& done : verified.done)
+        done(isRight ? Verdict::Known : Verdict::Wrong, isRight ? verified.token->rights : Rights{});
+    RefuseTheLimited();
+    HashNext();
+}
+
+void Access::RefuseTheLimited() {
+    std::list<Waiting> refused;
+    for (auto place = m_waiting.begin(); place != m_waiting.end();) {
+        const auto one = place++;
+        if (m_wrong.AreTooManyFrom(one->peer))
+            refused.splice(refused.end(), m_waiting, one);
     }
-    for (const Waiting& waiter : waiting.mapped())
-        waiter.done(isRight ? Verdict::Known : Verdict::Wrong, isRight ? token.rights : Rights{});
-}
-
-bool Access::IsLimited(const std::string& peer) {
-    const auto place = m_wrong.find(peer);
-    if (place == m_wrong.end())
-        return false;
-    auto& times = place->second;
-    while (!times.empty() && m_parts.driver.Now() - times.front() >= kWrongMemory)
-        times.pop_front();
-    if (times.empty())
-        m_wrong.erase(place);
-    else if (times.size() >= kWrongPerMinute)
-        return true;
-    return false;
-}
-
-void Access::CountWrong(const std::string& peer) {
-    if (m_wrong.size() >= kMaxAddresses && m_wrong.count(peer) == 0)
-        m_wrong.erase(m_wrong.begin());
-    auto& times = m_wrong[peer];
-    times.push_back(m_parts.driver.Now());
-    if (times.size() == kWrongPerMinute)
-        m_parts.warn("Too many wrong tokens from " + peer + ": none are looked at for a minute");
+    for (const Waiting& one : refused)
+        for (const Done& done : one.done)
+            done(Verdict::TooManyWrong, {});
 }
 
 std::string Access::GiveTicket(const Rights& rights) {

@@ -2,12 +2,13 @@
 
 #include "controller/access/Token.h"
 #include "controller/access/TokenSecret.h"
+#include "controller/access/WrongTokens.h"
 #include "controller/driver/DriverOnly.h"
 #include "controller/driver/IScheduler.h"
 
 #include <chrono>
-#include <deque>
 #include <functional>
+#include <list>
 #include <map>
 #include <optional>
 #include <string>
@@ -19,13 +20,16 @@ namespace controller {
 /// Says who may do what: knows the tokens of the house, and the tickets given for them. Driver thread only.
 ///
 /// Hashing a token takes long, on purpose, so it is done elsewhere, and once: a token that was found right is
-/// known again by its digest.
+/// known again by its digest. One is hashed at a time, so that no more wrong ones of an address are than it
+/// may send, and many right ones, as after a start, need not be taken for guesses. Whose network has been
+/// right so far comes first.
 class Access {
 public:
     using TimePoint = IScheduler::Duration;
 
-    /// A wrong token costs the machine a hash: so many of one address are looked at in a minute.
-    static constexpr std::size_t kWrongPerMinute = 10;
+    /// So many tokens wait to be hashed, and so many of one network: some seconds of one core.
+    static constexpr std::size_t kMaxWaiting = 200;
+    static constexpr std::size_t kMaxWaitingOfANetwork = 100;
     static constexpr std::chrono::seconds kTicketLife{30};
     static constexpr std::size_t kMaxTickets = 4096;
 
@@ -37,8 +41,9 @@ public:
 
     enum class Verdict {
         Known,
-        Wrong,       ///< no such token
-        TooManyWrong ///< from this address; nothing was looked at
+        Wrong,        ///< no such token
+        TooManyWrong, ///< from this address or its network; nothing was looked at
+        Busy          ///< too many wait; nothing was looked at
     };
     using Done = std::function<void(Verdict verdict, const Rights& rights)>;
 
@@ -64,21 +69,27 @@ private:
         TimePoint end{};
     };
     struct Waiting {
+        token_secret::Digest digest;
+        const Token* token;
+        std::string secret;
         std::string peer;
-        Done done;
+        std::string network;
+        std::vector<Done> done;
     };
 
     [[nodiscard]] const Token* Find(std::string_view name) const noexcept;
     [[nodiscard]] const Token* Remembered(const token_secret::Digest& digest) const noexcept;
-    void Verified(const token_secret::Digest& digest, const Token& token, bool isRight);
-    [[nodiscard]] bool IsLimited(const std::string& peer);
-    void CountWrong(const std::string& peer);
+    [[nodiscard]] bool IsFull(const std::string& network) const;
+    void HashNext();
+    void RefuseTheLimited();
+    void Verified(bool isRight);
 
     const std::vector<Token> m_tokens;
     Parts m_parts;
     std::vector<std::pair<token_secret::Digest, const Token*>> m_known; ///< at most one a token
-    std::map<token_secret::Digest, std::vector<Waiting>> m_waiting;     ///< those that are being hashed
-    std::map<std::string, std::deque<TimePoint>> m_wrong;               ///< by address
+    std::list<Waiting> m_waiting; ///< the first one is being hashed, if one is
+    bool m_isHashing = false;
+    WrongTokens m_wrong;
     std::map<std::string, Ticket> m_tickets;
     DriverOnly m_driverOnly;
 };

@@ -38,6 +38,18 @@ bool IsJson(std::string_view contentType) {
     return type == "application/json" || type == "application/json ";
 }
 
+HttpReply RefusalOf(Access::Verdict verdict) {
+    if (verdict == Access::Verdict::Wrong)
+        return Unauthorized("this token is unknown", "`announcement-controller token add` makes one");
+    if (verdict == Access::Verdict::Busy)
+        return Problem({503,
+                        "too many tokens wait to be looked at",
+                        "to try again in a moment",
+                        {{"Retry-After", "2"}}});
+    return Problem(
+        {429, "too many wrong tokens came from this address", "to wait a minute", {{"Retry-After", "60"}}});
+}
+
 } // namespace
 
 Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name) noexcept)
@@ -50,6 +62,7 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     , m_streams(m_parts.feed, StreamParts())
     , m_recent(m_parts.feed)
     , m_media(m_parts.house.mediaFolder)
+    , m_hashing(std::make_unique<Worker>())
     , m_worker(std::make_unique<Worker>())
     , m_context{m_parts,  m_access, m_watch,   m_streams,
                 m_recent, m_media,  *m_worker, std::chrono::system_clock::now(),
@@ -58,7 +71,7 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
 Api::~Api() = default;
 
 Access::Parts Api::AccessParts() {
-    return {[this](std::function<void()> work) { m_worker->Submit(std::move(work)); }, m_parts.driver,
+    return {[this](std::function<void()> work) { m_hashing->Submit(std::move(work)); }, m_parts.driver,
             [this](const std::string& line) {
                 m_parts.log.Warning(line);
             }};
@@ -151,19 +164,10 @@ void Api::Authorize(const Wanted& wanted) {
     }
     m_access.Check(token, std::string(request.peer),
                    [this, wanted](Access::Verdict verdict, const Rights& rights) {
-                       if (verdict == Access::Verdict::Known) {
+                       if (verdict == Access::Verdict::Known)
                            Allowed(wanted, rights);
-                           return;
-                       }
-                       if (verdict == Access::Verdict::Wrong) {
-                           wanted.call->Reply(Unauthorized("this token is unknown",
-                                                           "`announcement-controller token add` makes one"));
-                           return;
-                       }
-                       wanted.call->Reply(Problem({429,
-                                                   "too many wrong tokens came from this address",
-                                                   "to wait a minute",
-                                                   {{"Retry-After", "60"}}}));
+                       else
+                           wanted.call->Reply(RefusalOf(verdict));
                    });
 }
 

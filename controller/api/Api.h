@@ -54,6 +54,7 @@ private:
     EventStreams m_streams;
     RecentEvents m_recent;
     MediaShelf m_media;
+    std::unique_ptr<Worker> m_hashing; ///< of tokens, which must not hold up what people wait for
     std::unique_ptr<Worker> m_worker;
     ApiContext m_context;
 };

@@ -1,5 +1,7 @@
 #include "controller/http/Connections.h"
 
+#include "controller/driver/Network.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -10,23 +12,6 @@ namespace {
 
 using boost::asio::ip::address;
 
-/// One that came over an IPv6 socket as an IPv4 address is one.
-address Plain(const address& given) {
-    if (given.is_v6() && given.to_v6().is_v4_mapped())
-        return boost::asio::ip::make_address_v4(boost::asio::ip::v4_mapped, given.to_v6());
-    return given;
-}
-
-template <class Bytes>
-std::string FirstBytes(const Bytes& bytes, std::size_t count) {
-    return std::string(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)) + '/';
-}
-
-/// The /24 or /64: whoever has one of its addresses may well have all of them.
-std::string NetworkOf(const address& plain) {
-    return plain.is_v4() ? FirstBytes(plain.to_v4().to_bytes(), 3) : FirstBytes(plain.to_v6().to_bytes(), 8);
-}
-
 /// The origin of every stranger.
 constexpr const char* kAnywhere = "";
 
@@ -35,7 +20,7 @@ constexpr const char* kAnywhere = "";
 Connections::Place::Place(std::shared_ptr<Connections> connections, const address& plain)
     : m_connections(std::move(connections))
     , m_address(plain.to_string())
-    , m_origins{kAnywhere, m_address, NetworkOf(plain)}
+    , m_origins{kAnywhere, m_address, network::NameOf(plain)}
     , m_isStranger(!plain.is_loopback())
     , m_self(m_connections->m_places.insert(m_connections->m_places.end(), this)) {
     if (m_isStranger) {
@@ -68,11 +53,11 @@ void Connections::Place::Leave() {
 std::shared_ptr<Connections::Place> Connections::Take(const address& given) {
     if (m_isStopped)
         return nullptr;
-    const address plain = Plain(given);
+    const address plain = network::Plain(given);
     if (m_places.size() >= m_limits.connections && !SendAway(kAnywhere))
         return nullptr;
     if (!plain.is_loopback() && !(HasRoom(plain.to_string(), m_limits.connectionsPerAddress) &&
-                                  HasRoom(NetworkOf(plain), m_limits.connectionsPerNetwork) &&
+                                  HasRoom(network::NameOf(plain), m_limits.connectionsPerNetwork) &&
                                   HasRoom(kAnywhere, m_limits.connections - m_limits.connections / 10)))
         return nullptr;
     return std::make_shared<Place>(shared_from_this(), plain);

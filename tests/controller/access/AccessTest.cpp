@@ -15,32 +15,45 @@ using namespace std::chrono_literals;
 /// Tokens on a clock of the test; what is to be done elsewhere is done when the test says so.
 class AccessTest : public testing::Test {
 protected:
-    AccessTest()
-        : m_access({{"phone", token_secret::Hash("secret"), Rights::Read({"play"})}},
-                   {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); }, m_driver,
-                    [this](const std::string& line) {
-                        m_warnings.push_back(line);
-                    }}) {}
+    AccessTest() : m_access({{"phone", token_secret::Hash("secret"), Rights::Read({"play"})}}, Parts()) {}
 
-    void Check(const std::string& token, const std::string& peer = "10.0.0.1") {
-        m_access.Check(token, peer, [this](Access::Verdict verdict, const Rights& rights) {
-            m_verdicts.push_back(verdict);
-            m_rights = rights;
-        });
+    Access::Parts Parts() {
+        return {[this](std::function<void()> work) { m_elsewhere.push_back(std::move(work)); }, m_driver,
+                [this](const std::string& line) {
+                    m_warnings.push_back(line);
+                }};
     }
 
+    Access::Done Note() {
+        return [this](Access::Verdict verdict, const Rights& rights) {
+            m_verdicts.push_back(verdict);
+            m_rights = rights;
+        };
+    }
+
+    void Check(const std::string& token, const std::string& peer = "10.0.0.1") {
+        m_access.Check(token, peer, Note());
+    }
+
+    /// Also what that gives away; how much there was.
     std::size_t WorkElsewhere() {
-        const auto work = std::exchange(m_elsewhere, {});
-        for (const auto& item : work)
-            item();
+        std::size_t count = 0;
+        for (; !m_elsewhere.empty() && !HasFailure(); ++count)
+            DoOneElsewhere();
+        return count;
+    }
+
+    void DoOneElsewhere() {
+        ASSERT_EQ(m_elsewhere.size(), 1U); // one at a time
+        std::exchange(m_elsewhere, {}).front()();
         m_driver.DoPosted();
-        return work.size();
     }
 
     using Verdicts = std::vector<Access::Verdict>;
     static constexpr auto kKnown = Access::Verdict::Known;
     static constexpr auto kWrong = Access::Verdict::Wrong;
     static constexpr auto kTooMany = Access::Verdict::TooManyWrong;
+    static constexpr auto kBusy = Access::Verdict::Busy;
 
     std::vector<std::function<void()>> m_elsewhere;
     FakeScheduler m_driver;
@@ -111,7 +124,63 @@ TEST_F(AccessTest, BurstOfGuessesHasNoMoreHashedThanTheLimit) {
     for (int i = 0; i < 100; ++i)
         Check("phone.guess" + std::to_string(i));
 
-    EXPECT_EQ(WorkElsewhere(), Access::kWrongPerMinute);
+    EXPECT_EQ(WorkElsewhere(), WrongTokens::kOfAnAddress);
+    Verdicts expected(10, kWrong);
+    expected.insert(expected.end(), 90, kTooMany);
+    EXPECT_EQ(m_verdicts, expected);
+}
+
+TEST_F(AccessTest, AddressesOfOneNetworkHaveNoMoreHashedThanItsLimit) {
+    for (int i = 0; i < 100; ++i)
+        Check("phone.guess" + std::to_string(i), "2001:db8::" + std::to_string(i));
+    EXPECT_EQ(WorkElsewhere(), WrongTokens::kOfANetwork);
+
+    Check("phone.secret", "2001:db8::abcd");
+    EXPECT_EQ(m_verdicts.back(), kTooMany);
+    Check("phone.secret", "2001:db8:0:1::1");
+    WorkElsewhere();
+    EXPECT_EQ(m_verdicts.back(), kKnown);
+}
+
+TEST_F(AccessTest, ManyRightTokensAtOnceAreAllTaken) {
+    std::vector<Token> tokens;
+    for (int i = 0; i < 20; ++i)
+        tokens.push_back(
+            {"screen" + std::to_string(i), token_secret::Hash("secret"), Rights::Read({"play"})});
+    Access access(tokens, Parts());
+    for (int i = 0; i < 20; ++i)
+        access.Check("screen" + std::to_string(i) + ".secret", "10.0.0.1", Note());
+
+    EXPECT_EQ(WorkElsewhere(), 20U);
+
+    EXPECT_EQ(m_verdicts, Verdicts(20, kKnown));
+    EXPECT_TRUE(m_warnings.empty());
+}
+
+TEST_F(AccessTest, WhoWasWrongComesAfterThoseWhoWereNot) {
+    Check("phone.first", "10.0.0.1");
+    WorkElsewhere();
+    for (int i = 0; i < 5; ++i)
+        Check("phone.guess" + std::to_string(i), "10.0.0.2");
+    Check("phone.secret", "192.0.2.1");
+    m_verdicts.clear();
+
+    DoOneElsewhere(); // a guess that was begun before
+    DoOneElsewhere();
+
+    EXPECT_EQ(m_verdicts, (Verdicts{kWrong, kKnown}));
+}
+
+TEST_F(AccessTest, NoMoreWaitThanCanBeHashedInSomeSeconds) {
+    for (int i = 0; i < 130; ++i)
+        Check("phone.guess" + std::to_string(i), "10.0.0." + std::to_string(i));
+    EXPECT_EQ(m_verdicts, Verdicts(30, kBusy));
+    for (int i = 0; i < 130; ++i)
+        Check("phone.other" + std::to_string(i), "10.1." + std::to_string(i) + ".1");
+    EXPECT_EQ(m_verdicts, Verdicts(60, kBusy));
+    for (int i = 0; i < 50; ++i)
+        Check("phone.guess0", "10.2.0.1"); // hashed anyway
+    EXPECT_EQ(m_verdicts.size(), 60U);
 }
 
 TEST_F(AccessTest, RightTokensDoNotUseTheLimitUp) {
