@@ -1,5 +1,7 @@
 #include "controller/console/Console.h"
 
+#include "controller/driver/Text.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -17,7 +19,12 @@ const Console::Entry Console::kEntries[] = {
     {"quit", 0, "quit", "ends the controller", &Console::Quit},
 };
 
-Console::Console(Parts parts) : m_parts(std::move(parts)) {}
+Console::Console(Parts parts) : m_parts(std::move(parts)) {
+    // A reply may have several lines, and holds texts from outside.
+    m_parts.print = [print = std::move(m_parts.print)](const std::string& text) {
+        print(PlainLines(text));
+    };
+}
 
 const Console::Entry* Console::Find(const std::string& verb) {
     const auto* entry = std::find_if(std::begin(kEntries), std::end(kEntries),

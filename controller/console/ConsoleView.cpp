@@ -19,9 +19,8 @@ std::string FileName(const std::string& path) {
     return path.substr(path.find_last_of('/') + 1);
 }
 
-/// Texts come from outside; each stays on its line.
 std::string Quoted(const std::string& text) {
-    return '"' + OneLine(text) + '"';
+    return '"' + text + '"';
 }
 
 template <class Entry>
@@ -50,7 +49,8 @@ const char* Reason(events::PopupEnd why) {
 ConsoleView::ConsoleView(const House& house, EventFeed& feed, NameOf nameOf, Print print)
     : m_house(house)
     , m_nameOf(std::move(nameOf))
-    , m_print(std::move(print))
+    // Texts come from outside; each stays on its line.
+    , m_print([print = std::move(print)](const std::string& line) { print(OneLine(line)); })
     , m_subscription(feed.Subscribe([this](const Event& event) {
         std::visit([this](const auto& data) { Show(data); }, event.data);
     })) {}

@@ -60,6 +60,15 @@ TEST_F(ConsoleViewTest, PopupsAreToldWithWhatTheyShow) {
                      "Popup on Tablet now says \"Supper\"", "Popup on Tablet is gone: its time is up"}));
 }
 
+TEST_F(ConsoleViewTest, NothingFromOutsideSteersTheTerminal) {
+    m_feed.Publish(events::PopupChanged{1, 5, "a\nb\x1B[2J\x7F\xC2\x9B"});
+    m_feed.Publish(events::SoundEnded{"/media/announcements/\xC2\x9B"
+                                      "2J.wav",
+                                      "no \x9B"});
+    EXPECT_EQ(m_lines,
+              (Texts{"Popup on Tablet now says \"a b [2J  \"", " 2J.wav could not be played: no ?"}));
+}
+
 TEST_F(ConsoleViewTest, WhatTheHouseDoesNotNameIsToldByItsId) {
     m_feed.Publish(events::AnnouncementStarted{4});
     m_feed.Publish(events::RoomRestored{99, 10, false});
