@@ -1,8 +1,8 @@
 #include "controller/Controller.h"
 
-#include <algorithm>
+#include "controller/driver/Text.h"
+
 #include <csignal>
-#include <cstdio>
 #include <utility>
 
 #include <unistd.h>
@@ -18,22 +18,16 @@ std::string CountOf(std::size_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-void Print(const std::string& line) {
-    // Texts from outside must not steer the terminal.
-    std::string plain = line;
-    std::replace_if(
-        plain.begin(), plain.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n'; },
-        ' ');
-    // Whoever closed standard output does not want the lines.
-    (void)std::fprintf(stdout, "%s\n", plain.c_str());
-    (void)std::fflush(stdout);
-}
-
 } // namespace
 
 Controller::Controller(House house, Options options, Log& log)
     : m_options(std::move(options))
     , m_log(log)
+    , m_output(STDOUT_FILENO,
+               [](std::size_t dropped) {
+                   return "(" + std::to_string(dropped) +
+                          " lines are missing here, for nobody took them in time)\n";
+               })
     , m_household(std::move(house), m_options.household, log)
     , m_parts(m_household.Parts())
     , m_server(m_parts, HttpLimits{})
@@ -42,8 +36,8 @@ Controller::Controller(House house, Options options, Log& log)
           m_parts.house,
           m_parts.feed,
           [this](std::uint32_t id) { return m_parts.announcements.NameOf(id); },
-          Print)
-    , m_console({m_parts.announcements, Print,
+          [this](const std::string& line) { Print(line); })
+    , m_console({m_parts.announcements, [this](const std::string& line) { Print(line); },
                  [this] {
                      End();
                  }})
@@ -54,6 +48,10 @@ Controller::Controller(House house, Options options, Log& log)
     , m_signals(m_parts.driver.Context(), SIGINT, SIGTERM)
     , m_patience(m_parts.driver, "the end of patience") {
     m_household.Start();
+}
+
+void Controller::Print(const std::string& line) {
+    m_output.Write(PlainLines(line) + '\n');
 }
 
 void Controller::Greet() {

@@ -4,6 +4,7 @@
 #include "controller/api/ApiServer.h"
 #include "controller/console/Console.h"
 #include "controller/console/ConsoleView.h"
+#include "controller/driver/LineWriter.h"
 #include "controller/running/ServiceManager.h"
 
 #include <boost/asio/signal_set.hpp>
@@ -35,6 +36,7 @@ public:
     void Run();
 
 private:
+    void Print(const std::string& line);
     void Greet();
     void InputEnded();
     void EndWhenIdle();
@@ -42,6 +44,7 @@ private:
 
     const Options m_options;
     Log& m_log;
+    LineWriter m_output; ///< standard output
     Household m_household;
     const ControllerParts m_parts;
     ApiServer m_server;

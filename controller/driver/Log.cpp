@@ -10,8 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include <unistd.h>
-
 namespace controller {
 
 namespace {
@@ -34,6 +32,12 @@ std::string OneLine(const std::string& text) {
     return controller::OneLine(std::string_view(text).substr(0, kMaxText));
 }
 
+std::string Whole(Log::Form form, Severity severity, const std::string& line) {
+    if (form == Log::Form::Journal)
+        return '<' + std::to_string(static_cast<unsigned>(severity)) + '>' + line + '\n';
+    return TimeOfDay() + SeverityName(severity) + ": " + line + '\n';
+}
+
 } // namespace
 
 const char* SeverityName(Severity severity) noexcept {
@@ -52,10 +56,14 @@ const char* SeverityName(Severity severity) noexcept {
     return "notice";
 }
 
-Log::Log(int descriptor, Severity threshold, Form form)
-    : m_descriptor(descriptor)
-    , m_threshold(threshold)
-    , m_form(form) {}
+Log::Log(int descriptor, Severity threshold, Form form) : m_threshold(threshold), m_form(form) {
+    if (descriptor >= 0)
+        m_writer.emplace(descriptor, [form](std::size_t dropped) {
+            return Whole(form, Severity::Warning,
+                         "Here " + std::to_string(dropped) +
+                             " lines of the log are missing, for nobody took them in time");
+        });
+}
 
 Log::Form Log::FormOfStandardError() noexcept {
     return std::getenv("JOURNAL_STREAM") != nullptr ? Form::Journal : Form::Plain;
@@ -67,14 +75,8 @@ void Log::Write(Severity severity, const std::string& text) {
     {
         const std::lock_guard lock(m_mutex);
         listener = m_listener;
-        if (severity <= m_threshold) {
-            const std::string whole =
-                m_form == Form::Journal
-                    ? '<' + std::to_string(static_cast<unsigned>(severity)) + '>' + line + '\n'
-                    : TimeOfDay() + SeverityName(severity) + ": " + line + '\n';
-            // A log that cannot be written has nowhere to say so.
-            (void)!::write(m_descriptor, whole.data(), whole.size());
-        }
+        if (m_writer && severity <= m_threshold)
+            m_writer->Write(Whole(m_form, severity, line));
     }
     if (listener)
         listener(severity, line);

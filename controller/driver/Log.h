@@ -1,7 +1,10 @@
 #pragma once
 
+#include "controller/driver/LineWriter.h"
+
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace controller {
@@ -15,13 +18,14 @@ enum class Severity : unsigned { Error = 3, Warning = 4, Notice = 5, Information
 /// The program's log: lines on a file descriptor, usually standard error. May be written from any thread.
 ///
 /// A line on a terminal or in a file reads `12:31:05.042 warning: text`; for the journal it reads `<4>text`,
-/// and the journal knows the time itself.
+/// and the journal knows the time itself. Nothing waits for a reader: what there is no room for is left out,
+/// and a line says how much.
 class Log {
 public:
     enum class Form { Plain, Journal };
     using Listener = std::function<void(Severity, const std::string&)>;
 
-    /// Lines less important than `threshold` are not written. The descriptor is borrowed.
+    /// Lines less important than `threshold` are not written, and none to a descriptor that is negative.
     Log(int descriptor, Severity threshold, Form form);
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
@@ -47,11 +51,11 @@ public:
     void SetListener(Listener listener);
 
 private:
-    const int m_descriptor;
     const Severity m_threshold;
     const Form m_form;
     std::mutex m_mutex;
     Listener m_listener;
+    std::optional<LineWriter> m_writer;
 };
 
 } // namespace controller

@@ -29,8 +29,9 @@ export class Program {
     this.ended.catch(() => {}).finally(() => running.delete(this.process));
   }
 
+  // A test may have given an output a place of its own.
   #keep(stream, name) {
-    stream.setEncoding('utf8').on('data', (text) => {
+    stream?.setEncoding('utf8').on('data', (text) => {
       this.output += text;
       this[name] += text;
       this.#wake();
