@@ -1,7 +1,10 @@
 #include "controller/Household.h"
 
+#include "controller/announcements/AnnouncementXml.h"
+#include "controller/driver/Durable.h"
 #include "controller/state/StateText.h"
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 #include <utility>
@@ -29,6 +32,20 @@ std::set<std::uint32_t> NavigatorIds(const House& house) {
     for (const House::Navigator& navigator : house.navigators)
         ids.insert(navigator.id);
     return ids;
+}
+
+/// Takes those out that were there for one play alone, which has been interrupted; as rows that take them
+/// away.
+AnnouncementRows TakePassing(AnnouncementRows& rows) {
+    const auto isToStay = [](const AnnouncementRow& row) {
+        return !announcement_xml::HouseFromXml(row.house).isPassing;
+    };
+    const auto first = std::stable_partition(rows.begin(), rows.end(), isToStay);
+    AnnouncementRows passing;
+    for (auto row = first; row != rows.end(); ++row)
+        passing.push_back({row->key, "", ""});
+    rows.erase(first, rows.end());
+    return passing;
 }
 
 } // namespace
@@ -67,6 +84,8 @@ void Household::Start() {
 }
 
 Household::Opened Household::Open() const {
+    for (const auto& folder : {m_dataFolder.Path(), m_house.mediaFolder})
+        durable::Draft::Sweep(folder);
     if (m_options.isRecovering)
         for (const std::string& line : StateDatabase::Recover(m_dataFolder.Path()))
             m_log.Notice(line);
@@ -173,12 +192,18 @@ void Household::ConnectAgent() {
 void Household::StartAgent() {
     const bool areKept = m_opened.state.areAnnouncementsKept;
     const bool areFirst = !areKept && !m_house.firstAnnouncements.empty();
-    const AnnouncementRows rows =
+    AnnouncementRows rows =
         areFirst ? state_text::Read(m_house.firstAnnouncements) : std::move(m_opened.state.announcements);
+    AnnouncementRows passed = TakePassing(rows);
+    // Before anything takes their keys.
+    if (!passed.empty() && areKept)
+        m_store.WriteAnnouncements(std::move(passed), [](const std::string& /*error*/) {
+            // They are taken away at the next start, then.
+        });
     try {
         m_announcements.Begin(rows, areKept);
     } catch (const std::runtime_error& error) {
-        throw std::runtime_error(
+        throw UnusableDatabase(
             "The announcements in " + (m_dataFolder.Path() / StateDatabase::kFileName).string() +
             " cannot be used: " + error.what() +
             ". `announcement-controller export` writes them out as text, and `import` takes the "

@@ -12,6 +12,7 @@ namespace controller {
 /// exported and imported with it, and stays when the agent's part is edited by the raw requests.
 struct HouseAddition {
     std::vector<std::string> tags; ///< words that people find the announcement by, each once
+    bool isPassing = false;        ///< there for one play; left over, it is gone at the next start
 };
 
 /// One announcement: a sound in some rooms, and a message on some navigators. Times are milliseconds.

@@ -183,6 +183,8 @@ HouseAddition HouseFromXml(const std::string& text) {
         ForEachChild(*document->GetRootNode(), [&](Node& child) {
             const bool isNew = std::find(addition.tags.begin(), addition.tags.end(), child.GetValue()) ==
                                addition.tags.end();
+            if (child.GetName() == "passing")
+                addition.isPassing = true;
             if (child.GetName() == "tag" && !child.GetValue().empty() && isNew)
                 addition.tags.push_back(child.GetValue());
         });
@@ -190,10 +192,15 @@ HouseAddition HouseFromXml(const std::string& text) {
 }
 
 std::string ToXml(const HouseAddition& addition) {
-    if (addition.tags.empty())
+    if (addition.tags.empty() && !addition.isPassing)
         return "";
     Writer writer;
-    writer.List("house", addition.tags, [&](const std::string& tag) { writer.Text("tag", tag); });
+    writer.Element("house", [&] {
+        for (const std::string& tag : addition.tags)
+            writer.Text("tag", tag);
+        if (addition.isPassing)
+            writer.Text("passing", "");
+    });
     return writer.Take();
 }
 

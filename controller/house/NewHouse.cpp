@@ -1,8 +1,8 @@
 #include "controller/house/NewHouse.h"
 
 #include "controller/audio/DemoSounds.h"
+#include "controller/driver/Durable.h"
 
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -136,14 +136,6 @@ constexpr const char* kAnnouncements = R"(<announcements>
 </announcements>
 )";
 
-void WriteFile(const fs::path& file, const std::string& content) {
-    std::ofstream stream(file, std::ios::binary);
-    stream << content;
-    stream.close();
-    if (!stream)
-        throw std::runtime_error(file.string() + " cannot be written");
-}
-
 } // namespace
 
 std::vector<std::filesystem::path> WriteNewHouse(const std::filesystem::path& folder) {
@@ -159,7 +151,10 @@ std::vector<std::filesystem::path> WriteNewHouse(const std::filesystem::path& fo
     fs::create_directories(folder / "media");
     std::vector<fs::path> files;
     for (const auto& [file, content] : contents) {
-        WriteFile(file, content);
+        // The house file will hold the hashes of tokens.
+        durable::Draft draft(file, file.extension() == ".yaml" ? 0600 : 0644);
+        draft.Write(content);
+        draft.Place();
         files.push_back(file);
     }
     return files;

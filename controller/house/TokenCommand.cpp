@@ -2,6 +2,7 @@
 
 #include "controller/access/Rights.h"
 #include "controller/access/TokenSecret.h"
+#include "controller/driver/Durable.h"
 #include "controller/house/HouseFile.h"
 #include "controller/house/TokenText.h"
 
@@ -10,10 +11,6 @@
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
-#include <system_error>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace controller {
 
@@ -31,31 +28,15 @@ std::string ReadText(const fs::path& file) {
     return text.str();
 }
 
-/// A service reads the file as a user of its own, also when somebody else has changed it.
-void KeepOwner(const fs::path& of, const fs::path& scrap) {
-    struct stat status {};
-    if (::stat(of.c_str(), &status) == 0 && ::chown(scrap.c_str(), status.st_uid, status.st_gid) == 0)
-        return;
-    std::error_code error;
-    fs::remove(scrap, error); // an empty file
-    throw std::runtime_error("cannot leave " + of.string() +
-                             " to its owner and group; run this as its owner, or as root");
-}
-
-/// Puts the text in the file's place, whole or not at all.
+/// Puts the text in the file's place. A service reads it as a user of its own, also when somebody else has
+/// changed it; and a house file that is a link stays one.
 void WriteText(const fs::path& file, const std::string& text) {
-    // A house file that is a link stays one.
     const fs::path target = fs::canonical(file);
-    const fs::path scrap = target.string() + ".new";
-    {
-        std::ofstream stream(scrap, std::ios::binary | std::ios::trunc);
-        KeepOwner(target, scrap);
-        fs::permissions(scrap, fs::status(target).permissions());
-        stream << text << std::flush;
-        if (!stream)
-            throw std::runtime_error("cannot write " + scrap.string());
-    }
-    fs::rename(scrap, target);
+    durable::Draft::Sweep(target.parent_path());
+    durable::Draft draft(target, 0600);
+    draft.TakeOwnerAndMode();
+    draft.Write(text);
+    draft.Place();
 }
 
 /// The changed text, once it is known to be a house; throws its mistakes otherwise.

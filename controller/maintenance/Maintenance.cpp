@@ -4,7 +4,6 @@
 #include "controller/state/StateDatabase.h"
 #include "controller/state/StateText.h"
 
-#include <fstream>
 #include <iostream>
 #include <stdexcept>
 
@@ -22,11 +21,7 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
         std::cout << state << '\n' << std::flush;
         return;
     }
-    std::ofstream stream(file, std::ios::binary);
-    stream << state << '\n';
-    stream.close();
-    if (!stream)
-        throw std::runtime_error(file.string() + " cannot be written");
+    state_text::Write(file, state + '\n');
     std::cout << "wrote " << file.string() << '\n';
 }
 

@@ -2,12 +2,13 @@
 
 #include "controller/audio/MediaFolder.h"
 #include "controller/audio/SoundFile.h"
+#include "controller/driver/Durable.h"
 #include "controller/media/MediaName.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 #include <vector>
 
 #include <fcntl.h>
@@ -23,7 +24,7 @@ namespace {
 /// An open file, closed at the end.
 class Descriptor {
 public:
-    Descriptor(const fs::path& file, int flags) : m_number(::open(file.c_str(), flags | O_CLOEXEC, 0644)) {}
+    Descriptor(const fs::path& file, int flags) : m_number(::open(file.c_str(), flags | O_CLOEXEC)) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() {
@@ -37,30 +38,8 @@ private:
     const int m_number;
 };
 
-/// Removes the file at the end, unless it was put in place.
-class Scrap {
-public:
-    explicit Scrap(fs::path file) : m_file(std::move(file)) {}
-    Scrap(const Scrap&) = delete;
-    Scrap& operator=(const Scrap&) = delete;
-    ~Scrap() {
-        if (!m_file.empty())
-            ::unlink(m_file.c_str());
-    }
-    void Keep() noexcept { m_file.clear(); }
-
-private:
-    fs::path m_file;
-};
-
 MediaError Missing(const std::string& name) {
     return {MediaError::Kind::Missing, "there is no file " + name + " in the media folder"};
-}
-
-[[noreturn]] void FailToWrite(const std::string& name) {
-    const int error = errno;
-    throw MediaError(MediaError::Kind::NoRoom,
-                     name + " cannot be written to the media folder: " + std::strerror(error));
 }
 
 struct stat StatOf(const fs::path& file, const std::string& name) {
@@ -96,20 +75,6 @@ std::string ReadAll(int file, std::size_t size) {
     return content;
 }
 
-void WriteAll(int file, const std::string& content, const std::string& name) {
-    std::size_t done = 0;
-    while (done < content.size()) {
-        const ssize_t written = ::write(file, content.data() + done, content.size() - done);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            FailToWrite(name);
-        done += static_cast<std::size_t>(written);
-    }
-    if (::fsync(file) != 0)
-        FailToWrite(name);
-}
-
 bool StartsWith(const std::string& content, const std::string& start, std::size_t at = 0) {
     return content.compare(at, start.size(), start) == 0;
 }
@@ -136,7 +101,7 @@ void CheckSound(const fs::path& file, const std::string& name) {
         audio::CheckUpload(file.string());
     } catch (const audio::SoundFileError& error) {
         std::string text = error.what();
-        // The file still has the name of its scrap.
+        // The file still has the name of its draft.
         const std::size_t place = text.find(file.string());
         if (place != std::string::npos)
             text.replace(place, file.string().size(), name);
@@ -211,30 +176,25 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
 }
 
 MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string& content) {
-    static std::atomic<unsigned> lastScrap{0};
     if (media_name::KindOf(name) == media_name::Kind::Image)
         CheckImage(name, content);
-    const fs::path scrapFile =
-        m_folder / (".upload-" + std::to_string(::getpid()) + "-" + std::to_string(++lastScrap) + ".tmp");
-    const Descriptor file(scrapFile, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
-    if (!file.IsOpen())
-        FailToWrite(name);
-    Scrap scrap(scrapFile);
-    WriteAll(file.Number(), content, name);
-    if (media_name::KindOf(name) == media_name::Kind::Sound)
-        CheckSound(scrapFile, name);
     const fs::path target = m_folder / name;
-    struct stat status {};
-    const bool isNew = ::lstat(target.c_str(), &status) != 0;
-    if (!isNew && !S_ISREG(status.st_mode))
-        throw MediaError(MediaError::Kind::Taken, name + " is in the media folder already, and is no file");
-    if (::rename(scrapFile.c_str(), target.c_str()) != 0)
-        FailToWrite(name);
-    scrap.Keep();
-    const Descriptor folder(m_folder, O_RDONLY | O_DIRECTORY);
-    if (!folder.IsOpen() || ::fsync(folder.Number()) != 0)
-        FailToWrite(name);
-    return {isNew, Describe(name)};
+    try {
+        durable::Draft draft(target);
+        draft.Write(content);
+        if (media_name::KindOf(name) == media_name::Kind::Sound)
+            CheckSound(draft.File(), name);
+        struct stat status {};
+        const bool isNew = ::lstat(target.c_str(), &status) != 0;
+        if (!isNew && !S_ISREG(status.st_mode))
+            throw MediaError(MediaError::Kind::Taken,
+                             name + " is in the media folder already, and is no file");
+        draft.Place();
+        return {isNew, Describe(name)};
+    } catch (const std::system_error& error) {
+        throw MediaError(MediaError::Kind::NoRoom,
+                         name + " cannot be written to the media folder: " + error.code().message());
+    }
 }
 
 void MediaShelf::Remove(const std::string& name) {

@@ -2,9 +2,7 @@
 
 #include "controller/audio/DemoSounds.h"
 #include "controller/audio/MediaFolder.h"
-
-#include <fstream>
-#include <stdexcept>
+#include "controller/driver/Durable.h"
 
 namespace controller {
 
@@ -19,10 +17,9 @@ std::filesystem::path TestTone::File() const {
     std::error_code error;
     if (std::filesystem::file_size(m_file, error) == content.size() && !error)
         return m_file;
-    std::ofstream out(m_file, std::ios::binary | std::ios::trunc);
-    out.write(content.data(), static_cast<std::streamsize>(content.size())).flush();
-    if (!out)
-        throw std::runtime_error("the test tone cannot be written to " + m_file.string());
+    durable::Draft draft(m_file, 0600);
+    draft.Write(content);
+    draft.Place();
     return m_file;
 }
 

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] static bool Is(const std::string& announcedPath);
 
     /// The file, written when it is missing. Looks into the file system, so not for the driver thread. Throws
-    /// `std::runtime_error` when it cannot be written.
+    /// `std::system_error` when it cannot be written.
     [[nodiscard]] std::filesystem::path File() const;
 
 private:

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace controller {
@@ -16,6 +17,18 @@ namespace {
 
 std::string Reason(int error) {
     return std::generic_category().message(error);
+}
+
+/// Others have no business in it; one that somebody has made keeps its rights.
+void Make(const std::filesystem::path& folder) {
+    std::error_code error;
+    if (folder.has_parent_path())
+        std::filesystem::create_directories(folder.parent_path(), error);
+    if (!error && !std::filesystem::is_directory(folder) && ::mkdir(folder.c_str(), 0700) != 0)
+        error.assign(errno, std::generic_category());
+    if (error)
+        throw std::runtime_error("The data folder " + folder.string() +
+                                 " cannot be made: " + error.message());
 }
 
 std::string HolderOf(int lock) {
@@ -28,14 +41,11 @@ std::string HolderOf(int lock) {
 
 } // namespace
 
-DataFolder::DataFolder(const std::filesystem::path& folder) : m_folder(folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
-        throw std::runtime_error("The data folder " + folder.string() +
-                                 " cannot be made: " + error.message());
+DataFolder::DataFolder(const std::filesystem::path& folder)
+    : m_folder(folder.has_filename() ? folder : folder.parent_path()) {
+    Make(m_folder);
     const std::filesystem::path file = folder / "controller.lock";
-    m_lock = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0640);
+    m_lock = ::open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (m_lock < 0)
         throw std::runtime_error("The data folder " + folder.string() + " cannot be written: " +
                                  Reason(errno) + "; its owner must be the user that the controller runs as");

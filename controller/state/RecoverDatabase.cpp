@@ -1,4 +1,4 @@
-#include "controller/state/Durable.h"
+#include "controller/driver/Durable.h"
 #include "controller/state/FormerSchema.h"
 #include "controller/state/RowChecksum.h"
 #include "controller/state/StateDatabase.h"

@@ -1,6 +1,6 @@
 #include "controller/state/StateDatabase.h"
 
-#include "controller/state/Durable.h"
+#include "controller/driver/Durable.h"
 #include "controller/state/FormerSchema.h"
 #include "controller/state/RowChecksum.h"
 #include "controller/state/StateText.h"

@@ -1,5 +1,6 @@
 #include "controller/state/StateText.h"
 
+#include "controller/driver/Durable.h"
 #include "framework/XmlText.h"
 #include "host/ForEachChild.h"
 #include "host/VqXML.h"
@@ -88,6 +89,22 @@ AnnouncementRows Read(const std::filesystem::path& file) {
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file.string() + " " + error.what());
     }
+}
+
+void Write(const std::filesystem::path& file, const std::string& text) {
+    const bool isThere = std::filesystem::exists(file);
+    if (isThere && !std::filesystem::is_regular_file(file)) {
+        std::ofstream stream(file, std::ios::binary);
+        stream << text << std::flush;
+        if (!stream)
+            throw std::runtime_error(file.string() + " cannot be written");
+        return;
+    }
+    durable::Draft draft(isThere ? std::filesystem::canonical(file) : file);
+    if (isThere)
+        draft.TakeOwnerAndMode();
+    draft.Write(text);
+    draft.Place();
 }
 
 } // namespace controller::state_text

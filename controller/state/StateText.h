@@ -21,4 +21,7 @@ namespace controller::state_text {
 /// The rows of a file. Throws `std::runtime_error`, which names the file.
 [[nodiscard]] AnnouncementRows Read(const std::filesystem::path& file);
 
+/// Writes the text to a file; in its place whole or not at all, unless the file is a device or a pipe.
+void Write(const std::filesystem::path& file, const std::string& text);
+
 } // namespace controller::state_text

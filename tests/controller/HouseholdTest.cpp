@@ -94,6 +94,43 @@ TEST_F(HouseholdTest, WhatWasSetIsThereAtTheNextStart) {
     EXPECT_EQ(household->Parts().announcements.All()->size(), 1U);
 }
 
+TEST_F(HouseholdTest, WhatWasThereForOnePlayIsGoneAtTheNextStart) {
+    {
+        StateDatabase database(DataFolder(m_folder.Path() / "data").Path());
+        const auto row = [](int id, const std::string& house) {
+            const std::string text = std::to_string(id);
+            return AnnouncementRow{
+                id, "<announcement><id>" + text + "</id><name>A" + text + "</name></announcement>", house};
+        };
+        database.ReplaceAnnouncements({row(1, ""), row(2, "<house><passing/></house>"),
+                                       row(3, "<house><tag>kitchen</tag></house>"),
+                                       row(4, "<house><tag>kitchen</tag><passing/></house>")});
+    }
+    {
+        const auto household = Open();
+        const auto all = household->Parts().announcements.All();
+        ASSERT_EQ(all->size(), 2U);
+        EXPECT_EQ((*all)[0]->name, "A1");
+        EXPECT_EQ((*all)[1]->name, "A3");
+        (void)End(*household);
+    }
+    const StoredState state = StateDatabase(m_folder.Path() / "data").Read();
+    ASSERT_EQ(state.announcements.size(), 2U);
+    EXPECT_EQ(state.announcements[1].key, 3);
+}
+
+TEST_F(HouseholdTest, WhatAKilledUploadHasLeftIsSweptAtTheStart) {
+    m_folder.Write(".draft-0123456789abcdef0123456789abcdef.tmp", "half a sound");
+    m_folder.Write("chime.wav", "somebody's");
+    const auto household = Open();
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path()))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Texts{"chime.wav", "data", "first.xml"}));
+    (void)End(*household);
+}
+
 TEST_F(HouseholdTest, AnEndInMidPlayTakesPopupsAwayAndGivesRoomsBack) {
     const auto household = Open();
     const ControllerParts parts = household->Parts();

@@ -5,6 +5,8 @@
 #include "controller/api/json/Replies.h"
 #include "controller/media/TestTone.h"
 
+#include <utility>
+
 namespace controller::handlers {
 namespace {
 
@@ -46,8 +48,9 @@ void Play(ApiContext& context, Call call, const Outcome& added) {
 
 /// Plays what is stored for this once. It goes through the agent like every announcement, so that nothing
 /// else plays at the same time and every room is put back.
-void PlayOnce(ApiContext& context, Call call, const Announcement& announcement) {
+void PlayOnce(ApiContext& context, Call call, Announcement announcement) {
     RefuseWhilePlaying(context);
+    announcement.house.isPassing = true;
     context.parts.announcements.Add(announcement, [&context, call](const Outcome& added) {
         call->Guard([&] { Play(context, call, added); });
     });
@@ -61,7 +64,7 @@ void TestRoom(ApiContext& context, Call call) {
     tone.name = "Test tone";
     tone.audio.file = TestTone::kName;
     tone.rooms = {{id, -1}};
-    PlayOnce(context, call, tone);
+    PlayOnce(context, call, std::move(tone));
 }
 
 void TestNavigator(ApiContext& context, Call call) {
@@ -71,7 +74,7 @@ void TestNavigator(ApiContext& context, Call call) {
     popup.video.text = "This is a test: " + navigator.name + " shows messages.";
     popup.video.timeoutMs = kPopupMilliseconds;
     popup.navigators = {{navigator.id, navigator.room, true}};
-    PlayOnce(context, call, popup);
+    PlayOnce(context, call, std::move(popup));
 }
 
 } // namespace controller::handlers

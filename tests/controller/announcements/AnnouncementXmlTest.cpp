@@ -112,6 +112,11 @@ TEST(AnnouncementXmlTest, WhatTheHouseAddsIsTextOfItsOwn) {
     EXPECT_EQ(
         announcement_xml::HouseFromXml("<house><tag>a</tag><tag/><rule>x</rule><tag>a</tag></house>").tags,
         Texts{"a"});
+    EXPECT_FALSE(announcement_xml::HouseFromXml(text).isPassing);
+    const std::string passing = announcement_xml::ToXml(HouseAddition{{"a"}, true});
+    EXPECT_EQ(passing, "<house><tag>a</tag><passing/></house>");
+    EXPECT_TRUE(announcement_xml::HouseFromXml(passing).isPassing);
+    EXPECT_EQ(announcement_xml::ToXml(HouseAddition{{}, true}), "<house><passing/></house>");
 }
 
 } // namespace

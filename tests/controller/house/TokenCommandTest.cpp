@@ -74,6 +74,27 @@ TEST_F(TokenCommandTest, TheFileKeepsItsPermissionsAndALinkStaysOne) {
     EXPECT_EQ(ReadHouseFile(m_house).tokens.size(), 1U);
 }
 
+TEST_F(TokenCommandTest, ALinkThatSomebodyHasPutBesideTheFileIsNotFollowed) {
+    const fs::path precious = m_folder.Write("precious", "precious");
+    fs::create_symlink(precious, m_folder.Path() / "house.yaml.new");
+
+    (void)Printed([this] { token_command::Add(m_house, "phone", {"play"}); });
+
+    EXPECT_EQ(TemporaryFolder::Read(precious), "precious");
+    EXPECT_TRUE(fs::is_symlink(m_folder.Path() / "house.yaml.new"));
+    EXPECT_FALSE(fs::is_symlink(m_house));
+    EXPECT_EQ(ReadHouseFile(m_house).tokens.size(), 1U);
+}
+
+TEST_F(TokenCommandTest, NothingIsLeftBesideTheFileAlsoOfACommandThatWasKilled) {
+    m_folder.Write(".draft-0123456789abcdef0123456789abcdef.tmp", "half");
+
+    (void)Printed([this] { token_command::Add(m_house, "phone", {"play"}); });
+
+    const auto files = std::distance(fs::directory_iterator(m_folder.Path()), fs::directory_iterator());
+    EXPECT_EQ(files, 1);
+}
+
 } // namespace
 
 } // namespace controller
