@@ -27,6 +27,7 @@ namespace fs = std::filesystem;
 
 constexpr int kFailed = 1;
 constexpr int kWrongInput = 2;
+constexpr int kUnusableDatabase = 3;
 
 struct Arguments {
     std::string house;
@@ -58,7 +59,8 @@ fs::path DemoHouse() {
     fs::path file = folder / "house.yaml";
     if (!fs::exists(file))
         WriteNewHouse(folder);
-    std::cout << "No house file is given; this is the demo house in " << folder.string() << ".\n";
+    std::cout << "No house file is given; this is the demo house in " << folder.string() << ".\n"
+              << std::flush;
     return file;
 }
 
@@ -165,7 +167,7 @@ int RunCommandLine(int argc, const char* const* argv) {
                  "announcement-controller");
     app.footer(
         "Exit status: 0 at a good end, 1 when something could not be done, 2 when command line or house file "
-        "are wrong.");
+        "are wrong, 3 when the database cannot be used.");
     DeclareRun(app, arguments);
     DeclareMaintenance(app, arguments);
     DeclareTokens(app, arguments);
@@ -179,6 +181,9 @@ int RunCommandLine(int argc, const char* const* argv) {
     } catch (const HouseError& error) {
         std::cerr << error.what() << '\n';
         return kWrongInput;
+    } catch (const UnusableDatabase& error) {
+        std::cerr << "announcement-controller: " << error.what() << '\n';
+        return kUnusableDatabase;
     } catch (const std::exception& error) {
         std::cerr << "announcement-controller: " << error.what() << '\n';
         return kFailed;

@@ -30,9 +30,20 @@ std::string Stamp() {
 fs::path FreeName(const fs::path& file) {
     const std::string base = file.string() + ".damaged-" + Stamp();
     fs::path name = base;
-    for (int count = 2; fs::exists(name); ++count)
+    for (int count = 2; fs::exists(name) || fs::exists(name.string() + "-wal"); ++count)
         name = base + "-" + std::to_string(count);
     return name;
+}
+
+/// A log whose database is gone may hold all of it, but SQLite looks for it behind the first page alone.
+void MakeRoomForLog(const fs::path& copy) {
+    constexpr std::uintmax_t kPage = 4096;
+    const bool isEmpty = !fs::exists(copy) || fs::file_size(copy) == 0;
+    if (!isEmpty || !fs::exists(copy.string() + "-wal"))
+        return;
+    if (!fs::exists(copy))
+        durable::MakePrivate(copy);
+    fs::resize_file(copy, kPage);
 }
 
 /// Takes the rows of one query one by one, as far as they can be read; gives how many.
@@ -239,7 +250,8 @@ std::vector<std::string> StateDatabase::Recover(const std::filesystem::path& fol
         PutInPlace(folder);
         return {"The recovery that was interrupted has been ended."};
     }
-    if (!fs::exists(file) || IsSound(folder))
+    const bool isThere = fs::exists(file) || fs::exists(file.string() + "-wal");
+    if ((!isThere && !fs::exists(folder / kMadeName)) || IsSound(folder))
         return {};
     const fs::path aside = FreeName(file);
     CopyWithCompanions(file, aside);
@@ -248,7 +260,10 @@ std::vector<std::string> StateDatabase::Recover(const std::filesystem::path& fol
     const fs::path copy = file.string() + ".recovering";
     RemoveWithCompanions(copy);
     CopyWithCompanions(file, copy);
-    std::vector<std::string> lines{"The damaged database has been set aside as " + aside.string() + "."};
+    MakeRoomForLog(copy);
+    std::vector<std::string> lines{isThere
+                                       ? "The damaged database has been set aside as " + aside.string() + "."
+                                       : "There was no database any more."};
     Fill(folder, copy, lines);
     PutInPlace(folder);
     RemoveWithCompanions(copy);

@@ -5,7 +5,11 @@
 namespace controller {
 
 bool SqliteError::IsDamage() const noexcept {
-    return m_code == SQLITE_CORRUPT || m_code == SQLITE_NOTADB;
+    return m_code == SQLITE_CORRUPT || m_code == SQLITE_NOTADB || m_code == SQLITE_ERROR;
+}
+
+bool SqliteError::IsReadOnly() const noexcept {
+    return m_code == SQLITE_READONLY || m_code == SQLITE_CANTOPEN || m_code == SQLITE_PERM;
 }
 
 Sqlite::Sqlite(const std::string& file) {
@@ -20,6 +24,10 @@ Sqlite::Sqlite(const std::string& file) {
 
 Sqlite::~Sqlite() {
     sqlite3_close_v2(m_handle);
+}
+
+bool Sqlite::IsReadOnly() const noexcept {
+    return sqlite3_db_readonly(m_handle, "main") == 1;
 }
 
 void Sqlite::Execute(const std::string& statements) {

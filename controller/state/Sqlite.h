@@ -15,8 +15,11 @@ class SqliteError : public std::runtime_error {
 public:
     SqliteError(int code, const std::string& text) : std::runtime_error(text), m_code(code) {}
 
-    /// Whether the file itself is damaged, or is no database.
+    /// Whether the file itself is damaged, is no database, or has not the tables that it should have.
     [[nodiscard]] bool IsDamage() const noexcept;
+
+    /// Whether this user may not write it, or what SQLite keeps beside it.
+    [[nodiscard]] bool IsReadOnly() const noexcept;
 
 private:
     int m_code;
@@ -33,6 +36,9 @@ public:
 
     /// Runs statements that give no rows. Throws `SqliteError`.
     void Execute(const std::string& statements);
+
+    /// SQLite opens what this user may not write, all the same.
+    [[nodiscard]] bool IsReadOnly() const noexcept;
 
     [[nodiscard]] sqlite3* Handle() const noexcept { return m_handle; }
 

@@ -58,11 +58,14 @@ public:
     static constexpr const char* kFileName = "controller.db";
     /// A recovery puts this file in the place of the other one; it is there only when that was interrupted.
     static constexpr const char* kRecoveredName = "controller.db.recovered";
+    /// Stands beside a database that has been made, so that a missing one is not taken for a fresh start.
+    static constexpr const char* kMadeName = "controller.db.made";
     /// As many played announcements are remembered.
     static constexpr int kHistory = 10000;
 
-    /// Opens the database in the folder, makes it when it is missing, and checks it. One of a former version
-    /// is taken over at once; a copy stays beside it, as `controller.db.schema-N`. Throws `UnusableDatabase`.
+    /// Opens the database in the folder, makes it when there has never been one, and checks it. One of a
+    /// former version is taken over at once; a copy stays beside it, as `controller.db.schema-N`. Throws
+    /// `UnusableDatabase`.
     explicit StateDatabase(const std::filesystem::path& folder, const std::string& name = kFileName);
 
     /// Fills a new database with what can still be read, sets the folder's own aside under another name and
@@ -95,9 +98,12 @@ public:
 
 private:
     void ReadRooms(StoredState& state);
+    void Begin(bool isFolders);
     void Open();
     void CheckVersion() const;
-    void Make();
+    void CheckTables() const;
+    void Make() const;
+    [[nodiscard]] StoredState ReadAll();
     void Migrate(std::int64_t version);
     void KeepCopy(std::int64_t version);
     [[noreturn]] void ThrowDamaged(const std::string& why) const;

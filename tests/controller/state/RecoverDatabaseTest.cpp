@@ -32,6 +32,7 @@ protected:
 
     void Fill() const {
         std::filesystem::remove(File());
+        std::filesystem::remove(m_folder.Path() / StateDatabase::kMadeName);
         StateDatabase database(m_folder.Path());
         database.Together([](StateDatabase& together) {
             for (int id = 1; id <= kCount; ++id)

@@ -237,7 +237,7 @@ TEST_F(SystemTest, ADamagedDatabaseStopsTheStartAndRecoverGoesOn) {
     std::filesystem::create_directories(DataFolderPath());
     m_folder.Write("data/controller.db", std::string(8192, 'x'));
     ControllerProcess stopped(Serving({HouseFile()}));
-    EXPECT_EQ(stopped.WaitForEnd(), 1);
+    EXPECT_EQ(stopped.WaitForEnd(), 3);
     EXPECT_NE(stopped.Output().find("--recover"), std::string::npos) << stopped.Output();
     ControllerProcess recovered(Serving({HouseFile(), "--recover"}));
     recovered.CloseInput();
@@ -252,7 +252,7 @@ TEST_F(SystemTest, AStateThatTheAgentCannotTakeStopsTheStart) {
         database.KeepAnnouncements();
     }
     ControllerProcess controller(Serving({HouseFile()}));
-    EXPECT_EQ(controller.WaitForEnd(), 1);
+    EXPECT_EQ(controller.WaitForEnd(), 3);
     EXPECT_NE(controller.Output().find("cannot be used: the saved state is not XML"), std::string::npos)
         << controller.Output();
 }
