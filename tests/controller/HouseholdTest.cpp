@@ -80,6 +80,23 @@ TEST_F(HouseholdTest, ANewHouseHasWhatItsFileSays) {
     EXPECT_FALSE(parts.isAgentRunning());
 }
 
+TEST_F(HouseholdTest, KilledInMidPlayARoomGoesBackToItsVolumeAlsoWhenItsHighestWasLowered) {
+    struct Case {
+        JournalEntry entry;
+        unsigned volumeAfter;
+    };
+    (void)End(*Open());
+    for (const Case& left : {Case{{12, 30, 90}, 30}, Case{{12, 90, 20}, 80}, Case{{12, 5000, 20}, 80}}) {
+        StateDatabase(m_folder.Path() / "data").WriteRoom({12, *left.entry.volumeSet, left.entry});
+        const auto household = Open();
+        EXPECT_EQ(household->Parts().volumes.Volume(12), left.volumeAfter);
+        (void)End(*household);
+        const StoredState state = StateDatabase(m_folder.Path() / "data").Read();
+        EXPECT_TRUE(state.journal.empty());
+        EXPECT_EQ(state.volumes.at(12), left.volumeAfter);
+    }
+}
+
 TEST_F(HouseholdTest, WhatWasSetIsThereAtTheNextStart) {
     {
         const auto household = Open();
