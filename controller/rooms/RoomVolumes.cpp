@@ -19,10 +19,11 @@ RoomVolumes::RoomVolumes(const std::vector<Room>& rooms, Parts parts)
     : m_parts(std::move(parts))
     , m_writeSoon(m_parts.driver, "the volumes of rooms for the disk")
     , m_patience(m_parts.driver, "volumes that wait for the disk") {
-    for (Room room : rooms) {
-        const unsigned left = std::exchange(room.volume, std::min(room.volume, room.maxVolume));
-        m_parts.apply(room.id, room.volume);
-        m_rooms.emplace(room.id, State{std::move(room), left, std::nullopt});
+    for (const Room& room : rooms) {
+        const auto place = m_rooms.emplace(room.id, State{room, room.volume, std::nullopt}).first;
+        unsigned& volume = place->second.room.volume;
+        volume = std::min(volume, room.maxVolume);
+        m_parts.apply(room.id, volume);
     }
 }
 
@@ -58,8 +59,9 @@ void RoomVolumes::Take(std::uint32_t room) {
     if (state == nullptr)
         return;
     if (!state->taken) {
-        state->taken.emplace();
-        state->taken->volumeBefore = state->room.volume;
+        Taken taken;
+        taken.volumeBefore = state->room.volume;
+        state->taken = taken;
         Keep(*state);
     }
     state->taken->isChangedMeanwhile = false;

@@ -53,6 +53,7 @@ void TestSoundServer::Start() {
         "PULSE_STATE_PATH=" + m_folder, "DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"};
     const auto pointers = [](const std::vector<std::string>& texts) {
         std::vector<char*> result;
+        result.reserve(texts.size() + 1);
         for (const std::string& text : texts)
             result.push_back(const_cast<char*>(text.c_str())); // NOLINT(*-const-cast): posix_spawn's type
         result.push_back(nullptr);
