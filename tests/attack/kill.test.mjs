@@ -1,6 +1,8 @@
 // Several write, announcements play, and the program is killed, ended, stopped at random moments: what it has
 // acknowledged is there at the next start. ROUNDS=700 for a longer run.
 import assert from 'node:assert/strict';
+import { readdirSync } from 'node:fs';
+import { join } from 'node:path';
 import { test } from 'node:test';
 import { House } from '../system/harness/house.mjs';
 import { clip, rate } from '../system/harness/sounds.mjs';
@@ -67,6 +69,13 @@ async function check(house, all) {
     [1, 2].map((id) => settings.volumes.get(id)),
     [40, 40],
     "a room was left at an announcement's volume",
+  );
+  const files = readdirSync(join(house.folder, 'media'));
+  const isSound = (name) => name === 'clip.wav' || /^sound-\d\.wav$/.test(name);
+  assert.deepEqual(
+    files.filter((name) => !isSound(name)),
+    [],
+    'left behind by uploads and tests',
   );
 }
 

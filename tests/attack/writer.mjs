@@ -24,7 +24,7 @@ export class Writer {
 
   // Changes one thing after the other until the house does not answer any more.
   async work() {
-    const kinds = [this.#replace, this.#remove, this.#set, this.#turn, this.#upload, this.#play];
+    const kinds = [this.#replace, this.#remove, this.#set, this.#turn, this.#upload, this.#play, this.#test];
     const more = [...kinds, this.#add, this.#add, this.#addAsTheAgentDoes];
     for (;;) await this.random.one(this.#announcements.size < most ? more : kinds).call(this);
   }
@@ -134,6 +134,12 @@ export class Writer {
     if (id === undefined) return;
     const { status, text } = await this.house.ask('POST', `/api/announcements/${id}/play`);
     assert.equal(status, 202, text);
+  }
+
+  // What a test plays is forgotten with it; while something plays there is none.
+  async #test() {
+    const { status, text } = await this.house.ask('POST', `/api/rooms/${this.room}/test`);
+    assert.ok(status === 202 || status === 409, `${status} ${text}`);
   }
 
   // Holds what the house has after a start against what it has acknowledged to this writer.
