@@ -2,7 +2,9 @@
 
 #include "controller/Controller.h"
 #include "controller/ModuleFile.h"
+#include "controller/api/MissingTargets.h"
 #include "controller/api/OpenApi.h"
+#include "controller/driver/Text.h"
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
 #include "controller/house/TokenCommand.h"
@@ -82,9 +84,25 @@ void RunController(const Arguments& arguments) {
 
 void Check(const fs::path& file) {
     const House house = ReadHouseFile(file);
-    std::cout << file.string() << ": " << house.name << " is in order (" << house.rooms.size() << " rooms, "
-              << house.navigators.size() << " navigators, " << house.variables.size() << " variables, "
-              << house.tokens.size() << " tokens)\n";
+    std::cout << file.string() << ": " << house.name << " is in order ("
+              << CountOf(house.rooms.size(), "room") << ", " << CountOf(house.navigators.size(), "navigator")
+              << ", " << CountOf(house.variables.size(), "variable") << ", "
+              << CountOf(house.tokens.size(), "token") << ")\n";
+}
+
+/// What is imported may come from another house, or from before this one was changed.
+void TellMissing(const AnnouncementRows& rows, const House& house) {
+    for (const AnnouncementRow& row : rows) {
+        const std::string missing = missing_targets::ListedIn(row, house);
+        if (!missing.empty())
+            std::cerr << "announcement " << row.key << " names what this house does not have: " << missing
+                      << '\n';
+    }
+}
+
+void Import(const Arguments& arguments) {
+    const House house = ReadHouseFile(arguments.house);
+    TellMissing(maintenance::Import(house.dataFolder, arguments.file), house);
 }
 
 void Init(const fs::path& folder) {
@@ -129,8 +147,7 @@ void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     CLI::App* importing = app.add_subcommand("import", "Replace the announcements by those of an XML text");
     importing->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     importing->add_option("file", arguments.file)->required()->option_text("FILE");
-    importing->callback(
-        [&arguments] { maintenance::Import(ReadHouseFile(arguments.house).dataFolder, arguments.file); });
+    importing->callback([&arguments] { Import(arguments); });
     app.add_subcommand("openapi", "Print the description of the API, as OpenAPI")->callback([] {
         std::cout << DescribeAsOpenApi(Operations());
     });

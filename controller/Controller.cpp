@@ -14,10 +14,6 @@ namespace {
 /// So long an orderly end may take before the program ends anyway.
 constexpr std::chrono::seconds kPatience{8};
 
-std::string CountOf(std::size_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 } // namespace
 
 Controller::Controller(House house, Options options, Log& log)

@@ -32,7 +32,8 @@ ExitStatus Rehearse(Session& session) {
         // What the agent says beside it is for those who mend it; JSON has it.
         if (what == "log" && entry.at("level") != "error")
             continue;
-        const bool isTrouble = what == "log";
+        const bool isTrouble =
+            what == "log" || what == "room_missing" || what == "screen_missing" || what == "sound_missing";
         table.Add({{ClockText(entry.at("at_ms")), Style::Dim},
                    {event_text::Phrase(what, entry, session.house), isTrouble ? Style::Bad : Style::Plain}});
     }

@@ -5,6 +5,10 @@
 #include "announce/commands/Handlers.h"
 #include "announce/commands/TextFile.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace handlers {
 namespace {
 
@@ -35,6 +39,41 @@ Json Carry(ApiClient& client, const ImportPlan::Change& change) {
                       "\": " + failure.what() + "; " + std::to_string(done) + " of " +
                       std::to_string(plan.changes.size()) + " are imported",
                   failure.Right());
+}
+
+/// "room 99": those of the list that the house does not have. What is no target at all the controller
+/// refuses.
+void AddMissing(std::vector<std::string>& missing,
+                const Json& announcement,
+                const char* list,
+                const Json& known,
+                const std::string& kind) {
+    for (const Json& target : announcement.value(list, Json::array())) {
+        if (!target.is_object() || !target.contains("id"))
+            continue;
+        const Json& id = target.at("id");
+        const auto isIt = [&id](const Json& one) {
+            return one.at("id") == id;
+        };
+        if (std::none_of(known.begin(), known.end(), isIt))
+            missing.push_back(kind + " " + id.dump());
+    }
+}
+
+/// They are stored all the same: the house may get the room. Nothing is heard or shown there until then.
+void TellMissing(Session& session, const ImportPlan& plan) {
+    for (const ImportPlan::Change& change : plan.changes) {
+        std::vector<std::string> missing;
+        AddMissing(missing, change.announcement, "rooms", session.house.Rooms(), "room");
+        AddMissing(missing, change.announcement, "navigators", session.house.Screens(), "screen");
+        std::string list;
+        for (const std::string& one : missing)
+            list += (list.empty() ? "" : ", ") + one;
+        if (!missing.empty())
+            Tell("\"" + text::Visible(change.announcement.at("name").get<std::string>()) +
+                     "\" names what this house does not have: " + list,
+                 Style::Warning);
+    }
 }
 
 ExitStatus Report(const Session& session, const ImportPlan& plan, const Json& stored) {
@@ -77,6 +116,7 @@ ExitStatus Import(Session& session) {
             Tell(failure, plan, index);
         }
     }
+    TellMissing(session, plan);
     return Report(session, plan, stored);
 }
 

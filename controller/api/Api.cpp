@@ -1,5 +1,6 @@
 #include "controller/api/Api.h"
 
+#include "controller/api/NotFoundPage.h"
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/ParseJson.h"
 #include "controller/api/json/Replies.h"
@@ -13,14 +14,6 @@ namespace {
 
 /// A longer list of announcements is written elsewhere.
 constexpr std::size_t kLongList = 64;
-
-std::vector<std::uint32_t> IdsOf(const std::vector<House::Navigator>& navigators) {
-    std::vector<std::uint32_t> ids;
-    ids.reserve(navigators.size());
-    for (const House::Navigator& navigator : navigators)
-        ids.push_back(navigator.id);
-    return ids;
-}
 
 /// The token of the request; empty without one.
 std::string_view BearerOf(const HttpRequest& request) {
@@ -42,12 +35,12 @@ HttpReply RefusalOf(Access::Verdict verdict) {
     if (verdict == Access::Verdict::Wrong)
         return Unauthorized("this token is unknown", "`announcement-controller token add` makes one");
     if (verdict == Access::Verdict::Busy)
-        return Problem({503,
-                        "too many tokens wait to be looked at",
-                        "to try again in a moment",
-                        {{"Retry-After", "2"}}});
-    return Problem(
-        {429, "too many wrong tokens came from this address", "to wait a minute", {{"Retry-After", "60"}}});
+        return Problem(
+            {503, "too many tokens wait to be looked at", "another try in a moment", {{"Retry-After", "2"}}});
+    return Problem({429,
+                    "too many wrong tokens came from this address",
+                    "a right one, in a minute",
+                    {{"Retry-After", "60"}}});
 }
 
 } // namespace
@@ -56,7 +49,7 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     : m_parts(std::move(parts))
     , m_hosts(HostCheck::MachineName(), m_parts.house.address)
     , m_router(Operations())
-    , m_pages(findAsset, IdsOf(m_parts.house.navigators))
+    , m_pages(findAsset, house_json::IdsOf(m_parts.house.navigators))
     , m_access(m_parts.house.tokens, AccessParts())
     , m_watch(m_parts.feed)
     , m_streams(m_parts.feed, StreamParts())
@@ -119,7 +112,9 @@ void Api::Route(const std::shared_ptr<HttpExchange>& exchange) {
             exchange->Reply(std::move(*page));
             return;
         }
-        if (route.allowed.empty())
+        if (route.allowed.empty() && WantsPage(request))
+            exchange->Reply(NotFoundPage(request, m_parts.house));
+        else if (route.allowed.empty())
             exchange->Reply(Problem({404, "there is nothing at this address", "see GET /api/operations"}));
         else
             exchange->Reply(Problem({405,
@@ -201,7 +196,7 @@ void Api::CheckBody(const Wanted& wanted) {
                            std::string(media_name::TypeOf(wanted.call->Text("name"))) +
                                ", or application/octet-stream");
         if (*m_context.uploads >= kMaxUploads)
-            throw ApiError(503, "other files are being stored", "to try again in a moment");
+            throw ApiError(503, "other files are being stored", "another try in a moment");
         // Given back when the call is over, however it ends.
         wanted.call->holds = CountIn(m_context.uploads);
         wanted.call->Exchange().ReadBody(MediaShelf::kMaxFile, std::chrono::seconds(60),

@@ -30,6 +30,8 @@ std::string ValueOf(const CmdMessage& message, const std::string& name) {
 /// Turns the agent's calls into what a person would see and hear of them.
 class TimelineSink final : public TraceSink {
 public:
+    explicit TimelineSink(const Order& order) : m_order(order) {}
+
     [[nodiscard]] bool IsEnded() const noexcept { return m_end.has_value(); }
     [[nodiscard]] std::uint64_t End() const noexcept { return m_end.value_or(m_last); }
 
@@ -59,10 +61,10 @@ public:
 
     void CalledBack(VirtualTime now, std::string_view operation) override {
         LookForEnd(now);
-        if (operation == "AudioAnnouncementComplete")
-            Add(now, "sound_ended");
-        else
+        if (operation != "AudioAnnouncementComplete")
             Add(now, "stream_ready");
+        else if (m_order.soundTrouble.empty())
+            Add(now, "sound_ended");
     }
 
     void Called(VirtualTime now, const HostCall& call) override {
@@ -113,12 +115,20 @@ private:
         return kWriters;
     }
 
+    static bool IsIn(const std::vector<std::uint32_t>& ids, std::int64_t id) {
+        return std::find(ids.begin(), ids.end(), id) != ids.end();
+    }
+
     static std::int64_t Number(const Arguments& arguments, std::size_t index) {
         return std::get<std::int64_t>(arguments[index]);
     }
 
     void Started(VirtualTime now, const Arguments& arguments) {
         Add(now, "started").announcement = Number(arguments, 0);
+        for (const Announcement::Room& room : m_order.announcement.rooms) {
+            if (!IsIn(m_order.rooms, room.id))
+                Add(now, "room_missing").room = room.id;
+        }
     }
     void RoomSetUp(VirtualTime now, const Arguments& arguments) {
         Add(now, "room_set_up").room = Number(arguments, 0);
@@ -141,33 +151,45 @@ private:
     void StreamClosed(VirtualTime now, const Arguments& /*arguments*/) { Add(now, "stream_closed"); }
 
     void SoundStarted(VirtualTime now, const Arguments& arguments) {
-        Add(now, "sound_started").file = media_name::SoundOf(std::get<std::string_view>(arguments[0]));
+        const bool isHeard = m_order.soundTrouble.empty();
+        Moment& moment = Add(now, isHeard ? "sound_started" : "sound_missing");
+        moment.file = media_name::SoundOf(std::get<std::string_view>(arguments[0]));
+        if (!isHeard)
+            moment.text = m_order.soundTrouble;
     }
 
     void CommandSent(VirtualTime now, const Arguments& arguments) {
         const auto* const message = std::get<const CmdMessage*>(arguments[1]);
         if (message == nullptr)
             return;
-        if (message->GetName() == "HIDE_POPUP") {
+        const bool isThere = IsIn(m_order.navigators, Number(arguments, 0));
+        if (message->GetName() == "HIDE_POPUP" && isThere) {
             m_popupEnds.erase(Number(arguments, 0));
             Add(now, "popup_hidden").navigator = Number(arguments, 0);
         }
         if (message->GetName() != "SHOW_POPUP")
             return;
-        const std::uint64_t duration = message->GetParamAsULong("DELAY");
+        if (isThere)
+            PopupShown(now, Number(arguments, 0), *message);
+        else
+            Add(now, "screen_missing").navigator = Number(arguments, 0);
+    }
+
+    void PopupShown(VirtualTime now, std::int64_t navigator, const CmdMessage& message) {
+        const std::uint64_t duration = message.GetParamAsULong("DELAY");
         // The screens keep the time of a popup themselves: the agent says no word at its end.
-        m_popupEnds[Number(arguments, 0)] = now.count() + (duration != 0 ? duration : kStandingPopup);
+        m_popupEnds[navigator] = now.count() + (duration != 0 ? duration : kStandingPopup);
         Moment& shown = Add(now, "popup_shown");
-        shown.navigator = Number(arguments, 0);
-        for (const auto& parameter : message->GetParameters()) {
+        shown.navigator = navigator;
+        for (const auto& parameter : message.GetParameters()) {
             if (parameter.name == "MESSAGE" && parameter.isVariable)
                 shown.variable = view::FollowedVariable{parameter.deviceId, parameter.variableId};
             else if (parameter.name == "MESSAGE")
                 shown.message = parameter.value;
         }
-        shown.image = ValueOf(*message, "IMGURL");
+        shown.image = ValueOf(message, "IMGURL");
         shown.durationMs = duration;
-        shown.hasOkButton = ValueOf(*message, "SHOWOK") == "true";
+        shown.hasOkButton = ValueOf(message, "SHOWOK") == "true";
     }
 
     void Logged(VirtualTime now, const Arguments& arguments) {
@@ -192,6 +214,7 @@ private:
         return moment;
     }
 
+    const Order& m_order;
     std::vector<Moment> m_moments;
     Moment m_unlisted;
     std::map<std::int64_t, std::uint64_t> m_popupEnds; ///< by navigator, of those that nobody has hidden
@@ -217,11 +240,12 @@ Step InitializeStep(const Order& order) {
 
 view::Rehearsal Run(const std::string& moduleFile, const Order& order) {
     const DriverModule module(moduleFile);
-    TimelineSink sink;
+    TimelineSink sink(order);
     Rehearsal rehearsal([&module](IInstanceManager& instances) { return module.Create(instances); }, sink,
                         false);
     Step host = Step::Plain(StepKind::Host);
     host.host.streamReadyAfter = std::optional(VirtualTime(order.streamReadyMs));
+    host.host.rooms = std::optional(order.rooms);
     host.host.playDoneAfter = std::optional(VirtualTime(order.soundMs));
     DoStep(rehearsal, host);
     DoStep(rehearsal, Step::Plain(StepKind::Create));

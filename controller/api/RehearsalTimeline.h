@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// What playing an announcement would do: the real agent plays it on a virtual host, and nothing is heard or
 /// shown.
@@ -16,8 +17,11 @@ constexpr std::size_t kMaxEntries = 10'000;
 
 struct Order {
     Announcement announcement;
-    std::uint64_t streamReadyMs = 0; ///< how long the stream takes to be ready
-    std::uint64_t soundMs = 0;       ///< how long the sound lasts
+    std::uint64_t streamReadyMs = 0;       ///< how long the stream takes to be ready
+    std::uint64_t soundMs = 0;             ///< how long the sound lasts
+    std::string soundTrouble;              ///< why it cannot be heard; empty when it can
+    std::vector<std::uint32_t> rooms;      ///< those that the house has
+    std::vector<std::uint32_t> navigators; ///< likewise
 };
 
 /// Runs the module's agent; any thread. Throws `std::runtime_error` when the module cannot be loaded.

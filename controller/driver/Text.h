@@ -34,4 +34,9 @@ template <class Number>
 /// The same for each line of the text.
 [[nodiscard]] std::string PlainLines(std::string_view text);
 
+/// "1 room", "2 rooms".
+[[nodiscard]] inline std::string CountOf(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 } // namespace controller

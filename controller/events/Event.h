@@ -122,6 +122,15 @@ struct VariableChanged {
     std::string value;
 };
 
+/// Somebody has brought a file into the media folder, under a new name or in another's place; or has deleted
+/// one.
+struct MediaStored {
+    std::string name;
+};
+struct MediaRemoved {
+    std::string name;
+};
+
 /// The agent's state stands on the disk; or could not be written, is kept in memory and will be tried again.
 struct StateSaved {};
 struct StateNotSaved {
@@ -153,6 +162,8 @@ using EventData = std::variant<events::PlayAsked,
                                events::PopupHidden,
                                events::PagesChanged,
                                events::VariableChanged,
+                               events::MediaStored,
+                               events::MediaRemoved,
                                events::StateSaved,
                                events::StateNotSaved,
                                events::LogLine>;

@@ -25,12 +25,14 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
     std::cout << "wrote " << file.string() << '\n';
 }
 
-void maintenance::Import(const std::filesystem::path& dataFolder, const std::filesystem::path& file) {
-    const AnnouncementRows rows = state_text::Read(file);
+AnnouncementRows maintenance::Import(const std::filesystem::path& dataFolder,
+                                     const std::filesystem::path& file) {
+    AnnouncementRows rows = state_text::Read(file);
     const DataFolder folder(dataFolder);
     StateDatabase database(dataFolder);
     database.Together([&](StateDatabase& together) { together.ReplaceAnnouncements(rows); });
     std::cout << "imported " << file.string() << '\n';
+    return rows;
 }
 
 } // namespace controller

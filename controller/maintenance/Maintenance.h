@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controller/state/AnnouncementRow.h"
+
 #include <filesystem>
 
 /// The announcements of a house as a text. Everything throws `std::runtime_error`, which says what is wrong;
@@ -11,7 +13,7 @@ namespace controller::maintenance {
 void Export(const std::filesystem::path& dataFolder, const std::filesystem::path& file);
 
 /// Puts the announcements of an XML text in place of those that are stored. The controller must not be
-/// running.
-void Import(const std::filesystem::path& dataFolder, const std::filesystem::path& file);
+/// running. Gives them.
+AnnouncementRows Import(const std::filesystem::path& dataFolder, const std::filesystem::path& file);
 
 } // namespace controller::maintenance

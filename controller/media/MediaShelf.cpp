@@ -203,15 +203,15 @@ void MediaShelf::Remove(const std::string& name) {
         throw MediaError(MediaError::Kind::NoRoom, name + " cannot be removed: " + std::strerror(errno));
 }
 
-std::chrono::milliseconds MediaShelf::LengthOf(const std::string& name) const noexcept {
+MediaShelf::Length MediaShelf::LengthOf(const std::string& sound) const {
     try {
-        return media_name::KindOf(name) == media_name::Kind::Sound
-                   ? audio::SoundFile(
-                         audio::MediaFolder(m_folder).Find(audio::MediaFolder::kPrefix + name).string())
-                         .Duration()
-                   : std::chrono::milliseconds{0};
-    } catch (const std::exception&) {
-        return {}; // a rehearsal goes on without a sound, as the agent does
+        const audio::MediaFolder folder(m_folder);
+        const std::string path = audio::MediaFolder::kPrefix + sound + ".wav";
+        return {audio::SoundFile(folder.Find(path).string()).Duration(), ""};
+    } catch (const audio::UnknownSoundFormat&) {
+        return {}; // a plug-in may play it, and only then tells its length
+    } catch (const std::exception& error) {
+        return {{}, error.what()};
     }
 }
 

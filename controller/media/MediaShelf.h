@@ -84,8 +84,13 @@ public:
 
     void Remove(const std::string& name);
 
-    /// How long a sound lasts; 0 when there is none under the name, or it cannot be played.
-    [[nodiscard]] std::chrono::milliseconds LengthOf(const std::string& name) const noexcept;
+    struct Length {
+        std::chrono::milliseconds length{0};
+        std::string trouble; ///< why nothing is heard; empty when it is
+    };
+
+    /// How long a sound lasts that announcements name like this; found as it is when it is played.
+    [[nodiscard]] Length LengthOf(const std::string& sound) const;
 
 private:
     const std::filesystem::path m_folder;

@@ -1,10 +1,12 @@
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/announcements/RawRequest.h"
 #include "controller/api/ApiContext.h"
+#include "controller/api/MissingTargets.h"
 #include "controller/api/RehearsalTimeline.h"
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/HouseJson.h"
 #include "controller/api/json/HouseViews.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
@@ -39,7 +41,7 @@ AnnouncementPointer Required(ApiContext& context, std::uint32_t id) {
     return announcement;
 }
 
-void ReplyShown(Call call, unsigned status, const Announcement& announcement) {
+HttpReply Shown(unsigned status, const Announcement& announcement) {
     HttpReply reply;
     reply.status = status;
     reply.contentType = "application/json";
@@ -47,7 +49,7 @@ void ReplyShown(Call call, unsigned status, const Announcement& announcement) {
         reply.headers.emplace_back("Location", "/api/announcements/" + IdText(announcement.id));
     reply.headers.emplace_back("ETag", announcement.tag);
     reply.body = announcement_json::ToText(announcement);
-    call->Reply(std::move(reply));
+    return reply;
 }
 
 /// Throws 412 when the request is meant for another state of the announcement than this one.
@@ -87,11 +89,16 @@ Announcements::Done AnswerNothing(Call call) {
     return AnswerWith(call, [call](const Outcome& /*outcome*/) { call->ReplyNothing(); });
 }
 
-Announcements::Done AnswerShown(Call call, unsigned status) {
-    return AnswerWith(call, [call, status](const Outcome& outcome) {
+/// The announcement as it is now stored, and what it names that the house does not have.
+Announcements::Done AnswerStored(ApiContext& context, Call call, unsigned status) {
+    return AnswerWith(call, [&context, call, status](const Outcome& outcome) {
         if (!outcome.announcement)
             throw ApiError(404, "the announcement has been removed meanwhile");
-        ReplyShown(call, status, *outcome.announcement);
+        HttpReply reply = Shown(status, *outcome.announcement);
+        const std::string missing = missing_targets::ListedIn(*outcome.announcement, context.parts.house);
+        if (!missing.empty())
+            reply.headers.emplace_back("Announcement-Missing", missing);
+        call->Reply(std::move(reply));
     });
 }
 
@@ -109,11 +116,12 @@ void ListAnnouncements(ApiContext& context, Call call) {
 }
 
 void GetAnnouncement(ApiContext& context, Call call) {
-    ReplyShown(call, 200, *Required(context, call->Id("id")));
+    call->Reply(Shown(200, *Required(context, call->Id("id"))));
 }
 
 void AddAnnouncement(ApiContext& context, Call call) {
-    context.parts.announcements.Add(announcement_json::Read(*call->json, 0), AnswerShown(call, 201));
+    context.parts.announcements.Add(announcement_json::Read(*call->json, 0),
+                                    AnswerStored(context, call, 201));
 }
 
 void ReplaceAnnouncement(ApiContext& context, Call call) {
@@ -124,7 +132,7 @@ void ReplaceAnnouncement(ApiContext& context, Call call) {
     // Who knows nothing of tags takes none away.
     if (!call->json->contains("tags"))
         announcement.house = present->house;
-    context.parts.announcements.Replace(announcement, AnswerShown(call, 200));
+    context.parts.announcements.Replace(announcement, AnswerStored(context, call, 200));
 }
 
 void RemoveAnnouncement(ApiContext& context, Call call) {
@@ -223,8 +231,11 @@ void SendRequest(ApiContext& context, Call call) {
 
 namespace {
 
-std::uint64_t LengthOf(ApiContext& context, const std::string& sound) {
-    return static_cast<std::uint64_t>(context.media.LengthOf(sound + ".wav").count());
+/// As long as the sound's file, or not at all; looks into the file system.
+void TakeSound(const MediaShelf& media, rehearsal_timeline::Order& order) {
+    const MediaShelf::Length found = media.LengthOf(order.announcement.audio.file);
+    order.soundMs = static_cast<std::uint64_t>(found.length.count());
+    order.soundTrouble = found.trouble;
 }
 
 } // namespace
@@ -239,14 +250,19 @@ void Rehearse(ApiContext& context, Call call) {
         order.announcement = *Required(context, wanted.announcement.id);
     }
     order.streamReadyMs = wanted.streamReadyMs;
+    order.rooms = house_json::IdsOf(context.parts.house.rooms);
+    order.navigators = house_json::IdsOf(context.parts.house.navigators);
     if (*context.rehearsals >= kMaxRehearsals)
-        throw ApiError(503, "other rehearsals are under way", "to try again in a moment");
+        throw ApiError(503, "other rehearsals are under way", "another try in a moment");
     const auto running = CountIn(context.rehearsals);
     Elsewhere(
         context, call,
         [&context, order, soundMs = wanted.soundMs] {
             auto timed = order;
-            timed.soundMs = soundMs ? *soundMs : LengthOf(context, order.announcement.audio.file);
+            if (soundMs)
+                timed.soundMs = *soundMs;
+            else
+                TakeSound(context.media, timed);
             return rehearsal_timeline::Run(context.parts.moduleFile, timed);
         },
         [call, running](const view::Rehearsal& rehearsed) { call->Reply(200, rehearsed); });

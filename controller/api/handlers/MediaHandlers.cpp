@@ -22,7 +22,8 @@ std::vector<view::User> UsersOf(const Announcements::List& announcements, const 
 HttpReply InUse(const std::string& name, std::vector<view::User> users) {
     const std::string detail = name + " is used by " + std::to_string(users.size()) +
                                (users.size() == 1 ? " announcement" : " announcements");
-    return Problem({409, detail, "to change or delete what stands in users first"}, std::move(users));
+    return Problem({409, detail, "a file that nobody uses: change or delete what stands in users first"},
+                   std::move(users));
 }
 
 std::string RequiredName(Call call) {
@@ -47,7 +48,8 @@ void PutMedia(ApiContext& context, Call call) {
         throw ApiError(422, "the body is empty", "the file itself");
     Elsewhere(
         context, call, [&context, name, content] { return context.media.Store(name, *content); },
-        [call](const MediaShelf::Stored& stored) {
+        [&context, call, name](const MediaShelf::Stored& stored) {
+            context.parts.feed.Publish(events::MediaStored{name});
             call->Reply(stored.isNew ? 201 : 200, stored.description);
         });
 }
@@ -83,7 +85,11 @@ void RemoveMedia(ApiContext& context, Call call) {
             reply.status = 204;
             return reply;
         },
-        [call](const HttpReply& reply) { call->Reply(reply); });
+        [&context, call, name](const HttpReply& reply) {
+            if (reply.status == 204)
+                context.parts.feed.Publish(events::MediaRemoved{name});
+            call->Reply(reply);
+        });
 }
 
 } // namespace controller::handlers

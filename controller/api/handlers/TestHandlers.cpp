@@ -17,7 +17,7 @@ constexpr std::uint32_t kPopupMilliseconds = 8000;
 
 void RefuseWhilePlaying(ApiContext& context) {
     if (context.watch.Current())
-        throw ApiError(409, "an announcement is playing", "to try again when it is over");
+        throw ApiError(409, "an announcement is playing", "another try when it is over");
 }
 
 /// Forgets the announcement, which plays on, and answers.
@@ -29,7 +29,7 @@ void Forget(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer&
             agent_reply::Require(played);
             agent_reply::Require(removed.answer);
             if (!isPlaying)
-                throw ApiError(409, "an announcement has begun meanwhile", "to try again when it is over");
+                throw ApiError(409, "an announcement has begun meanwhile", "another try when it is over");
             call->Reply(202, view::Played{id, "playing"});
         });
     });

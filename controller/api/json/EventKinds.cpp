@@ -160,6 +160,8 @@ void AddOthers(KindList& list) {
     list.Add<VariableChanged>("variable_changed", {Data<&VariableChanged::device>("device").AsId(),
                                                    Data<&VariableChanged::variable>("variable").AsId(),
                                                    Data<&VariableChanged::value>("value")});
+    list.Add<MediaStored>("media_stored", {Data<&MediaStored::name>("name")});
+    list.Add<MediaRemoved>("media_removed", {Data<&MediaRemoved::name>("name")});
     list.Add<StateSaved>("state_saved", {});
     list.Add<StateNotSaved>("state_not_saved", {Data<&StateNotSaved::reason>("reason")});
     list.Add<LogLine>("log",

@@ -34,4 +34,14 @@ namespace controller::house_json {
 [[nodiscard]] const House::Room& RequiredRoom(const ApiContext& context, std::uint32_t id);
 [[nodiscard]] const House::Navigator& RequiredNavigator(const ApiContext& context, std::uint32_t id);
 
+/// Of rooms or navigators.
+template <class Known>
+[[nodiscard]] std::vector<std::uint32_t> IdsOf(const std::vector<Known>& known) {
+    std::vector<std::uint32_t> ids;
+    ids.reserve(known.size());
+    for (const Known& one : known)
+        ids.push_back(one.id);
+    return ids;
+}
+
 } // namespace controller::house_json

@@ -84,24 +84,25 @@ Object FollowedVariable::Table() {
 }
 
 Object Moment::Table() {
-    return {"Moment",
-            {Member<&Moment::atMs>("at_ms"),
-             Member<&Moment::what>("what").OneOf(
-                 {"started", "ended", "room_set_up", "room_restored", "screens_woken", "screens_rested",
-                  "volume_set", "stream_opened", "stream_ready", "stream_closed", "sound_started",
-                  "sound_ended", "popup_shown", "popup_hidden", "log"}),
-             Member<&Moment::announcement>("announcement").LeftOutWhenEmpty(),
-             Member<&Moment::room>("room").LeftOutWhenEmpty(),
-             Member<&Moment::volume>("volume").LeftOutWhenEmpty(),
-             Member<&Moment::file>("file").LeftOutWhenEmpty(),
-             Member<&Moment::navigator>("navigator").LeftOutWhenEmpty(),
-             Member<&Moment::variable>("variable").LeftOutWhenEmpty(),
-             Member<&Moment::message>("message").LeftOutWhenEmpty(),
-             Member<&Moment::image>("image").LeftOutWhenEmpty(),
-             Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
-             Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
-             Member<&Moment::level>("level").LeftOutWhenEmpty(),
-             Member<&Moment::text>("text").LeftOutWhenEmpty()}};
+    return {
+        "Moment",
+        {Member<&Moment::atMs>("at_ms"),
+         Member<&Moment::what>("what").OneOf(
+             {"started", "ended", "room_set_up", "room_restored", "screens_woken", "screens_rested",
+              "volume_set", "stream_opened", "stream_ready", "stream_closed", "sound_started", "sound_ended",
+              "popup_shown", "popup_hidden", "room_missing", "screen_missing", "sound_missing", "log"}),
+         Member<&Moment::announcement>("announcement").LeftOutWhenEmpty(),
+         Member<&Moment::room>("room").LeftOutWhenEmpty(),
+         Member<&Moment::volume>("volume").LeftOutWhenEmpty(),
+         Member<&Moment::file>("file").LeftOutWhenEmpty(),
+         Member<&Moment::navigator>("navigator").LeftOutWhenEmpty(),
+         Member<&Moment::variable>("variable").LeftOutWhenEmpty(),
+         Member<&Moment::message>("message").LeftOutWhenEmpty(),
+         Member<&Moment::image>("image").LeftOutWhenEmpty(),
+         Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
+         Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
+         Member<&Moment::level>("level").LeftOutWhenEmpty(),
+         Member<&Moment::text>("text").LeftOutWhenEmpty()}};
 }
 
 Object Rehearsal::Table() {

@@ -44,6 +44,8 @@ rehearsal_timeline::Order OrderOf(const Announcement& announcement) {
     order.announcement.id = 7;
     order.streamReadyMs = 200;
     order.soundMs = 900;
+    order.rooms = {1};
+    order.navigators = {11};
     return order;
 }
 
@@ -82,6 +84,33 @@ TEST(RehearsalTimelineTest, SoundAndPopupRunSideBySideAndTheEndIsThatOfTheLaterO
                   "2100 sound_ended",
                   "4100 room_restored room 1",
                   "4100 stream_closed",
+                  "6000 screens_rested room 1",
+                  "6000 popup_hidden navigator 11",
+                  "6000 ended announcement 7",
+              }));
+}
+
+TEST(RehearsalTimelineTest, WhatIsNotThereIsNeitherHeardNorSeenAndIsSaid) {
+    Announcement announcement = Supper();
+    announcement.rooms.push_back({99, 20});
+    announcement.navigators.push_back({98, 1, true});
+    auto order = OrderOf(announcement);
+    order.soundMs = 0;
+    order.soundTrouble = "it is gone";
+    EXPECT_EQ(Told(Rehearsed(order)),
+              (Texts{
+                  "0 started announcement 7",
+                  "0 room_missing room 99",
+                  "0 stream_opened",
+                  "0 screens_woken room 1",
+                  "0 popup_shown navigator 11 message 'Supper & more' image '' for 6000 ok 1",
+                  "0 screen_missing navigator 98",
+                  "200 stream_ready",
+                  "200 room_set_up room 1",
+                  "1200 volume_set room 1 volume 40",
+                  "1200 sound_missing file 'gong' text 'it is gone'",
+                  "3200 room_restored room 1",
+                  "3200 stream_closed",
                   "6000 screens_rested room 1",
                   "6000 popup_hidden navigator 11",
                   "6000 ended announcement 7",

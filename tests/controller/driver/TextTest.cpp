@@ -58,6 +58,12 @@ TEST(TextTest, WhatIsNoUtf8HidesNothing) {
     EXPECT_EQ(OneLine("\xC3\x1B["), "? [");
 }
 
+TEST(TextTest, OneIsNotMany) {
+    EXPECT_EQ(CountOf(0, "variable"), "0 variables");
+    EXPECT_EQ(CountOf(1, "variable"), "1 variable");
+    EXPECT_EQ(CountOf(2, "variable"), "2 variables");
+}
+
 } // namespace
 
 } // namespace controller

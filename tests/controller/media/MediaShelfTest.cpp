@@ -89,13 +89,30 @@ TEST_F(MediaShelfTest, SoundIsStoredDescribedReadAndRemoved) {
     EXPECT_EQ(stored.description.sound->channels, 1);
     EXPECT_EQ(stored.description.trouble, "");
     EXPECT_EQ(*m_shelf.Read("chime.wav").content, Wav(2));
-    EXPECT_EQ(m_shelf.LengthOf("chime.wav"), 2000ms);
+    EXPECT_EQ(m_shelf.LengthOf("chime").length, 2000ms);
+    EXPECT_EQ(m_shelf.LengthOf("chime").trouble, "");
     EXPECT_FALSE(m_shelf.Store("chime.wav", Wav(1)).isNew);
     EXPECT_EQ(m_shelf.List().size(), 1U);
     m_shelf.Remove("chime.wav");
     EXPECT_EQ(FilesInFolder(), 0U);
     EXPECT_THROW((void)m_shelf.Read("chime.wav"), MediaError);
     EXPECT_THROW(m_shelf.Remove("chime.wav"), MediaError);
+}
+
+TEST_F(MediaShelfTest, LengthOfWhatIsNotHeardIsNoneAndSaysWhy) {
+    const TemporaryFolder outside;
+    std::ofstream(outside.Path() / "real.wav", std::ios::binary) << Wav(2);
+    fs::create_symlink(outside.Path() / "real.wav", m_folder.Path() / "link.wav");
+    std::ofstream(m_folder.Path() / "cut.wav", std::ios::binary) << Wav(2).substr(0, 20000);
+
+    EXPECT_EQ(m_shelf.LengthOf("gone").length, 0ms);
+    EXPECT_EQ(m_shelf.LengthOf("gone").trouble, "there is no sound file \"gone.wav\" in the media folder");
+    EXPECT_EQ(m_shelf.LengthOf("link").length, 0ms);
+    EXPECT_EQ(m_shelf.LengthOf("link").trouble, "\"link.wav\" leads out of the media folder");
+    EXPECT_EQ(m_shelf.LengthOf("../x").length, 0ms);
+    EXPECT_NE(m_shelf.LengthOf("../x").trouble, "");
+    EXPECT_EQ(m_shelf.LengthOf("cut").length, 0ms);
+    EXPECT_NE(m_shelf.LengthOf("cut").trouble, "");
 }
 
 TEST_F(MediaShelfTest, WhatCannotBePlayedIsRefusedAndLeavesNothing) {
@@ -132,9 +149,9 @@ TEST_F(MediaShelfTest, TheLengthOfASoundIsNotReadThroughALinkThatLeadsOut) {
     fs::create_symlink(outside.Path() / "private.wav", m_folder.Path() / "out.wav");
     fs::create_symlink("own.wav", m_folder.Path() / "in.wav");
 
-    EXPECT_EQ(m_shelf.LengthOf("out.wav").count(), 0);
-    EXPECT_EQ(m_shelf.LengthOf("own.wav").count(), 1000);
-    EXPECT_EQ(m_shelf.LengthOf("in.wav").count(), 1000); // as it is played
+    EXPECT_EQ(m_shelf.LengthOf("out").length, 0ms);
+    EXPECT_EQ(m_shelf.LengthOf("own").length, 1000ms);
+    EXPECT_EQ(m_shelf.LengthOf("in").length, 1000ms); // as it is played
 }
 
 TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges) {

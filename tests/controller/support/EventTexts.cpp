@@ -57,6 +57,8 @@ struct ToText {
     std::string operator()(const events::VariableChanged& e) const {
         return "variable " + Id(e.device) + " " + Id(e.variable) + " \"" + e.value + "\"";
     }
+    std::string operator()(const events::MediaStored& e) const { return "media stored " + e.name; }
+    std::string operator()(const events::MediaRemoved& e) const { return "media removed " + e.name; }
     std::string operator()(const events::StateSaved& /*e*/) const { return "saved"; }
     std::string operator()(const events::StateNotSaved& e) const { return "not saved: " + e.reason; }
     std::string operator()(const events::LogLine& e) const { return "log " + e.text; }

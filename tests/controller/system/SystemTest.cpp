@@ -9,6 +9,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 
 #include <sys/resource.h>
 
@@ -292,6 +293,17 @@ TEST_F(SystemTest, AHouseIsBegunExportedAndImported) {
     EXPECT_EQ(imported.WaitForEnd(), 0) << imported.Output();
     EXPECT_NE(state_text::ForPeople(StateDatabase(folder + "/data").Read().announcements).find("Test 1"),
               std::string::npos);
+    const std::string words = "names what this house does not have";
+    EXPECT_EQ(imported.Output().find(words), std::string::npos);
+    std::ofstream(text)
+        << "<announcements><announcement><id>7</id><name>Far</name><rooms><room><id>99</id></room>"
+           "</rooms><navigators><navigator><id>98</id></navigator></navigators></announcement>"
+           "</announcements>";
+    ControllerProcess foreign({"import", house, text.string()});
+    EXPECT_EQ(foreign.WaitForEnd(), 0);
+    EXPECT_NE(foreign.Output().find("announcement 7 " + words + ": room 99, navigator 98\n"),
+              std::string::npos)
+        << foreign.Output();
     ControllerProcess refused({"import", house, house});
     EXPECT_EQ(refused.WaitForEnd(), 1);
     ControllerProcess again({"init", folder});

@@ -169,6 +169,41 @@ test('rehearse prints the timeline, and its JSON', () =>
     assert.equal((await house.get('/api/history')).history.length, 0);
   }));
 
+test('rehearse says what is not there, and neither plays nor shows it', () =>
+  withHouse(async (house) => {
+    await run(house, dinner);
+    const there = await house.get('/api/announcements/1');
+    await house.ask('PUT', '/api/announcements/1', {
+      ...there,
+      audio: { ...there.audio, file: 'gone' },
+      rooms: [...there.rooms, { id: 99, volume: 20 }],
+      navigators: [...there.navigators, { id: 98, room: 1, onscreen: true }],
+    });
+    const { output } = await run(house, ['rehearse', 'Dinner']);
+    assert.match(output, /nothing is heard: there is no sound file "gone.wav" in the media folder$/m);
+    assert.match(output, /room 99 is not in this house: nothing is heard there$/m);
+    assert.match(output, /screen 98 is not in this house: nothing is shown there$/m);
+    assert.doesNotMatch(output, /gone\.wav plays|the sound is over|room 99 is set up|screen 98 shows/);
+    assert.match((await run(house, ['rehearse', 'Dinner', '--sound-length', '3s'])).output, /gone\.wav plays/);
+  }));
+
+test('import says what the house does not have, and stores it all the same', () =>
+  withHouse(async (house) => {
+    const file = join(house.folder, 'elsewhere.json');
+    const rooms = [1, 99].map((id) => ({ id, volume: 20 }));
+    const navigators = [{ id: 98, room: 1, onscreen: true }];
+    writeFileSync(file, JSON.stringify({ announcements: [{ name: 'Elsewhere', rooms, navigators }] }));
+    const said = /"Elsewhere" names what this house does not have: room 99, screen 98/;
+    const trial = await run(house, ['import', file, '--dry-run']);
+    const done = await run(house, ['import', file]);
+    for (const { errors, status } of [trial, done]) {
+      assert.equal(status, 0);
+      assert.match(errors, said);
+    }
+    assert.deepEqual((await house.get('/api/announcements')).announcements[0].rooms, rooms);
+    assert.equal((await run(house, ['import', file])).errors, '');
+  }));
+
 test('what export writes import stores again; what differs is replaced only when that is asked for', () =>
   withHouse(async (house) => {
     await run(house, dinner);

@@ -242,6 +242,51 @@ test('a rehearsal tells what would happen, and plays nothing', async () => {
   assert.equal(after, before);
 });
 
+test('a rehearsal says what is not there, in place of hearing and showing it', async () => {
+  const { body } = await house.ask('POST', '/api/rehearsal', {
+    announcement: {
+      ...announcement,
+      audio: { file: 'gone', delay_ms: 500 },
+      rooms: [...announcement.rooms, { id: 4711, volume: 20 }],
+      navigators: [{ id: 4712, room: 1, onscreen: true }],
+    },
+  });
+  const told = (what) => body.timeline.filter((entry) => entry.what === what);
+  assert.deepEqual(told('room_missing'), [{ at_ms: 0, what: 'room_missing', room: 4711 }]);
+  assert.deepEqual(told('screen_missing'), [{ at_ms: 0, what: 'screen_missing', navigator: 4712 }]);
+  assert.deepEqual(told('sound_missing'), [
+    {
+      at_ms: 520,
+      what: 'sound_missing',
+      file: 'gone',
+      text: 'there is no sound file "gone.wav" in the media folder',
+    },
+  ]);
+  assert.deepEqual(
+    told('room_set_up').map((entry) => entry.room),
+    announcement.rooms.map((room) => room.id),
+  );
+  for (const what of ['sound_started', 'sound_ended', 'popup_shown', 'popup_hidden']) assert.deepEqual(told(what), []);
+  assert.equal(body.complete, true);
+});
+
+test('an announcement is stored with rooms and screens that are not there, and the reply names them', async () => {
+  const strange = {
+    ...announcement,
+    rooms: [...announcement.rooms, { id: 4711, volume: 20 }],
+    navigators: [{ id: 4712, room: 1, onscreen: true }],
+  };
+  const added = await house.ask('POST', '/api/announcements', strange);
+  assert.equal(added.status, 201);
+  assert.equal(added.headers.get('Announcement-Missing'), 'room 4711, navigator 4712');
+  const path = `/api/announcements/${added.body.id}`;
+  const replaced = await house.ask('PUT', path, { ...strange, navigators: [] });
+  assert.equal(replaced.headers.get('Announcement-Missing'), 'room 4711');
+  const mended = await house.ask('PUT', path, announcement);
+  assert.equal(mended.headers.get('Announcement-Missing'), null);
+  await house.ask('DELETE', path);
+});
+
 test('media are stored whole, sent back and removed', async () => {
   const sound = new Uint8Array(await (await fetch(`${house.base}/api/media/gong.wav`)).arrayBuffer());
   const type = { 'Content-Type': 'audio/wav' };

@@ -860,6 +860,8 @@ export interface components {
       | components['schemas']['PopupHiddenEvent']
       | components['schemas']['PagesChangedEvent']
       | components['schemas']['VariableChangedEvent']
+      | components['schemas']['MediaStoredEvent']
+      | components['schemas']['MediaRemovedEvent']
       | components['schemas']['StateSavedEvent']
       | components['schemas']['StateNotSavedEvent']
       | components['schemas']['LogEvent'];
@@ -929,6 +931,26 @@ export interface components {
       /** @description By name */
       media: components['schemas']['MediaFile'][];
     };
+    MediaRemovedEvent: {
+      data: {
+        name: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'media_removed';
+    };
+    MediaStoredEvent: {
+      data: {
+        name: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'media_stored';
+    };
     Moment: {
       announcement?: number;
       at_ms: number;
@@ -959,6 +981,9 @@ export interface components {
         | 'sound_ended'
         | 'popup_shown'
         | 'popup_hidden'
+        | 'room_missing'
+        | 'screen_missing'
+        | 'sound_missing'
         | 'log';
     };
     Named: {
@@ -1434,6 +1459,8 @@ export type KnownFrom = components['schemas']['KnownFrom'];
 export type LogEvent = components['schemas']['LogEvent'];
 export type MediaFile = components['schemas']['MediaFile'];
 export type MediaList = components['schemas']['MediaList'];
+export type MediaRemovedEvent = components['schemas']['MediaRemovedEvent'];
+export type MediaStoredEvent = components['schemas']['MediaStoredEvent'];
 export type Moment = components['schemas']['Moment'];
 export type Named = components['schemas']['Named'];
 export type Navigator = components['schemas']['Navigator'];

@@ -105,6 +105,8 @@ TEST(EventJsonTest, EveryKindIsTold) {
          R"(popup_hidden {"navigator":5,"number":7,"why":"replaced"})"},
         {PagesChanged{5, 1}, R"(pages_changed {"navigator":5,"pages":1})"},
         {VariableChanged{9, 4, "v"}, R"(variable_changed {"device":9,"variable":4,"value":"v"})"},
+        {MediaStored{"a.wav"}, R"(media_stored {"name":"a.wav"})"},
+        {MediaRemoved{"a.wav"}, R"(media_removed {"name":"a.wav"})"},
         {StateSaved{}, "state_saved {}"},
         {StateNotSaved{"full"}, R"(state_not_saved {"reason":"full"})"},
         {LogLine{Severity::Warning, "t"}, R"(log {"level":"warning","text":"t"})"}};
