@@ -152,7 +152,7 @@ export class PageShell extends LitElement {
 
   private renderView(): unknown {
     if (this.needsToken) return html`<sign-in></sign-in>`;
-    if (!store.isReady) return html`<p class="waiting soft">${t.link.connecting}</p>`;
+    if (!store.isReady) return html`<p class="waiting soft">${store.link.problem?.text ?? t.link.connecting}</p>`;
     if (this.place === 'announcements' && this.route.editing !== undefined && store.mayEdit) {
       return html`<announcement-editor
         .announcement=${this.route.editing}

@@ -1,6 +1,7 @@
 import { afterEach, beforeEach, describe, expect, it, vi } from 'vitest';
 import { EventStream, type Link } from '../src/api/EventStream';
 import type { HouseEvent, HouseEvents } from '../src/api/events';
+import { Problem } from '../src/api/request';
 
 class FakeSocket {
   onmessage: ((message: { data: string }) => void) | null = null;
@@ -55,7 +56,7 @@ function follow(): EventStream<HouseEvents> {
   const stream = new EventStream<HouseEvents>('/api/events', {
     onEvent: (event) => heard.push(event.type),
     onLink: (link) => heard.push(link),
-    onRights: (rights) => rights.includes('play') && mayGoOn,
+    onRights: (rights) => (rights.includes('play') && mayGoOn ? null : new Problem(403, 'not enough')),
   });
   void stream.reconnect();
   return stream;
@@ -90,7 +91,7 @@ describe('the event stream', () => {
     follow();
     await settle(120000);
     expect(sockets).toEqual([]);
-    expect(heard).toEqual([]);
+    expect(new Set(links().map(({ problem }) => problem?.message))).toEqual(new Set(['not enough']));
   });
 
   it('comes back by itself, with pauses that double up to 30 s, and begin anew after a state', async () => {

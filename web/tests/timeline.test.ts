@@ -53,6 +53,28 @@ describe('the picture of a rehearsal', () => {
     });
   });
 
+  it('has silence where a sound is missing, and what stands around it in its place', () => {
+    const { rows } = pictureOf(
+      rehearsal(4000, [
+        { at_ms: 0, what: 'room_missing', room: 99 },
+        { at_ms: 20, what: 'room_set_up', room: 12 },
+        { at_ms: 1020, what: 'sound_missing', file: 'gone', text: 'why' },
+        { at_ms: 3020, what: 'room_restored', room: 12 },
+      ]),
+      () => 0,
+    );
+    expect(rows.map(({ id, bars }) => [id, bars.map(({ kind, start, end }) => [kind, start, end])])).toEqual([
+      [
+        12,
+        [
+          ['setup', 0, 20],
+          ['delay', 20, 1020],
+          ['restore', 1020, 3020],
+        ],
+      ],
+    ]);
+  });
+
   it('goes on to the end for what never ends', () => {
     const { rows } = pictureOf(
       rehearsal(600000, [{ at_ms: 0, what: 'popup_shown', navigator: 5, message: '' }]),

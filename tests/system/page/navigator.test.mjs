@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, eventually, openNavigator, openPage } from '../harness/browser.mjs';
-import { House, png } from '../harness/page-house.mjs';
+import { House } from '../harness/page-house.mjs';
 import { hidden, message, ok, popup, shown } from '../harness/navigator.mjs';
 
 /** Cuts the page off from the controller, until `join`. */
@@ -33,11 +33,6 @@ describe('the page of a navigator', () => {
     assert.equal(await page.title(), 'Kitchen · Test house');
     assert.ok(await popup(page).isHidden());
     await closePage(page);
-  });
-
-  test('does not exist for a navigator that the house does not have', async () => {
-    const response = await fetch(`${house.url}/navigator/99`);
-    assert.equal(response.status, 404);
   });
 
   test('shows message, remaining time and OK button, with the focus on the button', async () => {
@@ -230,43 +225,6 @@ describe('the page of a navigator', () => {
     await house.request('PUT', '/api/variables/9/4', { value: '<b>22 °C</b> 🌞' });
     await eventually(async () => (await message(page).textContent()) === '<b>22 °C</b> 🌞', 'the new value is shown');
     assert.equal(await message(page).locator('b').count(), 0);
-    await closePage(page);
-  });
-});
-
-describe('the page of a navigator in a house with tokens', () => {
-  let house;
-  beforeEach(async () => {
-    house = await House.open({ tokens: ['admin', 'navigator:11'] });
-  });
-  afterEach(() => house.close());
-  after(closeBrowser);
-
-  test('asks for its token, and takes one that is entered', async () => {
-    const page = await openPage(house, '/navigator/11', { refusals: true });
-    const input = page.getByLabel(/needs a token/);
-    await input.waitFor();
-    await input.fill('wrong');
-    await page.keyboard.press('Enter');
-    await page.locator('#token-problem:not(:empty)').waitFor();
-    await input.fill(house.tokens['navigator:11']);
-    await page.keyboard.press('Enter');
-    await page.locator('body.connected').waitFor();
-    assert.ok(await input.isHidden());
-    await closePage(page);
-  });
-
-  test('takes the token from its address, removes it there, and confirms popups with it', async () => {
-    const token = house.tokens['navigator:11'];
-    const page = await openPage(house, `/navigator/11#token=${token}`);
-    await page.locator('body.connected').waitFor();
-    assert.equal(new URL(page.url()).hash, '');
-    await house.request('PUT', '/api/media/dinner.png', png);
-    await house.pop({ text: 'Dinner', image: 'dinner.png' }, [11]);
-    await shown(page);
-    await page.locator('#image').waitFor({ state: 'visible' });
-    await ok(page).click();
-    await eventually(async () => (await house.request('GET', '/api/status')).popups.length === 0, 'no popup stands');
     await closePage(page);
   });
 });

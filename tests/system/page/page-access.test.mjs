@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, eventually, openApp, openPage } from '../harness/browser.mjs';
-import { House } from '../harness/page-house.mjs';
+import { House, png, wav } from '../harness/page-house.mjs';
 
 describe('the connection', () => {
   let house;
@@ -25,6 +25,58 @@ describe('the connection', () => {
     await page.getByRole('heading', { name: 'Added meanwhile' }).waitFor();
     await page.getByRole('heading', { name: 'Kept' }).waitFor();
     await page.getByText('What you see may be out of date').waitFor({ state: 'detached' });
+    await closePage(page);
+  });
+
+  test('brings what views show that were opened without it', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    await house.request('PUT', '/api/media/dinner.png', png);
+    await house.add({
+      name: 'Kept',
+      audio: { file: 'chime' },
+      video: { text: 'Now', image: 'dinner.png', timeout_ms: 100 },
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
+    await house.play(1);
+    await eventually(async () => (await house.request('GET', '/api/history')).history.length === 1, 'it was played');
+    const opened = {
+      '#/media': 'sound-wave rect',
+      '#/announcements/1': 'announcement-outlook .lane',
+      '#/history': 'tbody tr',
+    };
+    for (const [view, sign] of Object.entries(opened)) {
+      const page = await openApp(house);
+      page.isAway = true;
+      await house.kill();
+      await page.locator('link-state').getByText('Not connected').waitFor();
+      await page.goto(`${house.url}/${view}`);
+      await page.getByText('This is shown as soon as there is a connection.').waitFor();
+      await house.start();
+      await page.locator('link-state').getByText('Connected', { exact: true }).waitFor();
+      await page.locator(sign).first().waitFor();
+      await page.getByText('This is shown as soon as there is a connection.').waitFor({ state: 'detached' });
+      assert.equal(await page.getByText('The controller cannot be reached').count(), 0, view);
+      await closePage(page);
+    }
+  });
+
+  test('brings the picture of what will happen, and the way to save, back to an editor that stood open', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    await page.getByLabel('Name', { exact: true }).fill('Supper');
+    await page.getByText('Nothing would happen').waitFor();
+    page.isAway = true;
+    await house.kill();
+    await page.locator('link-state').getByText('Not connected').waitFor();
+    await page.getByLabel('Text', { exact: true }).fill('Come');
+    await page.getByRole('switch', { name: 'Kitchen screen' }).press('Space');
+    await page.locator('announcement-outlook').getByText('The controller cannot be reached').waitFor();
+    await page.getByRole('button', { name: 'Save', exact: true }).click();
+    await page.locator('footer .problem').getByText('The controller cannot be reached').waitFor();
+    await house.start();
+    await page.locator('announcement-outlook [data-kind="popup"]').waitFor();
+    await page.locator('footer .problem:not(:empty)').waitFor({ state: 'detached' });
+    await page.getByRole('button', { name: 'Save', exact: true }).click();
+    await page.getByRole('heading', { name: 'Supper' }).waitFor();
     await closePage(page);
   });
 });
@@ -85,6 +137,18 @@ describe('a house with tokens', () => {
     await page.getByRole('heading', { name: 'Announcements' }).waitFor();
     await page.getByRole('button', { name: /^Dismiss what plays/ }).click();
     await eventually(async () => (await house.request('GET', '/api/status')).playing === null, 'it is dismissed');
+    await closePage(page);
+  });
+
+  test('says what the token of a screen is when somebody signs in with it here', async () => {
+    const page = await openApp(house, '', { refusals: true });
+    await page.getByLabel('Token', { exact: true }).fill(house.tokens['navigator:11']);
+    await page.getByRole('button', { name: 'Sign in' }).click();
+    await page.getByRole('heading', { name: 'This token belongs to a screen' }).waitFor();
+    assert.equal(await page.getByText('This token is not known here').count(), 0);
+    await page.locator('link-state').getByText('Not connected').waitFor();
+    await page.getByRole('link', { name: 'Open the page of screen 11' }).click();
+    await page.locator('body.connected').waitFor();
     await closePage(page);
   });
 

@@ -67,6 +67,60 @@ describe('the list of announcements', () => {
     await closePage(page);
   });
 
+  test('says what is not heard, while it plays and after, and does not stack what it says', async () => {
+    await house.add({
+      name: 'Broken',
+      audio: { file: 'gone' },
+      video: { text: 'Broken', timeout_ms: 120000 },
+      rooms: [{ id: 1, volume: 20 }],
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
+    await house.add({ name: 'Other', rooms: [{ id: 2, volume: 20 }] });
+    const why = 'The sound “gone” could not be played: there is no sound file "gone.wav" in the media folder';
+    const page = await openApp(house, '', { viewport: { width: 390, height: 844 } });
+    await page.getByRole('button', { name: 'Play Broken' }).click();
+    await page.locator('now-bar section.failing').getByText(why).waitFor();
+    await page.locator('announcement-row').getByText('Failed', { exact: true }).waitFor();
+    await page.getByRole('button', { name: 'Play Other' }).click();
+    await page.getByRole('button', { name: 'Play Other' }).click();
+    await page.locator('now-bar').getByText('then Other').waitFor();
+    assert.equal(await page.locator('.toast').count(), 0);
+    await page.getByRole('button', { name: /^Dismiss what plays/ }).click();
+    await toast(page, `“Broken”: ${why}`);
+    await closePage(page);
+  });
+
+  test('tells that what the house does not have is neither heard nor seen', async () => {
+    await house.add({
+      name: 'Elsewhere',
+      audio: { file: 'gone' },
+      video: { text: 'Hello', timeout_ms: 4000 },
+      rooms: [
+        { id: 1, volume: 30 },
+        { id: 99, volume: 30 },
+      ],
+      navigators: [
+        { id: 12, room: 2, onscreen: true },
+        { id: 98, room: 1, onscreen: true },
+      ],
+    });
+    const page = await openApp(house);
+    await page.getByRole('button', { name: 'What Elsewhere will do' }).click();
+    const row = page.locator('announcement-row');
+    await row.locator('[data-kind="popup"]').waitFor();
+    assert.deepEqual((await row.locator('.missing li').allTextContents()).map((text) => text.trim()).sort(), [
+      'Nothing is heard: there is no sound file "gone.wav" in the media folder.',
+      'Room 99 is not in this house: nothing is heard there.',
+      'Screen 98 is not in this house: nothing is shown there.',
+    ]);
+    assert.deepEqual(
+      (await row.locator('.row .name').allTextContents()).map((text) => text.trim()),
+      ['Kitchen', 'Bedroom screen'],
+    );
+    assert.equal(await row.locator('[data-kind="sound"]').count(), 0);
+    await closePage(page);
+  });
+
   test('tells what playing would do without playing', async () => {
     await house.request('PUT', '/api/media/chime.wav', wav(1000));
     await house.add({

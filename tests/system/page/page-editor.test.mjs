@@ -78,6 +78,21 @@ describe('the editor', () => {
     await closePage(page);
   });
 
+  test('is saved by its button, and not by a key in a field', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    await name(page).fill('Half');
+    await name(page).press('Enter');
+    await page.getByLabel('Wait before the sound').press('Enter');
+    await page.getByLabel('Text', { exact: true }).fill('Whole');
+    await save(page);
+    await toast(page, '“Half” is saved');
+    assert.deepEqual(
+      (await everything()).map((one) => [one.name, one.video.text]),
+      [['Half', 'Whole']],
+    );
+    await closePage(page);
+  });
+
   test('lets the message follow a value', async () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Outside');

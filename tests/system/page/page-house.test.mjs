@@ -89,7 +89,10 @@ describe('the house', () => {
     await house.play(id);
     await page.locator('now-bar section').waitFor();
     await page.getByRole('button', { name: 'Play a test tone in Bedroom' }).click();
-    await toast(page, 'an announcement is playing');
+    await toast(page, 'an announcement is playing. Right would be: another try when it is over');
+    await page.getByRole('button', { name: 'Play a test tone in Bedroom' }).click();
+    await page.getByRole('button', { name: 'Play a test tone in Kitchen' }).click();
+    assert.equal(await page.locator('.toast').count(), 1);
     await closePage(page);
   });
 });

@@ -68,6 +68,7 @@ describe('the page', () => {
   }
 
   for (const [width, height] of [
+    [320, 640],
     [360, 640],
     [820, 1180],
     [1440, 900],
@@ -82,6 +83,79 @@ describe('the page', () => {
       await closePage(page);
     });
   }
+
+  const boxOf = async (place) => {
+    const { x, y, width, height } = await place.boundingBox();
+    return { left: x, top: y, right: x + width, bottom: y + height, middle: x + width / 2, height };
+  };
+
+  test('keeps the cards of the editor apart, and no field moves for a complaint beside it', async () => {
+    const page = await openApp(house, '#/announcements/new');
+    const cards = page.locator('announcement-editor .fields section.card');
+    const boxes = await Promise.all((await cards.all()).map(boxOf));
+    assert.equal(boxes.length, 5);
+    const gaps = boxes.slice(1).map((box, index) => Math.round(box.top - boxes[index].bottom));
+    assert.deepEqual(gaps, [20, 20, 20, 20]);
+    const image = page.getByLabel('Image', { exact: true });
+    const { height } = await boxOf(image);
+    await page.getByLabel('Or an image from the web').fill('ftp://somewhere');
+    await page.getByRole('button', { name: 'Save', exact: true }).click();
+    await page.getByText('An address that begins with http:// or https://').waitFor();
+    assert.equal((await boxOf(image)).height, height);
+    await closePage(page);
+  });
+
+  test('leaves room beside the names of the places', async () => {
+    for (const width of [390, 768, 1280]) {
+      const page = await openApp(house, '', { viewport: { width, height: 800 } });
+      const link = page.getByRole('navigation').getByRole('link', { name: 'Announcements' });
+      const place = await boxOf(link);
+      const name = await boxOf(link.locator('span'));
+      const room = Math.min(name.left - place.left, place.right - name.right);
+      assert.ok(room >= (width < 700 ? 0 : 8), `${room} px at ${width}`);
+      await closePage(page);
+    }
+  });
+
+  test('shows what plays and what it says in one column', async () => {
+    await house.add({
+      name: 'Long',
+      video: { text: 'Long', timeout_ms: 120000 },
+      navigators: [{ id: 11, room: 1, onscreen: true }],
+    });
+    for (const width of [390, 768, 1280]) {
+      const page = await openApp(house, '#/house', { viewport: { width, height: 800 }, refusals: true });
+      await house.play(2);
+      const bar = page.locator('now-bar section');
+      await bar.waitFor();
+      await page.getByRole('button', { name: 'Play a test tone in Bedroom' }).click();
+      await page.locator('.toast').waitFor();
+      await eventually(async () => {
+        const [news, now] = [await boxOf(page.locator('.toast')), await boxOf(bar)];
+        return Math.abs(news.middle - now.middle) <= 1 && news.bottom <= now.top;
+      }, `the news stands above what plays, at ${width}`);
+      await house.dismiss();
+      await bar.waitFor({ state: 'detached' });
+      await closePage(page);
+    }
+  });
+
+  test('has buttons of its own colours, also under the pointer', async () => {
+    for (const colorScheme of ['light', 'dark']) {
+      const page = await openApp(house, '#/house', { colorScheme, reducedMotion: 'reduce' });
+      const button = page.locator('value-card sl-button').first();
+      await button.hover();
+      const [shown, meant] = await button.evaluate((one) => {
+        const probe = document.createElement('i');
+        probe.style.setProperty('color', 'var(--accent-soft)');
+        document.body.append(probe);
+        const base = getComputedStyle(one.shadowRoot.querySelector('[part~="base"]'));
+        return [base.backgroundColor, getComputedStyle(probe).color];
+      });
+      assert.equal(shown, meant, colorScheme);
+      await closePage(page);
+    }
+  });
 
   test('is light or dark as the system, or as it is told', async () => {
     const page = await openApp(house, '', { colorScheme: 'dark' });

@@ -40,6 +40,23 @@ describe('sounds and images', () => {
     await closePage(page);
   });
 
+  test('come and go as others bring and delete them, in the editor too', async () => {
+    const page = await openApp(house, '#/media');
+    const editor = await openApp(house, '#/announcements/new');
+    const sound = editor.locator('draft-sound option', { hasText: 'chime, 0.3 s' });
+    await page.getByText('No sounds and no images yet').waitFor();
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    await page.locator('media-card', { hasText: 'chime.wav' }).getByText('0.3 s').waitFor();
+    await sound.waitFor({ state: 'attached' });
+    await house.request('PUT', '/api/media/chime.wav', wav(700));
+    await page.locator('media-card', { hasText: 'chime.wav' }).getByText('0.7 s').waitFor();
+    await house.request('DELETE', '/api/media/chime.wav');
+    await page.getByText('No sounds and no images yet').waitFor();
+    await sound.waitFor({ state: 'detached' });
+    await closePage(editor);
+    await closePage(page);
+  });
+
   test('are deleted after a question', async () => {
     await house.request('PUT', '/api/media/chime.wav', wav(300));
     const page = await openApp(house, '#/media');

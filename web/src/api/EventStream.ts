@@ -17,8 +17,8 @@ export interface Listeners<Events> {
   /** Every message but `alive`; after each connecting a `state` comes first, and then `onLink`. */
   onEvent(event: EventOf<Events>): void;
   onLink(link: Link): void;
-  /** What this page's token allows; gives false when that is not enough to go on. */
-  onRights(rights: string[]): boolean;
+  /** What this page's token allows; gives what is wrong when that is not enough to go on. */
+  onRights(rights: string[]): Problem | null;
 }
 
 /** Keeps a WebSocket open for as long as the page lives. */
@@ -53,7 +53,9 @@ export class EventStream<Events> {
     try {
       const { ticket, rights } = await request('post', '/api/tickets');
       if (attempt !== this.attempt) return;
-      if (this.listeners.onRights(rights)) this.open(attempt, ticket);
+      const refusal = this.listeners.onRights(rights);
+      if (refusal) this.retryLater(refusal);
+      else this.open(attempt, ticket);
     } catch (problem) {
       if (attempt !== this.attempt) return;
       this.retryLater(problem instanceof Problem && problem.status !== 0 ? problem : null);

@@ -25,6 +25,12 @@ export function sentenceOf(one: Moment, names: Names): string {
       return t.steps.rested(room);
     case 'sound_started':
       return t.steps.sound(one.file ?? '');
+    case 'sound_missing':
+      return t.steps.noSound(one.text ?? '');
+    case 'room_missing':
+      return t.steps.noRoom(room);
+    case 'screen_missing':
+      return t.steps.noScreen(screen);
     case 'popup_shown':
       return t.steps.popup(screen, popupText(one, names), one.ok_button ?? false);
     case 'popup_hidden':

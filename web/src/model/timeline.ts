@@ -43,12 +43,13 @@ function roomRow(id: number, moments: Moment[], length: number): Row {
     moments.find((one) => one.what === what && (room === undefined || one.room === room))?.at_ms ?? null;
   const setUp = at('room_set_up', id) ?? 0;
   const restored = at('room_restored', id) ?? length;
-  const sound = at('sound_started');
+  const missing = at('sound_missing'); // silence, in which all else goes on
+  const sound = at('sound_started') ?? missing;
   const bars: Bar[] = [{ kind: 'setup', start: 0, end: setUp, text: '' }];
   if (sound === null) {
     bars.push({ kind: 'restore', start: setUp, end: restored, text: '' });
   } else {
-    const ended = at('sound_ended') ?? restored;
+    const ended = at('sound_ended') ?? missing ?? restored;
     const file = moments.find((one) => one.what === 'sound_started')?.file ?? '';
     bars.push(
       { kind: 'delay', start: setUp, end: sound, text: '' },

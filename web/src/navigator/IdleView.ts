@@ -39,9 +39,9 @@ export class IdleView {
     this.link = link;
     document.body.classList.toggle('connected', link.isConnected);
     document.body.classList.toggle('disconnected', !link.isConnected);
-    const problem = problemOfToken(link);
-    elements.tokenForm.hidden = problem === null;
-    elements.tokenProblem.textContent = problem !== null && this.hasTried ? problem : '';
+    const { problem } = link;
+    elements.tokenForm.hidden = !problem || !REFUSED.includes(problem.status);
+    elements.tokenProblem.textContent = problem?.status === 401 && this.hasTried ? problem.text : '';
     this.tellLink();
   }
 
@@ -71,15 +71,11 @@ export class IdleView {
   }
 }
 
-/** What the controller said of the token; null when it said nothing. */
-function problemOfToken({ problem }: Link): string | null {
-  return problem && REFUSED.includes(problem.status) ? problem.text : null;
-}
-
 function linkText(link: Link | null): string {
   if (!link) return screenText.connecting;
   if (link.isConnected) return screenText.connected;
-  if (problemOfToken(link) !== null) return screenText.needsToken;
+  if (link.problem?.status === 401) return screenText.needsToken;
+  if (link.problem) return screenText.refused(link.problem.text);
   // In steps, so that a screen reader is not told every second.
   const isFarOff = link.retryAt - performance.now() > 10000;
   return isFarOff ? screenText.inAMoment : screenText.tryingAgain;

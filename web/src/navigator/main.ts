@@ -9,6 +9,7 @@ import { handle, type Handlers, type ScreenEvents } from '../api/events';
 import { Problem, request } from '../api/request';
 import { IdleView } from './IdleView';
 import { PopupView } from './PopupView';
+import { screenText } from '../texts/screen';
 import { Wakefulness } from './Wakefulness';
 
 const id = location.pathname.split('/').pop() ?? '';
@@ -61,10 +62,17 @@ const handlers: Handlers<ScreenEvents, []> = {
   popup_hidden: (data) => popup.hideNumber(data.number),
 };
 
+/** A browser is not told why a socket is refused: so what would be is said before. */
+function refusalOf(rights: string[]): Problem | null {
+  if (rights.some((right) => ['admin', 'play', `navigator:${id}`].includes(right))) return null;
+  const others = rights.map((right) => right.replace('navigator:', '')).join(', ');
+  return new Problem(403, screenText.otherScreens(others, id));
+}
+
 const stream = new EventStream<ScreenEvents>(`/api/navigators/${id}/events`, {
   onEvent: (event) => handle(handlers, event),
   onLink: (link) => idle.showLink(link),
-  onRights: () => true, // the socket itself is refused when they are not enough
+  onRights: refusalOf,
 });
 
 void stream.reconnect();

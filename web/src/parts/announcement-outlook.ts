@@ -5,6 +5,7 @@ import { customElement, property, state } from 'lit/decorators.js';
 import { Problem, request } from '../api/request';
 import type { AnnouncementBody, Rehearsal } from '../api/objects';
 import { errorsIn } from '../model/draft';
+import { Reading } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 import './announcement-timeline';
@@ -30,7 +31,15 @@ export class AnnouncementOutlook extends LitElement {
   @state() private rehearsal: Rehearsal | null = null;
   @state() private problem = '';
   private asked = '';
+  private isMissed = false; // for want of a connection
   private timer = 0;
+
+  constructor() {
+    super();
+    new Reading(this, () => {
+      if (this.isMissed) void this.rehearse(this.asked, JSON.parse(this.asked) as AnnouncementBody);
+    });
+  }
 
   override willUpdate(changed: PropertyValues): void {
     if (!changed.has('announcement')) return;
@@ -51,6 +60,7 @@ export class AnnouncementOutlook extends LitElement {
   }
 
   private async rehearse(text: string, announcement: AnnouncementBody): Promise<void> {
+    this.isMissed = false;
     try {
       const rehearsal = await request('post', '/api/rehearsal', { body: { announcement } });
       if (text !== this.asked) return;
@@ -61,6 +71,7 @@ export class AnnouncementOutlook extends LitElement {
       if (problem instanceof Problem && problem.status === 503)
         this.timer = window.setTimeout(() => void this.rehearse(text, announcement), 2 * PAUSE);
       else this.problem = problem instanceof Problem ? problem.text : String(problem);
+      this.isMissed = problem instanceof Problem && problem.status === 0;
     }
   }
 

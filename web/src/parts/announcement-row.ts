@@ -10,7 +10,7 @@ import { deleteWithUndo } from './deleting';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
-import { attempt, toast } from './ui-toasts';
+import { attempt } from './ui-toasts';
 import './announcement-outlook';
 import { named } from './named';
 
@@ -59,8 +59,9 @@ export class AnnouncementRow extends LitElement {
       }
       .title {
         display: flex;
+        flex-wrap: wrap;
         align-items: center;
-        gap: 0.6rem;
+        gap: 0.1rem 0.6rem;
       }
       h2 {
         display: -webkit-box;
@@ -125,6 +126,7 @@ export class AnnouncementRow extends LitElement {
   @property({ attribute: false }) announcement!: Announcement;
   @property({ type: Boolean }) isOpen = false;
   @property({ type: Boolean }) isPlaying = false;
+  @property({ type: Boolean }) isFailing = false; // what plays is
   @property({ type: Number }) turn = 0; // its place among those that wait, from 1; 0 when it does not
 
   override render(): unknown {
@@ -167,6 +169,7 @@ export class AnnouncementRow extends LitElement {
   }
 
   private renderBadge(): unknown {
+    if (this.isPlaying && this.isFailing) return html`<span class="badge bad">${t.list.failing}</span>`;
     if (this.isPlaying) return html`<span class="badge good">${t.list.playing}</span>`;
     return this.turn > 0 ? html`<span class="badge warning">${t.list.waiting(this.turn)}</span>` : nothing;
   }
@@ -218,10 +221,7 @@ export class AnnouncementRow extends LitElement {
   }
 
   private play(): void {
-    const { id, name } = this.announcement;
-    void attempt(async () => {
-      const { state } = await request('post', '/api/announcements/{id}/play', { path: { id } });
-      if (state === 'waiting') toast({ text: t.list.asked(name) });
-    });
+    const { id } = this.announcement;
+    void attempt(() => request('post', '/api/announcements/{id}/play', { path: { id } }));
   }
 }

@@ -94,6 +94,28 @@ export class AnnouncementTimeline extends LitElement {
         fill: var(--bar-restore);
         background: var(--bar-restore);
       }
+      .missing {
+        margin-bottom: 0.8rem;
+      }
+      .missing li {
+        display: flex;
+        align-items: start;
+        gap: 0.6rem;
+        margin-bottom: 0.4rem;
+        padding: 0.5rem 0.75rem;
+        border-radius: 10px;
+        background: var(--warning-soft);
+        color: var(--warning);
+        font-size: 0.9rem;
+        overflow-wrap: anywhere;
+      }
+      .missing ui-icon {
+        flex: none;
+        margin-top: 0.2rem;
+      }
+      .missing span {
+        min-width: 0;
+      }
       .legend {
         display: flex;
         flex-wrap: wrap;
@@ -168,9 +190,16 @@ export class AnnouncementTimeline extends LitElement {
   override render(): unknown {
     if (!this.rehearsal) return nothing;
     const picture = pictureOf(this.rehearsal, (id) => store.screens.get(id)?.room ?? 0);
-    if (picture.rows.length === 0) return html`<p class="soft">${t.timeline.nothing}</p>`;
+    const missing = this.rehearsal.timeline.filter(({ what }) => what.endsWith('_missing'));
+    const warnings = html`<ul class="missing" role="list">
+      ${missing.map(
+        (one) => html`<li><ui-icon name="exclamation"></ui-icon><span dir="auto">${sentenceOf(one, store)}</span></li>`,
+      )}
+    </ul>`;
+    if (picture.rows.length === 0) return missing.length ? warnings : html`<p class="soft">${t.timeline.nothing}</p>`;
     const length = this.rehearsal.complete ? t.timeline.takes(seconds(this.rehearsal.length_ms)) : t.timeline.endless;
-    return html`<div role="img" aria-label=${t.timeline.label(length)}>
+    return html`${missing.length ? warnings : nothing}
+      <div role="img" aria-label=${t.timeline.label(length)}>
         ${picture.rows.map((row) => this.renderRow(row, picture))}${this.renderAxis(picture)}
       </div>
       <ul class="legend">

@@ -14,16 +14,20 @@ export abstract class DraftPart extends LitElement {
     shared,
     css`
       :host {
-        display: block;
+        display: grid;
+        grid-template-columns: minmax(0, 1fr);
+        gap: 1.25rem;
       }
       section {
         display: grid;
+        grid-template-columns: minmax(0, 1fr);
         gap: 1.1rem;
         padding: 1.25rem;
       }
       .pair {
         display: grid;
-        grid-template-columns: repeat(auto-fit, minmax(11rem, 1fr));
+        grid-template-columns: repeat(auto-fit, minmax(min(100%, 11rem), 1fr));
+        align-items: start; /* a complaint below one field moves no other */
         gap: 1.1rem;
       }
       .joined {
@@ -37,6 +41,7 @@ export abstract class DraftPart extends LitElement {
       }
       .field {
         display: grid;
+        grid-template-columns: minmax(0, 1fr);
         gap: 0.3rem;
       }
       .field label {

@@ -73,7 +73,7 @@ export class DraftPlaces extends DraftPart {
       this.draft.navigators.map(({ id }) => id),
       t.editor.strangeScreen,
     );
-    return html`<section class="card below" aria-labelledby="screens">
+    return html`<section class="card" aria-labelledby="screens">
       <h2 id="screens">${t.editor.sections.screens}</h2>
       ${
         screens.length === 0

@@ -47,7 +47,7 @@ export class LinkState extends LitElement {
 
   override render(): unknown {
     if (store.link.isConnected) return html`<span class="on"><i></i>${t.link.connected}</span>`;
-    return store.isReady
+    return store.isReady || store.link.problem
       ? html`<span class="off"><i></i>${t.link.lost}</span>`
       : html`<span><i></i>${t.link.connecting}</span>`;
   }

@@ -2,8 +2,9 @@
 
 import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { fetchFile, mediaAddress } from '../api/request';
+import { fetchFile, mediaAddress, Problem } from '../api/request';
 import { isImageAddress } from '../model/draft';
+import { Reading } from '../store/live';
 
 @customElement('media-image')
 export class MediaImage extends LitElement {
@@ -22,6 +23,14 @@ export class MediaImage extends LitElement {
   @property() name = '';
   @property() version = '';
   @state() private source = '';
+  private isMissed = false; // for want of a connection
+
+  constructor() {
+    super();
+    new Reading(this, () => {
+      if (this.isMissed) void this.load(this.name);
+    });
+  }
 
   override willUpdate(changed: PropertyValues): void {
     if (changed.has('name') || changed.has('version')) void this.load(this.name);
@@ -39,6 +48,7 @@ export class MediaImage extends LitElement {
 
   private async load(name: string): Promise<void> {
     this.release();
+    this.isMissed = false;
     if (/^https?:\/\//i.test(name)) {
       this.source = name;
       return;
@@ -48,8 +58,9 @@ export class MediaImage extends LitElement {
       const source = URL.createObjectURL(await fetchFile(mediaAddress(name)));
       if (name === this.name) this.source = source;
       else URL.revokeObjectURL(source);
-    } catch {
-      // There is none of this name: nothing is shown, as on a screen.
+    } catch (problem) {
+      // Where there is none of this name nothing is shown, as on a screen.
+      this.isMissed = problem instanceof Problem && problem.status === 0;
     }
   }
 

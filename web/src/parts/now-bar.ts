@@ -7,7 +7,7 @@ import { listing, soundOf } from '../model/format';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
-import { attempt } from './ui-toasts';
+import { attempt, toast } from './ui-toasts';
 
 @customElement('now-bar')
 export class NowBar extends LitElement {
@@ -37,6 +37,13 @@ export class NowBar extends LitElement {
       }
       .details {
         font-size: 0.875rem;
+      }
+      .failing {
+        background: var(--bad);
+      }
+      .failing .details {
+        white-space: normal;
+        overflow-wrap: anywhere;
       }
       .wave {
         display: flex;
@@ -81,16 +88,30 @@ export class NowBar extends LitElement {
     `,
   ];
 
+  private told = store.failed;
+
   constructor() {
     super();
-    new Following(this);
+    new Following(this, () => this.tellFailure());
+  }
+
+  /** The bar goes with what plays; what went wrong stays for a while, for those who look up late. */
+  private tellFailure(): void {
+    if (store.failed === null || store.failed === this.told) return;
+    this.told = store.failed;
+    toast({ text: t.now.failed(store.failed.name, store.failed.failures.join('. ')), tone: 'bad', stays: 10000 });
   }
 
   override render(): unknown {
     const playing = store.status?.playing;
     if (!playing) return nothing;
-    return html`<section aria-label=${t.now.label}>
-      <span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>
+    const isFailing = store.failures.length > 0;
+    return html`<section aria-label=${t.now.label} class=${isFailing ? 'failing' : ''}>
+      ${
+        isFailing
+          ? html`<ui-icon name="exclamation"></ui-icon>`
+          : html`<span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>`
+      }
       <div class="text" role="status">
         <strong dir="auto">${store.announcementName(playing.announcement)}</strong>
         <span class="details" dir="auto">${this.details()}</span>
@@ -101,7 +122,7 @@ export class NowBar extends LitElement {
 
   private details(): string {
     const status = store.status;
-    const parts: string[] = [];
+    const parts: string[] = [...store.failures];
     const rooms = [...store.rooms.values()].filter((room) => room.in_announcement).map((room) => room.name);
     const screens = [...store.screens.values()].filter((one) => one.popup).map((one) => one.name);
     if (status?.sound) parts.push(t.now.sound(soundOf(status.sound.file), listing(rooms)));

@@ -46,7 +46,8 @@ export class SignIn extends LitElement {
 
   override render(): unknown {
     const screens = store.rights.map((right) => /^navigator:(\d+)$/.exec(right)?.[1]).filter((id) => id !== undefined);
-    if (!store.link.problem && screens.length && !store.mayPlay) return this.screenOnly(screens.map(Number));
+    if (store.link.problem?.status === 403 && screens.length && !store.mayPlay)
+      return this.screenOnly(screens.map(Number));
     return html`<section class="card">
       <h1>${t.access.title}</h1>
       <p class="soft">${t.access.intro}</p>
@@ -72,6 +73,7 @@ export class SignIn extends LitElement {
   private screenOnly(ids: number[]): unknown {
     return html`<section class="card">
       <h1>${t.access.screenTitle}</h1>
+      <p class="soft">${t.access.screenText}</p>
       ${ids.map(
         (id) => html`<sl-button variant="primary" href="/navigator/${id}">${t.access.openScreen(id)}</sl-button>`,
       )}
@@ -80,8 +82,9 @@ export class SignIn extends LitElement {
   }
 
   private problem(): string {
-    const status = store.link.problem?.status;
-    if (status === 403) return t.access.forbidden;
+    const { problem } = store.link;
+    const status = problem?.status;
+    if (status === 403) return problem?.text ?? '';
     if (status === 429) return t.access.often;
     return status === 401 && token() ? t.access.wrong : '';
   }

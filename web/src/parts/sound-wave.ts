@@ -5,6 +5,7 @@ import { customElement, property, state } from 'lit/decorators.js';
 import type { MediaFile } from '../api/objects';
 import { seconds } from '../model/format';
 import { peaksOf } from '../model/peaks';
+import { Reading } from '../store/live';
 import { t } from '../texts/page';
 
 const BARS = 72;
@@ -32,6 +33,13 @@ export class SoundWave extends LitElement {
   @state() private peaks: number[] = [];
   private watch: IntersectionObserver | null = null;
   private isSeen = false;
+
+  constructor() {
+    super();
+    new Reading(this, () => {
+      if (this.isSeen && this.peaks.length === 0) void this.load(); // what a lost connection has left out
+    });
+  }
 
   override connectedCallback(): void {
     super.connectedCallback();

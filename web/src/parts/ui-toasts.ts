@@ -50,7 +50,6 @@ export class UiToasts extends LitElement {
       :host {
         position: fixed;
         z-index: 900;
-        inset: auto 1rem var(--toasts, 1rem) 1rem;
         display: grid;
         gap: 0.5rem;
         justify-items: center;
@@ -115,7 +114,9 @@ export class UiToasts extends LitElement {
     this.count += 1;
     const number = this.count;
     const timer = window.setTimeout(() => this.drop(number), news.stays ?? STAYS);
-    this.shown = [...this.shown.slice(-2), { ...news, number, timer }];
+    // What is said twice is said once, and stands anew for its whole time.
+    const others = this.shown.filter((one) => one.text !== news.text || one.tone !== news.tone || one.onUndo);
+    this.shown = [...others.slice(-2), { ...news, number, timer }];
     return () => this.drop(number);
   }
 

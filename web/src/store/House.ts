@@ -10,7 +10,11 @@ export class House implements Names {
   rooms = new Map<number, Room>();
   screens = new Map<number, Screen>();
   variables: Variable[] = [];
+  states = 0; // as many as came: one after each connecting
   endings = 0; // grows when the history has something new
+  failures: string[] = []; // of what plays, in words
+  /** What ended last with failures. */
+  failed: { name: string; failures: string[] } | null = null;
   /** Ids that are about to be deleted, and are not shown any more. */
   readonly leaving = new Set<number>();
 

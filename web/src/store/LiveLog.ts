@@ -1,4 +1,4 @@
-// What has happened since the page was opened, in words.
+// What has happened, in words: as far back as the controller keeps it, and as it happens.
 
 import { handle, type Handlers, type HouseEvent, type HouseEvents } from '../api/events';
 import { soundOf } from '../model/format';
@@ -29,7 +29,8 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
   announcement_started: (data, names) =>
     say('playing', t.log.started(names.announcementName(data.announcement)), 'good'),
   announcement_ended: (data, names) => say('playing', t.log.ended(names.announcementName(data.announcement))),
-  announcement_stored: (data) => (data.now ? say('controller', t.log.stored(data.now.name)) : null),
+  announcement_stored: (data, names) =>
+    say('controller', t.log.stored(data.now?.name ?? names.announcementName(data.announcement))),
   announcement_removed: (data) => say('controller', t.log.removed(t.names.announcement(data.announcement))),
   room_set_up: (data, names) => say('rooms', t.log.setUp(names.roomName(data.room), data.volume)),
   room_volume_changed: (data, names) => say('rooms', t.log.volume(names.roomName(data.room), data.volume)),
@@ -50,6 +51,8 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
     say('screens', t.log.pages(names.screenName(data.navigator), data.pages), data.pages ? 'good' : 'warning'),
   variable_changed: (data, names) =>
     say('controller', t.log.value(names.variableName(data.device, data.variable), data.value)),
+  media_stored: (data) => say('controller', t.log.mediaStored(data.name)),
+  media_removed: (data) => say('controller', t.log.mediaRemoved(data.name)),
   state_not_saved: (data) => say('controller', t.log.notSaved(data.reason), 'error'),
   log: (data) => say('controller', data.text, TONES[data.level] ?? 'plain'),
 };
@@ -57,22 +60,49 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
 export class LiveLog {
   lines: LogLine[] = [];
   private count = 0;
+  private run = ''; // of the controller: its events are numbered anew after each start
+  private seen = 0; // the number of its last event that has come here
+  // What the last connecting has left out, and the line that stands after it.
+  private gap = { after: 0, until: 0, line: 0 };
 
   note(event: HouseEvent, names: Names): void {
+    if (event.type === 'state') this.begin(event.data.status.started, event.seq);
+    this.seen = event.seq;
     const said = handle(words, event, names);
-    if (said) this.add(event.time, said);
+    if (said) this.lines = [...this.lines.slice(1 - LINES), this.line(event.time, said)];
+  }
+
+  /** The controller's recent events: those that nobody has noted yet. */
+  noteEarlier(events: HouseEvent[], names: Names): void {
+    const { after, until, line } = this.gap;
+    this.gap = { after: until, until, line };
+    const earlier = events
+      .filter(({ seq }) => seq > after && seq <= until)
+      .map((event) => ({ time: event.time, said: handle(words, event, names) }))
+      .flatMap(({ time, said }) => (said ? [this.line(time, said)] : []));
+    const place = this.lines.findIndex(({ number }) => number >= line);
+    const at = place < 0 ? this.lines.length : place;
+    this.lines = [...this.lines.slice(0, at), ...earlier, ...this.lines.slice(at)].slice(-LINES);
   }
 
   noteLink(isConnected: boolean): void {
-    if (!isConnected) this.add(new Date().toISOString(), say('controller', t.log.lost, 'warning'));
+    if (isConnected) return;
+    const lost = this.line(new Date().toISOString(), say('controller', t.log.lost, 'warning'));
+    this.lines = [...this.lines.slice(1 - LINES), lost];
   }
 
   clear(): void {
     this.lines = [];
   }
 
-  private add(time: string, said: Said): void {
+  private begin(run: string, seq: number): void {
+    const isSame = run === this.run;
+    this.run = run;
+    this.gap = { after: isSame ? this.seen : 0, until: seq, line: this.count + 1 };
+  }
+
+  private line(time: string, said: Said): LogLine {
     this.count += 1;
-    this.lines = [...this.lines.slice(1 - LINES), { number: this.count, time, ...said }];
+    return { number: this.count, time, ...said };
   }
 }

@@ -9,6 +9,7 @@ import { LiveLog } from './LiveLog';
 import { leavesQuestions, reducers } from './reducers';
 
 const GATHERING = 150; // several reasons to ask again become one question
+const MOST_RECENT = 1000; // as many as the controller keeps
 
 export class Store extends House {
   media: MediaFile[] | null = null; // null until it is asked for
@@ -18,6 +19,7 @@ export class Store extends House {
   private readonly listeners = new Set<() => void>();
   private isTelling = false;
   private refreshTimer = 0;
+  private mediaTimer = 0;
   private changes = 0; // counts what has been taken from the event stream
 
   get mayEdit(): boolean {
@@ -59,8 +61,30 @@ export class Store extends House {
     if (event.type in reducers) this.changes += 1;
     handle(reducers, event, this, event.time);
     if (leavesQuestions(event.type)) this.refreshSoon();
+    if (event.type === 'media_stored' || event.type === 'media_removed') this.reloadMediaSoon();
     this.log.note(event, this);
+    if (event.type === 'state') void this.lookBack();
     this.changed();
+  }
+
+  /** What happened before this page heard of it. */
+  private async lookBack(): Promise<void> {
+    try {
+      const { events } = await request('get', '/api/events/recent', { query: { limit: String(MOST_RECENT) } });
+      this.log.noteEarlier(events as HouseEvent[], this);
+      this.changed();
+    } catch {
+      // The next connection brings it.
+    }
+  }
+
+  private reloadMediaSoon(): void {
+    if (this.media === null || this.mediaTimer) return;
+    this.mediaTimer = window.setTimeout(() => {
+      this.mediaTimer = 0;
+      // The next event or the next connection brings what could not be had.
+      this.loadMedia().catch(() => undefined);
+    }, GATHERING);
   }
 
   /** Asks, in a moment, for what no event tells. */

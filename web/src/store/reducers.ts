@@ -1,6 +1,8 @@
 // How each event of the controller changes what is known of the house.
 
 import type { Handlers, HouseEvents } from '../api/events';
+import { soundOf } from '../model/format';
+import { t } from '../texts/page';
 import { byId, type House } from './House';
 
 export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
@@ -11,16 +13,22 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.screens = byId(data.navigators);
     house.variables = data.variables;
     house.endings += 1;
+    house.states += 1;
+    house.failures = [];
   },
   announcement_started({ announcement }, house, time) {
     if (!house.status) return;
     const playing = { announcement, name: house.announcementName(announcement), since: time };
     house.changeStatus({ playing, waiting: house.status.waiting.filter((id) => id !== announcement) });
     house.endings += 1;
+    house.failures = [];
   },
-  announcement_ended(_data, house) {
+  announcement_ended({ announcement }, house) {
+    if (house.failures.length > 0)
+      house.failed = { name: house.announcementName(announcement), failures: house.failures };
     house.changeStatus({ playing: null });
     house.endings += 1;
+    house.failures = [];
   },
   announcement_stored(data, house) {
     if (!data.now) return;
@@ -35,11 +43,17 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
   room_set_up: ({ room }, house) => house.changeRoom(room, { in_announcement: true, trouble: null }),
   room_volume_changed: ({ room, volume }, house) => house.changeRoom(room, { volume }),
   room_restored: ({ room, volume }, house) => house.changeRoom(room, { in_announcement: false, volume }),
-  room_output_failed: ({ room, reason }, house) => house.changeRoom(room, { trouble: reason }),
+  room_output_failed({ room, reason }, house) {
+    house.changeRoom(room, { trouble: reason });
+    house.failures = [...house.failures, t.log.failed(house.roomName(room), reason)];
+  },
   screens_woken: ({ room }, house) => house.changeRoom(room, { awake: true }),
   screens_rested: ({ room }, house) => house.changeRoom(room, { awake: false }),
   sound_started: ({ file }, house, time) => house.changeStatus({ sound: { file, since: time } }),
-  sound_ended: (_data, house) => house.changeStatus({ sound: null }),
+  sound_ended({ file, error }, house) {
+    house.changeStatus({ sound: null });
+    if (error) house.failures = [...house.failures, t.log.soundFailed(soundOf(file), error)];
+  },
   popup_shown: ({ navigator, popup }, house) => house.changeScreen(navigator, { popup }),
   popup_changed({ navigator, number, message }, house) {
     const popup = house.popupOn(navigator);

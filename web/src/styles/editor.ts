@@ -8,17 +8,20 @@ export const editorStyles = css`
   }
   form {
     display: grid;
+    grid-template-columns: minmax(0, 1fr);
     gap: 1.25rem;
   }
   .fields,
   aside {
     display: grid;
+    grid-template-columns: minmax(0, 1fr);
     gap: 1.25rem;
     align-content: start;
     min-width: 0;
   }
   aside .card {
     display: grid;
+    grid-template-columns: minmax(0, 1fr);
     gap: 0.9rem;
     padding: 1.25rem;
   }

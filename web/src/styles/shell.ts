@@ -123,7 +123,7 @@ export const shellStyles = css`
     margin: 0 auto;
   }
   ui-toasts {
-    --toasts: calc(9.2rem + env(safe-area-inset-bottom, 0px));
+    inset: auto 0.75rem calc(9.4rem + env(safe-area-inset-bottom, 0px)) 0.75rem;
   }
 
   @media (min-width: 700px) {
@@ -131,7 +131,7 @@ export const shellStyles = css`
       position: fixed;
       inset: 0 auto 0 0;
       flex-direction: column;
-      width: 7.5rem;
+      width: var(--rail);
       padding: 1rem 0.5rem;
       gap: 1.25rem;
       border: 0;
@@ -173,14 +173,14 @@ export const shellStyles = css`
       margin: 0;
     }
     .page {
-      margin-left: 7.5rem;
+      margin-left: var(--rail);
       padding: 2rem 1.75rem 9rem;
     }
     now-bar {
-      inset: auto 1.75rem 1.25rem 9.25rem;
+      inset: auto 1.75rem 1.25rem calc(var(--rail) + 1.75rem);
     }
     ui-toasts {
-      --toasts: 6rem;
+      inset: auto 1.75rem 6rem calc(var(--rail) + 1.75rem);
     }
   }
   @media (min-width: 1100px) {
@@ -218,6 +218,9 @@ export const shellStyles = css`
     }
     now-bar {
       inset: auto 2.5rem 1.5rem calc(var(--nav) + 2.5rem);
+    }
+    ui-toasts {
+      inset: auto 2.5rem 6.5rem calc(var(--nav) + 2.5rem);
     }
   }
 `;

@@ -15,7 +15,7 @@ import '../parts/draft-sound';
 import '../parts/popup-preview';
 import { attempt, toast } from '../parts/ui-toasts';
 import { deleteWithUndo } from '../parts/deleting';
-import { Following, store } from '../store/live';
+import { Following, Reading, store } from '../store/live';
 import { editorStyles } from '../styles/editor';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
@@ -31,7 +31,7 @@ export class AnnouncementEditor extends LitElement {
   @property({ attribute: false }) copyOf: number | null = null;
   @state() private draft: AnnouncementBody | null = null;
   @state() private errors: Errors = {};
-  @state() private problem = '';
+  @state() private problem: Problem | null = null;
   @state() private isSaving = false;
   @state() private isGone = false;
   private saved: AnnouncementBody = blank();
@@ -40,6 +40,14 @@ export class AnnouncementEditor extends LitElement {
   constructor() {
     super();
     new Following(this);
+    new Reading(this, () => this.connected());
+  }
+
+  /** What could not be read or saved for want of a connection is not held against anybody any more. */
+  private connected(): void {
+    void attempt(() => store.loadMedia());
+    if (this.problem?.status === 0) this.problem = null;
+    if (this.hasUpdated && this.announcement !== null && !this.draft && !this.isGone) void this.read(this.announcement);
   }
 
   get isDirty(): boolean {
@@ -49,7 +57,6 @@ export class AnnouncementEditor extends LitElement {
   override connectedCallback(): void {
     super.connectedCallback();
     window.addEventListener('beforeunload', this.beforeUnload);
-    void attempt(() => store.loadMedia());
   }
 
   override disconnectedCallback(): void {
@@ -67,7 +74,7 @@ export class AnnouncementEditor extends LitElement {
 
   private async begin(): Promise<void> {
     this.errors = {};
-    this.problem = '';
+    this.problem = null;
     this.isGone = false;
     this.tag = '';
     if (this.announcement === null) {
@@ -77,7 +84,7 @@ export class AnnouncementEditor extends LitElement {
       return;
     }
     this.draft = null;
-    await this.read(this.announcement);
+    if (store.link.isConnected) await this.read(this.announcement);
   }
 
   private async read(id: number): Promise<void> {
@@ -86,9 +93,10 @@ export class AnnouncementEditor extends LitElement {
       this.saved = bodyOf(value);
       this.draft = this.saved;
       this.tag = etag;
+      this.problem = null;
     } catch (problem) {
       if (problem instanceof Problem && problem.status === 404) this.isGone = true;
-      else this.problem = problem instanceof Problem ? problem.text : String(problem);
+      else this.problem = asProblem(problem);
     }
   }
 
@@ -117,14 +125,15 @@ export class AnnouncementEditor extends LitElement {
             </section>`
           : nothing
       }
-      ${this.draft ? this.renderForm(this.draft) : html`<p class="problem" role="alert">${this.problem}</p>`}`;
+      ${this.draft ? this.renderForm(this.draft) : html`<p class="problem" role="alert">${this.problem?.text}</p>`}
+      ${this.draft || store.link.isConnected ? nothing : html`<p class="soft">${t.link.awaited}</p>`}`;
   }
 
   private renderForm(draft: AnnouncementBody): unknown {
     const name = (event: Event): void => this.change({ ...draft, name: (event.target as SlInput).value });
     return html`<form
       novalidate
-      @submit=${this.submit}
+      @submit=${(event: Event) => event.preventDefault()}
       @draft=${(event: CustomEvent<AnnouncementBody>) => this.change(event.detail)}
     >
       <div class="fields">
@@ -153,9 +162,9 @@ export class AnnouncementEditor extends LitElement {
         <section class="card"><announcement-outlook .announcement=${draft}></announcement-outlook></section>
       </aside>
       <footer>
-        <p class="problem" role="alert">${this.problem}</p>
+        <p class="problem" role="alert">${this.problem?.text}</p>
         <sl-button href=${LIST}>${t.cancel}</sl-button>
-        <sl-button type="submit" variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button>
+        <sl-button variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button>
       </footer>
     </form>`;
   }
@@ -167,10 +176,10 @@ export class AnnouncementEditor extends LitElement {
     this.errors = Object.fromEntries(Object.entries(this.errors).filter(([place]) => now[place]));
   }
 
-  private readonly submit = (event: Event): void => {
-    event.preventDefault();
+  /** By the button alone: whoever presses Enter in a field has most often not written the rest yet. */
+  private readonly submit = (): void => {
     if (!this.draft || this.isSaving) return;
-    this.problem = '';
+    this.problem = null;
     this.errors = errorsIn(this.draft);
     if (Object.keys(this.errors).length > 0) void this.showFirstError();
     else void this.save(this.draft, this.tag);
@@ -186,13 +195,12 @@ export class AnnouncementEditor extends LitElement {
       toast({ text: t.editor.saved(draft.name), tone: 'good' });
       location.hash = LIST;
     } catch (problem) {
-      await this.refused(problem);
+      await this.refused(asProblem(problem));
     }
     this.isSaving = false;
   }
 
-  private async refused(problem: unknown): Promise<void> {
-    if (!(problem instanceof Problem)) throw problem;
+  private async refused(problem: Problem): Promise<void> {
     if (problem.status === 412) {
       await this.resolveConflict();
       return;
@@ -202,7 +210,7 @@ export class AnnouncementEditor extends LitElement {
       this.errors = { ...this.errors, [error.place]: error.text };
       await this.showFirstError();
     } else {
-      this.problem = problem.text;
+      this.problem = problem;
     }
   }
 
@@ -211,7 +219,14 @@ export class AnnouncementEditor extends LitElement {
     const mine = this.draft;
     const id = this.announcement;
     if (!mine || id === null) return;
-    const { value, etag } = await exchange('get', PATH, { path: { id } });
+    let theirs;
+    try {
+      theirs = await exchange('get', PATH, { path: { id } });
+    } catch (problem) {
+      this.problem = asProblem(problem);
+      return;
+    }
+    const { value, etag } = theirs;
     const answer = await askAboutConflict(mine, bodyOf(value));
     if (answer === 'overwrite') await this.save(mine, etag);
     if (answer !== 'reload') return;
@@ -245,3 +260,6 @@ export class AnnouncementEditor extends LitElement {
     deleteWithUndo(announcement);
   }
 }
+
+const asProblem = (problem: unknown): Problem =>
+  problem instanceof Problem ? problem : new Problem(500, String(problem));

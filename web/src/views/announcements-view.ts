@@ -128,6 +128,7 @@ export class AnnouncementsView extends LitElement {
         .announcement=${one}
         .isOpen=${this.open.has(one.id)}
         .isPlaying=${status?.playing?.announcement === one.id}
+        .isFailing=${store.failures.length > 0}
         .turn=${(status?.waiting.indexOf(one.id) ?? -1) + 1}
         @toggle-row=${() => this.toggle(one.id)}
       ></announcement-row>`;

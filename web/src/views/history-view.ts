@@ -48,7 +48,7 @@ export class HistoryView extends LitElement {
   }
 
   private async follow(): Promise<void> {
-    if (this.seen === store.endings || this.isLoading) return;
+    if (this.seen === store.endings || this.isLoading || !store.link.isConnected) return;
     this.isLoading = true;
     this.seen = store.endings;
     await attempt(async () => {
@@ -84,6 +84,7 @@ export class HistoryView extends LitElement {
         <h1>${t.history.title}</h1>
         ${all.length ? this.renderExport(shown) : nothing}
       </div>
+      ${this.entries || store.link.isConnected ? nothing : html`<p class="soft">${t.link.awaited}</p>`}
       ${all.length ? this.renderFilter() : nothing}
       ${
         this.entries && all.length === 0

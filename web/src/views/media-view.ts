@@ -7,7 +7,7 @@ import type { MediaFile } from '../api/objects';
 import '../parts/media-card';
 import '../parts/media-drop';
 import { attempt } from '../parts/ui-toasts';
-import { Following, store } from '../store/live';
+import { Following, Reading, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 
@@ -19,7 +19,8 @@ export class MediaView extends LitElement {
       .group {
         margin-top: 1.75rem;
       }
-      .empty {
+      .empty,
+      .awaited {
         margin-top: 1.5rem;
       }
     `,
@@ -28,17 +29,15 @@ export class MediaView extends LitElement {
   constructor() {
     super();
     new Following(this);
-  }
-
-  override connectedCallback(): void {
-    super.connectedCallback();
-    void attempt(() => store.loadMedia());
+    new Reading(this, () => void attempt(() => store.loadMedia()));
   }
 
   override render(): unknown {
     const files = store.media ?? [];
     return html`<div class="head"><h1>${t.media.title}</h1></div>
-      <media-drop wanted="any"></media-drop> ${
+      <media-drop wanted="any"></media-drop>
+      ${store.media || store.link.isConnected ? nothing : html`<p class="awaited soft">${t.link.awaited}</p>`}
+      ${
         store.media && files.length === 0
           ? html`<section class="card empty">
               <ui-icon name="note"></ui-icon>

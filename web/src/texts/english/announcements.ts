@@ -24,6 +24,7 @@ export const announcements = {
     editShort: 'Edit',
     duplicateShort: 'Duplicate',
     playing: 'Playing',
+    failing: 'Failed',
     waiting: (place: number) => (place === 1 ? 'Next' : `Waiting, number ${place}`),
     noSound: 'No sound',
     noRooms: 'No rooms',
@@ -31,7 +32,6 @@ export const announcements = {
     follows: (name: string) => `Shows the value of ${name}`,
     silent: 'No message',
     deleted: (name: string) => `“${name}” is deleted`,
-    asked: (name: string) => `“${name}” waits behind what plays`,
   },
   timeline: {
     title: 'What will happen',
@@ -64,6 +64,9 @@ export const announcements = {
     woken: (room: string) => `The screens in ${room} wake up.`,
     rested: (room: string) => `The screens in ${room} go back to rest.`,
     sound: (file: string) => `The sound “${file}” begins.`,
+    noSound: (why: string) => `Nothing is heard: ${why}.`,
+    noRoom: (room: string) => `${room} is not in this house: nothing is heard there.`,
+    noScreen: (screen: string) => `${screen} is not in this house: nothing is shown there.`,
     popup: (screen: string, text: string, hasOk: boolean) =>
       `${screen} shows “${text}”${hasOk ? ', with an OK button' : ''}.`,
     hidden: (screen: string) => `${screen} no longer shows it.`,

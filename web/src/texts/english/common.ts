@@ -47,6 +47,7 @@ export const common = {
     connecting: 'Connecting …',
     lost: 'Not connected',
     lostLong: 'Not connected. What you see may be out of date; trying again …',
+    awaited: 'This is shown as soon as there is a connection.',
   },
   theme: { light: 'Light', dark: 'Dark', auto: 'As the system', label: (name: string) => `Colours: ${name}` },
   access: {
@@ -59,9 +60,10 @@ export const common = {
     submit: 'Sign in',
     signOut: 'Sign out',
     wrong: 'This token is not known here. Check that all of it was copied.',
-    forbidden: 'This token may not open this page.',
     often: 'Too many wrong tokens. Wait a minute and try again.',
     screenTitle: 'This token belongs to a screen',
+    screenText:
+      'It opens the page of that screen, and nothing else. This page needs a token with the right “play” or “admin”.',
     openScreen: (id: number) => `Open the page of screen ${id}`,
   },
   now: {
@@ -70,6 +72,7 @@ export const common = {
     screens: (names: string) => `on ${names}`,
     waiting: (names: string) => `then ${names}`,
     playing: 'Playing',
+    failed: (name: string, why: string) => `“${name}”: ${why}`,
     dismiss: 'Dismiss',
     dismissLabel: 'Dismiss what plays: close its message on every screen',
   },

@@ -29,6 +29,8 @@ export const live = {
     pages: (screen: string, pages: number) =>
       pages ? `${screen} is connected` : `${screen} is not connected any more`,
     value: (name: string, value: string) => `${name} is now “${value}”`,
+    mediaStored: (name: string) => `“${name}” was brought in`,
+    mediaRemoved: (name: string) => `“${name}” was deleted`,
     notSaved: (reason: string) => `Changes could not be written to the disk: ${reason}`,
   },
 };

@@ -2,10 +2,14 @@
 
 export const screen = {
   title: (place: string, house: string) => `${place} · ${house}`,
-  tokenCommand: (id: string) => `announcement-controller token add navigator-${id} --right navigator:${id}`,
+  tokenCommand: (id: string) =>
+    `announcement-controller token add navigator-${id} --right navigator:${id} --house HOUSE.yaml`,
   connecting: 'Connecting …',
   connected: 'Connected',
   needsToken: 'Not connected: this screen needs a token',
+  otherScreens: (ids: string, id: string) =>
+    `this token is for screen ${ids}, and this is screen ${id}. Open the page of that screen, or enter another`,
+  refused: (why: string) => `Not connected: ${why}`,
   inAMoment: 'Not connected. Trying again in a moment …',
   tryingAgain: 'Not connected. Trying again …',
   seconds: (value: number) => `${value} s`,

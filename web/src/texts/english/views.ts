@@ -93,7 +93,7 @@ export const views = {
   },
   logView: {
     title: 'Log',
-    none: 'Nothing has happened since this page was opened.',
+    none: 'Nothing to show here yet.',
     topic: 'Show',
     topics: {
       all: 'Everything',
