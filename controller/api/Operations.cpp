@@ -2,11 +2,11 @@
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/EventJson.h"
-#include "controller/api/json/StatusViews.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
+#include "controller/api/json/StatusViews.h"
 
 namespace controller {
 
