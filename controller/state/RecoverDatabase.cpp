@@ -102,6 +102,11 @@ private:
         rows.Bind(m_next);
         while (rows.Step()) {
             AnnouncementRow row{rows.Number(0), rows.Text(1), rows.Text(2)};
+            // What is left of a page may give keys that were not asked for, again and again.
+            if (row.key < m_next) {
+                m_isGap = true;
+                continue;
+            }
             if (m_isGap)
                 TellGap("before " + Named(row));
             m_next = row.key + 1;

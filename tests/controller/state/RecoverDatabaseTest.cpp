@@ -141,6 +141,21 @@ TEST_F(RecoverDatabaseTest, WhereAPageCannotBeReadOnlyWhatStoodThereIsLost) {
     ExpectTheRest();
 }
 
+TEST_F(RecoverDatabaseTest, CutShortInTheMiddleOfAPageItGivesEachAnnouncementOnce) {
+    // Where a page begins its list of rows is there, and the rows are not.
+    Fill();
+    const auto size = std::filesystem::file_size(File());
+    for (const std::uintmax_t back : {4096U, 3U * 4096U, 8U * 4096U}) {
+        Fill();
+        std::filesystem::resize_file(File(), size - back + 229);
+        const Texts lines = StateDatabase::Recover(m_folder.Path());
+        EXPECT_LT(lines.size(), 20U);
+        std::vector<int> ids = Ids();
+        EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
+        EXPECT_EQ(std::unique(ids.begin(), ids.end()), ids.end());
+    }
+}
+
 TEST_F(RecoverDatabaseTest, FromNothingReadableItStartsEmpty) {
     m_folder.Write(StateDatabase::kFileName, std::string(8192, 'x'));
     const Texts lines = StateDatabase::Recover(m_folder.Path());

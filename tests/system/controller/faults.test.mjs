@@ -248,7 +248,7 @@ test('a damaged database stops the start, and --recover goes on with what can be
     assert.equal(status, 3);
     assert.match(output, /damaged.*--recover/);
     await house.start({ words: ['--recover'] });
-    assert.match(house.output, /set aside as/);
+    await house.program.until('what became of the database', (output) => /set aside as/.test(output));
     assert.equal((await house.ask('POST', '/api/announcements', { name: 'New' })).status, 201);
   } finally {
     await house.remove();
