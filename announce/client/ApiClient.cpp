@@ -1,5 +1,6 @@
 #include "announce/client/ApiClient.h"
 
+#include "announce/client/EventLoop.h"
 #include "announce/client/Problem.h"
 
 #include <cctype>
@@ -96,7 +97,7 @@ EventStream ApiClient::Events() {
     return {Loop(), m_connection};
 }
 
-void ApiClient::Sleep(EventLoop::Duration duration) {
+void ApiClient::Sleep(std::chrono::steady_clock::duration duration) {
     Loop().Sleep(duration);
 }
 

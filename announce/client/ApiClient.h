@@ -2,13 +2,15 @@
 
 #include "announce/basics/Json.h"
 #include "announce/client/Connection.h"
-#include "announce/client/EventLoop.h"
 #include "announce/client/EventStream.h"
 #include "announce/client/Http.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
+
+class EventLoop;
 
 /// The controller's API. Every operation throws Failure with the controller's own words, or with the reason
 /// why it does not answer. Nothing is connected before the first of them.
@@ -38,7 +40,7 @@ public:
     Json Upload(const std::string& path, std::string content, std::function<void(std::size_t)> progress);
 
     [[nodiscard]] EventStream Events();
-    void Sleep(EventLoop::Duration duration);
+    void Sleep(std::chrono::steady_clock::duration duration);
 
 private:
     HttpAnswer Send(const HttpQuestion& question);

@@ -1,5 +1,6 @@
 #include "announce/client/EventStream.h"
 
+#include "announce/client/EventLoop.h"
 #include "announce/client/Problem.h"
 #include "announce/client/Transport.h"
 
@@ -91,6 +92,6 @@ Json EventStream::Next() {
     return event;
 }
 
-std::optional<Json> EventStream::Next(EventLoop::Duration longest) {
+std::optional<Json> EventStream::Next(std::chrono::steady_clock::duration longest) {
     return m_loop.WaitFor(longest, [this] { return HasSome(); }) ? std::optional(Next()) : std::nullopt;
 }

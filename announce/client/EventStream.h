@@ -2,10 +2,13 @@
 
 #include "announce/basics/Json.h"
 #include "announce/client/Connection.h"
-#include "announce/client/EventLoop.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
+#include <string>
+
+class EventLoop;
 
 /// What happens in the house, as it happens. Events wait here until they are taken.
 class EventStream {
@@ -18,7 +21,7 @@ public:
     [[nodiscard]] Json Next();
 
     /// The same, or nothing when none comes for so long.
-    [[nodiscard]] std::optional<Json> Next(EventLoop::Duration longest);
+    [[nodiscard]] std::optional<Json> Next(std::chrono::steady_clock::duration longest);
 
     struct Inbox;
 

@@ -1,5 +1,6 @@
 #include "announce/client/Http.h"
 
+#include "announce/client/EventLoop.h"
 #include "announce/client/Transport.h"
 
 #include <boost/beast/core/flat_buffer.hpp>

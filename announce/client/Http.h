@@ -1,11 +1,12 @@
 #pragma once
 
 #include "announce/client/Connection.h"
-#include "announce/client/EventLoop.h"
 
 #include <cstddef>
 #include <functional>
 #include <string>
+
+class EventLoop;
 
 /// What is asked of the controller.
 struct HttpQuestion {

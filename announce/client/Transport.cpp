@@ -1,5 +1,7 @@
 #include "announce/client/Transport.h"
 
+#include "announce/client/EventLoop.h"
+
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/error.hpp>
 #include <boost/asio/ssl/host_name_verification.hpp>

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "announce/client/Connection.h"
-#include "announce/client/EventLoop.h"
 
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/ssl/ssl_stream.hpp>
 
 #include <utility>
+
+class EventLoop;
 
 /// The steps that an HTTP request and a WebSocket have in common. All of them throw Failure (NoConnection)
 /// that names the address, the reason and what would be right.

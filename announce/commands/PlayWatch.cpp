@@ -1,5 +1,7 @@
 #include "announce/commands/PlayWatch.h"
 
+#include "announce/basics/Failure.h"
+
 PlayWatch::PlayWatch(ApiClient& client, std::uint32_t announcement)
     : m_client(client)
     , m_announcement(announcement)

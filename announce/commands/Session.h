@@ -1,5 +1,6 @@
 #pragma once
 
+#include "announce/basics/Failure.h"
 #include "announce/client/ApiClient.h"
 #include "announce/definitions/Arguments.h"
 #include "announce/definitions/Definitions.h"
