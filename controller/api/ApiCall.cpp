@@ -1,12 +1,11 @@
 #include "controller/api/ApiCall.h"
 
 #include "controller/api/json/Replies.h"
+#include "controller/driver/Text.h"
 #include "controller/media/MediaShelf.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
-#include <optional>
 
 namespace controller {
 
@@ -34,13 +33,6 @@ std::string Find(const ApiCall::Values& values, std::string_view name) {
     return place != values.end() ? place->second : "";
 }
 
-std::optional<std::uint64_t> ReadNumber(const std::string& text) {
-    std::uint64_t number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
-    return isNumber ? std::optional(number) : std::nullopt;
-}
-
 } // namespace
 
 std::string ApiCall::Text(std::string_view name) const {
@@ -49,7 +41,7 @@ std::string ApiCall::Text(std::string_view name) const {
 
 std::uint64_t ApiCall::Number(std::string_view name) const {
     const std::string text = Text(name);
-    const auto number = ReadNumber(text);
+    const auto number = ReadNumber<std::uint64_t>(text, 0, std::numeric_limits<std::uint64_t>::max());
     if (!number)
         throw ApiError(404, "\"" + text + "\" in the address is no number",
                        std::string(name) + " in decimal");

@@ -2,6 +2,7 @@
 
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/Replies.h"
+#include "controller/driver/Text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -74,12 +75,6 @@ Json Describe(const Operation& operation, fields::Components& components) {
     else
         described["description"] = std::string("Needs the right: ") + NameOf(operation.need);
     return described;
-}
-
-std::string Lower(std::string text) {
-    for (char& letter : text)
-        letter = static_cast<char>(letter - 'A' + 'a');
-    return text;
 }
 
 } // namespace

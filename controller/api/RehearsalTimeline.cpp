@@ -51,16 +51,16 @@ public:
     /// From now on calls are those of the playing, and not of the agent's start or end.
     void Listen(bool isListening) noexcept { m_isListening = isListening; }
 
-    void StepBegins(VirtualTime now, const Step& /*step*/) override { LookForEnd(now); }
+    void StepBegins(VirtualTime /*now*/, const Step& /*step*/) override { LookForEnd(); }
 
     void TimerFired(VirtualTime now, std::uint32_t /*timerId*/, TimerOwner owner) override {
-        LookForEnd(now);
+        LookForEnd();
         if (owner == TimerOwner::Agent)
             m_poll = now.count();
     }
 
     void CalledBack(VirtualTime now, std::string_view operation) override {
-        LookForEnd(now);
+        LookForEnd();
         if (operation != "AudioAnnouncementComplete")
             Add(now, "stream_ready");
         else if (m_order.soundTrouble.empty())
@@ -89,7 +89,7 @@ public:
     }
 
     /// A poll that armed no other one was the last: the agent has let go of the announcement.
-    void LookForEnd(VirtualTime /*now*/) {
+    void LookForEnd() {
         if (m_poll && !m_end)
             m_end = *m_poll;
     }
@@ -260,7 +260,7 @@ view::Rehearsal Run(const std::string& moduleFile, const Order& order) {
     second.duration = VirtualTime(1000);
     for (std::uint64_t passed = 0; passed < kLongest && !sink.IsEnded(); passed += 1000) {
         DoStep(rehearsal, second);
-        sink.LookForEnd(second.duration);
+        sink.LookForEnd();
     }
     sink.Listen(false);
     view::Rehearsal rehearsed{order.announcement.id, sink.End(), sink.IsEnded(), sink.Take()};

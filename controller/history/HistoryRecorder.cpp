@@ -1,21 +1,13 @@
 #include "controller/history/HistoryRecorder.h"
 
+#include "controller/state/UtcText.h"
+
 #include <algorithm>
-#include <ctime>
 #include <utility>
 
 namespace controller {
 
 namespace {
-
-std::string UtcText(std::chrono::system_clock::time_point time) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    char text[32];
-    (void)std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-    return text;
-}
 
 void AddOnce(std::vector<std::uint32_t>& ids, std::uint32_t id) {
     if (std::find(ids.begin(), ids.end(), id) == ids.end())

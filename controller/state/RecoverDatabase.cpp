@@ -3,10 +3,10 @@
 #include "controller/state/RowChecksum.h"
 #include "controller/state/StateDatabase.h"
 #include "controller/state/StateText.h"
+#include "controller/state/UtcText.h"
 #include "host/VqXML.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace controller {
 
@@ -18,17 +18,11 @@ constexpr const char* kCompanions[] = {"", "-wal", "-shm"};
 /// So many keys are looked for behind a damage.
 constexpr int kMaxKeys = 100000;
 
-std::string Stamp() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    char text[32];
-    (void)std::strftime(text, sizeof text, "%Y%m%dT%H%M%SZ", &parts);
-    return text;
-}
-
 fs::path FreeName(const fs::path& file) {
-    const std::string base = file.string() + ".damaged-" + Stamp();
+    std::string stamp = UtcText(std::chrono::system_clock::now());
+    stamp.erase(std::remove_if(stamp.begin(), stamp.end(), [](char c) { return c == '-' || c == ':'; }),
+                stamp.end());
+    const std::string base = file.string() + ".damaged-" + stamp;
     fs::path name = base;
     for (int count = 2; fs::exists(name) || fs::exists(name.string() + "-wal"); ++count)
         name = base + "-" + std::to_string(count);

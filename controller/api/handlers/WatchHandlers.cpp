@@ -4,8 +4,8 @@
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
+#include "controller/driver/Text.h"
 
-#include <charconv>
 #include <limits>
 
 namespace controller {
@@ -17,22 +17,21 @@ std::size_t LimitOf(Call call) {
     const std::string text = call->Query("limit");
     if (text.empty())
         return 100;
-    std::size_t limit = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), limit);
-    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || limit < 1 || limit > 1000)
+    const auto limit = ReadNumber<std::size_t>(text, 1, 1000);
+    if (!limit)
         throw ApiError(400, "limit: \"" + text + "\" is out of range", "an integer from 1 to 1000");
-    return limit;
+    return *limit;
 }
 
 std::int64_t BeforeOf(Call call) {
     const std::string text = call->Query("before");
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
     if (text.empty())
-        return std::numeric_limits<std::int64_t>::max();
-    std::int64_t before = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), before);
-    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || before < 0)
+        return kMost;
+    const auto before = ReadNumber<std::int64_t>(text, 0, kMost);
+    if (!before)
         throw ApiError(400, "before: \"" + text + "\" is no id of the history", "the id of an entry");
-    return before;
+    return *before;
 }
 
 void AppendMetric(

@@ -2,7 +2,6 @@
 
 #include "controller/ModuleFile.h"
 #include "controller/agent/AgentHost.h"
-#include "controller/history/HistoryRecorder.h"
 #include "host/IDeviceManager.h"
 #include "tests/controller/support/EventTexts.h"
 #include "tests/controller/support/FakeScheduler.h"
@@ -120,59 +119,6 @@ TEST_F(NowPlayingTest, WithoutTheAgentNothingPlays) {
     EXPECT_EQ(m_events.Take(), (Texts{"started 1", "ended 1"}));
     m_playing.AgentStopped();
     EXPECT_TRUE(m_events.Take().empty());
-}
-
-class HistoryRecorderTest : public testing::Test {
-protected:
-    EventFeed m_feed;
-    std::vector<HistoryEntry> m_written;
-    bool m_isEnding = false;
-    HistoryRecorder m_history{m_feed,
-                              {[](std::uint32_t id) { return "name of " + std::to_string(id); },
-                               [this](const HistoryEntry& entry) { m_written.push_back(entry); },
-                               [this] {
-                                   return m_isEnding;
-                               }}};
-};
-
-TEST_F(HistoryRecorderTest, WhatWasPlayedWhereIsWrittenWhenItIsOver) {
-    m_feed.Publish(events::RoomSetUp{9, 40}); // nothing plays
-    m_feed.Publish(events::AnnouncementStarted{7});
-    m_feed.Publish(events::RoomSetUp{1, 40});
-    m_feed.Publish(events::RoomSetUp{2, 40});
-    m_feed.Publish(events::RoomSetUp{1, 40});
-    m_feed.Publish(events::PopupShown{1, 5, "m", "", {}, true});
-    m_feed.Publish(events::SoundStarted{"chime.wav"});
-    m_feed.Publish(events::SoundEnded{"chime.wav", ""});
-    EXPECT_TRUE(m_written.empty());
-    m_feed.Publish(events::AnnouncementEnded{7});
-    ASSERT_EQ(m_written.size(), 1U);
-    EXPECT_EQ(m_written[0].announcement, 7U);
-    EXPECT_EQ(m_written[0].name, "name of 7");
-    EXPECT_EQ(m_written[0].rooms, (std::vector<std::uint32_t>{1, 2}));
-    EXPECT_EQ(m_written[0].navigators, std::vector<std::uint32_t>{5});
-    EXPECT_EQ(m_written[0].file, "chime.wav");
-    EXPECT_EQ(m_written[0].outcome, "ended");
-    EXPECT_EQ(m_written[0].startedAt.size(), 20U);
-    EXPECT_EQ(m_written[0].endedAt.size(), 20U);
-}
-
-TEST_F(HistoryRecorderTest, TheOutcomeSaysHowItEnded) {
-    m_feed.Publish(events::AnnouncementStarted{1});
-    m_feed.Publish(events::PopupHidden{1, 5, events::PopupEnd::Dismissed});
-    m_feed.Publish(events::AnnouncementEnded{1});
-    m_feed.Publish(events::AnnouncementStarted{2});
-    m_feed.Publish(events::SoundEnded{"a.wav", "missing"});
-    m_feed.Publish(events::PopupHidden{1, 5, events::PopupEnd::Dismissed});
-    m_feed.Publish(events::AnnouncementEnded{2});
-    m_feed.Publish(events::AnnouncementStarted{3});
-    m_isEnding = true;
-    m_feed.Publish(events::AnnouncementEnded{3});
-    ASSERT_EQ(m_written.size(), 3U);
-    EXPECT_EQ(m_written[0].outcome, "dismissed");
-    EXPECT_EQ(m_written[1].outcome, "failed: missing");
-    EXPECT_EQ(m_written[1].file, "a.wav");
-    EXPECT_EQ(m_written[2].outcome, "interrupted");
 }
 
 } // namespace
