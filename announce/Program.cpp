@@ -45,11 +45,21 @@ ExitStatus Run(const CommandTable& commands, const CommandLine& line, Output& ou
     return line.arguments.Has("watch") ? Watch(session, *line.command) : line.command->run(session);
 }
 
-int TellFailure(const Failure& failure) {
-    std::string message = std::string("announce: ") + failure.what();
-    if (!failure.Right().empty())
-        message += "\n  right: " + failure.Right();
-    Tell(message, Style::Bad);
+ExitStatus RunAndPrint(const CommandTable& commands, const CommandLine& line) {
+    Output output(Terminal::Of(STDOUT_FILENO), line.arguments.Has("json"));
+    try {
+        const ExitStatus status = Run(commands, line, output);
+        output.Flush();
+        return status;
+    } catch (const Failure&) {
+        // What was done before stays done, and is told first.
+        output.Flush();
+        throw;
+    }
+}
+
+int End(const Failure& failure) {
+    TellFailure(failure);
     return static_cast<int>(failure.Status());
 }
 
@@ -60,17 +70,14 @@ int RunProgram(const std::vector<std::string>& words) {
         RequireUtf8(words);
         const CommandTable commands = AllCommands();
         const CommandLine line = ReadCommandLine(commands, words);
-        Output output(Terminal::Of(STDOUT_FILENO), line.arguments.Has("json"));
-        const ExitStatus status = Run(commands, line, output);
-        output.Flush();
-        return static_cast<int>(status);
+        return static_cast<int>(RunAndPrint(commands, line));
     } catch (const Interrupted&) {
         return static_cast<int>(ExitStatus::Interrupted);
     } catch (const Failure& failure) {
-        return TellFailure(failure);
+        return End(failure);
     } catch (const Json::exception&) {
-        return TellFailure({ExitStatus::Failed, "what answers is no controller, or one of another version"});
+        return End({ExitStatus::Failed, "what answers is no controller, or one of another version"});
     } catch (const std::exception& error) {
-        return TellFailure({ExitStatus::Failed, error.what()});
+        return End({ExitStatus::Failed, error.what()});
     }
 }

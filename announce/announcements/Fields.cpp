@@ -3,7 +3,7 @@
 #include "announce/announcements/Targets.h"
 #include "announce/basics/Failure.h"
 #include "announce/basics/Times.h"
-#include "announce/basics/Words.h"
+#include "unicode/Unicode.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kNone = "none";
 
 bool ReadYesNo(const std::string& what, const std::string& text) {
-    const std::string answer = words::Lower(text);
+    const std::string answer = unicode::Folded(text);
     for (const char* yes : {"yes", "true", "on"}) {
         if (answer == yes)
             return true;

@@ -3,6 +3,7 @@
 #include "announce/basics/Failure.h"
 #include "announce/basics/Numbers.h"
 #include "announce/basics/Words.h"
+#include "unicode/Unicode.h"
 
 #include <algorithm>
 #include <optional>
@@ -26,8 +27,8 @@ const Json& Find(const fields::Field& list, const std::string& text, House& hous
 }
 
 std::ptrdiff_t CountNamed(const Json& all, const std::string& name) {
-    return std::count_if(all.begin(), all.end(), [&](const Json& one) {
-        return words::Lower(one.at("name").get<std::string>()) == words::Lower(name);
+    return std::count_if(all.begin(), all.end(), [meant = unicode::Folded(name)](const Json& one) {
+        return unicode::Folded(one.at("name").get<std::string>()) == meant;
     });
 }
 

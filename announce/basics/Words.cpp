@@ -1,5 +1,7 @@
 #include "announce/basics/Words.h"
 
+#include "unicode/Unicode.h"
+
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -30,18 +32,12 @@ std::size_t Distance(const std::string& one, const std::string& other) {
 
 } // namespace
 
-std::string Lower(std::string text) {
-    for (char& letter : text)
-        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
-    return text;
-}
-
 std::vector<std::string> Nearest(const std::vector<std::string>& all, const std::string& wanted) {
-    const std::string meant = Lower(wanted);
+    const std::string meant = unicode::Folded(wanted);
     const std::size_t farthest = std::max<std::size_t>(1, meant.size() / 3);
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : all) {
-        const std::string known = Lower(name);
+        const std::string known = unicode::Folded(name);
         const bool isPart = meant.size() >= 2 && known.find(meant) != std::string::npos;
         const std::size_t distance = isPart ? 0 : Distance(meant, known);
         if (distance <= farthest)

@@ -6,9 +6,6 @@
 /// Words as people type and read them.
 namespace words {
 
-/// The text in small letters, where it is ASCII.
-[[nodiscard]] std::string Lower(std::string text);
-
 /// The words nearest to `wanted`, the best first; only such that it could have been meant for.
 [[nodiscard]] std::vector<std::string> Nearest(const std::vector<std::string>& all,
                                                const std::string& wanted);

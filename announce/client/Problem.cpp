@@ -2,6 +2,8 @@
 
 #include "announce/basics/Failure.h"
 #include "announce/basics/Json.h"
+#include "announce/basics/TextWidth.h"
+#include "announce/basics/Words.h"
 
 namespace {
 
@@ -42,6 +44,16 @@ std::string TextIn(const Json& problem, const char* member) {
     return place != problem.end() && place->is_string() ? place->get<std::string>() : "";
 }
 
+/// `: Dinner (3), Doorbell (1)`: the announcements that stand in the way; empty when there are none.
+std::string UsersIn(const Json& problem) {
+    if (!problem.is_object() || !problem.contains("users"))
+        return "";
+    const std::string users = words::Listed(problem.at("users"), [](const Json& user) {
+        return text::Visible(user.at("name").get<std::string>()) + " (" + user.at("id").dump() + ")";
+    });
+    return users.empty() ? "" : ": " + users;
+}
+
 } // namespace
 
 void ThrowProblem(const HttpAnswer& answer) {
@@ -50,6 +62,6 @@ void ThrowProblem(const HttpAnswer& answer) {
     const auto [status, advice] = MeaningOf(answer);
     throw Failure(status,
                   detail.empty() ? "the controller answers with status " + std::to_string(answer.status)
-                                 : detail,
+                                 : detail + UsersIn(problem),
                   advice.empty() ? TextIn(problem, "right") : advice);
 }

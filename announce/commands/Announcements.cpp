@@ -2,6 +2,7 @@
 #include "announce/announcements/Options.h"
 #include "announce/announcements/Views.h"
 #include "announce/commands/Handlers.h"
+#include "announce/commands/Several.h"
 
 namespace handlers {
 
@@ -53,12 +54,14 @@ ExitStatus Remove(Session& session) {
     for (const std::string& text : session.arguments.All("announcement"))
         found.push_back(session.house.FindAnnouncement(text));
     Json removed = Json::array();
-    for (const Json& announcement : found) {
-        session.client.Delete(PathOf(announcement));
-        removed.push_back(announcement.at("id"));
-        session.ReportOne(Title(announcement) + " is removed");
-    }
-    return session.Report({{"removed", removed}}, "");
+    Several several(session, found.size(), "removed");
+    for (const Json& announcement : found)
+        several.Do(Title(announcement), [&] {
+            session.client.Delete(PathOf(announcement));
+            removed.push_back(announcement.at("id"));
+            session.ReportOne(Title(announcement) + " is removed");
+        });
+    return several.End({{"removed", removed}});
 }
 
 } // namespace handlers

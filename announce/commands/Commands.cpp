@@ -69,10 +69,10 @@ std::vector<CommandDefinition> HouseCommands() {
         {"media", "List the sounds and images", "", {}, {}, handlers::Media},
         {"media list", "List the sounds and images", "", {}, {}, handlers::Media},
         {"media add", "Bring files into the media folder",
-         "A file with the name of one that is there takes its place. Sounds are .wav files of at most 20 s; images .png, .jpg, .jpeg, .gif or .webp.",
+         "A file with the name of one that is there takes its place. Sounds are .wav files of at most 20 s; images .png, .jpg, .jpeg, .gif or .webp. A name keeps its letters (without accents), digits, - and _; what else stands in it becomes a -, and the answer says what the name has become. One file that cannot be taken keeps none of the others away.",
          {{"file", "FILE", "A sound or an image", Completes::File, true, true}, {"--name", "NAME", "How the file is called there"}},
          {}, handlers::AddMedia},
-        {"media remove", "Remove files from the media folder", "",
+        {"media remove", "Remove files from the media folder", "One that announcements use stays, and the message lists them. When one of them is not found, none is removed.",
          {{"name", "NAME", "A file of the media folder", Completes::Media, true, true}}, {}, handlers::RemoveMedia},
     };
 }
@@ -86,7 +86,7 @@ std::vector<CommandDefinition> OtherCommands() {
          "that is lost is made again, and what was missed is shown.",
          {{"-f,--follow", "", "Go on with what happens from now on"},
           {"-n,--lines", "COUNT", "Begin with so many that have happened, 0 to 1000; 20 when nothing is said"},
-          {"--type", "TYPE", "Only events of this type of the API; may come again", Completes::Nothing, false, true}},
+          {"--type", "TYPE", "Only events of this type of the API; may come again", Completes::EventType, false, true}},
          {{"Popups, one JSON object a line", "announce events --follow --json --type popup_shown"}}, handlers::Events},
         {"export", "Write every announcement as JSON",
          "Sounds and images are not in it.",

@@ -1,3 +1,4 @@
+#include "announce/basics/TextWidth.h"
 #include "announce/basics/Times.h"
 #include "announce/basics/Words.h"
 #include "announce/commands/Handlers.h"
@@ -93,6 +94,20 @@ private:
     bool m_isBegun = false;
 };
 
+void RequireTypes(const std::vector<std::string>& wanted, House& house) {
+    if (wanted.empty())
+        return;
+    const std::vector<std::string> known = house.EventTypes();
+    for (const std::string& type : wanted) {
+        if (std::find(known.begin(), known.end(), type) != known.end())
+            continue;
+        const auto near = words::Nearest(known, type);
+        throw Failure(ExitStatus::Usage, "there is no type of event \"" + text::Visible(type) + "\"",
+                      near.empty() ? "one of " + words::Choice(known)
+                                   : "the nearest: " + words::Choice(near));
+    }
+}
+
 } // namespace
 
 ExitStatus History(Session& session) {
@@ -116,6 +131,7 @@ ExitStatus History(Session& session) {
 }
 
 ExitStatus Events(Session& session) {
+    RequireTypes(session.arguments.All("type"), session.house);
     EventPrinter printer(session);
     const long lines = session.arguments.Number("lines", 0, 1000, 20);
     if (lines > 0)

@@ -1,5 +1,7 @@
+#include "announce/basics/TextWidth.h"
 #include "announce/basics/Times.h"
 #include "announce/commands/Handlers.h"
+#include "announce/commands/Several.h"
 #include "announce/output/Progress.h"
 
 #include <cmath>
@@ -60,6 +62,13 @@ Json Upload(Session& session, const fs::path& file, const std::string& name) {
                                  [&progress](std::size_t sent) { progress.Reach(sent); });
 }
 
+/// What has become of a file: the controller may call it otherwise.
+std::string WordsFor(const std::string& wanted, const Json& stored) {
+    const std::string name = stored.at("name");
+    return text::Visible(wanted) + " is in the media folder" + (name == wanted ? "" : " as " + name) + " (" +
+           SizeText(stored.at("bytes")) + ")";
+}
+
 } // namespace
 
 ExitStatus Media(Session& session) {
@@ -86,23 +95,29 @@ ExitStatus AddMedia(Session& session) {
                       "--name names one file, and there are " + std::to_string(files.size()),
                       "one FILE, or no --name");
     Json stored = Json::array();
-    for (const std::string& file : files) {
-        stored.push_back(Upload(session, file, name.value_or(fs::path(file).filename().string())));
-        session.ReportOne(stored.back().at("name").get<std::string>() + " is in the media folder (" +
-                          SizeText(stored.back().at("bytes")) + ")");
-    }
-    return session.Report({{"media", stored}}, "");
+    Several several(session, files.size(), "in the media folder");
+    for (const std::string& file : files)
+        several.Do(file, [&] {
+            const std::string wanted = name.value_or(fs::path(file).filename().string());
+            stored.push_back(Upload(session, file, wanted));
+            session.ReportOne(WordsFor(wanted, stored.back()));
+        });
+    return several.End({{"media", stored}});
 }
 
 ExitStatus RemoveMedia(Session& session) {
     std::vector<std::string> found;
     for (const std::string& text : session.arguments.All("name"))
         found.push_back(session.house.FindMedia(text, "file"));
-    for (const std::string& name : found) {
-        session.client.Delete("/api/media/" + PercentEncoded(name));
-        session.ReportOne(name + " is removed");
-    }
-    return session.Report({{"removed", found}}, "");
+    Json removed = Json::array();
+    Several several(session, found.size(), "removed");
+    for (const std::string& name : found)
+        several.Do(name, [&] {
+            session.client.Delete("/api/media/" + PercentEncoded(name));
+            removed.push_back(name);
+            session.ReportOne(name + " is removed");
+        });
+    return several.End({{"removed", removed}});
 }
 
 } // namespace handlers

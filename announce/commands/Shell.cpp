@@ -35,6 +35,13 @@ Candidates FilesOf(const Json& list, const std::string& kind) {
     return names;
 }
 
+Candidates Plain(const std::vector<std::string>& texts) {
+    Candidates all;
+    for (const std::string& text : texts)
+        all.push_back({text, ""});
+    return all;
+}
+
 Candidates NamesFor(Completes completes, House& house) {
     switch (completes) {
     case Completes::Announcement:
@@ -51,6 +58,8 @@ Candidates NamesFor(Completes completes, House& house) {
         return FilesOf(house.Media(), "image");
     case Completes::Media:
         return FilesOf(house.Media(), "");
+    case Completes::EventType:
+        return Plain(house.EventTypes());
     case Completes::Shell:
         return {{"bash", ""}, {"zsh", ""}, {"fish", ""}};
     case Completes::File:

@@ -1,6 +1,6 @@
 #include "announce/definitions/Candidates.h"
 
-#include "announce/basics/Words.h"
+#include "unicode/Unicode.h"
 
 #include <algorithm>
 #include <utility>
@@ -107,10 +107,10 @@ Place FindPlace(const CommandTable& commands, const std::vector<std::string>& wo
 }
 
 std::vector<Candidate> Fitting(const std::vector<Candidate>& all, const Place& place) {
-    const std::string begun = words::Lower(place.begun);
+    const std::string begun = unicode::Folded(place.begun);
     std::vector<Candidate> fitting;
     for (const Candidate& one : all) {
-        if (words::Lower(one.text).rfind(begun, 0) == 0)
+        if (unicode::Folded(one.text).rfind(begun, 0) == 0)
             fitting.push_back({place.prefix + one.text, one.description});
     }
     return fitting;

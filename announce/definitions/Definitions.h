@@ -9,7 +9,19 @@
 struct Session;
 
 /// What the shell offers in the place of a value.
-enum class Completes { Nothing, Announcement, Room, Screen, Variable, Sound, Image, Media, File, Shell };
+enum class Completes {
+    Nothing,
+    Announcement,
+    Room,
+    Screen,
+    Variable,
+    Sound,
+    Image,
+    Media,
+    EventType,
+    File,
+    Shell
+};
 
 /// An option ("--room", "-h,--help"), or an argument without dashes ("announcement").
 struct OptionDefinition {

@@ -73,6 +73,17 @@ std::string House::FindMedia(const std::string& text, const std::string& kind) {
                       : "the nearest: " + near);
 }
 
+std::vector<std::string> House::EventTypes() {
+    const Json schemas = m_fetch("/api/openapi.json").at("components").at("schemas");
+    std::vector<std::string> types;
+    for (const Json& kind : schemas.at("Event").at("oneOf")) {
+        const std::string place = kind.at("$ref");
+        types.push_back(
+            schemas.at(place.substr(place.rfind('/') + 1)).at("properties").at("type").at("const"));
+    }
+    return types;
+}
+
 std::string House::RoomName(std::uint64_t id) {
     return NameIn(Rooms(), id, "room");
 }

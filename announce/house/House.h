@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 /// What has a name in the house, fetched when it is first asked for. Finding throws Failure: NotFound with
 /// the nearest names, Ambiguous with the candidates.
@@ -32,6 +33,9 @@ public:
     [[nodiscard]] const Json& FindVariable(const std::string& text);
     /// The name of a file of the media folder, which is given whole or, of a sound, without ".wav".
     [[nodiscard]] std::string FindMedia(const std::string& text, const std::string& kind);
+
+    /// Every type of event that the controller tells of.
+    [[nodiscard]] std::vector<std::string> EventTypes();
 
     /// Names for people; "room 7" for one that the house does not have.
     [[nodiscard]] std::string RoomName(std::uint64_t id);

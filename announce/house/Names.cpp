@@ -3,6 +3,7 @@
 #include "announce/basics/Failure.h"
 #include "announce/basics/TextWidth.h"
 #include "announce/basics/Words.h"
+#include "unicode/Unicode.h"
 
 #include <algorithm>
 
@@ -38,11 +39,12 @@ RefuseUnknown(const std::vector<Named>& all, const std::string& wanted, const st
 } // namespace
 
 std::size_t Find(const std::vector<Named>& all, const std::string& wanted, const std::string& kind) {
+    const std::string meant = unicode::Folded(wanted);
     std::vector<std::size_t> found;
     for (std::size_t index = 0; index < all.size(); ++index) {
         if (all[index].id == wanted)
             return index;
-        if (words::Lower(all[index].name) == words::Lower(wanted))
+        if (unicode::Folded(all[index].name) == meant)
             found.push_back(index);
     }
     if (found.empty())

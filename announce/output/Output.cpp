@@ -1,6 +1,5 @@
 #include "announce/output/Output.h"
 
-#include "announce/basics/Failure.h"
 #include "announce/basics/TextWidth.h"
 
 #include <array>
@@ -64,4 +63,9 @@ void WriteToStandardOutput(const std::string& text) {
 
 void Tell(const std::string& text, Style style) {
     std::cerr << Styled(text::VisibleLines(text), style, Terminal::Of(STDERR_FILENO)) << '\n' << std::flush;
+}
+
+void TellFailure(const Failure& failure) {
+    const std::string right = failure.Right().empty() ? "" : "\n  right: " + failure.Right();
+    Tell(std::string("announce: ") + failure.what() + right, Style::Bad);
 }

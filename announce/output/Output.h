@@ -1,5 +1,6 @@
 #pragma once
 
+#include "announce/basics/Failure.h"
 #include "announce/basics/Json.h"
 #include "announce/output/Table.h"
 #include "announce/output/Terminal.h"
@@ -46,3 +47,6 @@ void WriteToStandardOutput(const std::string& text);
 
 /// A word to the user beside the output, on standard error, made visible line by line.
 void Tell(const std::string& text, Style style = Style::Plain);
+
+/// The same, of what is wrong and what would be right.
+void TellFailure(const Failure& failure);

@@ -191,10 +191,12 @@ void Api::CheckBody(const Wanted& wanted) {
         return;
     }
     if (kind == Operation::Kind::File) {
-        if (!media_name::IsTypeFor(wanted.call->Text("name"), contentType))
+        const std::string name = media_name::GoodName(wanted.call->Text("name"));
+        if (const auto refusal = media_name::RefusalOf(name))
+            throw ApiError(415, refusal->text, refusal->right);
+        if (!media_name::IsTypeFor(name, contentType))
             throw ApiError(415, "the body is of the wrong type",
-                           std::string(media_name::TypeOf(wanted.call->Text("name"))) +
-                               ", or application/octet-stream");
+                           std::string(media_name::TypeOf(name)) + ", or application/octet-stream");
         if (*m_context.uploads >= kMaxUploads)
             throw ApiError(503, "other files are being stored", "another try in a moment");
         // Given back when the call is over, however it ends.

@@ -92,8 +92,10 @@ void RequirePlayable(const SF_INFO& info, const std::string& name) {
 
 } // namespace
 
-SoundFile::SoundFile(const std::string& path) {
-    const std::string name = std::filesystem::path(path).filename().string();
+SoundFile::SoundFile(const std::string& path)
+    : SoundFile(path, std::filesystem::path(path).filename().string()) {}
+
+SoundFile::SoundFile(const std::string& path, const std::string& name) {
     std::int64_t size = 0;
     Descriptor file(OpenRegular(path, name, size));
     RequireWholeRiff(file.Get(), size, name);
@@ -130,12 +132,12 @@ std::chrono::milliseconds SoundFile::Duration() const {
     return std::chrono::milliseconds((m_info.frames * 1000 + m_info.samplerate - 1) / m_info.samplerate);
 }
 
-void CheckUpload(const std::string& path) {
-    const SoundFile file(path);
+void CheckUpload(const std::string& path, const std::string& name) {
+    const SoundFile file(path, name);
     if (file.Duration() > kLongestClip)
-        throw SoundFileError(std::filesystem::path(path).filename().string() + ": lasts " +
-                             std::to_string((file.Duration().count() + 999) / 1000) + " s; at most " +
-                             std::to_string(kLongestClip.count() / 1000) + " s can be played");
+        throw SoundFileError(name + ": lasts " + std::to_string((file.Duration().count() + 999) / 1000) +
+                             " s; at most " + std::to_string(kLongestClip.count() / 1000) +
+                             " s can be played");
 }
 
 } // namespace controller::audio

@@ -36,6 +36,8 @@ class SoundFile final {
 public:
     /// @throws SoundFileError, UnknownSoundFormat
     explicit SoundFile(const std::string& path);
+    /// The same of a file that people know by another name.
+    SoundFile(const std::string& path, const std::string& name);
 
     [[nodiscard]] std::int64_t Frames() const { return m_info.frames; }
     [[nodiscard]] int Rate() const { return m_info.samplerate; }
@@ -52,8 +54,8 @@ private:
     SndfileHandle m_file;
 };
 
-/// What an uploaded file must be: whole, playable, at most kLongestClip.
+/// What an uploaded file must be: whole, playable, at most kLongestClip. `name` is what it will be called.
 /// @throws SoundFileError
-void CheckUpload(const std::string& path);
+void CheckUpload(const std::string& path, const std::string& name);
 
 } // namespace controller::audio

@@ -1,15 +1,48 @@
 #include "controller/console/Console.h"
 
 #include "controller/driver/Text.h"
+#include "unicode/Unicode.h"
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace controller {
 
+namespace {
+
+using List = Announcements::List;
+
+constexpr std::size_t kMostListed = 10;
+
+/// Those that are called so, in small or capital letters; the one that is written exactly so goes before.
+List Called(const List& all, const std::string& name) {
+    const std::string meant = unicode::Folded(name);
+    List found;
+    List exact;
+    for (const AnnouncementPointer& one : all) {
+        if (unicode::Folded(one->name) == meant)
+            found.push_back(one);
+        if (one->name == name)
+            exact.push_back(one);
+    }
+    return exact.size() == 1 ? exact : found;
+}
+
+/// `1 (Doorbell), 2 (Dinner)`
+std::string Listed(const List& all) {
+    std::string list;
+    for (std::size_t index = 0; index < std::min(all.size(), kMostListed); ++index)
+        list += (list.empty() ? "" : ", ") + std::to_string(all[index]->id) + " (" + all[index]->name + ")";
+    return list.empty() ? "there is none yet" : list + (all.size() > kMostListed ? ", …" : "");
+}
+
+} // namespace
+
 const Console::Entry Console::kEntries[] = {
-    {"play", 1, "play ID", "plays an announcement, or queues it behind the one that plays", &Console::Play},
+    {"play", 1, "play ID|NAME", "plays an announcement, or queues it behind the one that plays",
+     &Console::Play},
     {"dismiss", 0, "dismiss", "takes the popups of the announcement that plays away", &Console::Dismiss},
     {"request", 1, "request NAME [PARAMETER=VALUE]...", "sends the agent a request and prints the reply",
      &Console::Request},
@@ -83,7 +116,25 @@ void Console::Help(const ConsoleCommand& /*command*/, const ConsoleInput::Answer
 }
 
 void Console::Play(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const {
-    m_parts.announcements.Play(ParseConsoleId(command.words[0]), PrintOutcome("ok", answered));
+    std::string text;
+    for (const std::string& word : command.words)
+        text += (text.empty() ? "" : " ") + word;
+    m_parts.announcements.Play(FindAnnouncement(text), PrintOutcome("ok", answered));
+}
+
+std::uint32_t Console::FindAnnouncement(const std::string& text) const {
+    const auto id = ReadNumber<std::uint32_t>(text, 1, std::numeric_limits<std::uint32_t>::max());
+    if (id && m_parts.announcements.Find(*id))
+        return *id;
+    const auto all = m_parts.announcements.All();
+    auto found = Called(*all, text);
+    if (found.size() == 1)
+        return found.front()->id;
+    const bool isUnknown = found.empty();
+    throw ConsoleError((isUnknown ? "there is no announcement \"" : "several announcements are called \"") +
+                       text + "\"; " +
+                       (isUnknown ? "an id or a name is right: " : "one of these ids is right: ") +
+                       Listed(isUnknown ? *all : found));
 }
 
 void Console::Dismiss(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {

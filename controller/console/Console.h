@@ -40,6 +40,9 @@ private:
     void Save(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Quit(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
 
+    /// The announcement with this id, else the one with this name, in small or capital letters. Throws
+    /// `ConsoleError`.
+    [[nodiscard]] std::uint32_t FindAnnouncement(const std::string& text) const;
     [[nodiscard]] Announcements::Done PrintOutcome(const std::string& good,
                                                    const ConsoleInput::Answered& answered) const;
     [[nodiscard]] static const Entry* Find(const std::string& verb);

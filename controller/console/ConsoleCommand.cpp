@@ -1,7 +1,5 @@
 #include "controller/console/ConsoleCommand.h"
 
-#include "controller/driver/Text.h"
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -92,15 +90,6 @@ std::string ReadConsoleFile(const std::string& file) {
     if (!stream)
         throw ConsoleError("the file " + file + " cannot be read");
     return text.str();
-}
-
-std::uint32_t ParseConsoleId(const std::string& text) {
-    constexpr std::uint32_t kMost = 0xffffffff;
-    const auto id = ReadNumber<std::uint32_t>(text, 1, kMost);
-    if (!id)
-        throw ConsoleError("\"" + text + "\" is no id of an announcement; it is a whole number from 1 to " +
-                           std::to_string(kMost));
-    return *id;
 }
 
 ConsoleCommand ParseConsoleLine(const std::string& line) {

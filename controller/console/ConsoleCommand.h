@@ -30,7 +30,4 @@ public:
 /// Reads the file of an `@FILE`. Throws `ConsoleError`.
 [[nodiscard]] std::string ReadConsoleFile(const std::string& file);
 
-/// A whole number from 1 to 4294967295. Throws `ConsoleError`.
-[[nodiscard]] std::uint32_t ParseConsoleId(const std::string& text);
-
 } // namespace controller

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,18 @@ enum class Kind { None, Sound, Image };
 
 /// The sound that the agent plays under this path: "/media/announcements/chime.wav" is "chime".
 [[nodiscard]] std::string SoundOf(std::string_view path);
+
+/// The name that the folder takes, as near as can be to one that a file has elsewhere: "My Door Bell.WAV" is
+/// "My-Door-Bell.wav". The page makes the same one. It is not taken when its ending is of no kind.
+[[nodiscard]] std::string GoodName(std::string_view name);
+
+struct Refusal {
+    std::string text;  ///< what the file is
+    std::string right; ///< what would be right
+};
+
+/// Why a file of this good name cannot be taken; nothing when it can.
+[[nodiscard]] std::optional<Refusal> RefusalOf(const std::string& name);
 
 /// What a name has to be, in words.
 [[nodiscard]] std::string Right();

@@ -98,14 +98,9 @@ void CheckImage(const std::string& name, const std::string& content) {
 
 void CheckSound(const fs::path& file, const std::string& name) {
     try {
-        audio::CheckUpload(file.string());
+        audio::CheckUpload(file.string(), name);
     } catch (const audio::SoundFileError& error) {
-        std::string text = error.what();
-        // The file still has the name of its draft.
-        const std::size_t place = text.find(file.string());
-        if (place != std::string::npos)
-            text.replace(place, file.string().size(), name);
-        throw MediaError(MediaError::Kind::Unsuitable, text, "a whole sound file of at most 20 s");
+        throw MediaError(MediaError::Kind::Unsuitable, error.what(), "a whole sound file of at most 20 s");
     }
 }
 

@@ -44,6 +44,7 @@ TEST(CandidatesTest, ValuesAreOfTheKindThatTheDefinitionNames) {
     EXPECT_EQ(FindPlace({"-a", "house", "rooms", "volume", ""}).completes, Completes::Room);
     EXPECT_EQ(FindPlace({"media", "add", "x.wav", ""}).completes, Completes::File);
     EXPECT_EQ(FindPlace({"variables", "set", ""}).completes, Completes::Variable);
+    EXPECT_EQ(FindPlace({"events", "--type", ""}).completes, Completes::EventType);
 }
 
 TEST(CandidatesTest, AValueBehindAnEqualsSignKeepsTheOption) {

@@ -42,6 +42,15 @@ TEST(HouseTest, MediaAreFoundByTheirNameAndASoundWithoutItsEnding) {
               "one of those that \"announce media\" shows; \"announce media add\" brings new ones");
 }
 
+TEST(HouseTest, TheTypesOfEventsAreThoseThatTheControllerDescribes) {
+    SmallHouse small;
+    small.answers["/api/openapi.json"] = R"({"components": {"schemas": {
+        "Event": {"oneOf": [{"$ref": "#/components/schemas/LogEvent"}, {"$ref": "#/components/schemas/PagesChangedEvent"}]},
+        "LogEvent": {"properties": {"type": {"const": "log"}}},
+        "PagesChangedEvent": {"properties": {"type": {"const": "pages_changed"}}}}}})"_json;
+    EXPECT_EQ(small.house.EventTypes(), (std::vector<std::string>{"log", "pages_changed"}));
+}
+
 TEST(HouseTest, ASoundIsCalledByItsFileWhateverTheControllerSays) {
     EXPECT_EQ(SoundName("chime"), "chime.wav");
     EXPECT_EQ(SoundName("chime.wav"), "chime.wav");

@@ -33,6 +33,19 @@ TEST(NamesTest, FoundByNameInSmallAndCapitalLetters) {
     EXPECT_EQ(names::Find(kRooms, "HALL", "room"), 4U);
 }
 
+TEST(NamesTest, SmallAndCapitalLettersAreTheSameInEveryLanguage) {
+    const std::vector<names::Named> rooms{{"1", "Frühstück"}, {"2", "Große Straße"}, {"3", "Столовая"}};
+    EXPECT_EQ(names::Find(rooms, "FRÜHSTÜCK", "room"), 0U);
+    EXPECT_EQ(names::Find(rooms,
+                          "fru\xCC\x88hstu\xCC\x88"
+                          "ck",
+                          "room"),
+              0U);
+    EXPECT_EQ(names::Find(rooms, "GROSSE STRASSE", "room"), 1U);
+    EXPECT_EQ(names::Find(rooms, "столовая", "room"), 2U);
+    EXPECT_EQ(FailureOf("FRÜHSTUK", rooms).Right(), "the nearest: Frühstück (1)");
+}
+
 TEST(NamesTest, OfNamesThatDifferInTheirLettersTheExactOneIsMeant) {
     EXPECT_EQ(names::Find(kRooms, "garden", "room"), 2U);
     EXPECT_EQ(names::Find(kRooms, "Garden", "room"), 1U);

@@ -29,6 +29,14 @@ TEST(ProblemTest, TheControllersOwnWordsAreTold) {
         EXPECT_STREQ(Told(404, body).what(), "the controller answers with status 404") << body;
 }
 
+TEST(ProblemTest, ThoseWhoStandInTheWayAreNamed) {
+    EXPECT_EQ(Told(409, R"({"detail": "chime.wav is used by 2 announcements", "right": "to change them first",
+                            "users": [{"id": 3, "name": "Dinner"}, {"id": 1, "name": "Doorbell"}]})")
+                  .Reason(),
+              "chime.wav is used by 2 announcements: Dinner (3), Doorbell (1); right: to change them first");
+    EXPECT_EQ(Told(409, R"({"detail": "x", "users": []})").Reason(), "x");
+}
+
 TEST(ProblemTest, WhereTheControllerCannotKnowItTheAdviceIsOurs) {
     EXPECT_EQ(Told(429, "", "7").Right(), "to wait for 7 s");
     EXPECT_EQ(Told(429).Right(), "to wait a moment");

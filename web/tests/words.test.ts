@@ -1,4 +1,5 @@
 import { describe, expect, it } from 'vitest';
+import names from '../../tests/controller/media/names.json';
 import type { Announcement } from '../src/api/objects';
 import { blank } from '../src/model/draft';
 import { bytes, listing, seconds, soundOf } from '../src/model/format';
@@ -18,12 +19,8 @@ describe('words and numbers', () => {
 
 describe('names of files', () => {
   it('become such as the media folder takes', () => {
-    expect(['Büro Gong (2).WAV', '…/../x.png', '??.wav', `${'a'.repeat(200)}.wav`].map(safeName)).toEqual([
-      'Buro-Gong-2.wav',
-      'x.png',
-      'file.wav',
-      `${'a'.repeat(96)}.wav`,
-    ]);
+    // The controller is held against the same list.
+    expect(names.map(([given = '']) => safeName(given))).toEqual(names.map(([, good]) => good));
   });
 
   it('are refused by kind and size', () => {

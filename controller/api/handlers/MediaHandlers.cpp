@@ -42,7 +42,7 @@ void ListMedia(ApiContext& context, Call call) {
 }
 
 void PutMedia(ApiContext& context, Call call) {
-    const std::string name = RequiredName(call);
+    const std::string name = media_name::GoodName(call->Text("name"));
     const auto content = std::make_shared<const std::string>(std::move(call->body));
     if (content->empty())
         throw ApiError(422, "the body is empty", "the file itself");

@@ -28,7 +28,7 @@ protected:
 
     [[nodiscard]] static std::string UploadRefusal(const std::string& path) {
         try {
-            CheckUpload(path);
+            CheckUpload(path, std::filesystem::path(path).filename().string());
         } catch (const SoundFileError& error) {
             return error.what();
         }

@@ -60,12 +60,6 @@ TEST(ConsoleCommandTest, WhatCannotBeUnderstoodIsRefused) {
     EXPECT_THROW((void)ParseConsoleLine("id=5"), ConsoleError);
 }
 
-TEST(ConsoleCommandTest, AnIdIsAWholeNumberOf32Bits) {
-    EXPECT_EQ(ParseConsoleId("4294967295"), 4294967295U);
-    for (const std::string text : {"", "0", "-1", "4294967296", "99999999999999999999", "1x", " 1", "1.0"})
-        EXPECT_THROW((void)ParseConsoleId(text), ConsoleError) << text;
-}
-
 } // namespace
 
 } // namespace controller

@@ -4,6 +4,7 @@
 #include "tests/controller/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <fstream>
 
@@ -66,6 +67,42 @@ TEST(MediaNameTest, NamesCannotLeaveTheFolder) {
         EXPECT_EQ(media_name::KindOf(name), Kind::None) << name;
 }
 
+TEST(MediaNameTest, AnyNameBecomesTheOneThatThePageMakesOfIt) {
+    std::ifstream file(MEDIA_NAMES);
+    const auto names = nlohmann::json::parse(file);
+    EXPECT_GT(names.size(), 10U);
+    for (const auto& name : names)
+        EXPECT_EQ(media_name::GoodName(name.at(0).get<std::string>()), name.at(1)) << name;
+}
+
+TEST(MediaNameTest, AGoodNameOfAKindIsTakenAndGoodAlready) {
+    for (const std::string given :
+         {"a b.wav", "../../x.png", "\xFF.gif", "?.wav", "--.jpeg", "é.webp", "x.WAV"}) {
+        const std::string name = media_name::GoodName(given);
+        EXPECT_NE(media_name::KindOf(name), media_name::Kind::None) << given;
+        EXPECT_EQ(media_name::GoodName(name), name);
+        EXPECT_FALSE(media_name::RefusalOf(name));
+    }
+    EXPECT_LE(media_name::GoodName("x." + std::string(300, 'y')).size(), media_name::kMaxLength);
+}
+
+TEST(MediaNameTest, WhatCannotBeTakenIsToldWhatItIsAndWhatWouldBeRight) {
+    const auto mp3 = media_name::RefusalOf("chime.mp3");
+    ASSERT_TRUE(mp3);
+    EXPECT_EQ(mp3->text, "chime.mp3 is an MP3 file, and a sound must be a WAV file for now");
+    EXPECT_EQ(mp3->right, "a WAV file of at most 20 s; \"ffmpeg -i chime.mp3 chime.wav\" makes one");
+    const auto svg = media_name::RefusalOf("logo.svg");
+    ASSERT_TRUE(svg);
+    EXPECT_EQ(svg->text, "logo.svg is an SVG image, which not every screen can show");
+    EXPECT_EQ(svg->right, "an image that ends in one of .png, .jpg, .jpeg, .gif, .webp");
+    for (const std::string name : {"notes.txt", "chime", "wav"}) {
+        const auto other = media_name::RefusalOf(name);
+        ASSERT_TRUE(other) << name;
+        EXPECT_EQ(other->text, name + " is neither a sound nor an image by its ending");
+        EXPECT_EQ(other->right, "a sound (.wav) or an image (.png, .jpg, .jpeg, .gif, .webp)");
+    }
+}
+
 TEST(MediaNameTest, TypeHasToFitTheName) {
     EXPECT_TRUE(media_name::IsTypeFor("x.wav", "audio/x-wav"));
     EXPECT_TRUE(media_name::IsTypeFor("x.wav", "Audio/WAV ; codecs=1"));
@@ -122,6 +159,24 @@ TEST_F(MediaShelfTest, WhatCannotBePlayedIsRefusedAndLeavesNothing) {
     EXPECT_EQ(TroubleStoring("sound.png", Wav(1)), MediaError::Kind::Unsuitable);
     EXPECT_EQ(TroubleStoring("page.png", "<html>"), MediaError::Kind::Unsuitable);
     EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+TEST_F(MediaShelfTest, WhatIsWrongWithASoundIsToldByTheNameThatItWouldHave) {
+    const std::pair<std::string, std::string> wrong[] = {{"long.wav", Wav(21)},
+                                                         {"cut.wav", Wav(2).substr(0, 20000)},
+                                                         {"none.wav", "no sound"},
+                                                         {"short.wav", Wav(0)},
+                                                         {"begun.wav", Wav(1).substr(0, 20)}};
+    for (const auto& [name, content] : wrong) {
+        try {
+            (void)m_shelf.Store(name, content);
+            ADD_FAILURE() << name;
+        } catch (const MediaError& error) {
+            EXPECT_EQ(std::string(error.what()).substr(0, name.size() + 2), name + ": ") << error.what();
+            EXPECT_EQ(std::string(error.what()).find("upload"), std::string::npos) << error.what();
+            EXPECT_EQ(error.Right(), "a whole sound file of at most 20 s");
+        }
+    }
 }
 
 TEST_F(MediaShelfTest, FileThatIsRefusedLeavesTheFormerOne) {

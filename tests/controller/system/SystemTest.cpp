@@ -203,15 +203,18 @@ TEST_F(SystemTest, TheConsoleAnswersEveryLine) {
     const std::size_t address = output.find("Open http://");
     ASSERT_NE(address, std::string::npos);
     output.erase(address, output.find('\n', address) + 1 - address);
-    EXPECT_EQ(output, "Test house: 2 rooms, 2 navigators, 3 announcements.\n"
-                      "error: there is no announcement 77\n"
-                      "error: \"x\" is no id of an announcement; it is a whole number from 1 to 4294967295\n"
-                      "<announcement/>\n"
-                      "ok\n"
-                      "saved\n"
-                      "error: the agent has no no_such\n"
-                      "error: there is no command nonsense; `help` lists them\n"
-                      "error: it is written `play ID`\n");
+    EXPECT_EQ(output,
+              "Test house: 2 rooms, 2 navigators, 3 announcements.\n"
+              "error: there is no announcement \"77\"; an id or a name is right: 1 (Test 1), 2 (Test 2), "
+              "3 (Test 3)\n"
+              "error: there is no announcement \"x\"; an id or a name is right: 1 (Test 1), 2 (Test 2), "
+              "3 (Test 3)\n"
+              "<announcement/>\n"
+              "ok\n"
+              "saved\n"
+              "error: the agent has no no_such\n"
+              "error: there is no command nonsense; `help` lists them\n"
+              "error: it is written `play ID|NAME`\n");
 }
 
 TEST_F(SystemTest, DismissedAPopupIsGoneFromEveryScreen) {

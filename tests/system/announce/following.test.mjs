@@ -154,6 +154,16 @@ test('events tells what has happened, and with --follow what happens, each once 
     ])
       assert.ok(words.includes(phrase), phrase);
     assert.equal((await run(house, ['events', '-n', '1001'])).status, 2);
+    const mistyped = await run(house, ['events', '--type', 'sound_startd', '--type', 'sound_ended']);
+    assert.equal(mistyped.status, 2);
+    assert.equal(
+      mistyped.errors,
+      'announce: there is no type of event "sound_startd"\n  right: the nearest: sound_started\n',
+    );
+    const unknown = await run(house, ['events', '--type', 'nosuch']);
+    assert.equal(unknown.status, 2);
+    assert.equal(unknown.output, '');
+    assert.match(unknown.errors, /right: one of play_asked, announcement_started, .* or log\n$/);
   }));
 
 test('events that are followed go on where they were when the controller starts again', () =>
