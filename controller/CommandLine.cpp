@@ -17,6 +17,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <unistd.h>
@@ -32,6 +33,7 @@ constexpr int kWrongInput = 2;
 constexpr int kUnusableDatabase = 3;
 
 struct Arguments {
+    std::string program; ///< as it was called, which is how it can be called again
     std::string house;
     std::string module;
     std::string data;
@@ -105,11 +107,24 @@ void Import(const Arguments& arguments) {
     TellMissing(maintenance::Import(house.dataFolder, arguments.file), house);
 }
 
-void Init(const fs::path& folder) {
+/// As a shell takes it for one word.
+std::string Quoted(const std::string& word) {
+    constexpr std::string_view kPlain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_./+:,@%=";
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos)
+        return word;
+    std::string quoted = "'";
+    for (const char letter : word)
+        quoted += letter == '\'' ? "'\\''" : std::string(1, letter);
+    return quoted + "'";
+}
+
+void Init(const fs::path& folder, const std::string& program) {
     const auto files = WriteNewHouse(folder);
     for (const fs::path& file : files)
         std::cout << "wrote " << file.string() << '\n';
-    std::cout << "Start it with: announcement-controller " << files.front().string() << " --play 1\n";
+    std::cout << "Start it with: " << Quoted(program) << ' ' << Quoted(files.front().string())
+              << " --play 1\n";
 }
 
 void DeclareRun(CLI::App& app, Arguments& arguments) {
@@ -138,7 +153,7 @@ void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     check->callback([&arguments] { Check(arguments.house); });
     CLI::App* init = app.add_subcommand("init", "Write a house to start from");
     init->add_option("folder", arguments.folder)->option_text("FOLDER");
-    init->callback([&arguments] { Init(arguments.folder); });
+    init->callback([&arguments] { Init(arguments.folder, arguments.program); });
     CLI::App* exporting = app.add_subcommand("export", "Write the announcements as XML text");
     exporting->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     exporting->add_option("file", arguments.file)->option_text("FILE");
@@ -180,6 +195,7 @@ int RunCommandLine(int argc, const char* const* argv) {
     // A file that may not grow any more is an error to report, not an end.
     (void)std::signal(SIGXFSZ, SIG_IGN);
     Arguments arguments;
+    arguments.program = argc > 0 ? argv[0] : "announcement-controller";
     CLI::App app("Plays announcements in the rooms of a house and shows them on its screens.",
                  "announcement-controller");
     app.footer(

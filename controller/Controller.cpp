@@ -54,7 +54,10 @@ void Controller::Greet() {
     Print(m_parts.house.name + ": " + CountOf(m_parts.house.rooms.size(), "room") + ", " +
           CountOf(m_parts.house.navigators.size(), "navigator") + ", " +
           CountOf(m_parts.announcements.All()->size(), "announcement") + ".");
-    Print("Open " + m_server.Address() + " in a browser.");
+    std::string addresses;
+    for (const std::string& address : m_server.Addresses())
+        addresses += (addresses.empty() ? "" : " or ") + address;
+    Print("Open " + addresses + " in a browser.");
     if (::isatty(STDIN_FILENO) == 1)
         Print("Type a command, `help` lists them, `quit` ends.");
 }
@@ -82,7 +85,7 @@ void Controller::Run() {
         InputEnded();
     };
     m_input = std::make_unique<ConsoleInput>(STDIN_FILENO, m_parts.driver, std::move(hooks));
-    m_service.Ready(m_parts.house.name + " at " + m_server.Address());
+    m_service.Ready(m_parts.house.name + " at " + m_server.Addresses().front());
     m_parts.driver.Run();
     m_input.reset();
 }

@@ -1,5 +1,7 @@
 #include "controller/api/ApiServer.h"
 
+#include "controller/api/ServedAt.h"
+
 #include <boost/asio/ip/address.hpp>
 
 #include <stdexcept>
@@ -24,19 +26,14 @@ void RequireSafeAddress(const House& house) {
                                  "`announcement-controller token add` makes one, and 127.0.0.1 needs none");
 }
 
-std::string Url(const House& house, std::uint16_t port) {
-    const bool isV6 = house.address.find(':') != std::string::npos;
-    return (house.tls.certificate.empty() ? "http://" : "https://") +
-           (isV6 ? "[" + house.address + "]" : house.address) + ":" + std::to_string(port) + "/";
-}
-
 } // namespace
 
 ApiServer::ApiServer(ControllerParts parts, const HttpLimits& limits)
     : m_api(parts, &FindAsset)
     , m_server(parts.driver.Context(), m_api, parts.log, limits, TlsOf(parts.house)) {
     RequireSafeAddress(parts.house);
-    m_address = Url(parts.house, m_server.Listen(parts.house.address, parts.house.port));
+    const std::uint16_t port = m_server.Listen(parts.house.address, parts.house.port);
+    m_addresses = served_at::Urls(parts.house, port, served_at::AddressesOfThisMachine());
 }
 
 } // namespace controller

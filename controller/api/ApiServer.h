@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace controller {
 
@@ -22,13 +23,13 @@ public:
     /// Takes no more requests; sockets are told that the controller ends.
     void Close() { m_server.Close(); }
 
-    /// Where the console is: "http://127.0.0.1:8765/".
-    [[nodiscard]] const std::string& Address() const noexcept { return m_address; }
+    /// What people open, the best first: "http://192.168.1.20:8765/".
+    [[nodiscard]] const std::vector<std::string>& Addresses() const noexcept { return m_addresses; }
 
 private:
     Api m_api;
     HttpServer m_server;
-    std::string m_address;
+    std::vector<std::string> m_addresses;
 };
 
 } // namespace controller

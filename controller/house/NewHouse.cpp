@@ -39,8 +39,9 @@ rooms:
     # Where the room is heard:
     #   auto                      the machine's sound device
     #   silent                    nowhere, but in real time
-    #   file: NAME.wav            a recording of what the room hears
-    #   gstreamer: DESCRIPTION    anything that GStreamer can play to
+    #   "file: NAME.wav"          a recording of what the room hears
+    #   "gstreamer: DESCRIPTION"  anything that GStreamer can play to, such as "gstreamer: alsasink device=hw:1"
+    # A value with a colon in it stands in quotes.
     output: auto
     # Volumes run from 0 to 100. Before the first change the room is at start_volume; no announcement is louder than
     # max_volume.

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace controller {
 
 namespace {
@@ -25,6 +27,25 @@ TEST(NewHouseTest, IsAHouseInOrderWithSoundsAndAnnouncements) {
         EXPECT_GT(sound.Frames(), 0) << name;
         EXPECT_LT(std::filesystem::file_size(house.mediaFolder / name), 16384U) << name;
     }
+}
+
+TEST(NewHouseTest, TheOutputsThatItsCommentsNameCanBeWrittenAsTheyStandThere) {
+    const TemporaryFolder folder;
+    const auto file = WriteNewHouse(folder.Path())[0];
+    const std::string text = TemporaryFolder::Read(file);
+    const std::string head = "    # Where the room is heard:\n";
+    std::istringstream lines(text.substr(text.find(head) + head.size()));
+    std::size_t outputs = 0;
+    for (std::string line; std::getline(lines, line) && line.compare(0, 8, "    #   ") == 0; ++outputs) {
+        std::string output = line.substr(8, line.find("  ", 8) - 8);
+        if (const std::size_t place = output.find("DESCRIPTION"); place != std::string::npos)
+            output.replace(place, std::string("DESCRIPTION").size(), "fakesink");
+        const std::string present = "    output: auto\n";
+        std::string changed = text;
+        changed.replace(changed.find(present), present.size(), "    output: " + output + "\n");
+        EXPECT_NO_THROW((void)ReadHouse(changed, folder.Path(), file)) << output;
+    }
+    EXPECT_EQ(outputs, 4U);
 }
 
 TEST(NewHouseTest, NothingIsOverwritten) {

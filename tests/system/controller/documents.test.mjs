@@ -1,5 +1,6 @@
 // What the manuals show works as they say.
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -45,6 +46,24 @@ test('every key that the program knows stands in the manual', async () => {
     const lists = [...output.matchAll(/the keys here are (.*)$/gm)];
     assert.equal(lists.length, 6, output);
     for (const key of lists.flatMap(([, keys]) => keys.split(', '))) assert.ok(manual.includes(`\`${key}\``), key);
+  } finally {
+    await house.remove();
+  }
+});
+
+test('a new house says how it is started, as it was made, whatever its folder is called', async () => {
+  const house = new House();
+  try {
+    const folder = join(house.folder, "the neighbour's house");
+    const made = await house.run(['init', folder], { argv0: 'script/run' });
+    assert.equal(made.status, 0, made.output);
+    const told = /^Start it with: (.*)$/m.exec(made.output)[1];
+    // What a shell makes of it.
+    const words = execFileSync('sh', ['-c', `printf '%s\\n' ${told}`], { encoding: 'utf8' })
+      .trimEnd()
+      .split('\n');
+    assert.deepEqual(words, ['script/run', join(folder, 'house.yaml'), '--play', '1']);
+    assert.equal((await house.run(['check', words[1]])).status, 0);
   } finally {
     await house.remove();
   }
