@@ -1,14 +1,13 @@
 #include "controller/api/json/FieldType.h"
 
 #include "controller/api/ApiError.h"
+#include "controller/state/UtcText.h"
 #include "rehearsal/JsonText.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <ctime>
 #include <stdexcept>
 
 namespace controller::fields {
@@ -96,14 +95,14 @@ void TimeType::Write(std::string& out, const void* value) const {
     using std::chrono::floor;
     const auto time = floor<std::chrono::milliseconds>(*static_cast<const TimePoint*>(value));
     const auto whole = floor<std::chrono::seconds>(time);
-    const std::time_t seconds = TimePoint::clock::to_time_t(whole);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    std::array<char, 40> text{};
-    const std::size_t size = std::strftime(text.data(), text.size(), "\"%Y-%m-%dT%H:%M:%S", &parts);
-    out.append(text.data(), size);
+    std::string text = UtcText(whole);
+    text.pop_back(); // its Z
     // Three digits, whatever they are.
-    out.append(".").append(std::to_string(1000 + (time - whole).count()).substr(1)).append("Z\"");
+    out.append("\"")
+        .append(text)
+        .append(".")
+        .append(std::to_string(1000 + (time - whole).count()).substr(1))
+        .append("Z\"");
 }
 
 void NumberType::Read(const Json& json, const Place& place, const Limits& limits, void* value) const {
