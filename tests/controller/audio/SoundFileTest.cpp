@@ -6,9 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <string>
-
 #include <sys/stat.h>
+
 
 namespace controller::audio::test {
 
