@@ -8,8 +8,8 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
+#include <sys/stat.h>
 
 namespace controller::audio::test {
 
