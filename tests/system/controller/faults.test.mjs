@@ -60,7 +60,7 @@ test('a sound of 20 s is heard whole, and nothing is said against it', () => {
 });
 
 test('an output that refuses leaves the other room whole, and is tried again', () =>
-  inHouse([{ output: { gstreamer: 'filesink location=/nowhere/room' } }, {}], async (house) => {
+  inHouse([{ output: { gstreamer: 'filesink location=/dev/null/room' } }, {}], async (house) => {
     const id = await house.add({
       audio: { file: 'short' },
       rooms: [
