@@ -144,6 +144,7 @@ TEST_F(AccessTest, AddressesOfOneNetworkHaveNoMoreHashedThanItsLimit) {
 
 TEST_F(AccessTest, ManyRightTokensAtOnceAreAllTaken) {
     std::vector<Token> tokens;
+    tokens.reserve(20);
     for (int i = 0; i < 20; ++i)
         tokens.push_back(
             {"screen" + std::to_string(i), token_secret::Hash("secret"), Rights::Read({"play"})});

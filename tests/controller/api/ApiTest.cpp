@@ -135,6 +135,7 @@ TEST_F(ApiTest, WrongSignInsHoldNobodysFilesUp) {
     (void)Ask("/api/media", "remote.secret");
     Run();
     std::vector<Exchange> wrong;
+    wrong.reserve(40);
     for (int i = 0; i < 40; ++i)
         wrong.push_back(
             Ask("/api/media", "remote.guess" + std::to_string(i), "10.0." + std::to_string(i) + ".1"));

@@ -154,7 +154,8 @@ TEST_F(AudioEnginePlayTest, TheRecordingBeginsWhenTheStreamIsOpened) {
     };
     ASSERT_TRUE(harness.RunUntil(isUnderWay)) << "it is recorded before anything plays";
     constexpr std::int64_t kHeaderBytes = 44;
-    const auto before = (static_cast<std::int64_t>(SizeOf("room.wav")) - kHeaderBytes) / (kChannels * 2);
+    constexpr std::int64_t kFrameBytes = std::int64_t{2} * kChannels;
+    const auto before = (static_cast<std::int64_t>(SizeOf("room.wav")) - kHeaderBytes) / kFrameBytes;
     ASSERT_TRUE(harness.PlayToEnd(m_clip));
     EXPECT_GE(Recorded("room.wav").First(), before) << "silence up to the clip";
     ExpectWholeClip("room.wav");
