@@ -27,9 +27,9 @@ TEST(TextTest, NothingIsLeftThatATerminalWouldObey) {
     for (unsigned code = 0; code < 0xA0; ++code) {
         if (code >= 0x20 && code < 0x7F)
             continue;
-        std::string text = code < 0x80 ? std::string(1, static_cast<char>(code))
-                                       : std::string("\xC2") + static_cast<char>(code);
-        text = "a" + text + "2Jb";
+        std::string text = code < 0x80 ? "a" : "a\xC2";
+        text += static_cast<char>(code);
+        text += "2Jb";
         EXPECT_EQ(OneLine(text), "a 2Jb") << code;
         EXPECT_EQ(PlainLines(text), code == '\n' ? text : "a 2Jb") << code;
     }

@@ -182,9 +182,13 @@ TEST(RequestReaderTest, WhatLeavesOpenWhereARequestEndsIsRefusedAndWhatFollowsIs
 TEST(RequestReaderTest, ABodyThatLooksLikeAFoldedLineIsABody) {
     for (const std::string& body :
          {std::string("\r\n x"), std::string("  \r\n\t"), std::string(" \r\n \r\n\r\n ")}) {
-        const std::string length = "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n";
-        EXPECT_EQ(Read(kPost + length + body + kPost + length + body),
-                  (Texts{"POST / " + body, "POST / " + body}));
+        const std::string request = std::string(kPost)
+                                        .append("Content-Length: ")
+                                        .append(std::to_string(body.size()))
+                                        .append("\r\n\r\n")
+                                        .append(body);
+        const std::string seen = std::string("POST / ").append(body);
+        EXPECT_EQ(Read(std::string(request).append(request)), (Texts{seen, seen}));
     }
     EXPECT_EQ(Read("GET / HTTP/1.1\r\n\r\n"), Texts{"GET / "});
 }

@@ -61,6 +61,17 @@ protected:
         return status.st_mode & 07777U;
     }
 
+    /// As a start without an end before it leaves them.
+    void LeaveWithEveryPageInTheLog() const {
+        const TemporaryFolder folder;
+        StateDatabase database(folder.Path());
+        Sqlite other((folder.Path() / StateDatabase::kFileName).string());
+        database.Together([](StateDatabase& together) { together.ReplaceAnnouncements({Row(1), Row(2)}); });
+        other.Execute("PRAGMA wal_checkpoint(FULL); PRAGMA wal_autocheckpoint=0; VACUUM");
+        fs::copy(folder.Path(), m_folder.Path(),
+                 fs::copy_options::overwrite_existing | fs::copy_options::recursive);
+    }
+
     TemporaryFolder m_folder;
     mutable fs::path m_log;
 };
@@ -99,18 +110,7 @@ TEST_F(MissingDatabaseTest, AnEmptyOneIsDamagedAndTheLogBesideItIsKept) {
 
 TEST_F(MissingDatabaseTest, WhatTheLogHoldsIsReadWithoutTheDatabase) {
     for (const bool isEmpty : {false, true}) {
-        const TemporaryFolder folder;
-        {
-            StateDatabase database(folder.Path());
-            Sqlite other((folder.Path() / StateDatabase::kFileName).string());
-            database.Together([](StateDatabase& together) {
-                together.ReplaceAnnouncements({Row(1), Row(2)});
-            });
-            // Every page of it, as a start without an end before it leaves them.
-            other.Execute("PRAGMA wal_checkpoint(FULL); PRAGMA wal_autocheckpoint=0; VACUUM");
-            fs::copy(folder.Path(), m_folder.Path(),
-                     fs::copy_options::overwrite_existing | fs::copy_options::recursive);
-        }
+        LeaveWithEveryPageInTheLog();
         if (isEmpty)
             fs::resize_file(File(), 0);
         else
