@@ -1,13 +1,4 @@
-#include "controller/http/HttpServer.h"
-
-#include "tests/controller/http/TestClient.h"
-#include "tests/controller/support/Within.h"
-
-#include <boost/asio/post.hpp>
-#include <gtest/gtest.h>
-
-#include <future>
-#include <thread>
+#include "tests/controller/http/HttpServerFixture.h"
 
 namespace controller {
 
@@ -15,94 +6,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Answers every request with what it got, and WebSockets with what the test says.
-class EchoHandler final : public IHttpHandler {
-public:
-    HttpReply Explain(const HttpRefusal& refusal) override {
-        HttpReply reply;
-        reply.status = refusal.status;
-        reply.contentType = "application/problem+json";
-        reply.headers = refusal.headers;
-        reply.body = "{\"detail\":\"" + refusal.detail + "\",\"right\":\"" + refusal.right + "\"}";
-        return reply;
-    }
-
-    void Handle(std::shared_ptr<HttpExchange> exchange) override {
-        if (exchange->Request().isUpgrade) {
-            exchange->Upgrade([this](std::shared_ptr<WebSocket> socket) { Opened(std::move(socket)); });
-            return;
-        }
-        if (exchange->Request().path == "/throw")
-            throw std::runtime_error("oops");
-        if (exchange->Request().path == "/drop")
-            return;
-        exchange->ReadBody(100, 1s, [exchange](const std::string& body) {
-            HttpReply reply;
-            reply.contentType = "text/plain";
-            const HttpRequest& request = exchange->Request();
-            reply.body = std::string(request.method).append(" ").append(request.path) + " " + body;
-            exchange->Reply(std::move(reply));
-        });
-    }
-
-    void Opened(std::shared_ptr<WebSocket> socket) {
-        socket->OnClosed([this, key = socket.get()] {
-            closed.set_value();
-            (void)key;
-        });
-        opened.set_value(std::move(socket));
-    }
-
-    std::promise<std::shared_ptr<WebSocket>> opened;
-    std::promise<void> closed;
-};
-
-/// A server on a thread of its own, which is its driver thread.
-class HttpServerTest : public testing::Test {
-protected:
-    void Start(const HttpLimits& limits = {}) {
-        m_server = std::make_unique<HttpServer>(m_context, m_handler, m_log, limits, std::nullopt);
-        m_port = m_server->Listen("127.0.0.1", 0);
-        m_thread = std::thread([this] { m_context.run(); });
-    }
-
-    void TearDown() override {
-        OnDriver([this] { m_server->Close(); });
-        m_thread.join();
-    }
-
-    void OnDriver(std::function<void()> work) {
-        std::promise<void> done;
-        boost::asio::post(m_context, [&] {
-            work();
-            done.set_value();
-        });
-        Within("the driver thread", done.get_future());
-    }
-
-    std::string Ask(const std::string& request) const {
-        TestClient client(m_port);
-        client.Send(request);
-        return client.ReadReply();
-    }
-
-    static bool HasStatus(const std::string& reply, int status) {
-        return reply.rfind("HTTP/1.1 " + std::to_string(status) + " ", 0) == 0;
-    }
-
-    static std::string BodyOf(const std::string& reply) { return reply.substr(reply.find("\r\n\r\n") + 4); }
-
-    static constexpr const char* kUpgrade = "GET /events HTTP/1.1\r\nHost: x\r\nUpgrade: websocket\r\n"
-                                            "Connection: Upgrade\r\nSec-WebSocket-Version: 13\r\n"
-                                            "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
-
-    boost::asio::io_context m_context{1};
-    EchoHandler m_handler;
-    Log m_log{STDERR_FILENO, Severity::Error, Log::Form::Plain};
-    std::unique_ptr<HttpServer> m_server;
-    std::uint16_t m_port = 0;
-    std::thread m_thread;
-};
+class HttpServerTest : public HttpServerFixture {};
 
 } // namespace
 
@@ -217,24 +121,6 @@ TEST_F(HttpServerTest, WebSocketRequestWithABodyIsRefused) {
     EXPECT_TRUE(HasStatus(Ask(upgrade), 400));
 }
 
-TEST_F(HttpServerTest, WebSocketThatSendsFragmentsWithoutEndIsDropped) {
-    HttpLimits limits;
-    limits.messagesPerMinute = 10;
-    Start(limits);
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    client.ReadReply(false); // nothing may be sent before it
-    client.Send(std::string("\x01\x80\x00\x00\x00\x00", 6));
-    std::string fragments;
-    for (int i = 0; i < 10000; ++i)
-        fragments.append("\x00\x80\x00\x00\x00\x00", 6);
-
-    for (int i = 0; i < 1000 && client.Send(fragments); ++i) {
-    }
-
-    EXPECT_EQ(m_handler.closed.get_future().wait_for(20s), std::future_status::ready);
-}
-
 TEST_F(HttpServerTest, HandlerThatThrowsIsAnsweredForAndTheServerGoesOn) {
     Start();
 
@@ -302,82 +188,6 @@ TEST_F(HttpServerTest, ContinueIsSentBeforeALargeBody) {
     EXPECT_TRUE(HasStatus(client.ReadReply(), 100));
     client.Send("ok");
     EXPECT_EQ(BodyOf(client.ReadReply()), "POST /big ok");
-}
-
-TEST_F(HttpServerTest, WebSocketGetsTextsInTheirOrder) {
-    Start();
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    EXPECT_TRUE(HasStatus(client.ReadReply(false), 101));
-    const auto socket = Within("an open socket", m_handler.opened.get_future());
-
-    OnDriver([&] {
-        socket->Send(std::make_shared<const std::string>("one"));
-        socket->Send(std::make_shared<const std::string>(std::string(70000, 'x')));
-        socket->Send(std::make_shared<const std::string>("three"));
-    });
-
-    EXPECT_EQ(client.ReadText(), "one");
-    EXPECT_EQ(client.ReadText(), std::string(70000, 'x'));
-    EXPECT_EQ(client.ReadText(), "three");
-}
-
-TEST_F(HttpServerTest, WebSocketThatDoesNotReadIsDropped) {
-    HttpLimits limits;
-    limits.queuedMessages = 10;
-    Start(limits);
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    const auto socket = Within("an open socket", m_handler.opened.get_future());
-    const auto text = std::make_shared<const std::string>(std::string(8U << 20U, 'x'));
-
-    OnDriver([&] {
-        for (int i = 0; i < 20; ++i)
-            socket->Send(text);
-    });
-
-    EXPECT_EQ(m_handler.closed.get_future().wait_for(20s), std::future_status::ready);
-}
-
-TEST_F(HttpServerTest, WebSocketThatFloodsIsDropped) {
-    HttpLimits limits;
-    limits.messagesPerMinute = 50;
-    Start(limits);
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    client.ReadReply(false); // nothing may be sent before it
-    const std::string frame("\x81\x81\x00\x00\x00\x00x", 7);
-
-    for (int i = 0; i < 1000 && client.Send(frame); ++i) {
-    }
-
-    EXPECT_EQ(m_handler.closed.get_future().wait_for(20s), std::future_status::ready);
-}
-
-TEST_F(HttpServerTest, WebSocketFrameThatIsTooLargeEndsTheConnection) {
-    Start();
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    client.ReadReply(false); // nothing may be sent before it
-
-    client.Send(std::string("\x81\xfe\x20\x00\x00\x00\x00\x00", 8) + std::string(8192, 'x'));
-
-    EXPECT_EQ(m_handler.closed.get_future().wait_for(20s), std::future_status::ready);
-}
-
-TEST_F(HttpServerTest, WebSocketIsToldThatTheServerGoesAway) {
-    Start();
-    TestClient client(m_port);
-    client.Send(kUpgrade);
-    client.ReadReply(false);
-    (void)Within("an open socket", m_handler.opened.get_future());
-
-    OnDriver([this] { m_server->Close(); });
-
-    const std::string frame = client.Read(4);
-    ASSERT_EQ(frame.size(), 4U);
-    EXPECT_EQ(frame[0], '\x88');
-    EXPECT_EQ(frame.substr(2, 2), std::string("\x03\xe9", 2)); // 1001
 }
 
 TEST_F(HttpServerTest, PortInUseIsReportedWithItsNumber) {
