@@ -12,6 +12,7 @@ if(BUILD_CONTROLLER)
     pkg_check_modules(GSTREAMER REQUIRED IMPORTED_TARGET
         gstreamer-1.0 gstreamer-app-1.0 gstreamer-audio-1.0)
     pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
+    pkg_check_modules(EBUR128 REQUIRED IMPORTED_TARGET libebur128)
 endif()
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)
