@@ -5,5 +5,5 @@ import { buildOf } from './vite.shared';
 export default defineConfig({
   base: '/assets/',
   build: { ...buildOf('page', 'index.html'), target: 'es2020' },
-  test: { include: ['tests/**/*.test.ts'] },
+  test: { include: ['tests/**/*.test.ts'], setupFiles: 'tests/setup.ts' },
 });

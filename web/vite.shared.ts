@@ -10,7 +10,7 @@ export function buildOf(name: string, entry: string): NonNullable<UserConfig['bu
   return {
     assetsDir: '',
     assetsInlineLimit: 0, // the pages' policy lets no script or style stand in the page
-    modulePreload: { polyfill: false },
+    modulePreload: false,
     reportCompressedSize: false,
     chunkSizeWarningLimit: 1000, // tests/budget.mjs has the say
     rollupOptions: {

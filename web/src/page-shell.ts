@@ -11,6 +11,7 @@ import type { IconName } from './parts/ui-icon';
 import { Following, store } from './store/live';
 import { shellStyles } from './styles/shell';
 import { shared } from './styles/shared';
+import { keepLanguage, LANGUAGES, nextLanguage } from './texts/language';
 import { t } from './texts/page';
 import './views';
 
@@ -59,16 +60,19 @@ export class PageShell extends LitElement {
   private async follow(): Promise<void> {
     const wanted = location.hash;
     if (wanted === this.shownAt) return;
-    const view = this.main.firstElementChild as (Element & MayBeDirty) | null;
-    if (view?.isDirty) {
-      history.replaceState(null, '', this.shownAt || '#/announcements');
-      const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [
-        { key: 'leave', text: t.editor.leave, variant: 'danger' },
-      ]);
-      if (answer !== 'leave') return;
-      history.replaceState(null, '', wanted);
-    }
+    history.replaceState(null, '', this.shownAt || '#/announcements');
+    if (!(await this.mayLeave())) return;
+    history.replaceState(null, '', wanted);
     this.show(wanted);
+  }
+
+  private async mayLeave(): Promise<boolean> {
+    const view = this.main.firstElementChild as (Element & MayBeDirty) | null;
+    if (!view?.isDirty) return true;
+    const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [
+      { key: 'leave', text: t.editor.leave, variant: 'danger' },
+    ]);
+    return answer === 'leave';
   }
 
   private show(address: string): void {
@@ -130,6 +134,7 @@ export class PageShell extends LitElement {
     return html`<button class="icon-button" aria-label=${name} title=${name} @click=${this.nextTheme}>
         <ui-icon name=${THEME_ICONS[this.theme] ?? 'half'}></ui-icon>
       </button>
+      ${this.renderLanguage()}
       ${
         token()
           ? html`<button class="icon-button" aria-label=${t.access.signOut} title=${t.access.signOut} @click=${signOut}>
@@ -137,6 +142,27 @@ export class PageShell extends LitElement {
             </button>`
           : nothing
       }`;
+  }
+
+  /** Named in its own tongue: whoever looks for it does not read the other one. */
+  private renderLanguage(): unknown {
+    const next = nextLanguage();
+    const code = next.toUpperCase();
+    return html`<button
+      class="icon-button language"
+      lang=${next}
+      aria-label="${code} ${LANGUAGES[next]}"
+      title=${LANGUAGES[next]}
+      @click=${this.changeLanguage}
+    >
+      ${code}
+    </button>`;
+  }
+
+  private async changeLanguage(): Promise<void> {
+    if (!(await this.mayLeave())) return;
+    keepLanguage(nextLanguage());
+    location.reload();
   }
 
   private renderBanner(): unknown {

@@ -1,9 +1,10 @@
 // Times, lengths and numbers as people say them.
 
+import { locale } from '../texts/language';
 import { t } from '../texts/page';
 
-const clock = new Intl.DateTimeFormat(t.locale, { hour: '2-digit', minute: '2-digit', second: '2-digit' });
-const day = new Intl.DateTimeFormat(t.locale, { weekday: 'short', day: 'numeric', month: 'short' });
+const clock = new Intl.DateTimeFormat(locale, { hour: '2-digit', minute: '2-digit', second: '2-digit' });
+const day = new Intl.DateTimeFormat(locale, { weekday: 'short', day: 'numeric', month: 'short' });
 
 /** 1500 -> "1.5 s" */
 export function seconds(milliseconds: number): string {
@@ -24,7 +25,7 @@ export function moment(text: string): string {
 export function bytes(number: number): string {
   if (number < 1000) return t.units.bytes(number);
   if (number < 1e6) return t.units.kilobytes(Math.round(number / 1000));
-  return t.units.megabytes((number / 1e6).toFixed(1));
+  return t.units.megabytes(Math.round(number / 1e5) / 10);
 }
 
 export function listing(words: string[]): string {

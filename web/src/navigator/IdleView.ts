@@ -3,14 +3,15 @@
 import { setToken } from '../api/access';
 import type { Link } from '../api/EventStream';
 import type { ScreenEvents } from '../api/events';
+import { locale } from '../texts/language';
 import { screenText } from '../texts/screen';
 import { elements, setText } from './elements';
 
 const REFUSED = [401, 403];
 
 export class IdleView {
-  private readonly time = new Intl.DateTimeFormat(undefined, { hour: 'numeric', minute: '2-digit' });
-  private readonly date = new Intl.DateTimeFormat(undefined, { weekday: 'long', day: 'numeric', month: 'long' });
+  private readonly time = new Intl.DateTimeFormat(locale, { hour: 'numeric', minute: '2-digit' });
+  private readonly date = new Intl.DateTimeFormat(locale, { weekday: 'long', day: 'numeric', month: 'long' });
   private link: Link | null = null; // null until the first try has come to something
   private hasTried = false; // entered a token
 

@@ -13,6 +13,7 @@ export const elements = {
   date: find('date', HTMLElement),
   room: find('room', HTMLElement),
   linkText: find('link-text', HTMLElement),
+  language: find('language', HTMLButtonElement),
   tokenForm: find('token-form', HTMLFormElement),
   tokenCommand: find('token-command', HTMLElement),
   tokenInput: find('token-input', HTMLInputElement),

@@ -10,11 +10,13 @@ import { Problem, request } from '../api/request';
 import { IdleView } from './IdleView';
 import { PopupView } from './PopupView';
 import { screenText } from '../texts/screen';
+import { speak } from './speech';
 import { Wakefulness } from './Wakefulness';
 
 const id = location.pathname.split('/').pop() ?? '';
 
 adoptTokenFromAddress();
+speak();
 
 const idle = new IdleView(id, () => void stream.reconnect());
 const wakefulness = new Wakefulness();

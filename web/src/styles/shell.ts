@@ -50,6 +50,10 @@ export const shellStyles = css`
     align-items: center;
     gap: 0.15rem;
   }
+  .language {
+    font-weight: 600;
+    font-size: 0.85rem;
+  }
   .tools link-state {
     margin-right: 0.4rem;
   }

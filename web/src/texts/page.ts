@@ -1,7 +1,18 @@
-// The texts of the page. Another language is a folder beside `english`, and a line at the end.
+// The texts of the page, in one language, which is loaded before anything is shown.
 
-import { english } from './english/page';
+import type { english } from './english';
+import { language, type Language } from './language';
 
 export type Texts = typeof english;
 
-export const t: Texts = english;
+const files: Record<Language, () => Promise<Texts>> = {
+  en: async () => (await import('./english')).english,
+  de: async () => (await import('./german')).german,
+};
+
+/** Empty until `loadTexts` is done. */
+export const t = {} as Texts;
+
+export async function loadTexts(wanted = language): Promise<void> {
+  Object.assign(t, await files[wanted]());
+}

@@ -1,6 +1,9 @@
 // The list of announcements, and what one of them will do.
 
-const count = (number: number, one: string, many: string): string => `${number} ${number === 1 ? one : many}`;
+import { counted } from '../counted';
+import { number } from '../language';
+
+const all = (count: number): string => counted(count, { one: 'announcement', other: 'announcements' });
 
 export const announcements = {
   list: {
@@ -14,10 +17,7 @@ export const announcements = {
     first: 'Make the first one',
     notFound: (words: string) => `Nothing here matches “${words}”`,
     clearSearch: 'Show all',
-    count: (shown: number, all: number) =>
-      shown === all
-        ? count(all, 'announcement', 'announcements')
-        : `${shown} of ${count(all, 'announcement', 'announcements')}`,
+    count: (shown: number, of: number) => (shown === of ? all(of) : `${number(shown)} of ${all(of)}`),
     play: (name: string) => `Play ${name}`,
     edit: (name: string) => `Edit ${name}`,
     preview: (name: string) => `What ${name} will do`,

@@ -1,7 +1,8 @@
 // What stands on every view: names, units, the frame.
 
+import { number } from '../language';
+
 export const common = {
-  locale: undefined as string | undefined, // as the browser has it
   and: (most: string, last: string) => `${most} and ${last}`,
   appName: 'Announcements',
   skip: 'Skip to the content',
@@ -30,11 +31,11 @@ export const common = {
   },
   units: {
     secondsName: 's',
-    seconds: (value: number) => `${value} s`,
+    seconds: (value: number) => `${number(value)} s`,
     minutes: (minutes: number, seconds: number) => `${minutes} min ${seconds} s`,
-    bytes: (value: number) => `${value} bytes`,
-    kilobytes: (value: number) => `${value} kB`,
-    megabytes: (value: string) => `${value} MB`,
+    bytes: (value: number) => `${number(value)} bytes`,
+    kilobytes: (value: number) => `${number(value)} kB`,
+    megabytes: (value: number) => `${number(value)} MB`,
     percent: (value: number) => `${value} %`,
     unchanged: 'as it is',
   },

@@ -1,4 +1,6 @@
-// The page of a screen. What never changes stands in navigator.html.
+// The page of a screen.
+
+import { number } from '../language';
 
 export const screen = {
   title: (place: string, house: string) => `${place} · ${house}`,
@@ -12,5 +14,11 @@ export const screen = {
   refused: (why: string) => `Not connected: ${why}`,
   inAMoment: 'Not connected. Trying again in a moment …',
   tryingAgain: 'Not connected. Trying again …',
-  seconds: (value: number) => `${value} s`,
+  seconds: (value: number) => `${number(value)} s`,
+  fixed: {
+    tokenLabel: 'This screen needs a token. Make one on the controller and enter it here:',
+    connect: 'Connect',
+    ok: 'OK',
+  },
+  labels: { dialog: 'Announcement', left: 'Closes in' },
 };

@@ -1,5 +1,7 @@
 // The other views: media, house, history, log.
 
+import { number } from '../language';
+
 export const views = {
   media: {
     title: 'Media',
@@ -58,7 +60,7 @@ export const views = {
     testToneLabel: (room: string) => `Play a test tone in ${room}`,
     testPopup: 'Test popup',
     testPopupLabel: (screen: string) => `Show a test popup on ${screen}`,
-    connected: (pages: number) => (pages === 1 ? 'Connected' : `${pages} pages connected`),
+    connected: (pages: number) => (pages === 1 ? 'Connected' : `${number(pages)} pages connected`),
     notConnected: 'Not connected',
     shows: (message: string) => `Shows “${message}”`,
     showsImage: 'Shows an image',

@@ -1,0 +1,9 @@
+// Every text of the page, in English.
+
+import { announcements } from './english/announcements';
+import { common } from './english/common';
+import { editing } from './english/editor';
+import { live } from './english/log';
+import { views } from './english/views';
+
+export const english = { ...common, ...announcements, ...editing, ...views, ...live };

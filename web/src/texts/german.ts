@@ -1,0 +1,10 @@
+// Every text of the page, in German.
+
+import type { Texts } from './page';
+import { announcements } from './german/announcements';
+import { common } from './german/common';
+import { editing } from './german/editor';
+import { live } from './german/log';
+import { views } from './german/views';
+
+export const german: Texts = { ...common, ...announcements, ...editing, ...views, ...live };
