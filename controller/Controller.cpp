@@ -33,9 +33,9 @@ Controller::Controller(House house, Options options, Log& log)
           m_parts.feed,
           [this](std::uint32_t id) { return m_parts.announcements.NameOf(id); },
           [this](const std::string& line) { Print(line); })
-    , m_console({m_parts.announcements, [this](const std::string& line) { Print(line); },
+    , m_console({m_parts.announcements, [this](const std::string& line) { Print(line); }, [this] { End(); },
                  [this] {
-                     End();
+                     return m_parts.stop.Stop();
                  }})
     , m_ends(m_parts.feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))

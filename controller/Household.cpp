@@ -71,6 +71,7 @@ Household::Household(House house, Options options, Log& log)
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
     , m_announcements({m_agent, m_store, m_driver, m_feed, log})
+    , m_stop({m_playing, m_audio, m_announcements, m_feed, m_driver})
     , m_history(m_feed, HistoryParts())
     , m_ends(m_feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
@@ -144,8 +145,9 @@ DigitalAudio::Parts Household::AudioParts() {
 
 DeviceManager::Hooks Household::DeviceHooks() {
     return {[this] { m_announcements.StateInvalidated(); },
+            [this] { return m_playing.Current() ? m_playing.Current()->show : 0; },
             [this] {
-                return m_playing.Current() ? m_playing.Current()->show : 0;
+                return m_stop.RefusePopup();
             }};
 }
 
@@ -162,6 +164,7 @@ ControllerParts Household::Parts() {
             m_driver,
             m_feed,
             m_announcements,
+            m_stop,
             m_popups,
             m_variables,
             m_volumes,

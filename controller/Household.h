@@ -98,6 +98,7 @@ private:
     DriverHost m_driverHost;
     AgentHost m_agent;
     Announcements m_announcements;
+    PlayStop m_stop;
     HistoryRecorder m_history;
     EventFeed::Subscription m_ends;
     bool m_isEnding = false;

@@ -16,7 +16,7 @@ const std::vector<ExitStatusMeaning>& ExitStatuses() {
          "No controller answers at the address, the connection is lost, or the controller has no room for "
          "the request at present."},
         {ExitStatus::EndedOtherwise, "The announcement that was waited for ended otherwise than by itself: "
-                                     "dismissed, failed, removed or interrupted."},
+                                     "dismissed, stopped, failed, removed or interrupted."},
         {ExitStatus::NotSaved,
          "The change is made, but the controller cannot write it to its disk at present."},
         {ExitStatus::Interrupted, "The program was interrupted by SIGINT (Ctrl-C) or SIGTERM."},

@@ -46,6 +46,8 @@ std::vector<CommandDefinition> AnnouncementCommands() {
          {{"Do something about it when the announcement was dismissed or failed", "announce play Dinner --wait || echo \"Not played to its end\""}},
          handlers::Play},
         {"dismiss", "Take the popup of what plays away, on every screen", "", {}, {}, handlers::Dismiss},
+        {"stop", "Stop what plays", "The sound fades out in every room, popups go, and every room is put back. What waits is played next.",
+         {}, {}, handlers::Stop},
         {"rehearse", "Show what playing an announcement would do",
          "Nothing is played: the controller runs the announcement on a clock of its own.",
          {Announcement(), {"--sound-length", "TIME", "How long the sound lasts, in place of its own length"}},

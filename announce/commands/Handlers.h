@@ -13,6 +13,7 @@ ExitStatus Copy(Session& session);
 ExitStatus Remove(Session& session);
 ExitStatus Play(Session& session);
 ExitStatus Dismiss(Session& session);
+ExitStatus Stop(Session& session);
 ExitStatus Status(Session& session);
 ExitStatus Rooms(Session& session);
 ExitStatus SetVolume(Session& session);

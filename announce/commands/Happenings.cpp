@@ -13,7 +13,7 @@ namespace {
 Style StyleOfOutcome(const std::string& outcome) {
     if (outcome == "ended")
         return Style::Good;
-    return outcome == "dismissed" ? Style::Plain : Style::Bad;
+    return outcome == "dismissed" || outcome == "stopped" ? Style::Plain : Style::Bad;
 }
 
 Style StyleOfEvent(const Json& event) {

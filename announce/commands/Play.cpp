@@ -40,4 +40,10 @@ ExitStatus Dismiss(Session& session) {
                                      ") is dismissed");
 }
 
+ExitStatus Stop(Session& session) {
+    const Json reply = session.client.Post("/api/stop");
+    return session.Report(reply, reply.at("stopped") == true ? "Stopped"
+                                                             : "Nothing plays; there was nothing to stop.");
+}
+
 } // namespace handlers

@@ -10,7 +10,7 @@
 class PlayWatch {
 public:
     struct End {
-        std::string outcome; ///< "ended", "dismissed", "failed: WHY", "interrupted", "removed"
+        std::string outcome; ///< "ended", "dismissed", "stopped", "failed: WHY", "interrupted", "removed"
         bool isComplete = false;
     };
 

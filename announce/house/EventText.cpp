@@ -14,6 +14,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
         {"play_asked", "{announcement} is asked for"},
         {"announcement_started", "{announcement} begins"},
         {"started", "{announcement} begins"},
+        {"announcement_stopped", "{announcement} is stopped"},
         {"announcement_ended", "{announcement} is over"},
         {"ended", "{announcement} is over"},
         {"announcement_stored", "{announcement} is stored"},

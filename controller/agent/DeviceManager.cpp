@@ -42,6 +42,8 @@ std::int32_t DeviceManager::SendCommandToDevice(std::uint32_t deviceId,
     }
     if (message->GetName() != "SHOW_POPUP")
         return -1;
+    if (m_hooks.refusePopup())
+        return 0;
     Popups::Wanted wanted;
     wanted.message = message->GetParam("MESSAGE");
     wanted.binding = BindingOf(*message, "MESSAGE");

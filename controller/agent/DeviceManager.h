@@ -20,6 +20,7 @@ public:
     struct Hooks {
         std::function<void()> stateInvalidated;
         std::function<std::uint64_t()> show; ///< the number of the present playing
+        std::function<bool()> refusePopup;   ///< whether no popup is to be shown any more
     };
 
     /// `popups` and `log` are borrowed for life.

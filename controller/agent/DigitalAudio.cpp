@@ -14,6 +14,7 @@ void DigitalAudio::Forget() {
     ++m_stream;
     m_isWanted = false;
     m_isPlaying = false;
+    m_isStopped = false;
     m_latestAnswer.Stop();
     m_rooms.clear();
 }
@@ -62,8 +63,12 @@ void DigitalAudio::PlayFile(const std::string& path) {
         m_parts.log.Warning(path + " is not played: another file still plays over the stream");
         return;
     }
-    m_isPlaying = true;
     m_isTold = false;
+    if (m_isStopped) {
+        TellComplete();
+        return;
+    }
+    m_isPlaying = true;
     m_latestAnswer.Start(kLatestAnswer, [this] { TellComplete(); });
     m_parts.locate(path, [this, stream = m_stream, path](const std::string& file, const std::string& error) {
         // The first sample must not be heard at the volume of before.
@@ -74,7 +79,18 @@ void DigitalAudio::PlayFile(const std::string& path) {
     });
 }
 
+void DigitalAudio::Stop() {
+    m_driverOnly.Assert();
+    m_isStopped = m_isWanted;
+    m_parts.engine.StopPlay();
+}
+
 void DigitalAudio::Start(const std::string& path, const std::string& file, const std::string& error) {
+    if (m_isStopped) {
+        m_isPlaying = false;
+        TellComplete();
+        return;
+    }
     if (!error.empty()) {
         Ended(path, error);
         return;

@@ -61,6 +61,11 @@ public:
     /// The room hears the stream no more, and goes back to its volume.
     void RemoveRoom(std::uint32_t room);
 
+    /// Ends the sound of the announcement that plays, at whatever step it is: what is heard fades out, and a
+    /// file that has not begun, or that is asked for later, counts as played. The agent is told as of any
+    /// end.
+    void Stop();
+
     /// The announcement is over: a stream that it asked for and never released is released, so that no answer
     /// reaches the next announcement and no room stays taken.
     void AnnouncementEnded();
@@ -84,6 +89,7 @@ private:
     bool m_isWanted = false;    ///< the agent has asked for the stream and not released it
     bool m_isPlaying = false;
     bool m_isTold = false; ///< the agent, of the file's end
+    bool m_isStopped = false;
     Alarm m_latestAnswer;
     std::set<std::uint32_t> m_rooms;
     DriverOnly m_driverOnly;

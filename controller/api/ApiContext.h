@@ -2,6 +2,7 @@
 
 #include "controller/access/Access.h"
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/PlayStop.h"
 #include "controller/api/ApiCall.h"
 #include "controller/api/streams/EventStreams.h"
 #include "controller/api/streams/HouseWatch.h"
@@ -34,6 +35,7 @@ struct ControllerParts {
     DriverThread& driver;
     EventFeed& feed;
     Announcements& announcements;
+    PlayStop& stop;
     Popups& popups;
     Variables& variables;
     RoomVolumes& volumes;

@@ -37,6 +37,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "Takes a navigator out of an announcement", Content::None(), 204, Content::None()},
         {"dismiss", "POST", "/api/dismiss", Need::Play, Kind::Plain, handlers::Dismiss,
          "Takes the popup of what plays away, on every screen", Content::None(), 202, Content::Of<view::Dismissed>()},
+        {"stop", "POST", "/api/stop", Need::Play, Kind::Plain, handlers::Stop,
+         "Stops what plays: the sound fades out in every room, and the popups go", Content::None(), 200, Content::Of<view::Stopped>()},
         {"get_house", "GET", "/api/house", Need::Play, Kind::Plain, handlers::GetHouse,
          "Name, rooms and navigators of the house", Content::None(), 200, Content::Of<view::House>()},
         {"list_rooms", "GET", "/api/rooms", Need::Play, Kind::Plain, handlers::ListRooms,

@@ -78,6 +78,7 @@ public:
     void RemoveRoom(std::uint32_t roomId) override;
     void SetVolume(std::uint32_t roomId, unsigned volume) override;
     void Play(const std::string& path, OnDone onDone) override;
+    void StopPlay() override;
     void CloseStream(OnClosed onClosed) override;
 
     /// The room's volume, 0 for an unknown room.

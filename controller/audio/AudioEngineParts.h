@@ -27,6 +27,7 @@ struct AudioEngine::CurrentPlay {
     OnDone onDone;
     std::chrono::steady_clock::time_point asked;
     std::chrono::microseconds startDelay{-1};
+    bool isStopped = false;
     std::shared_ptr<Playback> playback;
     std::set<std::uint32_t> heard; ///< Rooms that left the stream when they had heard the clip.
 };

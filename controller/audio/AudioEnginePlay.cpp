@@ -91,7 +91,7 @@ void AudioEngine::CheckPlay() {
         isOpening = isOpening || state == RoomOutput::State::Opening;
     }
     // A room that is still opening when the others have ended has missed it all.
-    if (isOpening && !hasEnded)
+    if (isOpening && !hasEnded && !m_play->isStopped)
         return;
     std::string error = hasEnded ? m_play->playback->Error() : "";
     if (error.empty() && heard.empty())
@@ -109,17 +109,30 @@ std::string AudioEngine::WhyNoRoom() const {
     return text.empty() ? "every room was removed from the stream" : text;
 }
 
+void AudioEngine::StopPlay() {
+    if (!m_play || std::exchange(m_play->isStopped, true))
+        return;
+    // Before the look at the timeline, for a clip that is given up is placed there no more.
+    m_play->playback->Abandon();
+    if (!m_stream->timeline->FadeOut())
+        FinishPlay({}, {});
+}
+
 void AudioEngine::FinishPlay(const std::string& error, std::vector<std::uint32_t> rooms) {
     const auto play = std::exchange(m_play, nullptr);
     if (play->playback)
         play->playback->Abandon();
-    if (!error.empty())
-        m_context->services.log.Error("the file was not played: " + error);
-    m_context->mailbox->Post(
-        [onDone = play->onDone, result = PlayResult{error, std::move(rooms), play->startDelay}] {
-            if (onDone)
-                onDone(result);
-        });
+    PlayResult result{error, std::move(rooms), play->startDelay, play->isStopped};
+    if (result.isStopped) {
+        result.error.clear();
+        result.rooms.clear();
+    }
+    if (!result.error.empty())
+        m_context->services.log.Error("the file was not played: " + result.error);
+    m_context->mailbox->Post([onDone = play->onDone, result = std::move(result)] {
+        if (onDone)
+            onDone(result);
+    });
 }
 
 } // namespace controller::audio

@@ -10,9 +10,10 @@ namespace controller::audio {
 
 /// How a Play ended.
 struct PlayResult {
-    std::string error;                        ///< Empty: the whole file was played in every room of `rooms`.
+    std::string error; ///< Empty: the whole file was played in every room of `rooms`, or it was stopped.
     std::vector<std::uint32_t> rooms;         ///< Rooms that heard it to its last sample, ascending.
     std::chrono::microseconds startDelay{-1}; ///< Play() to the clip's first sample; -1: it never started.
+    bool isStopped = false;                   ///< By StopPlay(); then `rooms` is empty.
 };
 
 /// Sound in rooms, as the rest of the controller calls it: one stream at a time.
@@ -46,6 +47,10 @@ public:
     /// or not playable, that there is no stream or no room, that another Play is still running (which goes
     /// on), that every room failed, or that the stream was closed.
     virtual void Play(const std::string& path, OnDone onDone) = 0;
+
+    /// What plays fades out over 50 ms in every room, and silence follows; its onDone comes when the last
+    /// room has played that. A clip that has not begun never begins. Without a Play nothing happens.
+    virtual void StopPlay() = 0;
 
     /// Ends the stream: sound stops, outputs close, then onClosed is called, unless it is empty. Without a
     /// stream onClosed is called all the same.

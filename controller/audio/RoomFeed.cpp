@@ -71,7 +71,7 @@ void RoomFeed::Fill(const Turn& turn, float* samples) {
     // it.
     if (!turn.clip || turn.clipPosition <= 0)
         m_currentGain = gain;
-    ApplyGain(turn.kind == Turn::Kind::LastBlock ? 0.0F : gain, samples);
+    ApplyGain(turn.kind == Turn::Kind::LastBlock ? 0.0F : gain * turn.fade, samples);
 }
 
 /// A change of volume is spread over a block: at once it would click.

@@ -17,6 +17,9 @@ constexpr std::int64_t kBlockFrames = kRate / 200;
 constexpr std::size_t kBlockSamples = static_cast<std::size_t>(kBlockFrames) * kChannels;
 constexpr std::size_t kBlockBytes = kBlockSamples * sizeof(float);
 
+/// A clip that is stopped fades out so long: a whole number of blocks.
+constexpr std::int64_t kFadeFrames = kRate / 20;
+
 /// Silence after a clip: some players swallow up to 50 ms of what comes last.
 constexpr std::int64_t kTailFrames = kRate / 10;
 

@@ -97,8 +97,16 @@ Timeline::StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::
 bool Timeline::HasEnded(const RoomSlot& slot) const {
     if (!m_clip)
         return false;
+    if (slot.fadeFrom >= 0 && slot.next >= slot.fadeFrom + kFadeFrames + kTailFrames)
+        return true;
     const auto total = m_clip->TotalFrames();
     return total && slot.next >= m_clipStart + *total + kTailFrames;
+}
+
+bool Timeline::FadeOut() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isFadingOut = m_clip != nullptr;
+    return m_isFadingOut;
 }
 
 Turn Timeline::NextTurn(RoomSlot& slot) {
@@ -129,6 +137,7 @@ void Timeline::Place(RoomSlot& slot, Turn& turn) const {
             slot.hasBegun && m_clip ? std::min(present, m_clipStart / kBlockFrames * kBlockFrames) : present;
         turn.isGap = true;
     }
+    const bool hasHeard = slot.hasBegun;
     slot.hasBegun = true;
     turn.frame = slot.next;
     slot.next += kBlockFrames;
@@ -136,10 +145,22 @@ void Timeline::Place(RoomSlot& slot, Turn& turn) const {
         turn.clip = m_clip;
         turn.clipPosition = turn.frame - m_clipStart;
     }
+    if (m_isFadingOut)
+        Fade(slot, hasHeard, turn);
     if (slot.isStopping) {
         turn.kind = Turn::Kind::LastBlock;
         slot.hasFaded = true;
     }
+}
+
+/// A room that has heard nothing yet has nothing to fade.
+void Timeline::Fade(RoomSlot& slot, bool hasHeard, Turn& turn) const {
+    if (slot.fadeFrom < 0)
+        slot.fadeFrom = hasHeard ? turn.frame : turn.frame - kFadeFrames;
+    const std::int64_t left = slot.fadeFrom + kFadeFrames - (turn.frame + kBlockFrames);
+    turn.fade = left > 0 ? static_cast<float>(left) / static_cast<float>(kFadeFrames) : 0.0F;
+    if (left < 0)
+        turn.clip = nullptr;
 }
 
 bool Timeline::HasClip() const {

@@ -27,6 +27,7 @@ struct RoomSlot {
     bool isStopping = false;
     bool hasFaded = false;
     bool isAborted = false;
+    std::int64_t fadeFrom = -1; ///< The frame from which the clip fades out here; -1: it does not.
 };
 
 /// What a room is to play next.
@@ -38,6 +39,7 @@ struct Turn {
     std::int64_t clipPosition =
         0;              ///< What `frame` is in the clip; negative: the clip begins within the block.
     bool isGap = false; ///< Frames before this one were skipped.
+    float fade = 1.0F;  ///< What a stop leaves of the volume at the block's end.
 };
 
 /// The one clock of a stream's rooms, and where on it the clip stands. Frame 0 is the stream's opening, in
@@ -74,6 +76,9 @@ public:
     [[nodiscard]] std::optional<Clock::time_point>
     StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::milliseconds readiness);
 
+    /// The clip fades out, in each room from its next block on, and ends. False when none has been placed.
+    bool FadeOut();
+
     /// Waits until it is the room's turn to be given a block, and says which.
     [[nodiscard]] Turn NextTurn(RoomSlot& slot);
 
@@ -95,6 +100,7 @@ private:
     [[nodiscard]] bool MayStart(std::chrono::milliseconds readiness) const;
     [[nodiscard]] bool HasEnded(const RoomSlot& slot) const;
     void Place(RoomSlot& slot, Turn& turn) const;
+    void Fade(RoomSlot& slot, bool hasHeard, Turn& turn) const;
 
     GstPtr<GstClock> m_clock;
     GstClockTime m_base;
@@ -103,6 +109,7 @@ private:
     std::vector<std::shared_ptr<RoomSlot>> m_rooms;
     std::shared_ptr<Clip> m_clip;
     std::int64_t m_clipStart = 0;
+    bool m_isFadingOut = false;
 };
 
 } // namespace controller::audio

@@ -44,6 +44,8 @@ const Console::Entry Console::kEntries[] = {
     {"play", 1, "play ID|NAME", "plays an announcement, or queues it behind the one that plays",
      &Console::Play},
     {"dismiss", 0, "dismiss", "takes the popups of the announcement that plays away", &Console::Dismiss},
+    {"stop", 0, "stop", "stops the announcement that plays: its sound fades out, and its popups go",
+     &Console::Stop},
     {"request", 1, "request NAME [PARAMETER=VALUE]...", "sends the agent a request and prints the reply",
      &Console::Request},
     {"command", 1, "command NAME [PARAMETER=VALUE]...", "sends the agent a command", &Console::Command},
@@ -139,6 +141,11 @@ std::uint32_t Console::FindAnnouncement(const std::string& text) const {
 
 void Console::Dismiss(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {
     m_parts.announcements.Dismiss(PrintOutcome("ok", answered));
+}
+
+void Console::Stop(const ConsoleCommand& /*command*/, const ConsoleInput::Answered& answered) const {
+    m_parts.print(m_parts.stop() ? "ok" : "nothing plays");
+    answered();
 }
 
 void Console::Request(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const {

@@ -15,6 +15,7 @@ public:
         Announcements& announcements;
         std::function<void(const std::string& line)> print;
         std::function<void()> quit;
+        std::function<bool()> stop = {}; ///< stops what plays; false when nothing does
     };
 
     explicit Console(Parts parts);
@@ -35,6 +36,7 @@ private:
     void Help(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Play(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Dismiss(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
+    void Stop(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Request(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Command(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;
     void Save(const ConsoleCommand& command, const ConsoleInput::Answered& answered) const;

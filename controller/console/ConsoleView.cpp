@@ -73,6 +73,10 @@ void ConsoleView::Show(const events::AnnouncementStarted& event) {
     m_print(Announcement(event.announcement) + " begins");
 }
 
+void ConsoleView::Show(const events::AnnouncementStopped& event) {
+    m_print(Announcement(event.announcement) + " is stopped");
+}
+
 void ConsoleView::Show(const events::AnnouncementEnded& event) {
     m_print(Announcement(event.announcement) + " is over");
 }

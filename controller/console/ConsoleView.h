@@ -19,6 +19,7 @@ public:
 
 private:
     void Show(const events::AnnouncementStarted& event);
+    void Show(const events::AnnouncementStopped& event);
     void Show(const events::AnnouncementEnded& event);
     void Show(const events::RoomSetUp& event);
     void Show(const events::RoomRestored& event);

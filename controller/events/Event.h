@@ -25,6 +25,11 @@ struct AnnouncementStarted {
     std::uint32_t announcement = 0;
 };
 
+/// Somebody has stopped the announcement that plays; the agent lets go of it soon.
+struct AnnouncementStopped {
+    std::uint32_t announcement = 0;
+};
+
 /// The agent has let go of the announcement that was playing.
 struct AnnouncementEnded {
     std::uint32_t announcement = 0;
@@ -146,6 +151,7 @@ struct LogLine {
 
 using EventData = std::variant<events::PlayAsked,
                                events::AnnouncementStarted,
+                               events::AnnouncementStopped,
                                events::AnnouncementEnded,
                                events::AnnouncementStored,
                                events::AnnouncementRemoved,

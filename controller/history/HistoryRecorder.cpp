@@ -37,6 +37,9 @@ void HistoryRecorder::Take(const Event& event) {
         AddOnce(m_current->navigators, popup->navigator);
     else if (const auto* sound = std::get_if<events::SoundStarted>(&event.data))
         m_current->file = sound->file;
+    else if (std::holds_alternative<events::AnnouncementStopped>(event.data))
+        // What failed before has not come to more by being stopped.
+        m_current->outcome = m_current->outcome.rfind("failed", 0) == 0 ? m_current->outcome : "stopped";
     else if (const auto* hidden = std::get_if<events::PopupHidden>(&event.data)) {
         if (hidden->why == events::PopupEnd::Dismissed && m_current->outcome == "ended")
             m_current->outcome = "dismissed";

@@ -27,7 +27,7 @@ struct HistoryEntry {
     std::vector<std::uint32_t> rooms;
     std::vector<std::uint32_t> navigators;
     std::string file;
-    std::string outcome; ///< "ended", "dismissed", "failed: <why>" or "interrupted"
+    std::string outcome; ///< "ended", "dismissed", "stopped", "failed: <why>" or "interrupted"
 };
 
 /// Everything that is read once, at the start.

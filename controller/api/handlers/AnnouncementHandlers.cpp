@@ -194,6 +194,10 @@ void Dismiss(ApiContext& context, Call call) {
     });
 }
 
+void Stop(ApiContext& context, Call call) {
+    call->Reply(200, view::Stopped{context.parts.stop.Stop()});
+}
+
 void SendCommand(ApiContext& context, Call call) {
     const std::string name = call->Text("name");
     const Parameters parameters = call->Take<view::Parameters>().values;

@@ -23,6 +23,7 @@ void RemoveAnnouncementRoom(ApiContext& context, Call call);
 void PutAnnouncementNavigator(ApiContext& context, Call call);
 void RemoveAnnouncementNavigator(ApiContext& context, Call call);
 void Dismiss(ApiContext& context, Call call);
+void Stop(ApiContext& context, Call call);
 void SendCommand(ApiContext& context, Call call);
 void SendRequest(ApiContext& context, Call call);
 void Rehearse(ApiContext& context, Call call);

@@ -107,6 +107,8 @@ void AddAnnouncements(KindList& list) {
                         {Data<&PlayAsked::announcement>("announcement", "Somebody asks for it").AsId()});
     list.Add<AnnouncementStarted>("announcement_started",
                                   {Data<&AnnouncementStarted::announcement>("announcement").AsId()});
+    list.Add<AnnouncementStopped>("announcement_stopped",
+                                  {Data<&AnnouncementStopped::announcement>("announcement").AsId()});
     list.Add<AnnouncementEnded>("announcement_ended",
                                 {Data<&AnnouncementEnded::announcement>("announcement").AsId()});
     list.Add<AnnouncementStored>(

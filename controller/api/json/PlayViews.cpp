@@ -56,7 +56,7 @@ Object TableOf(fields::For<HistoryEntry> /*type*/) {
              Member<&Entry::name>("name"), Member<&Entry::startedAt>("started"),
              Member<&Entry::endedAt>("ended"), Member<&Entry::rooms>("rooms"),
              Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
-             Member<&Entry::outcome>("outcome", "ended, dismissed, interrupted, or failed: WHY")}};
+             Member<&Entry::outcome>("outcome", "ended, dismissed, stopped, interrupted, or failed: WHY")}};
 }
 
 namespace view {

@@ -72,6 +72,10 @@ Object Dismissed::Table() {
         {Member<&Dismissed::announcement>("announcement", "What was playing; null when nothing was").AsId()}};
 }
 
+Object Stopped::Table() {
+    return {"Stopped", {Member<&Stopped::isStopped>("stopped", "False when nothing played")}};
+}
+
 Object Confirmed::Table() {
     return {"Confirmed", {Member<&Confirmed::isDismissed>("dismissed")}};
 }

@@ -50,6 +50,12 @@ struct Dismissed {
     static Object Table();
 };
 
+struct Stopped {
+    bool isStopped = false;
+
+    static Object Table();
+};
+
 struct Confirmed {
     bool isDismissed = false;
 

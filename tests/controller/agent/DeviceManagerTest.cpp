@@ -48,14 +48,21 @@ protected:
     DigitalAudio m_audio{{m_engine, m_volumes, m_services, m_feed, m_log.log, m_scheduler, {}}};
     RoomProxy m_room{12, m_audio, m_volumes, m_feed};
     int m_invalidations = 0;
+    bool m_isStopped = false;
     DeviceManager m_devices{{5},
                             m_popups,
                             m_log.log,
-                            {[this] { ++m_invalidations; },
-                             [] {
-                                 return std::uint64_t{7};
+                            {[this] { ++m_invalidations; }, [] { return std::uint64_t{7}; },
+                             [this] {
+                                 return m_isStopped;
                              }}};
 };
+
+TEST_F(DeviceManagerTest, APopupOfWhatWasStoppedIsNotShown) {
+    m_isStopped = true;
+    EXPECT_EQ(Send(5, ShowPopup()), 0);
+    EXPECT_TRUE(m_popups.Standing().empty());
+}
 
 TEST_F(DeviceManagerTest, APopupIsShownAsItsParametersSay) {
     EXPECT_EQ(Send(5, ShowPopup()), 0);

@@ -31,6 +31,7 @@ public:
         m_calls.push_back("play " + file);
         done.push_back(std::move(onDone));
     }
+    void StopPlay() override { m_calls.emplace_back("stop"); }
     void CloseStream(std::function<void()> onClosed) override {
         m_calls.emplace_back("close");
         if (onClosed)
@@ -139,6 +140,44 @@ TEST_F(DigitalAudioTest, AFileIsPlayedAndItsEndIsTold) {
     EXPECT_FALSE(m_audio.IsPlaying());
     EXPECT_EQ(m_events.Take(),
               (Texts{"playing /media/announcements/chime.wav", "played /media/announcements/chime.wav"}));
+}
+
+TEST_F(DigitalAudioTest, AStoppedFileFadesOutAndTheAgentIsToldOfItsEndWhenItHas) {
+    OpenStream();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    DoPosted();
+    m_audio.Stop();
+    EXPECT_EQ(Calls(), (Texts{"play /real/chime.wav", "stop"}));
+    EXPECT_TRUE(m_audio.IsPlaying());
+    m_engine.done[0]({"", {}, {}, true});
+    DoPosted();
+    EXPECT_EQ(Calls(), Texts{"agent: complete"});
+    EXPECT_FALSE(m_audio.IsPlaying());
+    EXPECT_TRUE(m_log.lines.empty());
+}
+
+TEST_F(DigitalAudioTest, AFileThatIsStillLookedForWhenItIsStoppedIsNotPlayed) {
+    OpenStream();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    m_audio.Stop();
+    DoPosted();
+    EXPECT_EQ(Calls(), (Texts{"stop", "agent: complete"}));
+    EXPECT_FALSE(m_audio.IsPlaying());
+    EXPECT_EQ(m_events.Take(), Texts{});
+}
+
+TEST_F(DigitalAudioTest, AFileThatIsAskedForWhenAllIsStoppedCountsAsPlayed) {
+    OpenStream();
+    m_audio.Stop();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    DoPosted();
+    EXPECT_EQ(Calls(), (Texts{"stop", "agent: complete"}));
+    EXPECT_EQ(m_events.Take(), Texts{});
+    m_audio.ReleaseStream();
+    OpenStream();
+    m_audio.PlayFile("/media/announcements/chime.wav");
+    DoPosted();
+    EXPECT_EQ(Calls(), Texts{"play /real/chime.wav"});
 }
 
 TEST_F(DigitalAudioTest, AFileThatIsNotThereEndsThePlayingAtOnce) {

@@ -123,6 +123,29 @@ TEST_F(TimelineTest, AnAbandonedClipDoesNotStartInRoomsOfTheNextOne) {
     EXPECT_EQ(m_timeline.NextTurn(*room).clip, nullptr);
 }
 
+TEST_F(TimelineTest, AStoppedClipFadesOutWhereARoomIsAndARoomThatOpensLaterHearsNothing) {
+    EXPECT_FALSE(m_timeline.FadeOut()) << "there is no clip";
+    const auto room = RunningRoom(1);
+    const auto late = m_timeline.AddRoom(2, false);
+    ASSERT_TRUE(m_timeline.StartClip(FinishedClip(kRate), 0, kReadiness));
+    const auto begin = ClipBegin(*room);
+    EXPECT_TRUE(m_timeline.FadeOut());
+    float volume = 1.0F;
+    std::int64_t last = begin;
+    Turn turn = m_timeline.NextTurn(*room);
+    for (; turn.clip; turn = m_timeline.NextTurn(*room)) {
+        EXPECT_LT(turn.fade, volume);
+        volume = turn.fade;
+        last = turn.frame;
+    }
+    EXPECT_EQ(volume, 0.0F);
+    EXPECT_EQ(last + kBlockFrames, begin + kBlockFrames + kFadeFrames);
+    EXPECT_EQ(m_timeline.NextTurn(*late).clip, nullptr);
+    while (turn.kind == Turn::Kind::Block)
+        turn = m_timeline.NextTurn(*room);
+    EXPECT_EQ(turn.kind, Turn::Kind::End);
+}
+
 TEST_F(TimelineTest, WithoutRoomsNoClipStarts) {
     EXPECT_FALSE(m_timeline.StartClip(FinishedClip(1000), 0, kReadiness));
     const auto room = m_timeline.AddRoom(1);

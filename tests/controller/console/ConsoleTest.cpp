@@ -27,9 +27,11 @@ protected:
     Texts m_lines;
     int m_answered = 0;
     int m_quits = 0;
+    bool m_isPlaying = false;
     Console m_console{{m_announcements, [this](const std::string& line) { m_lines.push_back(line); },
+                       [this] { ++m_quits; },
                        [this] {
-                           ++m_quits;
+                           return m_isPlaying;
                        }}};
 };
 
@@ -134,6 +136,12 @@ TEST_F(ConsoleTest, WhatTheConsolePrintsOfAReplySteersNoTerminal) {
     EXPECT_NE(printed[0].find("<name>A 2J </name>"), std::string::npos) << printed[0];
 }
 
+TEST_F(ConsoleTest, StopSaysWhetherThereWasSomethingToStop) {
+    EXPECT_EQ(Type("stop"), Texts{"nothing plays"});
+    m_isPlaying = true;
+    EXPECT_EQ(Type("stop"), Texts{"ok"});
+}
+
 TEST_F(ConsoleTest, SavedIsSaidWhenItIs) {
     EXPECT_EQ(Type("save"), Texts{"saved"});
 }
@@ -145,9 +153,9 @@ TEST_F(ConsoleTest, QuitEndsTheController) {
 
 TEST_F(ConsoleTest, HelpHasALineForEachCommand) {
     const Texts help = Type("help");
-    ASSERT_EQ(help.size(), 8U);
-    const Texts verbs{"play ID|NAME ", "dismiss ", "request NAME ", "command NAME ",
-                      "save ",         "help ",    "quit "};
+    ASSERT_EQ(help.size(), 9U);
+    const Texts verbs{"play ID|NAME ", "dismiss ", "stop ", "request NAME ",
+                      "command NAME ", "save ",    "help ", "quit "};
     for (std::size_t index = 0; index < verbs.size(); ++index)
         EXPECT_EQ(help[index].substr(0, verbs[index].size()), verbs[index]);
 }

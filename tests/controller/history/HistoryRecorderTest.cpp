@@ -100,6 +100,20 @@ TEST_F(HistoryRecorderTest, WhatTheEndOfTheControllerCutOffIsInterruptedWhatever
     EXPECT_EQ(Written().outcome, "interrupted");
 }
 
+TEST_F(HistoryRecorderTest, WhatIsStoppedIsNotDismissedAndWhatHasFailedStaysFailed) {
+    m_feed.Publish(events::AnnouncementStarted{3});
+    m_feed.Publish(events::AnnouncementStopped{3});
+    m_feed.Publish(events::PopupHidden{7, 12, events::PopupEnd::Dismissed});
+    m_feed.Publish(events::AnnouncementEnded{3});
+    EXPECT_EQ(Written().outcome, "stopped");
+    m_written.clear();
+    m_feed.Publish(events::AnnouncementStarted{3});
+    m_feed.Publish(events::SoundEnded{"x", "there is no such file"});
+    m_feed.Publish(events::AnnouncementStopped{3});
+    m_feed.Publish(events::AnnouncementEnded{3});
+    EXPECT_EQ(Written().outcome, "failed: there is no such file");
+}
+
 TEST_F(HistoryRecorderTest, NothingOfOneStandsInTheNext) {
     m_feed.Publish(events::AnnouncementStarted{3});
     m_feed.Publish(events::RoomSetUp{1, 40});

@@ -15,6 +15,9 @@ struct ToText {
     std::string operator()(const events::AnnouncementStarted& e) const {
         return "started " + Id(e.announcement);
     }
+    std::string operator()(const events::AnnouncementStopped& e) const {
+        return "stopped " + Id(e.announcement);
+    }
     std::string operator()(const events::AnnouncementEnded& e) const { return "ended " + Id(e.announcement); }
     std::string operator()(const events::AnnouncementStored& e) const {
         return "stored " + Id(e.announcement);

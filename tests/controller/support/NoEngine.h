@@ -12,6 +12,7 @@ public:
     void RemoveRoom(std::uint32_t /*roomId*/) override {}
     void SetVolume(std::uint32_t /*roomId*/, unsigned /*volume*/) override {}
     void Play(const std::string& /*path*/, OnDone onDone) override { onDone({"", {}, {}}); }
+    void StopPlay() override {}
     void CloseStream(OnClosed onClosed) override {
         if (onClosed)
             onClosed();

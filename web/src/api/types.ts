@@ -563,6 +563,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/stop': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    /**
+     * Stops what plays: the sound fades out in every room, and the popups go
+     * @description Needs the right: play
+     */
+    post: operations['stop'];
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/tickets': {
     parameters: {
       query?: never;
@@ -788,6 +808,16 @@ export interface components {
       /** @constant */
       type: 'announcement_started';
     };
+    AnnouncementStoppedEvent: {
+      data: {
+        announcement: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'announcement_stopped';
+    };
     AnnouncementStoredEvent: {
       data: {
         announcement: number;
@@ -844,6 +874,7 @@ export interface components {
     Event:
       | components['schemas']['PlayAskedEvent']
       | components['schemas']['AnnouncementStartedEvent']
+      | components['schemas']['AnnouncementStoppedEvent']
       | components['schemas']['AnnouncementEndedEvent']
       | components['schemas']['AnnouncementStoredEvent']
       | components['schemas']['AnnouncementRemovedEvent']
@@ -887,7 +918,7 @@ export interface components {
       id: number;
       name: string;
       navigators: number[];
-      /** @description ended, dismissed, interrupted, or failed: WHY */
+      /** @description ended, dismissed, stopped, interrupted, or failed: WHY */
       outcome: string;
       rooms: number[];
       started: string;
@@ -1357,6 +1388,10 @@ export interface components {
       /** @description Ids, oldest first */
       waiting: number[];
     };
+    Stopped: {
+      /** @description False when nothing played */
+      stopped: boolean;
+    };
     Ticket: {
       expires_in_ms: number;
       rights: string[];
@@ -1443,6 +1478,7 @@ export type AnnouncementRoom = components['schemas']['AnnouncementRoom'];
 export type AnnouncementRoomBody = components['schemas']['AnnouncementRoomBody'];
 export type AnnouncementRoomVolume = components['schemas']['AnnouncementRoomVolume'];
 export type AnnouncementStartedEvent = components['schemas']['AnnouncementStartedEvent'];
+export type AnnouncementStoppedEvent = components['schemas']['AnnouncementStoppedEvent'];
 export type AnnouncementStoredEvent = components['schemas']['AnnouncementStoredEvent'];
 export type AnnouncementVideo = components['schemas']['AnnouncementVideo'];
 export type AnnouncementVideoBody = components['schemas']['AnnouncementVideoBody'];
@@ -1505,6 +1541,7 @@ export type StateMessage = components['schemas']['StateMessage'];
 export type StateNotSavedEvent = components['schemas']['StateNotSavedEvent'];
 export type StateSavedEvent = components['schemas']['StateSavedEvent'];
 export type Status = components['schemas']['Status'];
+export type Stopped = components['schemas']['Stopped'];
 export type Ticket = components['schemas']['Ticket'];
 export type User = components['schemas']['User'];
 export type Variable = components['schemas']['Variable'];
@@ -2613,6 +2650,35 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['Status'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  stop: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description Stops what plays: the sound fades out in every room, and the popups go */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['Stopped'];
         };
       };
       /** @description What is wrong, and what would be right */

@@ -86,6 +86,7 @@ TEST(EventJsonTest, EveryKindIsTold) {
     const std::vector<std::pair<EventData, std::string>> kinds{
         {PlayAsked{1}, R"(play_asked {"announcement":1})"},
         {AnnouncementStarted{1}, R"(announcement_started {"announcement":1})"},
+        {AnnouncementStopped{1}, R"(announcement_stopped {"announcement":1})"},
         {AnnouncementEnded{1}, R"(announcement_ended {"announcement":1})"},
         {AnnouncementStored{1}, R"(announcement_stored {"announcement":1})"},
         {AnnouncementRemoved{1}, R"(announcement_removed {"announcement":1})"},

@@ -88,10 +88,13 @@ export const views = {
     csvLabel: 'Download what is shown as CSV',
     jsonLabel: 'Download what is shown as JSON',
     columns: { when: 'When', what: 'What', where: 'Where', outcome: 'How it ended', length: 'Took' },
-    outcomes: { played: 'Played', dismissed: 'Dismissed', failed: 'Failed', interrupted: 'Interrupted' } as Record<
-      string,
-      string
-    >,
+    outcomes: {
+      played: 'Played',
+      dismissed: 'Dismissed',
+      stopped: 'Stopped',
+      failed: 'Failed',
+      interrupted: 'Interrupted',
+    } as Record<string, string>,
   },
   logView: {
     title: 'Log',
