@@ -3,7 +3,7 @@ import names from '../../tests/controller/media/names.json';
 import type { Announcement } from '../src/api/objects';
 import { blank } from '../src/model/draft';
 import { bytes, listing, seconds, soundOf } from '../src/model/format';
-import { refusalOf, safeName } from '../src/model/media';
+import { dayAndMinute, refusalOf, safeName, soundFileName } from '../src/model/media';
 import { peaksIn } from '../src/model/peaks';
 import { routeOf } from '../src/model/route';
 import { matching } from '../src/model/search';
@@ -23,9 +23,25 @@ describe('names of files', () => {
     expect(names.map(([given = '']) => safeName(given))).toEqual(names.map(([, good]) => good));
   });
 
-  it('are refused by kind and size', () => {
-    expect(refusalOf({ name: 'a.wav', size: 10 }, 'sound')).toBe('');
-    expect(refusalOf({ name: 'a.png', size: 10 }, 'sound')).toMatch(/only WAV/);
+  it('end as the sound does that becomes of them', () => {
+    expect(['My song.MP3', 'memo.m4a', 'a.b', 'Gong (2)', 'x.wav'].map(soundFileName)).toEqual([
+      'My-song.wav',
+      'memo.wav',
+      'a.wav',
+      'Gong-2.wav',
+      'x.wav',
+    ]);
+    expect(dayAndMinute(new Date(2026, 2, 1, 4, 5))).toBe('2026-03-01 04-05');
+  });
+
+  it('are refused by kind, and images by size', () => {
+    for (const name of ['a.wav', 'a.MP3', 'a.m4a', 'a.opus', 'a.aiff'])
+      expect(refusalOf({ name, size: 10 }, 'sound')).toBe('');
+    expect(refusalOf({ name: 'memo', size: 10, type: 'audio/amr' }, 'any')).toBe('');
+    expect(refusalOf({ name: 'a.png', size: 10 }, 'sound')).toMatch(/no sound/);
+    expect(refusalOf({ name: 'a.pdf', size: 10, type: 'application/pdf' }, 'any')).toMatch(/neither a sound nor/);
+    expect(refusalOf({ name: 'a.wav', size: 10 }, 'image')).toMatch(/only PNG/);
+    expect(refusalOf({ name: 'a.wav', size: 40e6 }, 'any')).toBe('');
     expect(refusalOf({ name: 'a.png', size: 40e6 }, 'any')).toMatch(/at most 32 MB/);
   });
 });

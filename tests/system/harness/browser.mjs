@@ -24,6 +24,7 @@ async function launch() {
       '--disable-background-networking',
       '--disable-component-update',
       '--disable-sync',
+      '--use-fake-device-for-media-stream', // a microphone that hears a beep each second
     ],
   });
 }

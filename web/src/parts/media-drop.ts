@@ -2,12 +2,12 @@
 
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { Problem, upload } from '../api/request';
-import { ACCEPTED, refusalOf, safeName, type Wanted } from '../model/media';
+import { Problem } from '../api/request';
+import { ACCEPTED, refusalOf, type Wanted } from '../model/media';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
-import { ask } from './ask';
+import { bring } from './bringing';
 import { attempt } from './ui-toasts';
 
 interface Under {
@@ -148,22 +148,13 @@ export class MediaDrop extends LitElement {
 
   /** Gives the name under which it is kept; '' when it was not taken. */
   private async uploadOne(file: File): Promise<string> {
-    const name = safeName(file.name);
     const refusal = refusalOf(file, this.wanted);
     if (refusal) return this.refuse(file.name, refusal);
-    if (store.media?.some((one) => one.name === name)) {
-      const answer = await ask(t.media.replaceTitle(name), html`<p>${t.media.replaceText}</p>`, [
-        { key: 'replace', text: t.media.replace },
-      ]);
-      if (answer !== 'replace') return '';
-    }
+    this.under = { name: file.name, share: 0 };
     try {
-      this.under = { name, share: 0 };
-      return (
-        await upload(name, file, (share) => {
-          this.under = { name, share };
-        })
-      ).name;
+      return await bring(file, (share) => {
+        this.under = { name: file.name, share };
+      });
     } catch (problem) {
       return this.refuse(file.name, problem instanceof Problem ? t.media.refused(problem.text) : String(problem));
     }

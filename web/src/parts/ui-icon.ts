@@ -12,6 +12,7 @@ import exclamation from 'bootstrap-icons/icons/exclamation-triangle.svg?raw';
 import house from 'bootstrap-icons/icons/house.svg?raw';
 import image from 'bootstrap-icons/icons/image.svg?raw';
 import journal from 'bootstrap-icons/icons/list-ul.svg?raw';
+import microphone from 'bootstrap-icons/icons/mic.svg?raw';
 import moon from 'bootstrap-icons/icons/moon-stars.svg?raw';
 import note from 'bootstrap-icons/icons/music-note-beamed.svg?raw';
 import pencil from 'bootstrap-icons/icons/pencil.svg?raw';
@@ -44,6 +45,7 @@ const icons = {
   house,
   image,
   journal,
+  microphone,
   moon,
   note,
   pencil,

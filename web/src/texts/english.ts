@@ -4,6 +4,7 @@ import { announcements } from './english/announcements';
 import { common } from './english/common';
 import { editing } from './english/editor';
 import { live } from './english/log';
+import { sounds } from './english/sounds';
 import { views } from './english/views';
 
-export const english = { ...common, ...announcements, ...editing, ...views, ...live };
+export const english = { ...common, ...announcements, ...editing, ...views, ...sounds, ...live };

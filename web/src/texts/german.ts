@@ -5,6 +5,7 @@ import { announcements } from './german/announcements';
 import { common } from './german/common';
 import { editing } from './german/editor';
 import { live } from './german/log';
+import { sounds } from './german/sounds';
 import { views } from './german/views';
 
-export const german: Texts = { ...common, ...announcements, ...editing, ...views, ...live };
+export const german: Texts = { ...common, ...announcements, ...editing, ...views, ...sounds, ...live };

@@ -1,7 +1,7 @@
 // The sounds and images of the house, and who uses them.
 
 import { LitElement, css, html, nothing } from 'lit';
-import { customElement } from 'lit/decorators.js';
+import { customElement, state } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
 import type { MediaFile } from '../api/objects';
 import '../parts/media-card';
@@ -19,12 +19,18 @@ export class MediaView extends LitElement {
       .group {
         margin-top: 1.75rem;
       }
+      .making {
+        display: block;
+        margin-bottom: 1.25rem;
+      }
       .empty,
       .awaited {
         margin-top: 1.5rem;
       }
     `,
   ];
+
+  @state() private isRecording = false;
 
   constructor() {
     super();
@@ -34,7 +40,13 @@ export class MediaView extends LitElement {
 
   override render(): unknown {
     const files = store.media ?? [];
-    return html`<div class="head"><h1>${t.media.title}</h1></div>
+    return html`<div class="head">
+        <h1>${t.media.title}</h1>
+        <sl-button ?disabled=${this.isRecording} @click=${this.record}
+          ><ui-icon slot="prefix" name="microphone"></ui-icon>${t.record.open}</sl-button
+        >
+      </div>
+      ${this.isRecording ? html`<new-recording class="making" @done=${this.endRecording}></new-recording>` : nothing}
       <media-drop wanted="any"></media-drop>
       ${store.media || store.link.isConnected ? nothing : html`<p class="awaited soft">${t.link.awaited}</p>`}
       ${
@@ -53,6 +65,15 @@ export class MediaView extends LitElement {
         t.media.images,
         files.filter((one) => one.kind === 'image'),
       )}`;
+  }
+
+  private record(): void {
+    this.isRecording = true;
+    void import('../parts/new-recording');
+  }
+
+  private endRecording(): void {
+    this.isRecording = false;
   }
 
   private group(title: string, files: MediaFile[]): unknown {

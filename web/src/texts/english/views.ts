@@ -9,7 +9,7 @@ export const views = {
     images: 'Images',
     none: 'No sounds and no images yet',
     noneText:
-      'Bring in the first: a chime for dinner, a dog’s bark for the door. Sounds are WAV files of at most 20 seconds.',
+      'Bring in the first: a chime for dinner, a dog’s bark for the door. Any sound of at most 20 seconds, or a part of a longer one.',
     listen: 'Listen',
     stop: 'Stop',
     listenLabel: (name: string) => `Listen to ${name}`,
@@ -17,13 +17,13 @@ export const views = {
     choose: 'Choose a file',
     drop: {
       any: 'Drop sounds and images here, or',
-      sound: 'Drop a WAV sound here, or',
+      sound: 'Drop a sound here, or',
       image: 'Drop an image here, or',
     },
     uploading: (name: string) => `Bringing in ${name} …`,
     refusals: {
-      any: 'was not taken: only WAV sounds and PNG, JPEG, GIF or WebP images can be played and shown here.',
-      sound: 'was not taken: only WAV sounds can be played here.',
+      any: 'was not taken: it is neither a sound nor a PNG, JPEG, GIF or WebP image.',
+      sound: 'was not taken: it is no sound.',
       image: 'was not taken: only PNG, JPEG, GIF and WebP images can be shown here.',
     },
     tooLarge: (size: string) => `was not taken: it has ${size}; at most 32 MB are taken.`,

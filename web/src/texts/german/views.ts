@@ -10,7 +10,7 @@ export const views: typeof English = {
     images: 'Bilder',
     none: 'Noch keine Töne und keine Bilder',
     noneText:
-      'Den ersten hereinholen: einen Gong fürs Essen, ein Bellen für die Tür. Töne sind WAV-Dateien von höchstens 20 Sekunden.',
+      'Den ersten hereinholen: einen Gong fürs Essen, ein Bellen für die Tür. Jeder Ton von höchstens 20 Sekunden, oder ein Teil eines längeren.',
     listen: 'Anhören',
     stop: 'Anhalten',
     listenLabel: (name: string) => `${name} anhören`,
@@ -18,13 +18,13 @@ export const views: typeof English = {
     choose: 'Eine Datei wählen',
     drop: {
       any: 'Töne und Bilder hier ablegen, oder',
-      sound: 'Einen WAV-Ton hier ablegen, oder',
+      sound: 'Einen Ton hier ablegen, oder',
       image: 'Ein Bild hier ablegen, oder',
     },
     uploading: (name: string) => `${name} wird hereingeholt …`,
     refusals: {
-      any: 'wurde nicht genommen: Nur WAV-Töne und Bilder als PNG, JPEG, GIF oder WebP können hier gespielt und gezeigt werden.',
-      sound: 'wurde nicht genommen: Nur WAV-Töne können hier gespielt werden.',
+      any: 'wurde nicht genommen: Es ist weder ein Ton noch ein Bild als PNG, JPEG, GIF oder WebP.',
+      sound: 'wurde nicht genommen: Es ist kein Ton.',
       image: 'wurde nicht genommen: Nur Bilder als PNG, JPEG, GIF und WebP können hier gezeigt werden.',
     },
     tooLarge: (size: string) => `wurde nicht genommen: Die Datei hat ${size}; höchstens 32 MB werden genommen.`,
