@@ -40,6 +40,7 @@ struct RenderedSpeech {
     std::string sound;
     std::filesystem::path file;            ///< of the sound; empty with it
     std::chrono::milliseconds duration{0}; ///< of the speech also when it was refused for being too long
+    std::string text;                      ///< with the values that variables had
     std::string error;                     ///< why the text is not spoken; empty when it is
     std::string right;                     ///< what would be right instead, where somebody can know
 };

@@ -180,9 +180,14 @@ void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& l
             sound.AddHistory(
                 {0, row.Text(0), row.Text(1), Id(row, 2), row.Text(3), {}, {}, row.Text(4), row.Text(5)});
         });
+    const std::size_t sounds =
+        TakeRows(damaged, "SELECT name, text, voice, speed, chime FROM sound WHERE text IS NOT NULL",
+                 [&](const SqliteStatement& row) {
+                     sound.WriteSpokenSound({row.Text(0), row.Text(1), row.Text(2), Id(row, 3), row.Text(4)});
+                 });
     lines.push_back("Also read: " + std::to_string(volumes) + " volumes of rooms, " +
-                    std::to_string(variables) + " values of variables, " + std::to_string(played) +
-                    " entries of the history.");
+                    std::to_string(variables) + " values of variables, " + std::to_string(sounds) +
+                    " spoken sounds, " + std::to_string(played) + " entries of the history.");
 }
 
 void ReadWhatCanBe(const fs::path& copy, StateDatabase& sound, std::vector<std::string>& lines) {

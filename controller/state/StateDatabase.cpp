@@ -53,6 +53,7 @@ StoredState StateDatabase::ReadAll() {
     }
     state.areAnnouncementsKept = SqliteStatement(*m_database, "SELECT 1 FROM kept").Step();
     ReadRooms(state);
+    ReadSpokenSounds(state);
     SqliteStatement variables(*m_database, "SELECT device, variable, value FROM variable_value");
     while (variables.Step())
         state.variables[{static_cast<std::uint32_t>(variables.Number(0)),

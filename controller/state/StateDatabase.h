@@ -2,6 +2,7 @@
 
 #include "controller/state/AnnouncementRow.h"
 #include "controller/state/IRoomStore.h"
+#include "controller/state/SpokenSoundRow.h"
 #include "controller/state/Sqlite.h"
 
 #include <cstdint>
@@ -37,6 +38,7 @@ struct StoredState {
     std::vector<JournalEntry> journal;
     std::map<std::uint32_t, unsigned> volumes;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
+    std::vector<SpokenSoundRow> spokenSounds; ///< by name
 };
 
 /// The database is damaged, is none, or comes from a later version; the text says what to do.
@@ -91,6 +93,8 @@ public:
     void WriteJournal(const JournalEntry& entry);
     void WriteVolume(std::uint32_t room, unsigned volume);
     void WriteVariable(std::uint32_t device, std::uint32_t variable, const std::string& value);
+    /// Writes the row in the place of the one of its name, or takes that one away.
+    void WriteSpokenSound(const SpokenSoundRow& row);
     void AddHistory(const HistoryEntry& entry);
 
     /// Runs the writes as one.
@@ -98,6 +102,7 @@ public:
 
 private:
     void ReadRooms(StoredState& state);
+    void ReadSpokenSounds(StoredState& state);
     void Begin(bool isFolders);
     void Open();
     void CheckVersion() const;
@@ -105,6 +110,7 @@ private:
     void Make() const;
     [[nodiscard]] StoredState ReadAll();
     void Migrate(std::int64_t version);
+    void TakeTextApart();
     void KeepCopy(std::int64_t version);
     [[noreturn]] void ThrowDamaged(const std::string& why) const;
 

@@ -10,11 +10,11 @@ namespace controller {
 
 namespace {
 
-constexpr int kVersion = 3;
+constexpr int kVersion = 4;
 /// Tells our databases from other programs'.
 constexpr int kApplication = 0x416e6e63;
 
-/// What version 3 has in the place of one text with all announcements.
+/// What versions from 3 on have in the place of one text with all announcements.
 constexpr const char* kAnnouncementTables = R"(
 CREATE TABLE announcement(key INTEGER PRIMARY KEY, xml TEXT NOT NULL, house TEXT NOT NULL, checksum INTEGER NOT NULL);
 CREATE TABLE kept(what TEXT PRIMARY KEY) WITHOUT ROWID;
@@ -28,6 +28,11 @@ CREATE TABLE variable_value(device INTEGER NOT NULL, variable INTEGER NOT NULL, 
 CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, started_at TEXT NOT NULL, ended_at TEXT NOT NULL,
     announcement INTEGER NOT NULL, name TEXT NOT NULL, rooms TEXT NOT NULL, navigators TEXT NOT NULL,
     file TEXT NOT NULL, outcome TEXT NOT NULL);
+)";
+
+/// What version 4 has beyond version 3.
+constexpr const char* kSoundTables = R"(
+CREATE TABLE sound(name TEXT PRIMARY KEY, text TEXT, voice TEXT, speed INTEGER, chime TEXT) WITHOUT ROWID;
 )";
 
 std::int64_t OneNumber(Sqlite& database, const std::string& query) {
@@ -145,7 +150,7 @@ void StateDatabase::CheckVersion() const {
 
 void StateDatabase::CheckTables() const {
     for (const char* table :
-         {"announcement", "kept", "room_journal", "room_volume", "variable_value", "history"})
+         {"announcement", "kept", "room_journal", "room_volume", "variable_value", "history", "sound"})
         if (!SqliteStatement(*m_database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?")
                  .Bind(std::string(table))
                  .Step())
@@ -161,7 +166,7 @@ void StateDatabase::Make() const {
     {
         Sqlite database(part.string());
         SqliteTransaction transaction(database);
-        database.Execute(std::string(kAnnouncementTables) + kOtherTables +
+        database.Execute(std::string(kAnnouncementTables) + kOtherTables + kSoundTables +
                          "PRAGMA user_version=" + std::to_string(kVersion) +
                          "; PRAGMA application_id=" + std::to_string(kApplication));
         transaction.Commit();
@@ -171,8 +176,16 @@ void StateDatabase::Make() const {
 }
 
 void StateDatabase::Migrate(std::int64_t version) {
+    constexpr std::int64_t kFirstWithRows = 3;
     KeepCopy(version);
     SqliteTransaction transaction(*m_database);
+    if (version < kFirstWithRows)
+        TakeTextApart();
+    m_database->Execute(kSoundTables + ("PRAGMA user_version=" + std::to_string(kVersion)));
+    transaction.Commit();
+}
+
+void StateDatabase::TakeTextApart() {
     try {
         const std::string text = former_schema::Text(*m_database);
         m_database->Execute(kAnnouncementTables);
@@ -184,8 +197,6 @@ void StateDatabase::Migrate(std::int64_t version) {
         ThrowDamaged(std::string("its text of announcements ") + error.what());
     }
     former_schema::Drop(*m_database);
-    m_database->Execute("PRAGMA user_version=" + std::to_string(kVersion));
-    transaction.Commit();
 }
 
 /// A whole copy, with all that a log beside the file holds. What an interrupted one has left goes.

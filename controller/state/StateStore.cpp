@@ -86,6 +86,13 @@ void StateStore::WriteVariable(std::uint32_t device,
     Submit({{{"variable " + std::to_string(device) + " " + std::to_string(variable), run}}, std::move(done)});
 }
 
+void StateStore::WriteSpokenSound(const SpokenSoundRow& row, WriteDone done) {
+    const auto run = [row](StateDatabase& database) {
+        database.WriteSpokenSound(row);
+    };
+    Submit({{{"sound " + row.name, run}}, std::move(done)});
+}
+
 void StateStore::AddHistory(const HistoryEntry& entry) {
     m_driverOnly.Assert();
     const auto run = [entry](StateDatabase& database) {

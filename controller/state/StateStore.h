@@ -63,6 +63,7 @@ public:
                        std::uint32_t variable,
                        const std::string& value,
                        WriteDone done) override;
+    void WriteSpokenSound(const SpokenSoundRow& row, WriteDone done);
     void AddHistory(const HistoryEntry& entry);
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);

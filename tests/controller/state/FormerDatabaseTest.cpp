@@ -61,7 +61,8 @@ protected:
         const auto history = database.ReadHistory(5);
         ASSERT_EQ(history.size(), 1U);
         EXPECT_EQ(history[0].name, "Supper");
-        EXPECT_EQ(Number(File(), "PRAGMA user_version"), 3);
+        EXPECT_EQ(Number(File(), "PRAGMA user_version"), 4);
+        EXPECT_EQ(Number(File(), "SELECT count(*) FROM sound"), 0);
         EXPECT_EQ(Number(File(), "SELECT count(*) FROM sqlite_master WHERE name LIKE 'agent_state%'"), 0);
     }
 
@@ -86,6 +87,15 @@ TEST_F(FormerDatabaseTest, OfVersionOneIsTakenOverAsWell) {
     EXPECT_EQ(state_text::ForAgent(state.announcements), "<announcements><a/></announcements>");
     EXPECT_EQ(state.volumes.size(), 2U);
     EXPECT_EQ(Number(Copy(1), "PRAGMA user_version"), 1);
+}
+
+TEST_F(FormerDatabaseTest, OfVersionThreeIsTakenOverAsWell) {
+    (void)StateDatabase(m_folder.Path());
+    Sqlite(File().string()).Execute("DROP TABLE sound; PRAGMA user_version=3");
+    ExpectAll();
+    EXPECT_EQ(Number(Copy(3), "PRAGMA user_version"), 3);
+    EXPECT_EQ(Number(Copy(3), "SELECT count(*) FROM announcement"), 4);
+    EXPECT_EQ(Number(Copy(3), "SELECT count(*) FROM sqlite_master WHERE name = 'sound'"), 0);
 }
 
 TEST_F(FormerDatabaseTest, WithoutAnnouncementsItHasNeverHeldAny) {

@@ -23,6 +23,7 @@ protected:
         database.WriteJournal({2, 30, std::nullopt});
         database.WriteVolume(1, 60);
         database.WriteVariable(9, 4, "21 °C");
+        database.WriteSpokenSound({"supper.wav", "Supper, {Outside} degrees", "Anna", 90, "gong"});
         database.AddHistory(
             {0, "2025-01-31T18:30:05Z", "2025-01-31T18:30:15Z", 7, "Dinner", {1, 2}, {5}, "g.wav", "ended"});
     }
@@ -76,6 +77,7 @@ TEST_F(StateDatabaseTest, AFreshOneHoldsNothing) {
     EXPECT_TRUE(state.journal.empty());
     EXPECT_TRUE(state.volumes.empty());
     EXPECT_TRUE(state.variables.empty());
+    EXPECT_TRUE(state.spokenSounds.empty());
     EXPECT_TRUE(database.ReadHistory(10).empty());
 }
 
@@ -92,6 +94,8 @@ TEST_F(StateDatabaseTest, EverythingIsThereAgainWhenItIsOpenedAgain) {
     EXPECT_EQ(state.journal[1].volumeSet, std::nullopt);
     EXPECT_EQ(state.volumes, (std::map<std::uint32_t, unsigned>{{1, 60}}));
     EXPECT_EQ(state.variables.at({9, 4}), "21 °C");
+    EXPECT_EQ(state.spokenSounds,
+              (std::vector<SpokenSoundRow>{{"supper.wav", "Supper, {Outside} degrees", "Anna", 90, "gong"}}));
     const auto history = database.ReadHistory(10);
     ASSERT_EQ(history.size(), 1U);
     EXPECT_EQ(history[0].id, 1);
@@ -117,6 +121,19 @@ TEST_F(StateDatabaseTest, AnAnnouncementIsWrittenAndTakenAwayAlone) {
     StateDatabase(m_folder.Path()).ReplaceAnnouncements({});
     EXPECT_TRUE(Announcements().empty());
     EXPECT_TRUE(StateDatabase(m_folder.Path()).Read().areAnnouncementsKept);
+}
+
+TEST_F(StateDatabaseTest, ASpokenSoundIsChangedAndTakenAwayAlone) {
+    Fill();
+    StateDatabase database(m_folder.Path());
+    database.WriteSpokenSound({"post.wav", "The post", "", 100, ""});
+    database.WriteSpokenSound({"supper.wav", "Later", "", 100, ""});
+    EXPECT_EQ(database.Read().spokenSounds,
+              (std::vector<SpokenSoundRow>{{"post.wav", "The post", "", 100, ""},
+                                           {"supper.wav", "Later", "", 100, ""}}));
+    database.WriteSpokenSound({"post.wav", "", "", 0, ""});
+    EXPECT_EQ(database.Read().spokenSounds,
+              (std::vector<SpokenSoundRow>{{"supper.wav", "Later", "", 100, ""}}));
 }
 
 TEST_F(StateDatabaseTest, WritesStandTogetherOrNotAtAll) {
@@ -199,7 +216,7 @@ TEST_F(StateDatabaseTest, AnotherProgramsDatabaseIsNotTouched) {
 TEST_F(StateDatabaseTest, ALaterVersionsDatabaseIsNotTouchedNorTakenForADamagedOne) {
     Fill();
     Execute("PRAGMA user_version=99; UPDATE announcement SET checksum = 0");
-    EXPECT_TRUE(Has(Refusal<UnusableDatabase>(), "its format is 99, this program's is 3"));
+    EXPECT_TRUE(Has(Refusal<UnusableDatabase>(), "its format is 99, this program's is 4"));
     EXPECT_THROW((void)StateDatabase::Recover(m_folder.Path()), UnusableDatabase);
     EXPECT_EQ(Number("SELECT count(*) FROM announcement"), 2);
 }
