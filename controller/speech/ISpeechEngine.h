@@ -1,0 +1,34 @@
+#pragma once
+
+#include "controller/speech/Patience.h"
+#include "controller/speech/Voice.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace controller {
+
+/// Speaks with one voice. One thread at a time; not the driver thread.
+class ISpeechEngine {
+public:
+    virtual ~ISpeechEngine() = default;
+
+    /// Changes when the same text would sound otherwise. Starts nothing and waits for nobody.
+    [[nodiscard]] virtual std::string Version() const = 0;
+
+    /// The text as WAV file; `speed` in percent of the voice's own. Throws `SpeechError`, whose text goes on
+    /// from "The voice NAME".
+    [[nodiscard]] virtual std::string
+    Speak(const std::string& text, unsigned speed, const Patience& patience) = 0;
+
+    /// As much an engine may give: five minutes of the most that is usual.
+    static constexpr std::size_t kMostOutput = std::size_t{32} << 20U;
+};
+
+/// Whether a voice can speak at any other speed than its own.
+[[nodiscard]] bool HasSpeeds(const Voice& voice);
+
+[[nodiscard]] std::unique_ptr<ISpeechEngine> MakeSpeechEngine(const Voice& voice);
+
+} // namespace controller
