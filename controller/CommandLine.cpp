@@ -8,7 +8,7 @@
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
 #include "controller/house/TokenCommand.h"
-#include "controller/maintenance/Maintenance.h"
+#include "controller/state/Maintenance.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "controller/history/HistoryRecorder.h"
+#include "controller/announcements/HistoryRecorder.h"
 
 #include "controller/state/UtcText.h"
 

@@ -1,4 +1,4 @@
-#include "controller/maintenance/Maintenance.h"
+#include "controller/state/Maintenance.h"
 
 #include "controller/state/DataFolder.h"
 #include "controller/state/StateDatabase.h"
