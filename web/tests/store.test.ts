@@ -73,6 +73,16 @@ describe('the store', () => {
     ).toBeNull();
   });
 
+  it('knows that what plays was stopped, until the agent lets go of it', () => {
+    const stopped: [string, object][] = [
+      ['announcement_started', { announcement: 2 }],
+      ['announcement_stopped', { announcement: 2 }],
+    ];
+    expect([storeAfter(...stopped).stopped, storeAfter(...stopped).status?.playing?.announcement]).toEqual([2, 2]);
+    expect(storeAfter(...stopped, ['announcement_ended', { announcement: 2 }]).stopped).toBeNull();
+    expect(storeAfter(...stopped, ['state', state]).stopped).toBeNull();
+  });
+
   it('keeps the popup that stands, and lets go of none but that', () => {
     const shown: [string, object] = ['popup_shown', { navigator: 5, popup }];
     expect(storeAfter(shown, ['popup_hidden', { navigator: 5, number: 2 }]).popupOn(5)).toEqual(popup);

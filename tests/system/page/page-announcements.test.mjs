@@ -67,6 +67,25 @@ describe('the list of announcements', () => {
     await closePage(page);
   });
 
+  test('stops in mid-sound, and offers to dismiss only where there is a popup', async () => {
+    await house.request('PUT', '/api/media/long.wav', wav(15000));
+    await house.add({ name: 'Long', audio: { file: 'long' }, rooms: [{ id: 1, volume: 100 }] });
+    const page = await openApp(house);
+    await page.getByRole('button', { name: 'Play Long' }).click();
+    await eventually(async () => loudest((await house.heard(1, 1)) ?? [0]) > 0.01, 'the kitchen hears it');
+    assert.equal(await page.getByRole('button', { name: /^Dismiss/ }).count(), 0);
+    await page.locator('announcement-row').getByRole('button', { name: 'Stop Long' }).waitFor();
+    await page.locator('now-bar').getByRole('button', { name: 'Stop Long' }).click();
+    await page.locator('now-bar').getByText('Stopped').waitFor();
+    await page.locator('now-bar section').waitFor({ state: 'detached' });
+    const heard = await house.heard(1, 1);
+    const end = heard.length - [...heard].reverse().findIndex((sample) => Math.abs(sample) > 0.001);
+    assert.ok(end < 14 * 48000, `it was heard for ${end / 48000} s`);
+    const [{ outcome }] = (await house.request('GET', '/api/history')).history;
+    assert.equal(outcome, 'stopped');
+    await closePage(page);
+  });
+
   test('says what is not heard, while it plays and after, and does not stack what it says', async () => {
     await house.add({
       name: 'Broken',
@@ -227,7 +246,7 @@ describe('the list of announcements', () => {
       );
     }
     const page = await openApp(house);
-    await page.getByText('3000 announcements').waitFor();
+    await page.getByText('3,000 announcements').waitFor();
     const drawn = () => page.locator('announcement-row').count();
     await page.locator('announcement-row').first().waitFor();
     assert.ok((await drawn()) < 60, `${await drawn()} rows are drawn`);

@@ -10,6 +10,7 @@ import { deleteWithUndo } from './deleting';
 import { store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
+import { stopPlaying } from './stopping';
 import { attempt } from './ui-toasts';
 import './announcement-outlook';
 import { named } from './named';
@@ -133,9 +134,7 @@ export class AnnouncementRow extends LitElement {
     const { id, name } = this.announcement;
     return html`<article class="card ${this.isPlaying ? 'playing' : ''}">
       <div class="line">
-        <button class="play" aria-label=${t.list.play(name)} @click=${this.play}>
-          <ui-icon name="play"></ui-icon>
-        </button>
+        ${this.isPlaying ? this.renderStop(name) : this.renderPlay(name)}
         <div class="body">
           <div class="title">
             <h2 dir="auto">${name}</h2>
@@ -166,6 +165,18 @@ export class AnnouncementRow extends LitElement {
       </div>
       ${this.isOpen ? this.renderInside() : nothing}
     </article>`;
+  }
+
+  private renderPlay(name: string): unknown {
+    return html`<button class="play" aria-label=${t.list.play(name)} @click=${this.play}>
+      <ui-icon name="play"></ui-icon>
+    </button>`;
+  }
+
+  private renderStop(name: string): unknown {
+    return html`<button class="play" aria-label=${t.now.stopLabel(name)} @click=${stopPlaying}>
+      <ui-icon name="stop"></ui-icon>
+    </button>`;
   }
 
   private renderBadge(): unknown {

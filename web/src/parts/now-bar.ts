@@ -7,6 +7,7 @@ import { listing, soundOf } from '../model/format';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
+import { stopPlaying } from './stopping';
 import { attempt, toast } from './ui-toasts';
 
 @customElement('now-bar')
@@ -17,7 +18,7 @@ export class NowBar extends LitElement {
       section {
         display: flex;
         align-items: center;
-        gap: 0.9rem;
+        gap: 0.6rem;
         padding: 0.7rem 0.7rem 0.7rem 1.1rem;
         border-radius: 18px;
         background: var(--accent);
@@ -82,6 +83,27 @@ export class NowBar extends LitElement {
         font-weight: 600;
         cursor: pointer;
       }
+      button.stop {
+        display: inline-flex;
+        align-items: center;
+        gap: 0.4rem;
+        background: var(--on-accent);
+        color: var(--accent);
+      }
+      .failing button.stop {
+        color: var(--bad);
+      }
+      @media (max-width: 499px) {
+        button.stop {
+          width: 3rem;
+          justify-content: center;
+          padding: 0;
+          font-size: 1.3rem;
+        }
+        button.stop span {
+          display: none;
+        }
+      }
       button:focus-visible {
         outline-color: currentcolor;
       }
@@ -106,18 +128,34 @@ export class NowBar extends LitElement {
     const playing = store.status?.playing;
     if (!playing) return nothing;
     const isFailing = store.failures.length > 0;
+    const isStopped = store.stopped === playing.announcement;
+    const name = store.announcementName(playing.announcement);
     return html`<section aria-label=${t.now.label} class=${isFailing ? 'failing' : ''}>
       ${
-        isFailing
-          ? html`<ui-icon name="exclamation"></ui-icon>`
+        isFailing || isStopped
+          ? html`<ui-icon name=${isFailing ? 'exclamation' : 'stop'}></ui-icon>`
           : html`<span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>`
       }
       <div class="text" role="status">
-        <strong dir="auto">${store.announcementName(playing.announcement)}</strong>
-        <span class="details" dir="auto">${this.details()}</span>
+        <strong dir="auto">${name}</strong>
+        <span class="details" dir="auto">${isStopped ? t.now.stopped : this.details()}</span>
       </div>
-      <button aria-label=${t.now.dismissLabel} @click=${this.dismiss}>${t.now.dismiss}</button>
+      ${this.hasPopup ? this.renderDismiss() : nothing} ${isStopped ? nothing : this.renderStop(name)}
     </section>`;
+  }
+
+  private renderDismiss(): unknown {
+    return html`<button aria-label=${t.now.dismissLabel} @click=${this.dismiss}>${t.now.dismiss}</button>`;
+  }
+
+  private renderStop(name: string): unknown {
+    return html`<button class="stop" aria-label=${t.now.stopLabel(name)} @click=${stopPlaying}>
+      <ui-icon name="stop"></ui-icon><span>${t.now.stop}</span>
+    </button>`;
+  }
+
+  private get hasPopup(): boolean {
+    return [...store.screens.values()].some((one) => one.popup);
   }
 
   private details(): string {

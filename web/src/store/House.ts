@@ -12,6 +12,7 @@ export class House implements Names {
   variables: Variable[] = [];
   states = 0; // as many as came: one after each connecting
   endings = 0; // grows when the history has something new
+  stopped: number | null = null; // what somebody has stopped, until the agent has let go of it
   failures: string[] = []; // of what plays, in words
   /** What ended last with failures. */
   failed: { name: string; failures: string[] } | null = null;

@@ -29,6 +29,7 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
   announcement_started: (data, names) =>
     say('playing', t.log.started(names.announcementName(data.announcement)), 'good'),
   announcement_ended: (data, names) => say('playing', t.log.ended(names.announcementName(data.announcement))),
+  announcement_stopped: (data, names) => say('playing', t.log.stopped(names.announcementName(data.announcement))),
   announcement_stored: (data, names) =>
     say('controller', t.log.stored(data.now?.name ?? names.announcementName(data.announcement))),
   announcement_removed: (data) => say('controller', t.log.removed(t.names.announcement(data.announcement))),

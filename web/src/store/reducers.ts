@@ -15,6 +15,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.endings += 1;
     house.states += 1;
     house.failures = [];
+    house.stopped = null;
   },
   announcement_started({ announcement }, house, time) {
     if (!house.status) return;
@@ -22,6 +23,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.changeStatus({ playing, waiting: house.status.waiting.filter((id) => id !== announcement) });
     house.endings += 1;
     house.failures = [];
+    house.stopped = null;
   },
   announcement_ended({ announcement }, house) {
     if (house.failures.length > 0)
@@ -29,6 +31,10 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.changeStatus({ playing: null });
     house.endings += 1;
     house.failures = [];
+    house.stopped = null;
+  },
+  announcement_stopped({ announcement }, house) {
+    house.stopped = announcement;
   },
   announcement_stored(data, house) {
     if (!data.now) return;

@@ -5,7 +5,8 @@ import { announcements } from './german/announcements';
 import { common } from './german/common';
 import { editing } from './german/editor';
 import { live } from './german/log';
+import { now } from './german/now';
 import { sounds } from './german/sounds';
 import { views } from './german/views';
 
-export const german: Texts = { ...common, ...announcements, ...editing, ...views, ...sounds, ...live };
+export const german: Texts = { ...common, ...now, ...announcements, ...editing, ...views, ...sounds, ...live };

@@ -127,7 +127,7 @@ export class AnnouncementsView extends LitElement {
         aria-posinset=${index + 1}
         .announcement=${one}
         .isOpen=${this.open.has(one.id)}
-        .isPlaying=${status?.playing?.announcement === one.id}
+        .isPlaying=${status?.playing?.announcement === one.id && store.stopped !== one.id}
         .isFailing=${store.failures.length > 0}
         .turn=${(status?.waiting.indexOf(one.id) ?? -1) + 1}
         @toggle-row=${() => this.toggle(one.id)}

@@ -67,14 +67,4 @@ export const common = {
       'It opens the page of that screen, and nothing else. This page needs a token with the right “play” or “admin”.',
     openScreen: (id: number) => `Open the page of screen ${id}`,
   },
-  now: {
-    label: 'Playing now',
-    sound: (file: string, rooms: string) => (rooms ? `♪ ${file} in ${rooms}` : `♪ ${file}`),
-    screens: (names: string) => `on ${names}`,
-    waiting: (names: string) => `then ${names}`,
-    playing: 'Playing',
-    failed: (name: string, why: string) => `“${name}”: ${why}`,
-    dismiss: 'Dismiss',
-    dismissLabel: 'Dismiss what plays: close its message on every screen',
-  },
 };

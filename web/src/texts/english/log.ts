@@ -7,6 +7,7 @@ export const live = {
     asked: (name: string) => `“${name}” was asked for`,
     started: (name: string) => `“${name}” begins`,
     ended: (name: string) => `“${name}” is over`,
+    stopped: (name: string) => `“${name}” was stopped`,
     stored: (name: string) => `“${name}” was saved`,
     removed: (name: string) => `${name} was deleted`,
     setUp: (room: string, volume: number) => `${room} gets ready (its own volume is ${volume} %)`,

@@ -68,14 +68,4 @@ export const common: typeof English = {
       'Es öffnet die Seite dieses Bildschirms und sonst nichts. Diese Seite braucht ein Token mit dem Recht „play“ oder „admin“.',
     openScreen: (id: number) => `Die Seite von Bildschirm ${id} öffnen`,
   },
-  now: {
-    label: 'Läuft gerade',
-    sound: (file: string, rooms: string) => (rooms ? `♪ ${file} in ${rooms}` : `♪ ${file}`),
-    screens: (names: string) => `auf ${names}`,
-    waiting: (names: string) => `dann ${names}`,
-    playing: 'Läuft',
-    failed: (name: string, why: string) => `„${name}“: ${why}`,
-    dismiss: 'Schließen',
-    dismissLabel: 'Schließen, was läuft: die Nachricht auf jedem Bildschirm',
-  },
 };

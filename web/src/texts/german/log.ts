@@ -9,6 +9,7 @@ export const live: typeof English = {
     asked: (name: string) => `„${name}“ wurde verlangt`,
     started: (name: string) => `„${name}“ beginnt`,
     ended: (name: string) => `„${name}“ ist vorbei`,
+    stopped: (name: string) => `„${name}“ wurde angehalten`,
     stored: (name: string) => `„${name}“ wurde gespeichert`,
     removed: (name: string) => `${name} wurde gelöscht`,
     setUp: (room: string, volume: number) => `${room} macht sich bereit (eigene Lautstärke: ${volume} %)`,

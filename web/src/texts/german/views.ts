@@ -91,7 +91,13 @@ export const views: typeof English = {
     csvLabel: 'Das Gezeigte als CSV herunterladen',
     jsonLabel: 'Das Gezeigte als JSON herunterladen',
     columns: { when: 'Wann', what: 'Was', where: 'Wo', outcome: 'Wie es endete', length: 'Dauerte' },
-    outcomes: { played: 'Gespielt', dismissed: 'Geschlossen', failed: 'Gescheitert', interrupted: 'Unterbrochen' },
+    outcomes: {
+      played: 'Gespielt',
+      dismissed: 'Geschlossen',
+      stopped: 'Angehalten',
+      failed: 'Gescheitert',
+      interrupted: 'Unterbrochen',
+    },
   },
   logView: {
     title: 'Protokoll',
