@@ -35,6 +35,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "Adds a navigator to an announcement, or changes it there", Content::Of<announcement_json::NavigatorPlace>(), 200, Content::Of<Announcement::Navigator>()},
         {"remove_announcement_navigator", "DELETE", "/api/announcements/{id}/navigators/{navigator}", Need::Admin, Kind::Plain, handlers::RemoveAnnouncementNavigator,
          "Takes a navigator out of an announcement", Content::None(), 204, Content::None()},
+        {"try_announcement", "POST", "/api/try", Need::Admin, Kind::Json, handlers::TryAnnouncement,
+         "Plays an announcement once, without storing it", Content::Of<Announcement>(), 202, Content::Of<view::Played>()},
         {"dismiss", "POST", "/api/dismiss", Need::Play, Kind::Plain, handlers::Dismiss,
          "Takes the popup of what plays away, on every screen", Content::None(), 202, Content::Of<view::Dismissed>()},
         {"stop", "POST", "/api/stop", Need::Play, Kind::Plain, handlers::Stop,

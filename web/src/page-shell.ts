@@ -27,6 +27,8 @@ const THEME_ICONS: Record<string, IconName> = { auto: 'half', light: 'sun', dark
 /** A view that may hold something unsaved. */
 interface MayBeDirty {
   isDirty?: boolean;
+  /** Gives whether it is saved. */
+  save?(): Promise<boolean>;
 }
 
 @customElement('page-shell')
@@ -70,9 +72,10 @@ export class PageShell extends LitElement {
     const view = this.main.firstElementChild as (Element & MayBeDirty) | null;
     if (!view?.isDirty) return true;
     const answer = await ask(t.editor.leaveTitle, t.editor.leaveText, [
-      { key: 'leave', text: t.editor.leave, variant: 'danger' },
+      { key: 'leave', text: t.editor.leave, variant: 'default' },
+      { key: 'save', text: t.save },
     ]);
-    return answer === 'leave';
+    return answer === 'save' ? ((await view.save?.()) ?? false) : answer === 'leave';
   }
 
   private show(address: string): void {

@@ -33,6 +33,7 @@ void ListRooms(ApiContext& context, Call call);
 void GetRoom(ApiContext& context, Call call);
 void SetRoomVolume(ApiContext& context, Call call);
 void TestRoom(ApiContext& context, Call call);
+void TryAnnouncement(ApiContext& context, Call call);
 void ListNavigators(ApiContext& context, Call call);
 void GetNavigator(ApiContext& context, Call call);
 void ConfirmPopup(ApiContext& context, Call call);

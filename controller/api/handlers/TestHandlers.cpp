@@ -1,6 +1,7 @@
 #include "controller/api/ApiContext.h"
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
+#include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/Replies.h"
 #include "controller/media/TestTone.h"
@@ -65,6 +66,10 @@ void TestRoom(ApiContext& context, Call call) {
     tone.audio.file = TestTone::kName;
     tone.rooms = {{id, -1}};
     PlayOnce(context, call, std::move(tone));
+}
+
+void TryAnnouncement(ApiContext& context, Call call) {
+    PlayOnce(context, call, announcement_json::Read(*call->json, 0));
 }
 
 void TestNavigator(ApiContext& context, Call call) {

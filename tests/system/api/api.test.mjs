@@ -377,6 +377,13 @@ test('a room and a screen are tried out without leaving anything behind', async 
   assert.deepEqual((await house.ask('GET', '/api/announcements')).body, before);
   const [newest] = (await house.ask('GET', '/api/history?limit=1')).body.history;
   assert.deepEqual([newest.name, newest.rooms], ['Test tone', [1]]);
+  const draft = { name: 'Draft', video: { text: 'Half done' }, navigators: [{ id: 11, room: 1 }] };
+  assert.equal((await house.ask('POST', '/api/try', { ...draft, id: 1 })).status, 400);
+  assert.equal((await house.ask('POST', '/api/try', draft)).status, 202);
+  assert.equal((await events.until('popup_shown', ({ popup }) => popup.message === 'Half done')).navigator, 11);
+  await house.ask('POST', '/api/dismiss');
+  await idle();
+  assert.deepEqual((await house.ask('GET', '/api/announcements')).body, before);
 });
 
 test('200 commands at once are all answered, and the house goes on', async () => {

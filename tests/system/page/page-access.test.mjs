@@ -52,6 +52,8 @@ describe('the connection', () => {
       await page.goto(`${house.url}/${view}`);
       await page.getByText('This is shown as soon as there is a connection.').waitFor();
       await house.start();
+      // The longer the house was away, the later the next try: not before a slow machine's patience ends.
+      await page.evaluate(() => window.dispatchEvent(new Event('online')));
       await page.locator('link-state').getByText('Connected', { exact: true }).waitFor();
       await page.locator(sign).first().waitFor();
       await page.getByText('This is shown as soon as there is a connection.').waitFor({ state: 'detached' });

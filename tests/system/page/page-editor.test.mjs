@@ -13,6 +13,7 @@ describe('the editor', () => {
 
   const everything = async () => (await house.request('GET', '/api/announcements')).announcements;
   const name = (page) => page.getByLabel('Name', { exact: true });
+  const unfold = (page) => page.locator('draft-timing summary').click();
   const save = (page) => page.getByRole('button', { name: 'Save', exact: true }).click();
 
   test('makes an announcement with all its fields', async () => {
@@ -21,6 +22,7 @@ describe('the editor', () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Dinner');
     await page.getByLabel('Which sound').selectOption('chime');
+    await unfold(page);
     await page.getByLabel('Wait before the sound').fill('0.5');
     await page.getByLabel('Text', { exact: true }).fill('Dinner is ready 🍝\n<b>Come!</b>');
     await page.getByLabel('Image', { exact: true }).selectOption('dinner.png');
@@ -28,7 +30,9 @@ describe('the editor', () => {
     await page.getByLabel('Wait before the message').fill('1.5');
     await page.getByRole('switch', { name: /OK button/ }).press('Space');
     await page.getByRole('switch', { name: 'Kitchen', exact: true }).press('Space');
-    await page.getByLabel('Volume in Kitchen').fill('55');
+    await page.getByLabel('Tags').fill('meals, evening');
+    await page.getByRole('switch', { name: 'Keep the room’s volume: Kitchen' }).press('Space');
+    await page.getByLabel('Volume in Kitchen: 40 %').fill('55');
     await page.getByRole('switch', { name: 'Bedroom', exact: true }).press('Space');
     await page.getByRole('switch', { name: 'Bedroom screen' }).press('Space');
     await save(page);
@@ -51,6 +55,7 @@ describe('the editor', () => {
           { id: 2, volume: -1 },
         ],
         navigators: [{ id: 12, room: 2, onscreen: true }],
+        tags: ['meals', 'evening'],
       },
     ]);
     await page.getByRole('heading', { name: 'Dinner' }).waitFor();
@@ -67,6 +72,7 @@ describe('the editor', () => {
         { id: 99, volume: 30 },
       ],
       navigators: [{ id: 98, room: 5, onscreen: false }],
+      tags: ['favourite'],
     });
     const page = await openApp(house);
     await page.getByRole('link', { name: 'Edit Old' }).click();
@@ -82,6 +88,7 @@ describe('the editor', () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Half');
     await name(page).press('Enter');
+    await unfold(page);
     await page.getByLabel('Wait before the sound').press('Enter');
     await page.getByLabel('Text', { exact: true }).fill('Whole');
     await save(page);
@@ -108,11 +115,13 @@ describe('the editor', () => {
 
   test('says at the field what is wrong', async () => {
     const page = await openApp(house, '#/announcements/new');
+    await unfold(page);
     await page.getByLabel('Wait before the sound').fill('-5');
+    await page.locator('draft-timing summary').click();
     await page.getByLabel('Or an image from the web').fill('ftp://somewhere');
     await save(page);
     await page.getByText('Give it a name, so that you find it in the list.').waitFor();
-    await page.getByText('A number of seconds, 0 or more.').waitFor();
+    assert.equal(await page.locator('draft-timing details[open]').count(), 0);
     await page.getByText('An address that begins with http:// or https://').waitFor();
     const focused = await page.evaluate(() => {
       let one = document.activeElement;
@@ -122,6 +131,9 @@ describe('the editor', () => {
     assert.equal(focused, 'Dinner');
     await name(page).fill('Now it has one');
     await page.getByText('Give it a name').waitFor({ state: 'detached' });
+    await page.getByLabel('Or an image from the web').fill('');
+    await save(page);
+    await page.locator('draft-timing details[open]').getByText('A number of seconds, 0 or more.').waitFor();
     assert.deepEqual(await everything(), []);
     await closePage(page);
   });
@@ -145,6 +157,7 @@ describe('the editor', () => {
     await page.getByRole('switch', { name: 'Kitchen', exact: true }).press('Space');
     await bars('sound').waitFor({ state: 'attached' });
     assert.deepEqual(await bars('sound').allTextContents(), ['Sound: 1 s to 2 s']);
+    await unfold(page);
     await page.getByLabel('Wait before the sound').fill('3');
     await eventually(
       async () => (await bars('sound').allTextContents()).join() === 'Sound: 3 s to 4 s',
@@ -162,13 +175,63 @@ describe('the editor', () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Half done');
     await page.getByRole('link', { name: 'House' }).click();
-    await page.getByRole('dialog', { name: 'Leave without saving?' }).waitFor();
+    await page.getByRole('dialog', { name: 'Save what you have changed?' }).waitFor();
     await page.locator('sl-dialog').getByRole('button', { name: 'Cancel' }).click();
     await page.locator('sl-dialog').waitFor({ state: 'detached' });
     assert.equal(await name(page).inputValue(), 'Half done');
     await page.getByRole('link', { name: 'House' }).click();
-    await page.getByRole('button', { name: 'Leave' }).click();
+    await page.getByRole('button', { name: 'Leave without saving' }).click();
     await page.getByRole('heading', { name: 'House', exact: true }).waitFor();
+    assert.deepEqual(await everything(), []);
+    await page.goBack();
+    await name(page).fill('Whole');
+    await page.getByRole('link', { name: 'House' }).click();
+    await page.locator('sl-dialog').getByRole('button', { name: 'Save', exact: true }).click();
+    await page.getByRole('heading', { name: 'House', exact: true }).waitFor();
+    assert.deepEqual(
+      (await everything()).map((one) => one.name),
+      ['Whole'],
+    );
+    await closePage(page);
+  });
+
+  test('plays what it has saved, and tries what it has not in one room, of which nothing stays behind', async () => {
+    await house.request('PUT', '/api/media/chime.wav', wav(300));
+    const page = await openApp(house, '#/announcements/new');
+    const watcher = await house.watch();
+    await page.getByText('It would do nothing').waitFor();
+    await page.getByLabel('Text', { exact: true }).fill('Hello');
+    await page.getByLabel('Which sound').selectOption('chime');
+    for (const place of ['Kitchen', 'Bedroom', 'Kitchen screen', 'Bedroom screen'])
+      await page.getByRole('switch', { name: place, exact: true }).press('Space');
+    await page.getByText('It would do nothing').waitFor({ state: 'detached' });
+    await page.getByRole('button', { name: /^Try in Bedroom only/ }).click();
+    const shown = await watcher.until('popup_shown');
+    assert.deepEqual([shown.navigator, shown.popup.message], [12, 'Hello']);
+    await house.dismiss();
+    await watcher.until('announcement_ended');
+    const [tried] = (await house.request('GET', '/api/history')).history;
+    assert.deepEqual([tried.name, tried.rooms, tried.navigators], ['New announcement', [2], [12]]);
+    assert.deepEqual(await everything(), []);
+    await name(page).fill('Greeting');
+    await page.getByRole('button', { name: 'Save and play' }).click();
+    await watcher.until('popup_shown', ({ navigator }) => navigator === 11);
+    await page.locator('announcement-row', { hasText: 'Greeting' }).waitFor();
+    await house.dismiss();
+    await closePage(page);
+  });
+
+  test('saves as a new one what somebody else has deleted meanwhile', async () => {
+    const { id } = await house.add({ name: 'Dinner', video: { text: 'Ready' } });
+    const page = await openApp(house, `#/announcements/${id}`, { refusals: true });
+    await name(page).fill('Supper');
+    await house.request('DELETE', `/api/announcements/${id}`);
+    await save(page);
+    await page.getByRole('dialog', { name: 'Somebody has deleted it meanwhile' }).waitFor();
+    await page.getByRole('button', { name: 'Save as new' }).click();
+    await toast(page, '“Supper” is saved');
+    const [kept, ...others] = await everything();
+    assert.deepEqual([kept.name, kept.video.text, others], ['Supper', 'Ready', []]);
     await closePage(page);
   });
 
@@ -197,6 +260,15 @@ describe('the editor', () => {
     await dialog.getByRole('button', { name: 'Save mine' }).click();
     await toast(other, '“Lunch” is saved');
     assert.equal((await everything())[0].name, 'Lunch');
+    await other.getByRole('link', { name: 'Edit Lunch' }).click();
+    await eventually(async () => (await name(other).inputValue()) === 'Lunch', 'it is read');
+    await house.request('PUT', `/api/announcements/${id}`, { name: 'Lunch', video: { text: 'Come' } });
+    await name(other).fill('Late lunch');
+    await save(other);
+    await dialog.getByRole('button', { name: 'Save both together' }).click();
+    await toast(other, '“Late lunch” is saved');
+    const [both] = await everything();
+    assert.deepEqual([both.name, both.video.text], ['Late lunch', 'Come']);
     await closePage(one);
     await closePage(other);
   });

@@ -19,7 +19,7 @@ describe('the language', () => {
     assert.equal(await languageOf(page), 'de');
     await page.getByLabel('Name', { exact: true }).fill('Abendessen');
     await page.getByRole('button', { name: 'English' }).click();
-    await page.getByRole('button', { name: 'Abbrechen' }).click();
+    await page.locator('sl-dialog').getByRole('button', { name: 'Abbrechen' }).click();
     await page.getByLabel('Name', { exact: true }).fill('');
     await page.getByRole('button', { name: 'English' }).click();
     await page.getByRole('heading', { name: 'New announcement' }).waitFor();

@@ -603,6 +603,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/try': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    /**
+     * Plays an announcement once, without storing it
+     * @description Needs the right: admin
+     */
+    post: operations['try_announcement'];
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/variables': {
     parameters: {
       query?: never;
@@ -2708,6 +2728,39 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['Ticket'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  try_announcement: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['AnnouncementBody'];
+      };
+    };
+    responses: {
+      /** @description Plays an announcement once, without storing it */
+      202: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['Played'];
         };
       };
       /** @description What is wrong, and what would be right */

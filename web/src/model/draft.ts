@@ -17,11 +17,13 @@ export function blank(): AnnouncementBody {
     video: { image: '', text: '', delay_ms: 0, timeout_ms: 10000, ok_button: true, variable: null },
     rooms: [],
     navigators: [],
+    tags: [],
   };
 }
 
 export function bodyOf({ id: _id, ...body }: Announcement): AnnouncementBody {
-  return structuredClone(body);
+  // Left out, the controller would keep those that it has.
+  return structuredClone({ ...body, tags: body.tags ?? [] });
 }
 
 export function copyOf(announcement: Announcement): AnnouncementBody {
@@ -66,6 +68,7 @@ export function errorOf(text: string): { place: string; text: string } | null {
     'video.variable',
     'rooms',
     'navigators',
+    'tags',
   ];
   if (!match || !known.includes(match[1] ?? '')) return null;
   return { place: match[1] ?? '', text: match[2] ?? '' };
@@ -87,23 +90,26 @@ export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, na
 }
 
 function fieldsOf(
-  { name, audio, video, rooms, navigators }: AnnouncementBody,
+  { name, audio, video, rooms, navigators, tags }: AnnouncementBody,
   names: PlaceNames,
 ): Record<string, string> {
   const f = t.editor.fields;
+  const time = (milliseconds: number): string =>
+    milliseconds === 0 ? t.editor.timing.automatic : seconds(milliseconds);
   return {
     [f.name]: name,
     [f.sound]: audio.file,
-    [f.soundDelay]: seconds(audio.delay_ms),
+    [f.soundDelay]: time(audio.delay_ms),
     [f.text]: video.text,
     [f.variable]: video.variable?.name ?? '',
     [f.image]: video.image,
-    [f.popupDelay]: seconds(video.delay_ms),
-    [f.timeout]: seconds(video.timeout_ms),
+    [f.popupDelay]: time(video.delay_ms),
+    [f.timeout]: time(video.timeout_ms),
     [f.ok]: video.ok_button ? t.yes : t.no,
     [f.rooms]: rooms
       .map(({ id, volume }) => `${names.roomName(id)}${volume > 0 ? ` (${t.units.percent(volume)})` : ''}`)
       .join(', '),
+    [f.tags]: (tags ?? []).join(', '),
     [f.screens]: navigators.map(({ id }) => names.screenName(id)).join(', '),
   };
 }

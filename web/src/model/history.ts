@@ -1,7 +1,7 @@
 // What was played: filtered, and as files for other programs.
 
 import type { HistoryEntry } from '../api/objects';
-import { t } from '../texts/page';
+import { t, textFor } from '../texts/page';
 import { soundOf } from './format';
 import type { PlaceNames } from './names';
 import { plain } from './search';
@@ -71,7 +71,7 @@ function cell(text: string): string {
   return /[",;\r\n]/.test(safe) ? `"${safe.replace(/"/g, '""')}"` : safe;
 }
 
-export const outcomeText = (outcome: string): string => t.history.outcomes[outcome] ?? outcome;
+export const outcomeText = (outcome: string): string => textFor(t.history.outcomes, outcome) ?? outcome;
 
 export function download(name: string, type: string, text: string): void {
   const link = document.createElement('a');

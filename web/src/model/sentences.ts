@@ -2,7 +2,7 @@
 
 import type { Moment } from '../api/objects';
 import type { Names } from './names';
-import { t } from '../texts/page';
+import { t, textFor } from '../texts/page';
 
 export function popupText(one: Moment, names: Names): string {
   if (one.variable) return t.list.follows(names.variableName(one.variable.device, one.variable.variable));
@@ -38,6 +38,6 @@ export function sentenceOf(one: Moment, names: Names): string {
     case 'log':
       return one.text ?? '';
     default:
-      return t.steps.plain[one.what] ?? one.what.replace(/_/g, ' ');
+      return textFor(t.steps.plain, one.what) ?? one.what.replace(/_/g, ' ');
   }
 }

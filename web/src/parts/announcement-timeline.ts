@@ -232,7 +232,7 @@ export class AnnouncementTimeline extends LitElement {
     const at = Math.min((100 * bar.start) / length, 100 - width);
     const text = bar.kind === 'sound' && row.volume !== null ? t.timeline.soundAt(bar.text, row.volume) : bar.text;
     return svg`<svg data-kind=${bar.kind} x="${at}%" width="${width}%" height="30"><title>${t.timeline.bar(
-      t.timeline.kinds[bar.kind] ?? '',
+      t.timeline.kinds[bar.kind],
       seconds(bar.start),
       seconds(bar.end),
     )}</title>

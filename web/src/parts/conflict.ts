@@ -1,13 +1,18 @@
 // Two people have changed the same announcement: what each has made of it, and what is to become of it.
 
-import { html } from 'lit';
+import { html, nothing } from 'lit';
 import type { AnnouncementBody } from '../api/objects';
 import { differences } from '../model/draft';
 import { store } from '../store/live';
 import { t } from '../texts/page';
 import { ask } from './ask';
 
-export function askAboutConflict(mine: AnnouncementBody, theirs: AnnouncementBody): Promise<string> {
+/** Gives 'reload', 'overwrite', or 'merge', which is offered when they go together; '' when it is put off. */
+export function askAboutConflict(
+  mine: AnnouncementBody,
+  theirs: AnnouncementBody,
+  isMergeable: boolean,
+): Promise<string> {
   const found = differences(mine, theirs, store);
   const c = t.editor.conflict;
   const content = html`<p>${c.text}</p>
@@ -29,9 +34,11 @@ export function askAboutConflict(mine: AnnouncementBody, theirs: AnnouncementBod
             </tr>`,
         )}
       </tbody>
-    </table>`;
+    </table>
+    ${isMergeable ? html`<p>${c.mergeable}</p>` : nothing}`;
   return ask(c.title, content, [
     { key: 'reload', text: c.reload, variant: 'default' },
-    { key: 'overwrite', text: c.overwrite, variant: 'primary' },
+    { key: 'overwrite', text: c.overwrite, variant: isMergeable ? 'default' : 'primary' },
+    ...(isMergeable ? [{ key: 'merge', text: c.merge }] : []),
   ]);
 }

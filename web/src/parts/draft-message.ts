@@ -37,14 +37,6 @@ export class DraftMessage extends DraftPart {
         wanted="image"
         @uploaded=${(event: CustomEvent<string>) => this.changeVideo({ image: event.detail })}
       ></media-drop>
-      <div class="pair">
-        ${this.seconds('video.timeout_ms', e.fields.timeout, e.help.timeout, video.timeout_ms, (value) =>
-          this.changeVideo({ timeout_ms: value }),
-        )}
-        ${this.seconds('video.delay_ms', e.fields.popupDelay, '', video.delay_ms, (value) =>
-          this.changeVideo({ delay_ms: value }),
-        )}
-      </div>
       <sl-switch
         ?checked=${video.ok_button}
         @sl-change=${(event: Event) => this.changeVideo({ ok_button: (event.target as SlSwitch).checked })}

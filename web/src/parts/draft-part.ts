@@ -113,11 +113,11 @@ export abstract class DraftPart extends LitElement {
     this.change({ video: { ...this.draft.video, ...changes } });
   }
 
-  /** Seconds for people, milliseconds for the controller. */
+  /** Seconds for people, milliseconds for the controller. Left empty it is automatic, which is 0. */
   protected seconds(
     place: string,
     label: string,
-    help: string,
+    automatic: string,
     milliseconds: number,
     onChange: (milliseconds: number) => void,
   ): unknown {
@@ -136,8 +136,9 @@ export abstract class DraftPart extends LitElement {
       step="any"
       no-spin-buttons
       label=${label}
-      help-text=${error ?? help}
-      value=${String(milliseconds / 1000)}
+      help-text=${error ?? ''}
+      placeholder=${automatic}
+      value=${milliseconds === 0 ? '' : String(milliseconds / 1000)}
       @sl-input=${taken}
       ><span slot="suffix" class="soft">${t.units.secondsName}&nbsp;&nbsp;</span></sl-input
     >`;

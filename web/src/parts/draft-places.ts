@@ -1,14 +1,18 @@
-// Where the draft is heard and seen: rooms with their volumes, screens.
+// Where the draft is heard and seen: rooms with their volumes beside the screens.
 
 import type SlRange from '@shoelace-style/shoelace/dist/components/range/range.js';
 import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
-import { html, nothing } from 'lit';
+import { css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import type { RoomTarget } from '../api/objects';
 import { volume } from '../model/format';
+import { changed, isKeeping, toggled } from '../model/places';
 import { store } from '../store/live';
 import { t } from '../texts/page';
 import { DraftPart } from './draft-part';
+import { named } from './named';
+
+const USUAL = 40; // where a room of the announcement is not in the house
 
 interface Place {
   id: number;
@@ -17,8 +21,44 @@ interface Place {
 
 @customElement('draft-places')
 export class DraftPlaces extends DraftPart {
+  static override styles = [
+    ...DraftPart.styles,
+    css`
+      .sides {
+        display: grid;
+        grid-template-columns: repeat(auto-fit, minmax(min(100%, 11rem), 1fr));
+        align-items: start;
+        gap: 1.25rem;
+      }
+      h3 {
+        margin-bottom: 0.4rem;
+      }
+      .own {
+        display: grid;
+        grid-template-columns: minmax(0, 1fr);
+        gap: 0.4rem;
+        margin-left: 0.4rem;
+        padding: 0 0 0.4rem 0.9rem;
+        border-left: 2px solid var(--line);
+      }
+      sl-button {
+        justify-self: start;
+        max-width: 100%;
+      }
+      sl-button::part(base) {
+        height: auto;
+        min-height: var(--sl-input-height-small);
+        white-space: normal;
+        line-height: 1.3;
+      }
+    `,
+  ];
+
   override render(): unknown {
-    return html`${this.renderRooms()}${this.renderScreens()}`;
+    return html`<section class="card" aria-labelledby="where">
+      <h2 id="where">${t.editor.sections.where}</h2>
+      <div class="sides">${this.renderRooms()}${this.renderScreens()}</div>
+    </section>`;
   }
 
   private renderRooms(): unknown {
@@ -27,44 +67,53 @@ export class DraftPlaces extends DraftPart {
       this.draft.rooms.map(({ id }) => id),
       t.editor.strangeRoom,
     );
-    return html`<section class="card" aria-labelledby="rooms">
-      <h2 id="rooms">${t.editor.sections.rooms}</h2>
-      ${
-        rooms.length === 0
-          ? html`<p class="hint">${t.editor.noRooms}</p>`
-          : html`<div>${rooms.map((room) => this.renderRoom(room))}</div>`
-      }${this.wrong('rooms')}
-    </section>`;
+    return html`<div role="group" aria-labelledby="rooms">
+      <h3 id="rooms">${t.editor.sections.rooms}</h3>
+      ${rooms.length === 0 ? html`<p class="hint">${t.editor.noRooms}</p>` : rooms.map((room) => this.renderRoom(room))}
+      ${this.wrong('rooms')}
+    </div>`;
   }
 
   private renderRoom(room: Place): unknown {
     const target = this.draft.rooms.find(({ id }) => id === room.id);
-    const others = this.draft.rooms.filter(({ id }) => id !== room.id);
     const toggle = (event: Event): void => {
       const isOn = (event.target as SlSwitch).checked;
-      this.change({ rooms: isOn ? inOrder([...others, { id: room.id, volume: -1 }]) : others });
-    };
-    const level = (event: Event): void => {
-      const value = (event.target as SlRange).value;
-      this.change({
-        rooms: this.draft.rooms.map((one) => (one.id === room.id ? { ...one, volume: value || -1 } : one)),
-      });
+      this.change({ rooms: toggled(this.draft.rooms, { id: room.id, volume: -1 }, isOn) });
     };
     return html`<div class="target">
       <sl-switch ?checked=${target !== undefined} @sl-change=${toggle}><span dir="auto">${room.name}</span></sl-switch>
-      ${
-        target
-          ? html`<sl-range
-              label=${t.editor.volumeIn(room.name, volume(target.volume))}
-              min="0"
-              max="100"
-              .value=${Math.max(0, target.volume)}
-              .tooltipFormatter=${volume}
-              @sl-input=${level}
-            ></sl-range>`
-          : nothing
-      }
+      ${target ? html`<div class="own">${this.renderVolume(room, target)}${this.renderTry(room)}</div>` : nothing}
     </div>`;
+  }
+
+  private renderVolume(room: Place, { volume: level }: RoomTarget): unknown {
+    const set = (value: number): void => this.change({ rooms: changed(this.draft.rooms, room.id, value) });
+    const own = store.rooms.get(room.id)?.volume ?? USUAL;
+    const keep = (event: Event): void => set((event.target as SlSwitch).checked ? -1 : Math.max(1, own));
+    return html`<sl-switch size="small" ?checked=${isKeeping(level)} @sl-change=${keep}
+        >${named(t.editor.keepVolume, t.editor.keepVolumeLabel(room.name))}</sl-switch
+      >
+      ${
+        isKeeping(level)
+          ? nothing
+          : html`<sl-range
+              label=${t.editor.volumeIn(room.name, volume(level))}
+              min="1"
+              max="100"
+              .value=${level}
+              .tooltipFormatter=${volume}
+              @sl-input=${(event: Event) => set((event.target as SlRange).value)}
+            ></sl-range>`
+      }`;
+  }
+
+  private renderTry(room: Place): unknown {
+    const ask = (): void => {
+      this.dispatchEvent(new CustomEvent('try-room', { detail: room.id, bubbles: true, composed: true }));
+    };
+    return html`<sl-button size="small" @click=${ask}
+      ><ui-icon slot="prefix" name="play"></ui-icon>${named(t.editor.tryIn, t.editor.tryInLabel(room.name))}</sl-button
+    >`;
   }
 
   private renderScreens(): unknown {
@@ -73,26 +122,27 @@ export class DraftPlaces extends DraftPart {
       this.draft.navigators.map(({ id }) => id),
       t.editor.strangeScreen,
     );
-    return html`<section class="card" aria-labelledby="screens">
-      <h2 id="screens">${t.editor.sections.screens}</h2>
+    return html`<div role="group" aria-labelledby="screens">
+      <h3 id="screens">${t.editor.sections.screens}</h3>
       ${
         screens.length === 0
           ? html`<p class="hint">${t.editor.noScreens}</p>`
-          : html`<div>${screens.map((screen) => this.renderScreen(screen))}</div>`
-      }${this.wrong('navigators')}
-    </section>`;
+          : screens.map((screen) => this.renderScreen(screen))
+      }
+      ${this.wrong('navigators')}
+    </div>`;
   }
 
   private renderScreen(screen: Place): unknown {
-    const others = this.draft.navigators.filter(({ id }) => id !== screen.id);
+    const isChosen = this.draft.navigators.some(({ id }) => id === screen.id);
     const toggle = (event: Event): void => {
       const isOn = (event.target as SlSwitch).checked;
       const room = store.screens.get(screen.id)?.room ?? 0;
-      this.change({ navigators: isOn ? inOrder([...others, { id: screen.id, room, onscreen: true }]) : others });
+      this.change({ navigators: toggled(this.draft.navigators, { id: screen.id, room, onscreen: true }, isOn) });
     };
-    return html`<sl-switch ?checked=${others.length < this.draft.navigators.length} @sl-change=${toggle}
-      ><span dir="auto">${screen.name}</span></sl-switch
-    >`;
+    return html`<div class="target">
+      <sl-switch ?checked=${isChosen} @sl-change=${toggle}><span dir="auto">${screen.name}</span></sl-switch>
+    </div>`;
   }
 }
 
@@ -101,6 +151,3 @@ function withStrange(known: Place[], ids: number[], nameOf: (id: number) => stri
   const strange = ids.filter((id) => !known.some((one) => one.id === id));
   return [...known, ...strange.map((id) => ({ id, name: nameOf(id) }))];
 }
-
-const inOrder = <T extends RoomTarget | Place | { id: number }>(targets: T[]): T[] =>
-  [...targets].sort((one, other) => one.id - other.id);

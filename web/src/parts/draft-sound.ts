@@ -13,7 +13,7 @@ import './media-drop';
 @customElement('draft-sound')
 export class DraftSound extends DraftPart {
   override render(): unknown {
-    const { file, delay_ms: delay } = this.draft.audio;
+    const { file } = this.draft.audio;
     const sounds = (store.media ?? []).filter((one) => one.kind === 'sound');
     const isKnown = !file || sounds.some((one) => soundName(one) === file);
     const e = t.editor;
@@ -40,9 +40,6 @@ export class DraftSound extends DraftPart {
         wanted="sound"
         @uploaded=${(event: CustomEvent<string>) => this.changeAudio({ file: event.detail.replace(/\.wav$/, '') })}
       ></media-drop>
-      ${this.seconds('audio.delay_ms', e.fields.soundDelay, e.help.soundDelay, delay, (value) =>
-        this.changeAudio({ delay_ms: value }),
-      )}
     </section>`;
   }
 

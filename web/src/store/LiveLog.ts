@@ -3,7 +3,7 @@
 import { handle, type Handlers, type HouseEvent, type HouseEvents } from '../api/events';
 import { soundOf } from '../model/format';
 import type { Names } from '../model/names';
-import { t } from '../texts/page';
+import { t, textFor } from '../texts/page';
 
 const LINES = 1000;
 
@@ -47,7 +47,7 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
   popup_shown: (data, names) => say('screens', t.log.popup(names.screenName(data.navigator), data.popup.message)),
   popup_changed: (data, names) => say('screens', t.log.popup(names.screenName(data.navigator), data.message)),
   popup_hidden: (data, names) =>
-    say('screens', t.log.hidden(names.screenName(data.navigator), t.log.why[data.why] ?? data.why)),
+    say('screens', t.log.hidden(names.screenName(data.navigator), textFor(t.log.why, data.why) ?? data.why)),
   pages_changed: (data, names) =>
     say('screens', t.log.pages(names.screenName(data.navigator), data.pages), data.pages ? 'good' : 'warning'),
   variable_changed: (data, names) =>

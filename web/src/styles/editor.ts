@@ -26,7 +26,25 @@ export const editorStyles = css`
     padding: 1.25rem;
   }
   .name {
+    display: grid;
+    grid-template-columns: repeat(auto-fit, minmax(min(100%, 14rem), 1fr));
+    align-items: start;
+    gap: 1.1rem;
     padding: 1.25rem;
+  }
+  .lack:empty {
+    display: none;
+  }
+  .lack {
+    display: flex;
+    flex: 1 1 14rem;
+    align-items: center;
+    gap: 0.6rem;
+    margin-right: auto;
+  }
+  .lack ui-icon {
+    flex: none;
+    color: var(--warning);
   }
   sl-input::part(form-control-label) {
     font-weight: 500;
@@ -59,6 +77,27 @@ export const editorStyles = css`
   }
   footer sl-button {
     min-width: 7rem;
+  }
+  @media (max-width: 699px) {
+    footer {
+      flex-wrap: nowrap;
+      padding: 0.6rem;
+    }
+    footer:has(.problem:not(:empty)),
+    footer:has(.lack > *) {
+      flex-wrap: wrap;
+    }
+    /* The arrow above does the same. */
+    footer .cancel {
+      display: none;
+    }
+    footer sl-button {
+      flex: 1 1 auto;
+      min-width: 0;
+    }
+    .lack {
+      flex-basis: 100%;
+    }
   }
   @media (min-width: 700px) {
     footer {

@@ -10,6 +10,9 @@ const files: Record<Language, () => Promise<Texts>> = {
   de: async () => (await import('./german')).german,
 };
 
+/** The text for something that the controller names; undefined for what it has learned since. */
+export const textFor = (texts: Record<string, string>, name: string): string | undefined => texts[name];
+
 /** Empty until `loadTexts` is done. */
 export const t = {} as Texts;
 

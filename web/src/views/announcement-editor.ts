@@ -3,15 +3,19 @@
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import { LitElement, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { exchange, Problem, request } from '../api/request';
+import { Problem, request } from '../api/request';
 import type { AnnouncementBody } from '../api/objects';
-import { blank, bodyOf, copyOf, errorOf, errorsIn, isSame, type Errors } from '../model/draft';
+import { copyOf, errorOf, errorsIn, isSame, type Errors } from '../model/draft';
+import { lackOf } from '../model/faults';
+import { tagsIn } from '../model/order';
+import { onlyIn } from '../model/places';
 import { newAddress } from '../model/route';
-import { askAboutConflict } from '../parts/conflict';
+import { Stored } from '../parts/Stored';
 import '../parts/announcement-outlook';
 import '../parts/draft-message';
 import '../parts/draft-places';
 import '../parts/draft-sound';
+import '../parts/draft-timing';
 import '../parts/popup-preview';
 import { attempt, toast } from '../parts/ui-toasts';
 import { deleteWithUndo } from '../parts/deleting';
@@ -20,7 +24,6 @@ import { editorStyles } from '../styles/editor';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 
-const PATH = '/api/announcements/{id}';
 const LIST = '#/announcements';
 
 @customElement('announcement-editor')
@@ -34,8 +37,7 @@ export class AnnouncementEditor extends LitElement {
   @state() private problem: Problem | null = null;
   @state() private isSaving = false;
   @state() private isGone = false;
-  private saved: AnnouncementBody = blank();
-  private tag = ''; // of what was read, so that nobody else's change is overwritten unseen
+  private stored = new Stored(null);
 
   constructor() {
     super();
@@ -47,11 +49,11 @@ export class AnnouncementEditor extends LitElement {
   private connected(): void {
     void attempt(() => store.loadMedia());
     if (this.problem?.status === 0) this.problem = null;
-    if (this.hasUpdated && this.announcement !== null && !this.draft && !this.isGone) void this.read(this.announcement);
+    if (this.hasUpdated && this.announcement !== null && !this.draft && !this.isGone) void this.read();
   }
 
   get isDirty(): boolean {
-    return this.draft !== null && !isSame(this.draft, this.saved);
+    return this.draft !== null && !isSame(this.draft, this.stored.body);
   }
 
   override connectedCallback(): void {
@@ -76,23 +78,19 @@ export class AnnouncementEditor extends LitElement {
     this.errors = {};
     this.problem = null;
     this.isGone = false;
-    this.tag = '';
+    this.stored = new Stored(this.announcement);
     if (this.announcement === null) {
       const original = this.copyOf === null ? undefined : store.announcements.get(this.copyOf);
-      this.draft = original ? copyOf(original) : blank();
-      this.saved = original ? blank() : this.draft;
+      this.draft = original ? copyOf(original) : this.stored.body;
       return;
     }
     this.draft = null;
-    if (store.link.isConnected) await this.read(this.announcement);
+    if (store.link.isConnected) await this.read();
   }
 
-  private async read(id: number): Promise<void> {
+  private async read(): Promise<void> {
     try {
-      const { value, etag } = await exchange('get', PATH, { path: { id } });
-      this.saved = bodyOf(value);
-      this.draft = this.saved;
-      this.tag = etag;
+      this.draft = await this.stored.read();
       this.problem = null;
     } catch (problem) {
       if (problem instanceof Problem && problem.status === 404) this.isGone = true;
@@ -130,29 +128,18 @@ export class AnnouncementEditor extends LitElement {
   }
 
   private renderForm(draft: AnnouncementBody): unknown {
-    const name = (event: Event): void => this.change({ ...draft, name: (event.target as SlInput).value });
     return html`<form
       novalidate
       @submit=${(event: Event) => event.preventDefault()}
       @draft=${(event: CustomEvent<AnnouncementBody>) => this.change(event.detail)}
+      @try-room=${this.tryIn}
     >
       <div class="fields">
-        <section class="card name">
-          <sl-input
-            data-place="name"
-            class=${this.errors.name ? 'invalid' : ''}
-            label=${t.editor.fields.name}
-            .value=${draft.name}
-            maxlength="200"
-            autocomplete="off"
-            placeholder=${t.editor.placeholders.name}
-            help-text=${this.errors.name ?? t.editor.help.name}
-            @sl-input=${name}
-          ></sl-input>
-        </section>
-        <draft-sound .draft=${draft} .errors=${this.errors}></draft-sound>
+        ${this.renderName(draft)}
         <draft-message .draft=${draft} .errors=${this.errors}></draft-message>
+        <draft-sound .draft=${draft} .errors=${this.errors}></draft-sound>
         <draft-places .draft=${draft} .errors=${this.errors}></draft-places>
+        <draft-timing .draft=${draft} .errors=${this.errors}></draft-timing>
       </div>
       <aside aria-label=${t.preview.title}>
         <section class="card">
@@ -161,12 +148,52 @@ export class AnnouncementEditor extends LitElement {
         </section>
         <section class="card"><announcement-outlook .announcement=${draft}></announcement-outlook></section>
       </aside>
-      <footer>
-        <p class="problem" role="alert">${this.problem?.text}</p>
-        <sl-button href=${LIST}>${t.cancel}</sl-button>
-        <sl-button variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button>
-      </footer>
+      ${this.renderFooter(draft)}
     </form>`;
+  }
+
+  private renderName(draft: AnnouncementBody): unknown {
+    const name = (event: Event): void => this.change({ ...draft, name: (event.target as SlInput).value });
+    const tags = (event: Event): void => this.change({ ...draft, tags: tagsIn((event.target as SlInput).value) });
+    const e = t.editor;
+    return html`<section class="card name">
+      <sl-input
+        data-place="name"
+        class=${this.errors.name ? 'invalid' : ''}
+        label=${e.fields.name}
+        .value=${draft.name}
+        maxlength="200"
+        autocomplete="off"
+        placeholder=${e.placeholders.name}
+        help-text=${this.errors.name ?? e.help.name}
+        @sl-input=${name}
+      ></sl-input>
+      <sl-input
+        data-place="tags"
+        class=${this.errors.tags ? 'invalid' : ''}
+        label=${e.fields.tags}
+        value=${(draft.tags ?? []).join(', ')}
+        autocomplete="off"
+        placeholder=${e.placeholders.tags}
+        help-text=${this.errors.tags ?? e.help.tags}
+        @sl-change=${tags}
+      ></sl-input>
+    </section>`;
+  }
+
+  private renderFooter(draft: AnnouncementBody): unknown {
+    const lack = lackOf(draft);
+    return html`<footer>
+      <p class="problem" role="alert">${this.problem?.text}</p>
+      <p class="lack soft small" role="status">
+        ${lack ? html`<ui-icon name="exclamation"></ui-icon><span>${lack}</span>` : nothing}
+      </p>
+      <sl-button class="cancel" href=${LIST}>${t.cancel}</sl-button>
+      <sl-button ?loading=${this.isSaving} @click=${this.submitAndPlay}
+        ><ui-icon slot="prefix" name="play"></ui-icon>${t.editor.saveAndPlay}</sl-button
+      >
+      <sl-button variant="primary" ?loading=${this.isSaving} @click=${this.submit}>${t.save}</sl-button>
+    </footer>`;
   }
 
   private change(draft: AnnouncementBody): void {
@@ -176,35 +203,44 @@ export class AnnouncementEditor extends LitElement {
     this.errors = Object.fromEntries(Object.entries(this.errors).filter(([place]) => now[place]));
   }
 
-  /** By the button alone: whoever presses Enter in a field has most often not written the rest yet. */
-  private readonly submit = (): void => {
-    if (!this.draft || this.isSaving) return;
-    this.problem = null;
-    this.errors = errorsIn(this.draft);
-    if (Object.keys(this.errors).length > 0) void this.showFirstError();
-    else void this.save(this.draft, this.tag);
+  /** By the buttons alone: whoever presses Enter in a field has most often not written the rest yet. */
+  private readonly submit = async (): Promise<void> => {
+    if (await this.save()) location.hash = LIST;
   };
 
-  private async save(draft: AnnouncementBody, tag: string): Promise<void> {
+  private readonly submitAndPlay = async (): Promise<void> => {
+    if (!(await this.save())) return;
+    const id = this.stored.id ?? 0;
+    void attempt(() => request('post', '/api/announcements/{id}/play', { path: { id } }));
+    location.hash = LIST;
+  };
+
+  /** Gives whether it is saved; what is wrong, and what others have made of it, is dealt with here. */
+  async save(): Promise<boolean> {
+    if (!this.draft || this.isSaving || !(await this.isRight())) return false;
     this.isSaving = true;
     try {
-      const id = this.announcement;
-      if (id === null) await request('post', '/api/announcements', { body: draft });
-      else await request('put', PATH, { path: { id }, body: draft, ifMatch: tag });
-      this.saved = draft;
-      toast({ text: t.editor.saved(draft.name), tone: 'good' });
-      location.hash = LIST;
+      const { isStored, draft } = await this.stored.store(this.draft);
+      this.draft = draft;
+      this.errors = {};
+      return isStored;
     } catch (problem) {
       await this.refused(asProblem(problem));
+      return false;
+    } finally {
+      this.isSaving = false;
     }
-    this.isSaving = false;
+  }
+
+  private async isRight(): Promise<boolean> {
+    this.problem = null;
+    this.errors = this.draft ? errorsIn(this.draft) : {};
+    if (Object.keys(this.errors).length === 0) return true;
+    await this.showFirstError();
+    return false;
   }
 
   private async refused(problem: Problem): Promise<void> {
-    if (problem.status === 412) {
-      await this.resolveConflict();
-      return;
-    }
     const error = errorOf(problem.text);
     if (error) {
       this.errors = { ...this.errors, [error.place]: error.text };
@@ -214,38 +250,28 @@ export class AnnouncementEditor extends LitElement {
     }
   }
 
-  /** Somebody else has saved it meanwhile: this one looks, and decides. */
-  private async resolveConflict(): Promise<void> {
-    const mine = this.draft;
-    const id = this.announcement;
-    if (!mine || id === null) return;
-    let theirs;
-    try {
-      theirs = await exchange('get', PATH, { path: { id } });
-    } catch (problem) {
-      this.problem = asProblem(problem);
-      return;
-    }
-    const { value, etag } = theirs;
-    const answer = await askAboutConflict(mine, bodyOf(value));
-    if (answer === 'overwrite') await this.save(mine, etag);
-    if (answer !== 'reload') return;
-    this.saved = bodyOf(value);
-    this.draft = this.saved;
-    this.tag = etag;
-    this.errors = {};
-  }
+  /** Plays what stands here, in one room, and stores nothing. */
+  private readonly tryIn = async (event: CustomEvent<number>): Promise<void> => {
+    const { draft } = this;
+    if (!draft) return;
+    const body = onlyIn({ ...draft, name: draft.name.trim() || t.editor.newTitle }, event.detail);
+    const lack = lackOf(body);
+    if (lack) toast({ text: lack, tone: 'bad' });
+    else await attempt(() => request('post', '/api/try', { body }));
+  };
 
   private async showFirstError(): Promise<void> {
     await this.updateComplete;
     for (const part of [
       this,
-      ...this.renderRoot.querySelectorAll<LitElement>('draft-sound, draft-message, draft-places'),
+      ...this.renderRoot.querySelectorAll<LitElement>('draft-sound, draft-message, draft-places, draft-timing'),
     ]) {
       await part.updateComplete;
       const places = [...(part.renderRoot as ParentNode).querySelectorAll<HTMLElement>('[data-place]')];
       const first = places.find((one) => this.errors[one.dataset.place ?? '']);
       if (!first) continue;
+      const folded = first.closest('details');
+      if (folded) folded.open = true;
       first.focus();
       first.scrollIntoView({ block: 'center' });
       return;
@@ -255,7 +281,7 @@ export class AnnouncementEditor extends LitElement {
   private erase(): void {
     const announcement = store.announcements.get(this.announcement ?? 0);
     if (!announcement) return;
-    if (this.draft) this.saved = this.draft; // there is nothing left to lose
+    if (this.draft) this.stored.body = this.draft; // there is nothing left to lose
     location.hash = LIST;
     deleteWithUndo(announcement);
   }

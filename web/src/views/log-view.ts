@@ -7,7 +7,7 @@ import { moment, timeOfDay } from '../model/format';
 import type { LogLine } from '../store/LiveLog';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
-import { t } from '../texts/page';
+import { t, textFor } from '../texts/page';
 
 @customElement('log-view')
 export class LogView extends LitElement {
@@ -151,6 +151,6 @@ export class LogView extends LitElement {
 
 function renderLine(line: LogLine): unknown {
   return html`<li class=${line.tone}>
-    <time>${timeOfDay(line.time)}</time><span dir="auto">${t.logView.tones[line.tone] ?? ''}${line.text}</span>
+    <time>${timeOfDay(line.time)}</time><span dir="auto">${textFor(t.logView.tones, line.tone) ?? ''}${line.text}</span>
   </li>`;
 }

@@ -26,7 +26,7 @@ export const live = {
       hidden: 'taken away',
       dismissed: 'dismissed',
       replaced: 'another one took its place',
-    } as Record<string, string>,
+    },
     pages: (screen: string, pages: number) =>
       pages ? `${screen} is connected` : `${screen} is not connected any more`,
     value: (name: string, value: string) => `${name} is now “${value}”`,

@@ -86,6 +86,8 @@ export const views: typeof English = {
     noneText: 'Eine Durchsage abspielen: Sie erscheint hier, wenn sie vorbei ist.',
     notFound: 'Nichts im Verlauf passt',
     more: 'Frühere zeigen',
+    again: 'Noch einmal',
+    againLabel: (name: string) => `${name} noch einmal abspielen`,
     csv: 'CSV',
     json: 'JSON',
     csvLabel: 'Das Gezeigte als CSV herunterladen',

@@ -1,0 +1,47 @@
+// What is wrong with an announcement before anybody plays it.
+
+import type { AnnouncementBody, MediaFile } from '../api/objects';
+import { t } from '../texts/page';
+
+export interface Known {
+  rooms: ReadonlyMap<number, unknown>;
+  screens: ReadonlyMap<number, unknown>;
+  media: MediaFile[] | null; // null while nobody has asked
+}
+
+const hasMessage = ({ text, image, variable }: AnnouncementBody['video']): boolean =>
+  text !== '' || image !== '' || variable !== null;
+
+/** Why nothing, or less than was meant, would be heard or seen; empty where it is whole. */
+export function lackOf({ audio, video, rooms, navigators }: AnnouncementBody): string {
+  const isHeard = audio.file !== '' && rooms.length > 0;
+  const isSeen = hasMessage(video) && navigators.length > 0;
+  if (!isHeard && !isSeen) return t.faults.nothing;
+  if (audio.file !== '' && rooms.length === 0) return t.faults.noRoom;
+  if (hasMessage(video) && navigators.length === 0) return t.faults.noScreen;
+  return '';
+}
+
+export function faultsOf(one: AnnouncementBody, known: Known): string[] {
+  const strangeRooms = one.rooms.filter(({ id }) => !known.rooms.has(id));
+  const strangeScreens = one.navigators.filter(({ id }) => !known.screens.has(id));
+  return [
+    ...soundFault(one.audio.file, known.media),
+    ...imageFault(one.video.image, known.media),
+    ...strangeRooms.map(({ id }) => t.faults.room(id)),
+    ...strangeScreens.map(({ id }) => t.faults.screen(id)),
+    ...[lackOf(one)].filter(Boolean),
+  ];
+}
+
+function soundFault(file: string, media: MediaFile[] | null): string[] {
+  if (!file || !media) return [];
+  const found = media.find(({ kind, name }) => kind === 'sound' && name === `${file}.wav`);
+  if (!found) return [t.faults.sound(file)];
+  return found.trouble ? [t.faults.unplayable(file, found.trouble)] : [];
+}
+
+function imageFault(image: string, media: MediaFile[] | null): string[] {
+  if (!image || !media || /^https?:/i.test(image)) return [];
+  return media.some(({ kind, name }) => kind === 'image' && name === image) ? [] : [t.faults.image(image)];
+}
