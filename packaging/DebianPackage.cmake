@@ -40,6 +40,8 @@ string(JOIN ", " CPACK_DEBIAN_CONTROLLER_PACKAGE_DEPENDS
     "systemd | systemd-standalone-sysusers"
     "systemd | systemd-standalone-tmpfiles"
     "init-system-helpers (>= 1.52)")
+# AAC, as phones record it. Without it the page decodes such files itself, so 11 MB need not be taken.
+set(CPACK_DEBIAN_CONTROLLER_PACKAGE_RECOMMENDS gstreamer1.0-plugins-bad)
 set(CPACK_COMPONENT_CONTROLLER_DESCRIPTION
     "announcements in the rooms and on the screens of a house
 Plays announcements as sound in the rooms of a house and shows them as popups

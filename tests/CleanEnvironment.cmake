@@ -10,8 +10,9 @@ file(CHMOD ${TEST_ENVIRONMENT}/home PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
 
 # What the controller and the tests' outputs are made of, the decoders that it is tested with, and the outputs that the
 # manuals name.
-set(PLUGINS alsa app audioconvert audioparsers audiorate audioresample audiotestsrc coreelements flac matroska mpg123 ogg opus
-    playback pulseaudio rawparse tcp typefindfunctions udp volume vorbis wavenc wavparse)
+set(PLUGINS aiff alsa app audioconvert audioparsers audiorate audioresample audiotestsrc coreelements faad flac id3demux isomp4
+    lame matroska mpg123 ogg opus playback pulseaudio rawparse tcp typefindfunctions udp voaacenc volume vorbis wavenc
+    wavparse)
 if(BUILD_CONTROLLER)
     pkg_get_variable(PLUGIN_FOLDER gstreamer-1.0 pluginsdir)
     foreach(PLUGIN IN LISTS PLUGINS)

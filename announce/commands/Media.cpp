@@ -51,15 +51,25 @@ std::string ReadFile(const fs::path& file) {
     std::ostringstream content;
     content << stream.rdbuf();
     if (!stream || error || fs::is_directory(file, error))
-        throw Failure(ExitStatus::NotFound, file.string() + " cannot be read", "a sound (.wav) or an image");
+        throw Failure(ExitStatus::NotFound, file.string() + " cannot be read", "a sound or an image");
     return content.str();
+}
+
+/// The part of a sound that is wanted, as the API takes it.
+std::string PartOf(const Arguments& arguments) {
+    std::string query;
+    for (const char* end : {"from", "to"})
+        if (const auto time = arguments.Find(end))
+            query += (query.empty() ? "?" : "&") + std::string(end) +
+                     "_ms=" + std::to_string(times::ReadMilliseconds(std::string("--") + end, *time));
+    return query;
 }
 
 Json Upload(Session& session, const fs::path& file, const std::string& name) {
     std::string content = ReadFile(file);
     Progress progress(name, content.size());
-    return session.client.Upload("/api/media/" + PercentEncoded(name), std::move(content),
-                                 [&progress](std::size_t sent) { progress.Reach(sent); });
+    return session.client.Upload("/api/media/" + PercentEncoded(name) + PartOf(session.arguments),
+                                 std::move(content), [&progress](std::size_t sent) { progress.Reach(sent); });
 }
 
 /// What has become of a file: the controller may call it otherwise.

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <atomic>
+
 namespace controller {
 
 namespace {
@@ -54,11 +56,19 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
     , m_watch(m_parts.feed)
     , m_streams(m_parts.feed, StreamParts())
     , m_recent(m_parts.feed)
-    , m_media(m_parts.house.mediaFolder)
+    , m_media(m_parts.house.mediaFolder,
+              Converter({Converter::FindProgram()},
+                        [&log = m_parts.log,
+                         hasTold = std::make_shared<std::atomic<bool>>(false)](const std::string& text) {
+                            if (!hasTold->exchange(true))
+                                log.Warning(text);
+                        }))
     , m_hashing(std::make_unique<Worker>())
+    , m_converting(std::make_unique<Worker>())
     , m_worker(std::make_unique<Worker>())
-    , m_context{m_parts,  m_access, m_watch,   m_streams,
-                m_recent, m_media,  *m_worker, std::chrono::system_clock::now(),
+    , m_context{m_parts,   m_access,      m_watch,
+                m_streams, m_recent,      m_media,
+                *m_worker, *m_converting, std::chrono::system_clock::now(),
                 {}} {}
 
 Api::~Api() = default;
@@ -194,9 +204,9 @@ void Api::CheckBody(const Wanted& wanted) {
         const std::string name = media_name::GoodName(wanted.call->Text("name"));
         if (const auto refusal = media_name::RefusalOf(name))
             throw ApiError(415, refusal->text, refusal->right);
-        if (!media_name::IsTypeFor(name, contentType))
+        if (!media_name::IsTypeTaken(contentType))
             throw ApiError(415, "the body is of the wrong type",
-                           std::string(media_name::TypeOf(name)) + ", or application/octet-stream");
+                           "audio/..., video/..., image/... or application/octet-stream");
         if (*m_context.uploads >= kMaxUploads)
             throw ApiError(503, "other files are being stored", "another try in a moment");
         // Given back when the call is over, however it ends.

@@ -55,6 +55,7 @@ private:
     RecentEvents m_recent;
     MediaShelf m_media;
     std::unique_ptr<Worker> m_hashing; ///< of tokens, which must not hold up what people wait for
+    std::unique_ptr<Worker> m_converting;
     std::unique_ptr<Worker> m_worker;
     ApiContext m_context;
 };

@@ -2,7 +2,7 @@
 
 #include "controller/api/json/Replies.h"
 #include "controller/driver/Text.h"
-#include "controller/media/MediaShelf.h"
+#include "controller/media/MediaError.h"
 
 #include <algorithm>
 #include <limits>
@@ -78,7 +78,7 @@ void ApiCall::Reply(HttpReply reply) {
 }
 
 void ApiCall::Fail(const ApiError& error) {
-    Reply(Problem({error.Status(), error.what(), error.Right()}));
+    Reply(Problem({error.Status(), error.what(), error.Right()}, {}, error.More()));
 }
 
 void ApiCall::Guard(const std::function<void()>& work) {
@@ -87,7 +87,9 @@ void ApiCall::Guard(const std::function<void()>& work) {
     } catch (const ApiError& error) {
         Fail(error);
     } catch (const MediaError& error) {
-        Fail(ApiError(StatusOf(error.What()), error.what(), error.Right()));
+        const auto length = error.Length();
+        Fail(ApiError(StatusOf(error.What()), error.what(), error.Right(),
+                      {error.Code(), length ? std::optional(length->count()) : std::nullopt}));
     } catch (const std::exception& error) {
         Fail(ApiError(500, std::string("the controller failed: ") + error.what()));
     }

@@ -53,7 +53,8 @@ struct ApiContext {
     EventStreams& streams;
     RecentEvents& recent;
     MediaShelf& media;
-    Worker& worker; ///< for what would block the driver thread
+    Worker& worker;     ///< for what would block the driver thread
+    Worker& converting; ///< for files that come, which take so long that nothing else waits for them
     std::chrono::system_clock::time_point started;
     std::map<unsigned, std::uint64_t> replies; ///< how many, by status
     /// How many are under way.
@@ -96,16 +97,21 @@ struct Errand {
     }
 };
 
-/// Runs `work` elsewhere and then `done` with what it gave, on the driver thread; what either throws answers
-/// the call.
+/// Runs `work` on the worker and then `done` with what it gave, on the driver thread; what either throws
+/// answers the call.
 template <class Work, class Done>
-void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
+void Elsewhere(Worker& worker, ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
     auto errand =
         std::make_shared<Errand<Work, Done>>(Errand<Work, Done>{call, std::move(work), std::move(done)});
-    context.worker.Submit([&driver = context.parts.driver, errand = std::move(errand)]() mutable {
+    worker.Submit([&driver = context.parts.driver, errand = std::move(errand)]() mutable {
         errand->Run();
         driver.Post("an answer of the API", [errand = std::move(errand)] { errand->Answer(); });
     });
+}
+
+template <class Work, class Done>
+void Elsewhere(ApiContext& context, const ApiCallPointer& call, Work work, Done done) {
+    Elsewhere(context.worker, context, call, std::move(work), std::move(done));
 }
 
 } // namespace controller

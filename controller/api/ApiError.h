@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace controller {
 
@@ -9,17 +12,26 @@ namespace controller {
 /// right.
 class ApiError : public std::runtime_error {
 public:
-    ApiError(unsigned status, const std::string& detail, std::string right = {})
+    /// What programs can act upon.
+    struct ForPrograms {
+        std::string code;
+        std::optional<std::int64_t> durationMs; ///< of a sound that is too long
+    };
+
+    ApiError(unsigned status, const std::string& detail, std::string right = {}, ForPrograms forPrograms = {})
         : std::runtime_error(detail)
         , m_status(status)
-        , m_right(std::move(right)) {}
+        , m_right(std::move(right))
+        , m_forPrograms(std::move(forPrograms)) {}
 
     [[nodiscard]] unsigned Status() const noexcept { return m_status; }
     [[nodiscard]] const std::string& Right() const noexcept { return m_right; }
+    [[nodiscard]] const ForPrograms& More() const noexcept { return m_forPrograms; }
 
 private:
     unsigned m_status;
     std::string m_right;
+    ForPrograms m_forPrograms;
 };
 
 } // namespace controller

@@ -132,12 +132,4 @@ std::chrono::milliseconds SoundFile::Duration() const {
     return std::chrono::milliseconds((m_info.frames * 1000 + m_info.samplerate - 1) / m_info.samplerate);
 }
 
-void CheckUpload(const std::string& path, const std::string& name) {
-    const SoundFile file(path, name);
-    if (file.Duration() > kLongestClip)
-        throw SoundFileError(name + ": lasts " + std::to_string((file.Duration().count() + 999) / 1000) +
-                             " s; at most " + std::to_string(kLongestClip.count() / 1000) +
-                             " s can be played");
-}
-
 } // namespace controller::audio

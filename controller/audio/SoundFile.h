@@ -54,8 +54,4 @@ private:
     SndfileHandle m_file;
 };
 
-/// What an uploaded file must be: whole, playable, at most kLongestClip. `name` is what it will be called.
-/// @throws SoundFileError
-void CheckUpload(const std::string& path, const std::string& name);
-
 } // namespace controller::audio

@@ -21,24 +21,15 @@ constexpr Ending kEndings[] = {
     {".gif", Kind::Image, "image/gif"},  {".webp", Kind::Image, "image/webp"},
 };
 
-/// Other names under which browsers and tools send sounds.
-constexpr std::string_view kSoundTypes[] = {"audio/x-wav", "audio/wave", "audio/vnd.wave"};
-
-/// Files that people bring, too, and that cannot be taken.
-struct OtherEnding {
+/// Images that people bring, too, and that cannot be taken.
+struct OtherImage {
     std::string_view ending;
-    Kind kind;
     std::string_view what;
 };
 
-constexpr OtherEnding kOtherEndings[] = {
-    {".mp3", Kind::Sound, "an MP3"},   {".ogg", Kind::Sound, "an Ogg"},  {".oga", Kind::Sound, "an Ogg"},
-    {".opus", Kind::Sound, "an Opus"}, {".flac", Kind::Sound, "a FLAC"}, {".m4a", Kind::Sound, "an AAC"},
-    {".aac", Kind::Sound, "an AAC"},   {".wma", Kind::Sound, "a WMA"},   {".aif", Kind::Sound, "an AIFF"},
-    {".aiff", Kind::Sound, "an AIFF"}, {".mid", Kind::Sound, "a MIDI"},  {".midi", Kind::Sound, "a MIDI"},
-    {".svg", Kind::Image, "an SVG"},   {".bmp", Kind::Image, "a BMP"},   {".tif", Kind::Image, "a TIFF"},
-    {".tiff", Kind::Image, "a TIFF"},  {".heic", Kind::Image, "a HEIC"}, {".avif", Kind::Image, "an AVIF"},
-    {".ico", Kind::Image, "an ICO"},
+constexpr OtherImage kOtherImages[] = {
+    {".svg", "an SVG"},  {".bmp", "a BMP"},    {".tif", "a TIFF"}, {".tiff", "a TIFF"},
+    {".heic", "a HEIC"}, {".avif", "an AVIF"}, {".ico", "an ICO"},
 };
 
 bool EndsIn(std::string_view name, std::string_view ending) noexcept {
@@ -89,21 +80,30 @@ std::string GoodName(std::string_view name) {
     return (base.empty() ? "file" : base).substr(0, kMaxLength - ending.size()) + ending;
 }
 
+std::string NameFor(std::string_view name, std::string_view type) {
+    std::string good = GoodName(name);
+    const Ending* const own = EndingOf(good);
+    if (own != nullptr && own->type == type)
+        return good;
+    constexpr std::size_t kLongestEnding = 5;
+    const std::size_t dot = name.rfind('.');
+    const std::string_view last = dot != std::string_view::npos ? name.substr(dot + 1) : std::string_view();
+    // "Take 1. Final" has none.
+    if (!last.empty() && last.size() <= kLongestEnding &&
+        std::all_of(last.begin(), last.end(), IsLetterOrDigit))
+        name = name.substr(0, dot);
+    const auto* const ending = std::find_if(std::begin(kEndings), std::end(kEndings),
+                                            [&](const Ending& one) { return one.type == type; });
+    return GoodName(std::string(name.empty() ? "file" : name) +
+                    std::string(ending != std::end(kEndings) ? ending->ending : ""));
+}
+
 std::optional<Refusal> RefusalOf(const std::string& name) {
-    if (KindOf(name) != Kind::None)
-        return std::nullopt;
-    const OtherEnding* const other = FindEnding(kOtherEndings, name);
+    const OtherImage* const other = FindEnding(kOtherImages, name);
     if (other == nullptr)
-        return Refusal{name + " is neither a sound nor an image by its ending",
-                       "a sound (" + EndingsOf(Kind::Sound) + ") or an image (" + EndingsOf(Kind::Image) +
-                           ")"};
-    const std::string what = name + " is " + std::string(other->what);
-    if (other->kind == Kind::Image)
-        return Refusal{what + " image, which not every screen can show",
-                       "an image that ends in one of " + EndingsOf(Kind::Image)};
-    const std::string wav = name.substr(0, name.size() - other->ending.size()) + ".wav";
-    return Refusal{what + " file, and a sound must be a WAV file for now",
-                   "a WAV file of at most 20 s; \"ffmpeg -i " + name + " " + wav + "\" makes one"};
+        return std::nullopt;
+    return Refusal{name + " is " + std::string(other->what) + " image, which not every screen can show",
+                   "an image that ends in one of " + EndingsOf(Kind::Image)};
 }
 
 Kind KindOf(std::string_view name) noexcept {
@@ -127,14 +127,14 @@ std::string_view TypeOf(std::string_view name) noexcept {
     return ending != nullptr ? ending->type : "application/octet-stream";
 }
 
-bool IsTypeFor(std::string_view name, std::string_view contentType) {
+bool IsTypeTaken(std::string_view contentType) {
     std::string type = Lower(contentType.substr(0, contentType.find(';')));
     while (!type.empty() && type.back() == ' ')
         type.pop_back();
-    if (type == "application/octet-stream" || type == TypeOf(name))
-        return true;
-    return KindOf(name) == Kind::Sound &&
-           std::find(std::begin(kSoundTypes), std::end(kSoundTypes), type) != std::end(kSoundTypes);
+    const std::string_view kind = std::string_view(type).substr(0, type.find('/'));
+    // Browsers call what they have recorded, and sounds of phones, videos.
+    return kind == "audio" || kind == "video" || kind == "image" || type == "application/ogg" ||
+           type == "application/octet-stream";
 }
 
 std::string SoundOf(std::string_view path) {

@@ -2,8 +2,10 @@
 
 #include "controller/audio/MediaFolder.h"
 #include "controller/audio/SoundFile.h"
+#include "controller/driver/Descriptor.h"
 #include "controller/driver/Durable.h"
 #include "controller/media/MediaName.h"
+#include "controller/media/Upload.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -20,23 +22,6 @@ namespace controller {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// An open file, closed at the end.
-class Descriptor {
-public:
-    Descriptor(const fs::path& file, int flags) : m_number(::open(file.c_str(), flags | O_CLOEXEC)) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    [[nodiscard]] int Number() const noexcept { return m_number; }
-    [[nodiscard]] bool IsOpen() const noexcept { return m_number >= 0; }
-
-private:
-    const int m_number;
-};
 
 MediaError Missing(const std::string& name) {
     return {MediaError::Kind::Missing, "there is no file " + name + " in the media folder"};
@@ -75,32 +60,14 @@ std::string ReadAll(int file, std::size_t size) {
     return content;
 }
 
-bool StartsWith(const std::string& content, const std::string& start, std::size_t at = 0) {
-    return content.compare(at, start.size(), start) == 0;
-}
-
-bool IsImage(const std::string& content, std::string_view type) {
-    if (type == "image/png")
-        return StartsWith(content, "\x89PNG\r\n\x1a\n");
-    if (type == "image/jpeg")
-        return StartsWith(content, "\xff\xd8\xff");
-    if (type == "image/gif")
-        return StartsWith(content, "GIF87a") || StartsWith(content, "GIF89a");
-    return StartsWith(content, "RIFF") && StartsWith(content, "WEBP", 8);
-}
-
-void CheckImage(const std::string& name, const std::string& content) {
-    const std::string_view type = media_name::TypeOf(name);
-    if (!IsImage(content, type))
-        throw MediaError(MediaError::Kind::Unsuitable, "the content is not what " + name + " says",
-                         std::string(type));
-}
-
 void CheckSound(const fs::path& file, const std::string& name) {
     try {
-        audio::CheckUpload(file.string(), name);
+        const audio::SoundFile sound(file.string(), name);
+        if (sound.Duration() > audio::kLongestClip)
+            throw TooLong(name, sound.Duration());
     } catch (const audio::SoundFileError& error) {
-        throw MediaError(MediaError::Kind::Unsuitable, error.what(), "a whole sound file of at most 20 s");
+        throw MediaError(MediaError::Kind::Unsuitable, error.what(), "a whole sound file of at most 20 s")
+            .With("damaged");
     }
 }
 
@@ -148,7 +115,8 @@ std::vector<MediaShelf::Description> MediaShelf::List() const {
 }
 
 MediaShelf::File MediaShelf::Read(const std::string& name) {
-    const Descriptor file(m_folder / name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    const Descriptor file(::open((m_folder / name).c_str(),
+                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)); // NOLINT(*-vararg)
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Missing(name);
@@ -170,25 +138,27 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
     return result;
 }
 
-MediaShelf::Stored MediaShelf::Store(const std::string& name, const std::string& content) {
-    if (media_name::KindOf(name) == media_name::Kind::Image)
-        CheckImage(name, content);
-    const fs::path target = m_folder / name;
+MediaShelf::Stored
+MediaShelf::Store(const std::string& name, const std::string& content, const SoundSpan& span) {
+    const Upload upload = MakeUpload(name, content, span, m_converter);
+    const fs::path target = m_folder / upload.name;
     try {
         durable::Draft draft(target);
-        draft.Write(content);
-        if (media_name::KindOf(name) == media_name::Kind::Sound)
-            CheckSound(draft.File(), name);
+        draft.Write(upload.content);
+        if (media_name::KindOf(upload.name) == media_name::Kind::Sound)
+            CheckSound(draft.File(), upload.name);
         struct stat status {};
         const bool isNew = ::lstat(target.c_str(), &status) != 0;
         if (!isNew && !S_ISREG(status.st_mode))
             throw MediaError(MediaError::Kind::Taken,
-                             name + " is in the media folder already, and is no file");
+                             upload.name + " is in the media folder already, and is no file");
         draft.Place();
-        return {isNew, Describe(name)};
+        Stored stored{isNew, Describe(upload.name)};
+        stored.description.isConverted = upload.isConverted;
+        return stored;
     } catch (const std::system_error& error) {
         throw MediaError(MediaError::Kind::NoRoom,
-                         name + " cannot be written to the media folder: " + error.code().message());
+                         upload.name + " cannot be written to the media folder: " + error.code().message());
     }
 }
 

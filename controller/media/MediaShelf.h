@@ -1,5 +1,8 @@
 #pragma once
 
+#include "controller/media/Converter.h"
+#include "controller/media/MediaError.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -7,39 +10,14 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace controller {
 
-/// Why something cannot be done with a file of the media folder, and what would be right.
-class MediaError : public std::runtime_error {
-public:
-    enum class Kind {
-        Missing,    ///< there is no such file
-        Unsuitable, ///< the content is not what the name says, or cannot be played
-        Taken,      ///< something that is no file stands under the name
-        NoRoom,     ///< the folder takes nothing
-        Unreadable  ///< the folder, or a file in it, cannot be read
-    };
-
-    MediaError(Kind kind, const std::string& text, std::string right = {})
-        : std::runtime_error(text)
-        , m_kind(kind)
-        , m_right(std::move(right)) {}
-
-    [[nodiscard]] Kind What() const noexcept { return m_kind; }
-    [[nodiscard]] const std::string& Right() const noexcept { return m_right; }
-
-private:
-    Kind m_kind;
-    std::string m_right;
-};
-
 /// The media folder as people see it from afar. Every operation looks into the file system, so none is for
-/// the driver thread; any other thread may call, several at once. Names have been found good by `media_name`;
-/// what cannot be done is thrown as `MediaError`.
+/// the driver thread; any other thread may call, several at once. Names have been found good by `media_name`,
+/// but for those of what comes; what cannot be done is thrown as `MediaError`.
 class MediaShelf {
 public:
     static constexpr std::size_t kMaxFile = std::size_t{32} << 20U;
@@ -60,11 +38,14 @@ public:
         bool isSound = false;
         std::uintmax_t bytes = 0;
         std::chrono::system_clock::time_point modified;
-        std::optional<Sound> sound; ///< of a sound that can be read
-        std::string trouble;        ///< why a sound cannot
+        std::optional<Sound> sound;      ///< of a sound that can be read
+        std::string trouble;             ///< why a sound cannot
+        std::optional<bool> isConverted; ///< of what has just been stored: whether it is another than came
     };
 
-    explicit MediaShelf(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    explicit MediaShelf(std::filesystem::path folder, Converter converter = Converter())
+        : m_folder(std::move(folder))
+        , m_converter(std::move(converter)) {}
 
     /// By name; files whose names are not taken are left out.
     [[nodiscard]] std::vector<Description> List() const;
@@ -79,8 +60,10 @@ public:
         Description description;
     };
 
-    /// Checks the content and puts it in place, whole or not at all, and on the disk.
-    [[nodiscard]] Stored Store(const std::string& name, const std::string& content);
+    /// Makes of the content what the folder takes, and puts it in place, whole or not at all, and on the
+    /// disk; the description has the name that it has become.
+    [[nodiscard]] Stored
+    Store(const std::string& name, const std::string& content, const SoundSpan& span = {});
 
     void Remove(const std::string& name);
 
@@ -94,6 +77,7 @@ public:
 
 private:
     const std::filesystem::path m_folder;
+    const Converter m_converter;
     std::mutex m_mutex;
     std::map<std::string, std::pair<std::string, std::weak_ptr<const std::string>>>
         m_shared; ///< by name, with tag

@@ -21,6 +21,7 @@ describe('names of files', () => {
   it('become such as the media folder takes', () => {
     // The controller is held against the same list.
     expect(names.map(([given = '']) => safeName(given))).toEqual(names.map(([, good]) => good));
+    expect(names.map(([given = '']) => soundFileName(given))).toEqual(names.map(([, , sound]) => sound));
   });
 
   it('end as the sound does that becomes of them', () => {

@@ -2,6 +2,7 @@
 #include "controller/api/handlers/Handlers.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/api/json/Replies.h"
+#include "controller/driver/Text.h"
 #include "controller/media/MediaName.h"
 
 namespace controller::handlers {
@@ -33,6 +34,19 @@ std::string RequiredName(Call call) {
     return name;
 }
 
+/// A time within a sound, in the query; nothing when it is missing.
+std::optional<std::chrono::milliseconds> Milliseconds(const ApiCall& call, const char* name) {
+    constexpr std::int64_t kDay = 86'400'000;
+    const std::string text = call.Query(name);
+    if (text.empty())
+        return std::nullopt;
+    const auto number = ReadNumber<std::int64_t>(text, 0, kDay);
+    if (!number)
+        throw ApiError(422, std::string(name) + " is \"" + text + "\"",
+                       "milliseconds from the sound's beginning, 0 to " + std::to_string(kDay));
+    return std::chrono::milliseconds(*number);
+}
+
 } // namespace
 
 void ListMedia(ApiContext& context, Call call) {
@@ -42,14 +56,16 @@ void ListMedia(ApiContext& context, Call call) {
 }
 
 void PutMedia(ApiContext& context, Call call) {
-    const std::string name = media_name::GoodName(call->Text("name"));
+    const std::string name = call->Text("name");
     const auto content = std::make_shared<const std::string>(std::move(call->body));
     if (content->empty())
         throw ApiError(422, "the body is empty", "the file itself");
+    const SoundSpan span{Milliseconds(*call, "from_ms"), Milliseconds(*call, "to_ms")};
     Elsewhere(
-        context, call, [&context, name, content] { return context.media.Store(name, *content); },
-        [&context, call, name](const MediaShelf::Stored& stored) {
-            context.parts.feed.Publish(events::MediaStored{name});
+        context.converting, context, call,
+        [&context, name, content, span] { return context.media.Store(name, *content, span); },
+        [&context, call](const MediaShelf::Stored& stored) {
+            context.parts.feed.Publish(events::MediaStored{stored.description.name});
             call->Reply(stored.isNew ? 201 : 200, stored.description);
         });
 }

@@ -35,7 +35,10 @@ Object TableOf(fields::For<File> /*type*/) {
              Made<&DurationOf>("duration_ms").LeftOutWhenEmpty(),
              Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
              Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
-             Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty()}};
+             Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty(),
+             Member<&File::isConverted>("is_converted",
+                                        "Of a file that has just come: whether it was made into another")
+                 .LeftOutWhenEmpty()}};
 }
 
 } // namespace controller

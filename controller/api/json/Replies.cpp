@@ -57,6 +57,10 @@ Object Problem::Table() {
              Member<&Problem::detail>("detail", "What is wrong, and where"),
              Member<&Problem::right>("right", "What would be right").LeftOutWhenEmpty(),
              Member<&Problem::users>("users", "The announcements that use the file that was to be removed")
+                 .LeftOutWhenEmpty(),
+             Member<&Problem::code>("code", "Of what a program can act upon: docs/api.md lists them")
+                 .LeftOutWhenEmpty(),
+             Member<&Problem::durationMs>("duration_ms", "How long the sound is that is too long")
                  .LeftOutWhenEmpty()}};
 }
 
@@ -109,14 +113,16 @@ Object Health::Table() {
 
 namespace controller {
 
-HttpReply Problem(const HttpRefusal& refusal, std::vector<view::User> users) {
+HttpReply
+Problem(const HttpRefusal& refusal, std::vector<view::User> users, const ApiError::ForPrograms& forPrograms) {
     const auto title = std::string(StatusText(refusal.status));
     HttpReply reply;
     reply.status = refusal.status;
     reply.contentType = "application/problem+json";
     reply.headers = refusal.headers;
-    reply.body = fields::ToText(
-        view::Problem{"about:blank", title, refusal.status, refusal.detail, refusal.right, std::move(users)});
+    reply.body =
+        fields::ToText(view::Problem{"about:blank", title, refusal.status, refusal.detail, refusal.right,
+                                     std::move(users), forPrograms.code, forPrograms.durationMs});
     return reply;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/api/ApiError.h"
 #include "controller/api/json/Fields.h"
 #include "controller/http/HttpMessage.h"
 
@@ -33,6 +34,8 @@ struct Problem {
     std::string detail;
     std::string right;
     std::vector<User> users; ///< the announcements that use what was to be removed
+    std::string code = {};
+    std::optional<std::int64_t> durationMs = std::nullopt;
 
     static Object Table();
 };
@@ -109,6 +112,8 @@ struct Health {
 namespace controller {
 
 /// The refusal as a reply: an error, with the announcements that use what was to be removed.
-[[nodiscard]] HttpReply Problem(const HttpRefusal& refusal, std::vector<view::User> users = {});
+[[nodiscard]] HttpReply Problem(const HttpRefusal& refusal,
+                                std::vector<view::User> users = {},
+                                const ApiError::ForPrograms& forPrograms = {});
 
 } // namespace controller

@@ -274,7 +274,7 @@ export interface paths {
      */
     get: operations['get_media'];
     /**
-     * Stores a sound or image; 201 when it is new
+     * Stores a sound or image in any usual format; 201 when it is new
      * @description Needs the right: admin
      */
     put: operations['put_media'];
@@ -969,6 +969,8 @@ export interface components {
       bytes: number;
       channels?: number;
       duration_ms?: number;
+      /** @description Of a file that has just come: whether it was made into another */
+      is_converted?: boolean;
       /** @enum {string} */
       kind: 'sound' | 'image';
       /** Format: date-time */
@@ -1216,8 +1218,12 @@ export interface components {
       type: 'popup_shown';
     };
     Problem: {
+      /** @description Of what a program can act upon: docs/api.md lists them */
+      code?: string;
       /** @description What is wrong, and where */
       detail: string;
+      /** @description How long the sound is that is too long */
+      duration_ms?: number;
       /** @description What would be right */
       right?: string;
       status: number;
@@ -2163,7 +2169,12 @@ export interface operations {
   };
   put_media: {
     parameters: {
-      query?: never;
+      query?: {
+        /** @description Where the wanted part of a sound begins */
+        from_ms?: string;
+        /** @description Where it ends, at most 20000 later */
+        to_ms?: string;
+      };
       header?: never;
       path: {
         /** @description the name that is meant */
@@ -2177,7 +2188,7 @@ export interface operations {
       };
     };
     responses: {
-      /** @description Stores a sound or image; 201 when it is new */
+      /** @description Stores a sound or image in any usual format; 201 when it is new */
       200: {
         headers: {
           [name: string]: unknown;
@@ -2186,7 +2197,7 @@ export interface operations {
           'application/json': components['schemas']['MediaFile'];
         };
       };
-      /** @description Stores a sound or image; 201 when it is new */
+      /** @description Stores a sound or image in any usual format; 201 when it is new */
       201: {
         headers: {
           [name: string]: unknown;

@@ -36,7 +36,8 @@ export function safeName(name: string): string {
 }
 
 /** The name of the sound that becomes of a file: whatever it was, it is a WAV file then. */
-export const soundFileName = (name: string): string => safeName(`${name.replace(/\.[A-Za-z0-9]{1,5}$/, '')}.wav`);
+export const soundFileName = (name: string): string =>
+  safeName(`${name.replace(/\.[A-Za-z0-9]{1,5}$/, '') || 'file'}.wav`);
 
 /** "2026-03-01 14-05", here: names of files are in no language, and sort by it. */
 export function dayAndMinute(date: Date): string {
