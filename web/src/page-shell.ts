@@ -13,7 +13,7 @@ import { shellStyles } from './styles/shell';
 import { shared } from './styles/shared';
 import { keepLanguage, LANGUAGES, nextLanguage } from './texts/language';
 import { t } from './texts/page';
-import './views';
+import { isThere } from './views';
 
 const ICONS: Record<Place, IconName> = {
   announcements: 'bell',
@@ -182,24 +182,32 @@ export class PageShell extends LitElement {
   private renderView(): unknown {
     if (this.needsToken) return html`<sign-in></sign-in>`;
     if (!store.isReady) return html`<p class="waiting soft">${store.link.problem?.text ?? t.link.connecting}</p>`;
-    if (this.place === 'announcements' && this.route.editing !== undefined && store.mayEdit) {
-      return html`<announcement-editor
-        .announcement=${this.route.editing}
-        .copyOf=${this.route.copyOf ?? null}
-      ></announcement-editor>`;
-    }
-    switch (this.place) {
-      case 'house':
+    if (this.place === 'announcements') return this.renderFirst();
+    const view = `${this.place}-view` as const;
+    if (!isThere(view, this.again)) return this.renderComing();
+    switch (view) {
+      case 'house-view':
         return html`<house-view></house-view>`;
-      case 'media':
+      case 'media-view':
         return html`<media-view></media-view>`;
-      case 'history':
+      case 'history-view':
         return html`<history-view></history-view>`;
-      case 'log':
+      case 'log-view':
         return html`<log-view></log-view>`;
-      default:
-        return html`<announcements-view></announcements-view>`;
     }
+  }
+
+  private renderFirst(): unknown {
+    const { editing, copyOf } = this.route;
+    if (editing === undefined || !store.mayEdit) return html`<announcements-view></announcements-view>`;
+    if (!isThere('announcement-editor', this.again)) return this.renderComing();
+    return html`<announcement-editor .announcement=${editing} .copyOf=${copyOf ?? null}></announcement-editor>`;
+  }
+
+  private readonly again = (): void => this.requestUpdate();
+
+  private renderComing(): unknown {
+    return html`<p class="waiting soft">${store.link.isConnected ? t.link.connecting : t.link.awaited}</p>`;
   }
 
   private nextTheme(): void {

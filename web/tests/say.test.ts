@@ -1,0 +1,50 @@
+import { describe, expect, it } from 'vitest';
+import { placeAfter, withMoved } from '../src/model/queue';
+import { targetsFrom, toggled } from '../src/model/targets';
+
+describe('where it was announced last', () => {
+  const kept = JSON.stringify({ rooms: [3, 1, 9], screens: [11], voice: 'Anna' });
+
+  it('is remembered, without what the house no longer has', () => {
+    expect(targetsFrom(kept, [1, 2, 3], [12])).toEqual({ rooms: [1, 3], screens: [], voice: 'Anna' });
+  });
+
+  it('is nowhere before the first time, but in a house of one room', () => {
+    expect(targetsFrom(null, [1, 2], [11])).toEqual({ rooms: [], screens: [], voice: '' });
+    expect(targetsFrom(null, [7], [11])).toEqual({ rooms: [7], screens: [], voice: '' });
+  });
+
+  it('is nowhere when what the browser kept is not ours', () => {
+    for (const text of ['', 'null', '[]', '{"rooms": 1}', 'x'])
+      expect(targetsFrom(text, [1, 2], [])).toEqual({ rooms: [], screens: [], voice: '' });
+  });
+
+  it('gains and loses a place by a touch', () => {
+    expect([toggled([3], 1), toggled([1, 3], 3)]).toEqual([[1, 3], [1]]);
+  });
+});
+
+describe('what waits', () => {
+  const queue = [{ entry: 5 }, { entry: 6 }, { entry: 7 }];
+
+  it('comes a step earlier or later, and no further than the ends', () => {
+    expect([placeAfter(queue, 6, -1), placeAfter(queue, 5, 1), placeAfter(queue, 6, 1)]).toEqual([5, 7, null]);
+    expect([placeAfter(queue, 5, -1), placeAfter(queue, 7, 1), placeAfter(queue, 99, 1)]).toEqual([
+      undefined,
+      undefined,
+      undefined,
+    ]);
+  });
+
+  it('stands where it was moved', () => {
+    const order = (entry: number, before: number | null): number[] =>
+      withMoved(queue, entry, before).map((one) => one.entry);
+    expect([order(7, 5), order(5, null), order(5, 7), order(99, 5), order(5, 99)]).toEqual([
+      [7, 5, 6],
+      [6, 7, 5],
+      [6, 5, 7],
+      [5, 6, 7],
+      [6, 7, 5],
+    ]);
+  });
+});
