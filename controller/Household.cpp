@@ -60,6 +60,10 @@ Household::Household(House house, Options options, Log& log)
     , m_opened(Open())
     , m_store(std::move(m_opened.database), m_driver)
     , m_variables(VariablesAtStart(), m_store, m_feed)
+    , m_speech(m_house,
+               m_dataFolder.Path(),
+               m_opened.state.spokenSounds,
+               {m_driver, m_feed, m_log, m_variables, m_store})
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
@@ -139,7 +143,8 @@ DigitalAudio::Parts Household::AudioParts() {
             m_log,
             m_driver,
             [this](const std::string& path, const DigitalAudio::Found& found) {
-                m_sounds.Find(path, found);
+                if (!m_speech.Sounds().Find(path, found))
+                    m_sounds.Find(path, found);
             }};
 }
 
@@ -168,6 +173,8 @@ ControllerParts Household::Parts() {
             m_popups,
             m_variables,
             m_volumes,
+            m_speech.Voices(),
+            m_speech.Sounds(),
             m_store,
             m_log,
             m_options.module.string(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/HouseSpeech.h"
 #include "controller/agent/AgentHost.h"
 #include "controller/agent/DeviceManager.h"
 #include "controller/agent/DigitalAudio.h"
@@ -84,6 +85,7 @@ private:
     Opened m_opened;
     StateStore m_store;
     Variables m_variables;
+    HouseSpeech m_speech;
     Popups m_popups;
     Timers m_timers;
     NowPlaying m_playing;

@@ -42,6 +42,8 @@ const std::unordered_map<std::string, std::string>& Phrases() {
         {"variable_changed", "variable {device}/{variable} is \"{value}\""},
         {"media_stored", "{name} is stored in the media folder"},
         {"media_removed", "{name} is removed from the media folder"},
+        {"voice_failed", "the voice {voice} does not speak: {reason}"},
+        {"voice_recovered", "the voice {voice} speaks again"},
         {"state_saved", "everything is saved"},
         {"state_not_saved", "it cannot be saved: {reason}"},
         {"log", "{level}: {text}"},

@@ -15,6 +15,7 @@
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
 #include "controller/rooms/Variables.h"
+#include "controller/speech/SpokenSounds.h"
 #include "controller/state/StateStore.h"
 
 #include <chrono>
@@ -39,6 +40,8 @@ struct ControllerParts {
     Popups& popups;
     Variables& variables;
     RoomVolumes& volumes;
+    Speech& speech;
+    SpokenSounds& spoken;
     StateStore& store;
     Log& log;
     std::string moduleFile; ///< of the agent, for rehearsals

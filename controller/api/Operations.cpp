@@ -6,6 +6,7 @@
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
+#include "controller/api/json/SpeechJson.h"
 #include "controller/api/json/StatusViews.h"
 
 namespace controller {
@@ -76,6 +77,10 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "A sound or image itself", Content::None(), 200, Content::File()},
         {"remove_media", "DELETE", "/api/media/{name}", Need::Admin, Kind::Plain, handlers::RemoveMedia,
          "Removes a sound or image that no announcement uses", Content::None(), 204, Content::None()},
+        {"put_speech", "PUT", "/api/media/{name}/speech", Need::Admin, Kind::Json, handlers::PutSpeech,
+         "Stores a spoken sound, and speaks it; 201 when it is new", Content::Of<SpeechRecipe>(), 200, Content::Of<MediaShelf::Description>()},
+        {"list_voices", "GET", "/api/voices", Need::Play, Kind::Plain, handlers::ListVoices,
+         "The voices of the house", Content::None(), 200, Content::Of<view::VoiceList>()},
         {"get_status", "GET", "/api/status", Need::Play, Kind::Plain, handlers::GetStatus,
          "What is playing and waiting, and how that is known", Content::None(), 200, Content::Of<view::Status>()},
         {"get_history", "GET", "/api/history", Need::Play, Kind::Plain, handlers::GetHistory,

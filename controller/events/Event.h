@@ -136,6 +136,15 @@ struct MediaRemoved {
     std::string name;
 };
 
+/// The voice has not spoken, for another reason than before; it speaks again.
+struct VoiceFailed {
+    std::string voice;
+    std::string reason;
+};
+struct VoiceRecovered {
+    std::string voice;
+};
+
 /// The agent's state stands on the disk; or could not be written, is kept in memory and will be tried again.
 struct StateSaved {};
 struct StateNotSaved {
@@ -170,6 +179,8 @@ using EventData = std::variant<events::PlayAsked,
                                events::VariableChanged,
                                events::MediaStored,
                                events::MediaRemoved,
+                               events::VoiceFailed,
+                               events::VoiceRecovered,
                                events::StateSaved,
                                events::StateNotSaved,
                                events::LogLine>;

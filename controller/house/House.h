@@ -32,6 +32,16 @@ struct House {
         std::string name;
         std::string value;
     };
+    /// The first is the one that speaks when none is named.
+    struct Voice {
+        std::string name;
+        std::string engine; ///< "espeak", "command" or "wyoming"
+        std::string language;
+        std::string voice;                ///< as the engine calls it; may be empty
+        std::vector<std::string> command; ///< of "command": program and arguments
+        std::string host;                 ///< of "wyoming"
+        std::uint16_t port = 0;
+    };
     struct Tls {
         std::filesystem::path certificate; ///< empty: no TLS
         std::filesystem::path key;
@@ -46,6 +56,7 @@ struct House {
     std::vector<Room> rooms;
     std::vector<Navigator> navigators;
     std::vector<Variable> variables;
+    std::vector<Voice> voices; ///< none: the installed espeak-ng
     std::vector<Token> tokens;
     Tls tls;
 };

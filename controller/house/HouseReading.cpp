@@ -211,6 +211,7 @@ House HouseReading::Read(const YAML::Node& root) {
     map.EachEntry("rooms", [this](HouseMap& entry) { ReadRoom(entry); });
     map.EachEntry("navigators", [this](HouseMap& entry) { ReadNavigator(entry); });
     map.EachEntry("variables", [this](HouseMap& entry) { ReadVariable(entry); });
+    map.EachEntry("voices", [this](HouseMap& entry) { ReadVoice(entry); });
     map.EachEntry("tokens", [this](HouseMap& entry) { ReadToken(entry); });
     ReadAddress(map);
     ReadFolders(map);

@@ -30,6 +30,8 @@ private:
     void ReadRoom(HouseMap& map);
     void ReadNavigator(HouseMap& map);
     void ReadVariable(HouseMap& map);
+    void ReadVoice(HouseMap& map);
+    std::vector<std::string> ReadCommand(HouseMap& map);
     void ReadToken(HouseMap& map);
     void ReadTls(HouseMap& map);
     void ReadAddress(HouseMap& map);

@@ -33,6 +33,14 @@ public:
         int rate = 0;
         int channels = 0;
     };
+    /// What a sound is made of that is spoken, and is no file of the folder.
+    struct Spoken {
+        std::string text;
+        std::string voice;
+        unsigned speed = 0; ///< percent
+        std::string chime;
+        std::filesystem::path file; ///< where it is kept
+    };
     struct Description {
         std::string name;
         bool isSound = false;
@@ -41,6 +49,7 @@ public:
         std::optional<Sound> sound;      ///< of a sound that can be read
         std::string trouble;             ///< why a sound cannot
         std::optional<bool> isConverted; ///< of what has just been stored: whether it is another than came
+        std::optional<Spoken> spoken;
     };
 
     explicit MediaShelf(std::filesystem::path folder, Converter converter = Converter())

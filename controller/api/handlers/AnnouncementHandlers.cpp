@@ -5,6 +5,7 @@
 #include "controller/api/RehearsalTimeline.h"
 #include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
+#include "controller/api/handlers/SpokenMedia.h"
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/HouseViews.h"
@@ -236,8 +237,10 @@ void SendRequest(ApiContext& context, Call call) {
 namespace {
 
 /// As long as the sound's file, or not at all; looks into the file system.
-void TakeSound(const MediaShelf& media, rehearsal_timeline::Order& order) {
-    const MediaShelf::Length found = media.LengthOf(order.announcement.audio.file);
+void TakeSound(const MediaShelf& media,
+               const std::optional<MediaShelf::Length>& spoken,
+               rehearsal_timeline::Order& order) {
+    const MediaShelf::Length found = spoken ? *spoken : media.LengthOf(order.announcement.audio.file);
     order.soundMs = static_cast<std::uint64_t>(found.length.count());
     order.soundTrouble = found.trouble;
 }
@@ -261,12 +264,13 @@ void Rehearse(ApiContext& context, Call call) {
     const auto running = CountIn(context.rehearsals);
     Elsewhere(
         context, call,
-        [&context, order, soundMs = wanted.soundMs] {
+        [&context, order, soundMs = wanted.soundMs,
+         spoken = spoken_media::LengthOf(context, order.announcement.audio.file)] {
             auto timed = order;
             if (soundMs)
                 timed.soundMs = *soundMs;
             else
-                TakeSound(context.media, timed);
+                TakeSound(context.media, spoken, timed);
             return rehearsal_timeline::Run(context.parts.moduleFile, timed);
         },
         [call, running](const view::Rehearsal& rehearsed) { call->Reply(200, rehearsed); });

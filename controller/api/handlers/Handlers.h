@@ -47,6 +47,8 @@ void ListMedia(ApiContext& context, Call call);
 void PutMedia(ApiContext& context, Call call);
 void GetMedia(ApiContext& context, Call call);
 void RemoveMedia(ApiContext& context, Call call);
+void PutSpeech(ApiContext& context, Call call);
+void ListVoices(ApiContext& context, Call call);
 
 void GetStatus(ApiContext& context, Call call);
 void GetHistory(ApiContext& context, Call call);

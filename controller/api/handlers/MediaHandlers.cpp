@@ -1,5 +1,7 @@
 #include "controller/api/ApiContext.h"
+#include "controller/api/handlers/AgentReply.h"
 #include "controller/api/handlers/Handlers.h"
+#include "controller/api/handlers/SpokenMedia.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/api/json/Replies.h"
 #include "controller/driver/Text.h"
@@ -47,16 +49,35 @@ std::optional<std::chrono::milliseconds> Milliseconds(const ApiCall& call, const
     return std::chrono::milliseconds(*number);
 }
 
+void RemoveSpoken(ApiContext& context, Call call, const std::string& name) {
+    auto users = UsersOf(*context.parts.announcements.All(), name);
+    if (!users.empty()) {
+        call->Reply(InUse(name, std::move(users)));
+        return;
+    }
+    (void)context.parts.spoken.Remove(name, [call](const std::string& notSaved) { // it is there
+        call->Guard([&] {
+            agent_reply::RequireSaved(notSaved);
+            call->ReplyNothing();
+        });
+    });
+    context.parts.feed.Publish(events::MediaRemoved{name});
+}
+
 } // namespace
 
 void ListMedia(ApiContext& context, Call call) {
     Elsewhere(
-        context, call, [&context] { return context.media.List(); },
+        context, call,
+        [&context, spoken = spoken_media::List(context)] {
+            return spoken_media::Merge(context.media.List(), spoken);
+        },
         [call](const auto& files) { call->Reply(200, view::MediaList{files}); });
 }
 
 void PutMedia(ApiContext& context, Call call) {
     const std::string name = call->Text("name");
+    spoken_media::RefuseFile(context, name);
     const auto content = std::make_shared<const std::string>(std::move(call->body));
     if (content->empty())
         throw ApiError(422, "the body is empty", "the file itself");
@@ -72,6 +93,10 @@ void PutMedia(ApiContext& context, Call call) {
 
 void GetMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
+    if (context.parts.spoken.Get(name) != nullptr) {
+        spoken_media::Reply(context, call, name);
+        return;
+    }
     Elsewhere(
         context, call, [&context, name] { return context.media.Read(name); },
         [call, name](const MediaShelf::File& file) {
@@ -90,6 +115,10 @@ void GetMedia(ApiContext& context, Call call) {
 
 void RemoveMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
+    if (context.parts.spoken.Get(name) != nullptr) {
+        RemoveSpoken(context, call, name);
+        return;
+    }
     Elsewhere(
         context, call,
         [&context, name, list = context.parts.announcements.All()] {

@@ -164,6 +164,9 @@ void AddOthers(KindList& list) {
                                                    Data<&VariableChanged::value>("value")});
     list.Add<MediaStored>("media_stored", {Data<&MediaStored::name>("name")});
     list.Add<MediaRemoved>("media_removed", {Data<&MediaRemoved::name>("name")});
+    list.Add<VoiceFailed>("voice_failed",
+                          {Data<&VoiceFailed::voice>("voice"), Data<&VoiceFailed::reason>("reason")});
+    list.Add<VoiceRecovered>("voice_recovered", {Data<&VoiceRecovered::voice>("voice")});
     list.Add<StateSaved>("state_saved", {});
     list.Add<StateNotSaved>("state_not_saved", {Data<&StateNotSaved::reason>("reason")});
     list.Add<LogLine>("log",

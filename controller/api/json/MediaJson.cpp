@@ -1,5 +1,7 @@
 #include "controller/api/json/MediaJson.h"
 
+#include "controller/api/json/SpeechJson.h"
+
 namespace controller {
 
 using fields::Made;
@@ -26,6 +28,12 @@ std::optional<std::int32_t> ChannelsOf(const File& file) {
     return file.sound ? std::optional(file.sound->channels) : std::nullopt;
 }
 
+std::optional<SpeechRecipe> SpeechOf(const File& file) {
+    if (!file.spoken)
+        return std::nullopt;
+    return SpeechRecipe{file.spoken->text, file.spoken->voice, file.spoken->speed, file.spoken->chime};
+}
+
 } // namespace
 
 Object TableOf(fields::For<File> /*type*/) {
@@ -38,7 +46,8 @@ Object TableOf(fields::For<File> /*type*/) {
              Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty(),
              Member<&File::isConverted>("is_converted",
                                         "Of a file that has just come: whether it was made into another")
-                 .LeftOutWhenEmpty()}};
+                 .LeftOutWhenEmpty(),
+             Made<&SpeechOf>("speech", "Of a spoken sound").LeftOutWhenEmpty()}};
 }
 
 } // namespace controller

@@ -194,6 +194,47 @@ TEST_F(HouseFileTest, AVariableStandsOnce) {
               Places{"6 variables[2].variable"});
 }
 
+TEST_F(HouseFileTest, VoicesAreReadAsTheyStand) {
+    const House house = Read(R"(name: H
+media_folder: media
+data_folder: data
+voices:
+  - {name: Anna, language: de}
+  - {name: Slt, engine: command, language: en, voice: slt, command: [flite, -voice, "{voice}", -o, /dev/stdout]}
+  - {name: Thorsten, engine: wyoming, language: de-DE, voice: thorsten, host: piper.lan}
+)");
+    ASSERT_EQ(house.voices.size(), 3U);
+    EXPECT_EQ(house.voices[0].name, "Anna");
+    EXPECT_EQ(house.voices[0].engine, "espeak");
+    EXPECT_EQ(house.voices[0].language, "de");
+    EXPECT_EQ(house.voices[0].voice, "");
+    EXPECT_EQ(house.voices[1].engine, "command");
+    EXPECT_EQ(house.voices[1].voice, "slt");
+    EXPECT_EQ(house.voices[1].command, (Places{"flite", "-voice", "{voice}", "-o", "/dev/stdout"}));
+    EXPECT_EQ(house.voices[2].engine, "wyoming");
+    EXPECT_EQ(house.voices[2].host, "piper.lan");
+    EXPECT_EQ(house.voices[2].port, 10200);
+}
+
+TEST_F(HouseFileTest, AVoiceHasWhatItsEngineNeedsAndNothingElse) {
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A}\n"), Places{"5 voices[1].language"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: x;}\n"), Places{"5 voices[1].language"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de}\n  - {name: A, language: en}\n"),
+              Places{"6 voices[2].name"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, engine: festival, host: h}\n"),
+              Places{"5 voices[1].engine"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, host: h, command: [a]}\n"),
+              (Places{"5 voices[1].command", "5 voices[1].host"}));
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, engine: command}\n"),
+              Places{"5 voices[1].command"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, engine: command, command: flite -o}\n"),
+              Places{"5 voices[1].command"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, engine: command, command: [bin/flite]}\n"),
+              Places{"5 voices[1].command"});
+    EXPECT_EQ(MistakesBehind("voices:\n  - {name: A, language: de, engine: wyoming, port: 0}\n"),
+              (Places{"5 voices[1].host", "5 voices[1].port"}));
+}
+
 TEST_F(HouseFileTest, AnAddressThatOthersReachNeedsAToken) {
     EXPECT_EQ(MistakesBehind("address: 0.0.0.0\n"), Places{"4 address"});
     EXPECT_EQ(MistakesBehind("address: \"::\"\n"), Places{"4 address"});

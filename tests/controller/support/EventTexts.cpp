@@ -62,6 +62,10 @@ struct ToText {
     }
     std::string operator()(const events::MediaStored& e) const { return "media stored " + e.name; }
     std::string operator()(const events::MediaRemoved& e) const { return "media removed " + e.name; }
+    std::string operator()(const events::VoiceFailed& e) const {
+        return "voice " + e.voice + " failed: " + e.reason;
+    }
+    std::string operator()(const events::VoiceRecovered& e) const { return "voice " + e.voice + " speaks"; }
     std::string operator()(const events::StateSaved& /*e*/) const { return "saved"; }
     std::string operator()(const events::StateNotSaved& e) const { return "not saved: " + e.reason; }
     std::string operator()(const events::LogLine& e) const { return "log " + e.text; }

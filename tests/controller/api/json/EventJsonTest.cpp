@@ -108,6 +108,8 @@ TEST(EventJsonTest, EveryKindIsTold) {
         {VariableChanged{9, 4, "v"}, R"(variable_changed {"device":9,"variable":4,"value":"v"})"},
         {MediaStored{"a.wav"}, R"(media_stored {"name":"a.wav"})"},
         {MediaRemoved{"a.wav"}, R"(media_removed {"name":"a.wav"})"},
+        {VoiceFailed{"Anna", "gone"}, R"(voice_failed {"voice":"Anna","reason":"gone"})"},
+        {VoiceRecovered{"Anna"}, R"(voice_recovered {"voice":"Anna"})"},
         {StateSaved{}, "state_saved {}"},
         {StateNotSaved{"full"}, R"(state_not_saved {"reason":"full"})"},
         {LogLine{Severity::Warning, "t"}, R"(log {"level":"warning","text":"t"})"}};
