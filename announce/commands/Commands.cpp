@@ -76,8 +76,17 @@ std::vector<CommandDefinition> HouseCommands() {
           {"--from", "TIME", "Where the wanted part of the sound begins"},
           {"--to", "TIME", "Where it ends; without it: at the sound's own end"}},
          {{"The chorus of a song", "announce media add song.mp3 --from 62s --to 77s --name gong"}}, handlers::AddMedia},
+        {"media speak", "Store a spoken sound, or another text for one",
+         "Announcements name it as they name a file. In the text {NAME} stands for the value of the variable of that name, and the sound is spoken anew when it changes. What would last longer than 20 s is refused. A text that begins with a dash stands behind --.",
+         {{"name", "NAME", "How the sound is called", Completes::Sound, true},
+          {"text", "TEXT", "What is spoken", Completes::Nothing, true},
+          {"--voice", "VOICE", "Who speaks; the house's default when nothing is said", Completes::Voice},
+          {"--speed", "PERCENT", "50 to 200 percent of the voice's own speed"},
+          {"--chime", "SOUND", "A sound that is heard before", Completes::Sound}},
+         {{"With the temperature of now", "announce media speak post \"The post is here, {Outside} degrees\" --chime gong"}}, handlers::SpeakMedia},
         {"media remove", "Remove files from the media folder", "One that announcements use stays, and the message lists them. When one of them is not found, none is removed.",
          {{"name", "NAME", "A file of the media folder", Completes::Media, true, true}}, {}, handlers::RemoveMedia},
+        {"voices", "List the voices that speak", "", {}, {}, handlers::Voices},
     };
 }
 

@@ -35,6 +35,13 @@ Candidates FilesOf(const Json& list, const std::string& kind) {
     return names;
 }
 
+Candidates VoicesOf(const Json& list) {
+    Candidates names;
+    for (const Json& voice : list)
+        names.push_back({voice.at("name"), voice.at("language")});
+    return names;
+}
+
 Candidates Plain(const std::vector<std::string>& texts) {
     Candidates all;
     for (const std::string& text : texts)
@@ -58,6 +65,8 @@ Candidates NamesFor(Completes completes, House& house) {
         return FilesOf(house.Media(), "image");
     case Completes::Media:
         return FilesOf(house.Media(), "");
+    case Completes::Voice:
+        return VoicesOf(house.Voices());
     case Completes::EventType:
         return Plain(house.EventTypes());
     case Completes::Shell:

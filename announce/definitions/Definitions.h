@@ -18,6 +18,7 @@ enum class Completes {
     Sound,
     Image,
     Media,
+    Voice,
     EventType,
     File,
     Shell

@@ -22,6 +22,7 @@ public:
     [[nodiscard]] const Json& Screens() { return Known("navigators"); }
     [[nodiscard]] const Json& Variables() { return Known("variables"); }
     [[nodiscard]] const Json& Media() { return Known("media"); }
+    [[nodiscard]] const Json& Voices() { return Known("voices"); }
 
     /// They have changed: they are fetched again when they are asked for.
     void ForgetAnnouncements() { m_known.erase("announcements"); }

@@ -68,6 +68,7 @@ TEST(DocumentsTest, HelpOfAGroupListsItsCommandsAndNoOthers) {
               "announce media COMMAND [OPTIONS]\n\nCommands:\n"
               "  media list    List the sounds and images\n"
               "  media add     Bring files into the media folder\n"
+              "  media speak   Store a spoken sound, or another text for one\n"
               "  media remove  Remove files from the media folder\n");
 }
 

@@ -289,6 +289,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/media/{name}/speech': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    /**
+     * Stores a spoken sound, and speaks it; 201 when it is new
+     * @description Needs the right: admin
+     */
+    put: operations['put_speech'];
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/navigators': {
     parameters: {
       query?: never;
@@ -667,6 +687,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/voices': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    /**
+     * The voices of the house
+     * @description Needs the right: play
+     */
+    get: operations['list_voices'];
+    put?: never;
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/healthz': {
     parameters: {
       query?: never;
@@ -913,6 +953,8 @@ export interface components {
       | components['schemas']['VariableChangedEvent']
       | components['schemas']['MediaStoredEvent']
       | components['schemas']['MediaRemovedEvent']
+      | components['schemas']['VoiceFailedEvent']
+      | components['schemas']['VoiceRecoveredEvent']
       | components['schemas']['StateSavedEvent']
       | components['schemas']['StateNotSavedEvent']
       | components['schemas']['LogEvent'];
@@ -977,6 +1019,8 @@ export interface components {
       modified: string;
       name: string;
       sample_rate?: number;
+      /** @description Of a spoken sound */
+      speech?: components['schemas']['SpeechRecipe'];
       /** @description Why the sound cannot be played */
       trouble?: string;
     };
@@ -1369,6 +1413,35 @@ export interface components {
       /** @constant */
       type: 'sound_started';
     };
+    SpeechRecipe: {
+      /** @description A sound of the media folder that is heard before; empty: none */
+      chime: string;
+      /** @description Percent of the voice's own */
+      speed: number;
+      /** @description {Name} stands for the value of the variable with this name */
+      text: string;
+      /** @description One of the voices; empty: the house's default */
+      voice: string;
+    };
+    SpeechRecipeBody: {
+      /**
+       * @description A sound of the media folder that is heard before; empty: none
+       * @default
+       */
+      chime?: string;
+      /**
+       * @description Percent of the voice's own
+       * @default 100
+       */
+      speed?: number;
+      /** @description {Name} stands for the value of the variable with this name */
+      text: string;
+      /**
+       * @description One of the voices; empty: the house's default
+       * @default
+       */
+      voice?: string;
+    };
     StateMessage: {
       data: components['schemas']['WholeState'];
       /** @description The number of the last event */
@@ -1461,6 +1534,42 @@ export interface components {
     };
     VariableValue: {
       value: string;
+    };
+    Voice: {
+      /** @enum {string} */
+      engine: 'espeak' | 'command' | 'wyoming';
+      /** @description Whether it can speak faster and slower */
+      has_speeds: boolean;
+      is_default: boolean;
+      language: string;
+      name: string;
+      /** @description Why it did not speak when it was last asked */
+      trouble: string | null;
+    };
+    VoiceFailedEvent: {
+      data: {
+        reason: string;
+        voice: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'voice_failed';
+    };
+    VoiceList: {
+      /** @description As in the house file */
+      voices: components['schemas']['Voice'][];
+    };
+    VoiceRecoveredEvent: {
+      data: {
+        voice: string;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'voice_recovered';
     };
     Volume: {
       volume: number;
@@ -1563,6 +1672,8 @@ export type ScreensWokenEvent = components['schemas']['ScreensWokenEvent'];
 export type ShownPopup = components['schemas']['ShownPopup'];
 export type SoundEndedEvent = components['schemas']['SoundEndedEvent'];
 export type SoundStartedEvent = components['schemas']['SoundStartedEvent'];
+export type SpeechRecipe = components['schemas']['SpeechRecipe'];
+export type SpeechRecipeBody = components['schemas']['SpeechRecipeBody'];
 export type StateMessage = components['schemas']['StateMessage'];
 export type StateNotSavedEvent = components['schemas']['StateNotSavedEvent'];
 export type StateSavedEvent = components['schemas']['StateSavedEvent'];
@@ -1576,6 +1687,10 @@ export type VariableBindingBody = components['schemas']['VariableBindingBody'];
 export type VariableChangedEvent = components['schemas']['VariableChangedEvent'];
 export type VariableList = components['schemas']['VariableList'];
 export type VariableValue = components['schemas']['VariableValue'];
+export type Voice = components['schemas']['Voice'];
+export type VoiceFailedEvent = components['schemas']['VoiceFailedEvent'];
+export type VoiceList = components['schemas']['VoiceList'];
+export type VoiceRecoveredEvent = components['schemas']['VoiceRecoveredEvent'];
 export type Volume = components['schemas']['Volume'];
 export type WakePageEvent = components['schemas']['WakePageEvent'];
 export type WatcherMessage = components['schemas']['WatcherMessage'];
@@ -2247,6 +2362,42 @@ export interface operations {
       };
     };
   };
+  put_speech: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the name that is meant */
+        name: string;
+      };
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['SpeechRecipeBody'];
+      };
+    };
+    responses: {
+      /** @description Stores a spoken sound, and speaks it; 201 when it is new */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['MediaFile'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
   list_navigators: {
     parameters: {
       query?: never;
@@ -2873,6 +3024,35 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['Variable'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  list_voices: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description The voices of the house */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['VoiceList'];
         };
       };
       /** @description What is wrong, and what would be right */

@@ -1,0 +1,122 @@
+// What is spoken: stored by the command line, played by the real program with the installed voice, heard in a room.
+import assert from 'node:assert/strict';
+import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { json, run, withHouse } from '../harness/announce.mjs';
+import { rate } from '../harness/sounds.mjs';
+
+const millisecond = rate / 1000;
+const recipe = { text: 'The post is here, {Outside}', voice: '', speed: 120, chime: 'chime' };
+
+// A voice that fails as long as there is a file "broken", and a default that does not.
+const voices = (folder) =>
+  'voices:\n  - {name: Anna, language: en}\n' +
+  '  - {name: Fragile, language: en, engine: command, command: [/bin/sh, -c, ' +
+  `"test -e ${folder}/broken && echo no voice >&2 && exit 1; exec espeak-ng --stdin --stdout"]}\n`;
+
+// Where sound stands in a recording, in milliseconds: pieces between which there are more than 100 ms of silence.
+function piecesOf(recording) {
+  const pieces = [];
+  for (let at = 0; at < recording.length; ++at) {
+    if (Math.abs(recording[at]) < 2) continue;
+    const last = pieces.at(-1);
+    if (last && at - last.end < 100 * millisecond) last.end = at;
+    else pieces.push({ begin: at, end: at });
+  }
+  return pieces.map(({ begin, end }) => ({ begin: begin / millisecond, end: end / millisecond }));
+}
+
+async function play(house, number) {
+  const { status, errors } = await run(house, ['play', 'Post', '--wait']);
+  assert.equal(status, 0, errors);
+  return piecesOf(house.recording(1, number));
+}
+
+test('a spoken sound is stored, listed, heard behind its chime, spoken anew, and there after a kill', () =>
+  withHouse(async (house) => {
+    const words = ['media', 'speak', 'post', recipe.text, '--chime', 'chime', '--speed', '120'];
+    assert.match((await run(house, words)).output, /^post\.wav is stored, and lasts [\d.]+ m?s\n$/);
+    const stored = (await house.get('/api/media')).media.find(({ name }) => name === 'post.wav');
+    assert.deepEqual(stored.speech, recipe);
+    assert.deepEqual([stored.sample_rate, stored.channels, stored.trouble], [48000, 1, undefined]);
+    const { bytes } = await house.askForBytes('/api/media/post.wav');
+    assert.equal(bytes.length, stored.bytes);
+    assert.deepEqual(
+      (await json(house, ['voices'])).voices.map(({ name, engine }) => [name, engine]),
+      [['espeak', 'espeak']],
+    );
+
+    await run(house, ['add', '--name', 'Post', '--sound', 'post', '--room', 'Kitchen:40']);
+    const [chime, speech] = await play(house, 1);
+    assert.ok(Math.abs(chime.end - chime.begin - 250) < 2, `the chime lasts ${chime.end - chime.begin} ms`);
+    assert.ok(Math.abs(speech.begin - chime.end - 300) < 15, `${speech.begin - chime.end} ms lie between`);
+
+    await run(house, ['variables', 'set', 'Outside', 'somebody is at the door']);
+    house.process.kill('SIGKILL');
+    await house.ended;
+    await house.start();
+    const longer = await play(house, 1);
+    const last = longer.at(-1).end - longer[0].begin;
+    assert.ok(last > stored.duration_ms + 500, `it lasts ${last} ms with a longer value, ${stored.duration_ms} before`);
+
+    assert.equal((await run(house, ['media', 'remove', 'post.wav'])).status, 7);
+    await run(house, ['remove', 'Post']);
+    assert.equal((await run(house, ['media', 'remove', 'post.wav'])).status, 0);
+    assert.deepEqual(
+      (await house.get('/api/media')).media.map(({ name }) => name),
+      ['chime.wav'],
+    );
+  }));
+
+test('what cannot be spoken is refused where it is typed, with what would be right', () =>
+  withHouse(async (house) => {
+    const cases = [
+      [['post', 'It is {Inside}'], /no variable \{Inside\}; the house has \{Outside\}/],
+      [['post', 'Hello', '--voice', 'Bertha'], /no voice Bertha[^]*right: one of espeak/],
+      [['post', 'Somebody is at the door. '.repeat(40)], /would last \d+\.\d s, and a sound lasts 20\.0 s at most/],
+      [['chime', 'Hello'], /there is a file chime\.wav in the media folder/],
+    ];
+    for (const [words, message] of cases) {
+      const refused = await run(house, ['media', 'speak', ...words]);
+      assert.notEqual(refused.status, 0);
+      assert.match(refused.errors, message);
+    }
+    assert.equal((await house.ask('PUT', '/api/media/post.wav/speech', { text: 'It is {Inside}' })).status, 422);
+    assert.deepEqual(
+      (await house.get('/api/media')).media.map(({ name }) => name),
+      ['chime.wav'],
+    );
+  }));
+
+test('when a voice fails the chime alone is heard, and everybody is told why', async () => {
+  const folder = mkdtempSync(join(tmpdir(), 'voice-'));
+  try {
+    await withHouse(
+      async (house) => {
+        writeFileSync(join(folder, 'broken'), '');
+        const stored = await run(house, ['media', 'speak', 'post', 'Hello', '--chime', 'chime', '--voice', 'Fragile']);
+        const why = 'the voice Fragile failed with status 1: no voice';
+        assert.equal(stored.output, `post.wav is stored, but not spoken: ${why}\n`);
+        await run(house, ['add', '--name', 'Post', '--sound', 'post', '--room', 'Kitchen:40']);
+        const heard = await play(house, 1);
+        assert.equal(heard.length, 1);
+        assert.ok(Math.abs(heard[0].end - heard[0].begin - 250) < 2);
+        assert.equal((await house.get('/api/voices')).voices[1].trouble, why);
+        assert.equal((await house.get('/api/media')).media.find(({ name }) => name === 'post.wav').trouble, why);
+        const { events } = await house.get('/api/events/recent?limit=200');
+        const told = events.filter(({ type }) => type.startsWith('voice_'));
+        assert.deepEqual(
+          told.map(({ type, data }) => [type, data]),
+          [
+            ['voice_failed', { voice: 'Fragile', reason: why }],
+          ],
+        );
+      },
+      { lines: voices(folder) },
+    );
+  } finally {
+    rmSync(folder, { recursive: true, force: true });
+  }
+});
