@@ -47,6 +47,7 @@ export class PageShell extends LitElement {
   @state() private theme = theme();
   @query('main') private readonly main!: HTMLElement;
   private shownAt = location.hash;
+  private readonly scrolled = new Map<string, number>(); // how far down each place was when it was left
 
   constructor() {
     super();
@@ -55,6 +56,7 @@ export class PageShell extends LitElement {
 
   override connectedCallback(): void {
     super.connectedCallback();
+    history.scrollRestoration = 'manual';
     window.addEventListener('hashchange', () => void this.follow());
   }
 
@@ -79,11 +81,15 @@ export class PageShell extends LitElement {
   }
 
   private show(address: string): void {
+    this.scrolled.set(this.place, this.isEditing ? (this.scrolled.get(this.place) ?? 0) : window.scrollY);
     this.shownAt = address;
     this.route = routeOf(address);
     window.scrollTo(0, 0);
     // A new view, to those who do not see it change.
-    void this.updateComplete.then(() => this.main.focus({ preventScroll: true }));
+    void this.updateComplete.then(() => {
+      this.main.focus({ preventScroll: true });
+      if (!this.isEditing) scrollBack(this.scrolled.get(this.place) ?? 0);
+    });
   }
 
   override updated(): void {
@@ -94,6 +100,10 @@ export class PageShell extends LitElement {
   /** A token that may only play sees only what can be played. */
   private get place(): Place {
     return store.mayEdit ? this.route.place : 'announcements';
+  }
+
+  private get isEditing(): boolean {
+    return this.route.editing !== undefined;
   }
 
   private get needsToken(): boolean {
@@ -214,4 +224,18 @@ export class PageShell extends LitElement {
     this.theme = THEMES[(THEMES.indexOf(this.theme) + 1) % THEMES.length] ?? 'auto';
     setTheme(this.theme);
   }
+}
+
+const FRAMES = 60; // as many are waited for: what comes from the controller lets a view grow
+
+/** Down to where one was, as soon as the view is long enough again; not where somebody has scrolled meanwhile. */
+function scrollBack(wanted: number): void {
+  let frames = 0;
+  const step = (): void => {
+    if (window.scrollY !== 0 || wanted === 0) return;
+    frames += 1;
+    if (document.documentElement.scrollHeight - window.innerHeight >= wanted) window.scrollTo(0, wanted);
+    else if (frames < FRAMES) requestAnimationFrame(step);
+  };
+  requestAnimationFrame(step);
 }

@@ -1,6 +1,6 @@
 import { describe, expect, it } from 'vitest';
 import type { HistoryEntry } from '../src/api/objects';
-import { asCsv, filtered, outcomeOf, reasonOf } from '../src/model/history';
+import { asCsv, filtered, isThere, outcomeOf, reasonOf } from '../src/model/history';
 
 const names = { roomName: (id: number) => `Room ${id}`, screenName: (id: number) => `Screen ${id}` };
 const entry = (changes: Partial<HistoryEntry>): HistoryEntry => ({
@@ -32,6 +32,13 @@ describe('the history', () => {
     expect(ids({ outcome: 'dismissed' })).toEqual([2]);
     expect(ids({ place: 'room 1' })).toEqual([1]);
     expect(ids({ place: 'screen 5', outcome: 'played' })).toEqual([1]);
+  });
+
+  it('can be played again where the announcement is still there, and no other one has its id', () => {
+    const there = new Map([[3, { name: 'Dinner' }]]);
+    expect([entry({}), entry({ name: 'Lunch' }), entry({ announcement: 4 })].map((one) => isThere(one, there))).toEqual(
+      [true, false, false],
+    );
   });
 
   it('becomes CSV that no text breaks out of, and none of which is a formula', () => {

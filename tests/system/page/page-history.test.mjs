@@ -53,6 +53,20 @@ describe('history and log', () => {
     await closePage(page);
   });
 
+  test('play again what is still there', async () => {
+    const { id } = await house.add({ name: 'Gone' });
+    await house.add({ name: 'Kept' });
+    await house.play(id);
+    await house.play(id + 1);
+    const page = await openApp(house, '#/history');
+    await row(page, 'Kept').waitFor();
+    await house.request('DELETE', `/api/announcements/${id}`);
+    await page.getByRole('button', { name: 'Play Gone again' }).waitFor({ state: 'detached' });
+    await page.getByRole('button', { name: 'Play Kept again' }).click();
+    await eventually(async () => (await row(page, 'Kept').count()) === 2, 'it was played again');
+    await closePage(page);
+  });
+
   test('go back further than one page', async () => {
     const { id } = await house.add({ name: 'Nothing' });
     const page = await openApp(house, '#/history');

@@ -30,7 +30,7 @@ export function faultsOf(one: AnnouncementBody, known: Known): string[] {
     ...imageFault(one.video.image, known.media),
     ...strangeRooms.map(({ id }) => t.faults.room(id)),
     ...strangeScreens.map(({ id }) => t.faults.screen(id)),
-    ...[lackOf(one)].filter(Boolean),
+    ...[lackOf(one)].filter(Boolean).map((lack) => (lack === t.faults.nothing ? t.faults.idle : lack)),
   ];
 }
 

@@ -38,6 +38,10 @@ export function filtered(entries: HistoryEntry[], filter: Filter, names: PlaceNa
   });
 }
 
+/** Whether the announcement can be played again: ids are given anew after a restart, so it must bear its name too. */
+export const isThere = (entry: HistoryEntry, announcements: ReadonlyMap<number, { name: string }>): boolean =>
+  announcements.get(entry.announcement)?.name === entry.name;
+
 function isAt(entry: HistoryEntry, place: string): boolean {
   const [kind, id] = place.split(' ');
   return (kind === 'room' ? entry.rooms : entry.navigators).includes(Number(id));

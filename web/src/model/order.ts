@@ -1,6 +1,6 @@
 // The list of announcements as somebody wants to see it: order, favourites, tags.
 
-import type { Announcement, HistoryEntry } from '../api/objects';
+import type { Announcement, AnnouncementBody, HistoryEntry } from '../api/objects';
 import { locale } from '../texts/language';
 
 /** A favourite is an announcement with this tag, for the page as for the command line. */
@@ -9,8 +9,13 @@ export const FAVOURITE = 'favourite';
 export type Order = 'newest' | 'name' | 'used';
 export const ORDERS: Order[] = ['newest', 'name', 'used'];
 
-export const isFavourite = ({ tags }: Announcement): boolean => (tags ?? []).includes(FAVOURITE);
+export const isFavourite = ({ tags }: Pick<Announcement, 'tags'>): boolean => (tags ?? []).includes(FAVOURITE);
 export const tagsOf = ({ tags }: Announcement): string[] => (tags ?? []).filter((tag) => tag !== FAVOURITE);
+
+export const withFavourite = (body: AnnouncementBody, isOne: boolean): AnnouncementBody => ({
+  ...body,
+  tags: [...(body.tags ?? []).filter((tag) => tag !== FAVOURITE), ...(isOne ? [FAVOURITE] : [])],
+});
 
 /** As people write them: parted by commas, each once. */
 export function tagsIn(text: string): string[] {

@@ -5,6 +5,7 @@ import { customElement, property } from 'lit/decorators.js';
 import { request } from '../api/request';
 import type { Announcement } from '../api/objects';
 import { listing } from '../model/format';
+import { tagsOf } from '../model/order';
 import { editAddress, newAddress } from '../model/route';
 import { deleteWithUndo } from './deleting';
 import { store } from '../store/live';
@@ -13,6 +14,7 @@ import { t } from '../texts/page';
 import { stopPlaying } from './stopping';
 import { attempt } from './ui-toasts';
 import './announcement-outlook';
+import './favourite-star';
 import { named } from './named';
 
 @customElement('announcement-row')
@@ -96,6 +98,28 @@ export class AnnouncementRow extends LitElement {
         max-width: 100%;
         min-width: 0;
       }
+      .side {
+        display: flex;
+        flex: none;
+        gap: 1rem;
+      }
+      .faults {
+        display: grid;
+        gap: 0.15rem;
+        margin-top: 0.35rem;
+        color: var(--warning);
+        font-weight: 500;
+      }
+      .faults li {
+        display: flex;
+        align-items: start;
+        gap: 0.4rem;
+        overflow-wrap: anywhere;
+      }
+      .faults ui-icon {
+        flex: none;
+        margin-top: 0.2rem;
+      }
       .more ui-icon {
         transition: transform 0.15s ease;
       }
@@ -120,51 +144,64 @@ export class AnnouncementRow extends LitElement {
         .edit {
           display: none;
         }
+        .side {
+          flex-direction: column;
+          gap: 0;
+        }
       }
     `,
   ];
 
   @property({ attribute: false }) announcement!: Announcement;
+  @property({ attribute: false }) faults: string[] = []; // what is wrong with it
   @property({ type: Boolean }) isOpen = false;
   @property({ type: Boolean }) isPlaying = false;
   @property({ type: Boolean }) isFailing = false; // what plays is
   @property({ type: Number }) turn = 0; // its place among those that wait, from 1; 0 when it does not
 
   override render(): unknown {
-    const { id, name } = this.announcement;
+    const { name } = this.announcement;
     return html`<article class="card ${this.isPlaying ? 'playing' : ''}">
       <div class="line">
         ${this.isPlaying ? this.renderStop(name) : this.renderPlay(name)}
         <div class="body">
           <div class="title">
             <h2 dir="auto">${name}</h2>
-            ${this.renderBadge()}
+            ${this.renderBadge()}${this.renderTags()}
           </div>
           <p class="quote" dir="auto">${this.message()}</p>
-          ${this.renderFacts()}
+          ${this.renderFacts()}${this.renderFaults()}
         </div>
-        ${
-          store.mayEdit
-            ? html`<a
+        ${this.renderSide()}
+      </div>
+      ${this.isOpen ? this.renderInside() : nothing}
+    </article>`;
+  }
+
+  private renderSide(): unknown {
+    const { id, name } = this.announcement;
+    return html`<div class="side">
+      ${
+        store.mayEdit
+          ? html`<favourite-star .announcement=${this.announcement}></favourite-star>
+              <a
                 class="icon-button edit"
                 href=${editAddress(id)}
                 aria-label=${t.list.edit(name)}
                 title=${t.list.editShort}
                 ><ui-icon name="pencil"></ui-icon
               ></a>`
-            : nothing
-        }
-        <button
-          class="icon-button more"
-          aria-expanded=${this.isOpen}
-          aria-label=${t.list.preview(name)}
-          @click=${this.toggle}
-        >
-          <ui-icon name="chevronDown"></ui-icon>
-        </button>
-      </div>
-      ${this.isOpen ? this.renderInside() : nothing}
-    </article>`;
+          : nothing
+      }
+      <button
+        class="icon-button more"
+        aria-expanded=${this.isOpen}
+        aria-label=${t.list.preview(name)}
+        @click=${this.toggle}
+      >
+        <ui-icon name="chevronDown"></ui-icon>
+      </button>
+    </div>`;
   }
 
   private renderPlay(name: string): unknown {
@@ -189,6 +226,20 @@ export class AnnouncementRow extends LitElement {
     const { text, variable, image } = this.announcement.video;
     if (variable) return t.list.follows(store.variableName(variable.device, variable.variable));
     return text || image || t.list.silent;
+  }
+
+  private renderFaults(): unknown {
+    return this.faults.length === 0
+      ? nothing
+      : html`<ul class="faults small" role="list">
+          ${this.faults.map(
+            (one) => html`<li><ui-icon name="exclamation"></ui-icon><span dir="auto">${one}</span></li>`,
+          )}
+        </ul>`;
+  }
+
+  private renderTags(): unknown {
+    return tagsOf(this.announcement).map((tag) => html`<span class="badge" dir="auto">${tag}</span>`);
   }
 
   private renderFacts(): unknown {

@@ -27,6 +27,8 @@ import upload from 'bootstrap-icons/icons/cloud-arrow-up.svg?raw';
 import exit from 'bootstrap-icons/icons/box-arrow-right.svg?raw';
 import back from 'bootstrap-icons/icons/arrow-left.svg?raw';
 import open from 'bootstrap-icons/icons/box-arrow-up-right.svg?raw';
+import star from 'bootstrap-icons/icons/star.svg?raw';
+import starred from 'bootstrap-icons/icons/star-fill.svg?raw';
 import close from 'bootstrap-icons/icons/x-lg.svg?raw';
 import { LitElement, css, html } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
@@ -61,6 +63,8 @@ const icons = {
   back,
   open,
   close,
+  star,
+  starred,
 };
 
 export type IconName = keyof typeof icons;

@@ -39,6 +39,12 @@ export const historyStyles = css`
     font-weight: 600;
     overflow-wrap: anywhere;
   }
+  .again {
+    width: 1%;
+  }
+  .again .icon-button {
+    margin: -0.5rem 0;
+  }
   .reason {
     margin-top: 0.35rem;
     color: var(--bad);
@@ -102,9 +108,13 @@ export const historyStyles = css`
     }
     .where {
       order: 5;
-      grid-column: 1 / -1;
       font-size: 0.875rem;
       color: var(--ink-soft);
+    }
+    .again {
+      order: 6;
+      width: auto;
+      justify-self: end;
     }
   }
 `;

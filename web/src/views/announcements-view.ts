@@ -5,12 +5,19 @@ import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.j
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import type { Announcement } from '../api/objects';
+import { request } from '../api/request';
+import { faultsOf } from '../model/faults';
+import { listState, order, setOrder } from '../model/list';
+import { allTags, FAVOURITE, isFavourite, lastUses, ORDERS, sorted, tagsOf, withTag, type Order } from '../model/order';
 import { newAddress } from '../model/route';
 import { matching } from '../model/search';
 import '../parts/announcement-row';
-import { Following, store } from '../store/live';
+import { attempt } from '../parts/ui-toasts';
+import { Following, Reading, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
+
+const MOST_USES = '1000';
 
 @customElement('announcements-view')
 export class AnnouncementsView extends LitElement {
@@ -24,6 +31,16 @@ export class AnnouncementsView extends LitElement {
       sl-input {
         flex: 1 1 14rem;
         max-width: 24rem;
+      }
+      .order {
+        display: flex;
+        flex-wrap: wrap;
+        gap: 0.75rem;
+        margin: -0.25rem 0 1rem;
+      }
+      .order select {
+        flex: 0 1 14rem;
+        min-width: 0;
       }
       .count {
         margin: -0.5rem 0 0.75rem;
@@ -48,37 +65,41 @@ export class AnnouncementsView extends LitElement {
     `,
   ];
 
-  @state() private words = '';
-  @state() private open = new Set<number>();
+  @state() private words = listState.words;
+  @state() private tag = listState.tag;
+  @state() private order = order();
+  @state() private open = listState.open;
+  @state() private uses = new Map<number, number>();
+  private usesAt = -1; // endings that are counted in
 
   constructor() {
     super();
-    new Following(this);
+    new Following(this, () => void this.readUses());
+    // Only for what is said of missing sounds: the list does without.
+    new Reading(this, () => void store.loadMedia().catch(() => undefined));
+  }
+
+  override willUpdate(): void {
+    Object.assign(listState, { words: this.words, tag: this.tag, open: this.open });
+    void this.readUses();
+  }
+
+  /** When each was played last, where that decides. */
+  private async readUses(): Promise<void> {
+    if (this.order !== 'used' || this.usesAt === store.endings || !store.link.isConnected) return;
+    this.usesAt = store.endings;
+    await attempt(async () => {
+      const { history } = await request('get', '/api/history', { query: { limit: MOST_USES } });
+      this.uses = lastUses(history);
+    });
   }
 
   override render(): unknown {
-    const all = [...store.announcements.values()]
-      .filter((one) => !store.leaving.has(one.id))
-      .sort((one, other) => one.id - other.id);
-    const shown = matching(all, this.words, placesOf);
+    const all = [...store.announcements.values()].filter((one) => !store.leaving.has(one.id));
+    const shown = sorted(matching(withTag(all, this.tag), this.words, textOf), this.order, this.uses);
     return html`<div class="head">
         <h1>${t.list.title}</h1>
-        ${
-          all.length
-            ? html`<sl-input
-                class="unlabelled"
-                type="search"
-                label=${t.list.search}
-                placeholder=${t.list.search}
-                clearable
-                .value=${this.words}
-                @sl-input=${(event: Event) => {
-                  this.words = (event.target as SlInput).value;
-                }}
-                ><ui-icon slot="prefix" name="search"></ui-icon
-              ></sl-input>`
-            : nothing
-        }
+        ${all.length ? this.renderSearch() : nothing}
         ${
           store.mayEdit && all.length
             ? html`<sl-button variant="primary" href=${newAddress()}
@@ -88,7 +109,53 @@ export class AnnouncementsView extends LitElement {
             : nothing
         }
       </div>
+      ${all.length > 1 ? this.renderOrder(all) : nothing}
       ${all.length === 0 ? this.renderEmpty() : this.renderList(shown, all.length)}`;
+  }
+
+  private renderSearch(): unknown {
+    const search = (event: Event): void => {
+      this.words = (event.target as SlInput).value;
+    };
+    return html`<sl-input
+      class="unlabelled"
+      type="search"
+      label=${t.list.search}
+      placeholder=${t.list.search}
+      clearable
+      .value=${this.words}
+      @sl-input=${search}
+      ><ui-icon slot="prefix" name="search"></ui-icon
+    ></sl-input>`;
+  }
+
+  private renderOrder(all: Announcement[]): unknown {
+    const valueOf = (event: Event): string => (event.target as HTMLSelectElement).value;
+    const sort = (event: Event): void => {
+      this.order = valueOf(event) as Order;
+      setOrder(this.order);
+    };
+    const choose = (event: Event): void => {
+      this.tag = valueOf(event);
+    };
+    const tags = [...new Set([...(all.some(isFavourite) ? [FAVOURITE] : []), ...allTags(all), this.tag])].filter(
+      Boolean,
+    );
+    const option = (key: string, text: string, chosen: string): unknown =>
+      html`<option value=${key} ?selected=${key === chosen}>${text}</option>`;
+    return html`<div class="order">
+      <select aria-label=${t.list.order} @change=${sort}>
+        ${ORDERS.map((one) => option(one, t.list.orders[one], this.order))}
+      </select>
+      ${
+        tags.length === 0
+          ? nothing
+          : html`<select aria-label=${t.list.tag} @change=${choose}>
+              ${option('', t.list.everything, this.tag)}
+              ${tags.map((tag) => option(tag, tag === FAVOURITE ? t.list.favourites : tag, this.tag))}
+            </select>`
+      }
+    </div>`;
   }
 
   private renderEmpty(): unknown {
@@ -110,22 +177,26 @@ export class AnnouncementsView extends LitElement {
     if (shown.length === 0) {
       return html`<section class="card empty">
         <ui-icon name="search"></ui-icon>
-        <h2>${t.list.notFound(this.words)}</h2>
+        <h2>${t.list.notFound(this.words || this.tag)}</h2>
         <sl-button
           @click=${() => {
             this.words = '';
+            this.tag = '';
           }}
           >${t.list.clearSearch}</sl-button
         >
       </section>`;
     }
     const { status } = store;
-    const row = (one: Announcement, index: number): unknown =>
+    // It asks once for rows of the former list when that becomes shorter.
+    const row = (one: Announcement | undefined, index: number): unknown =>
+      one &&
       html`<announcement-row
         role="listitem"
         aria-setsize=${shown.length}
         aria-posinset=${index + 1}
         .announcement=${one}
+        .faults=${faultsOf(one, store)}
         .isOpen=${this.open.has(one.id)}
         .isPlaying=${status?.playing?.announcement === one.id && store.stopped !== one.id}
         .isFailing=${store.failures.length > 0}
@@ -137,7 +208,7 @@ export class AnnouncementsView extends LitElement {
         role="list"
         aria-label=${t.list.title}
         .items=${shown}
-        .keyFunction=${(one: Announcement) => one.id}
+        .keyFunction=${(one?: Announcement) => one?.id ?? 0}
         .renderItem=${row}
       ></lit-virtualizer>`;
   }
@@ -149,8 +220,9 @@ export class AnnouncementsView extends LitElement {
   }
 }
 
-function placesOf(one: Announcement): string {
+function textOf(one: Announcement): string {
   return [
+    ...tagsOf(one),
     ...one.rooms.map(({ id }) => store.roomName(id)),
     ...one.navigators.map(({ id }) => store.screenName(id)),
   ].join(' ');

@@ -12,6 +12,7 @@ import {
   asJson,
   download,
   filtered,
+  isThere,
   outcomeOf,
   outcomeText,
   placesOf,
@@ -150,6 +151,7 @@ export class HistoryView extends LitElement {
           <th scope="col">${c.where}</th>
           <th scope="col">${c.length}</th>
           <th scope="col">${c.outcome}</th>
+          <th scope="col"><span class="unseen">${t.history.again}</span></th>
         </tr>
       </thead>
       <tbody>
@@ -162,6 +164,16 @@ export class HistoryView extends LitElement {
     </table>`;
   }
 
+  private renderAgain({ announcement: id, name }: HistoryEntry): unknown {
+    const play = (): void => {
+      void attempt(() => request('post', '/api/announcements/{id}/play', { path: { id } }));
+    };
+    const label = t.history.againLabel(name);
+    return html`<button class="icon-button" aria-label=${label} title=${t.history.again} @click=${play}>
+      <ui-icon name="play"></ui-icon>
+    </button>`;
+  }
+
   private renderEntry(one: HistoryEntry): unknown {
     const outcome = outcomeOf(one);
     const reason = reasonOf(one);
@@ -169,13 +181,14 @@ export class HistoryView extends LitElement {
     const took = one.ended ? seconds(Math.max(0, Date.parse(one.ended) - Date.parse(one.started))) : '';
     return html`<tr>
       <td class="when"><time datetime=${one.started}>${moment(one.started)}</time></td>
-      <td class="what" dir="auto">${one.name}</td>
+      <td class="what"><span dir="auto">${one.name}</span></td>
       <td class="where" dir="auto">${listing(placesOf(one, store))}</td>
       <td class="took">${took}</td>
       <td class="outcome">
         <span class="badge ${tone}">${outcomeText(outcome)}</span
         >${reason ? html`<p class="small reason" dir="auto">${reason}</p>` : nothing}
       </td>
+      <td class="again">${isThere(one, store.announcements) ? this.renderAgain(one) : nothing}</td>
     </tr>`;
   }
 }

@@ -46,6 +46,7 @@ export const announcements = {
     image: (file: string) => `The image “${file}” is missing`,
     room: (id: number) => `Room ${id} is not in this house`,
     screen: (id: number) => `Screen ${id} is not in this house`,
+    idle: 'It would do nothing',
     nothing: 'It would do nothing: it has no sound with a room, and no message with a screen',
     noRoom: 'Its sound is heard nowhere: no room is chosen',
     noScreen: 'Its message is shown nowhere: no screen is chosen',

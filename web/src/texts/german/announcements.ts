@@ -47,6 +47,7 @@ export const announcements: typeof English = {
     image: (file: string) => `Das Bild „${file}“ fehlt`,
     room: (id: number) => `Raum ${id} gibt es in diesem Haus nicht`,
     screen: (id: number) => `Bildschirm ${id} gibt es in diesem Haus nicht`,
+    idle: 'Sie würde nichts tun',
     nothing: 'Sie würde nichts tun: Sie hat keinen Ton mit einem Raum und keine Nachricht mit einem Bildschirm',
     noRoom: 'Ihr Ton ist nirgends zu hören: Kein Raum ist gewählt',
     noScreen: 'Ihre Nachricht ist nirgends zu sehen: Kein Bildschirm ist gewählt',
