@@ -34,8 +34,10 @@ Controller::Controller(House house, Options options, Log& log)
           [this](std::uint32_t id) { return m_parts.announcements.NameOf(id); },
           [this](const std::string& line) { Print(line); })
     , m_console({m_parts.announcements, [this](const std::string& line) { Print(line); }, [this] { End(); },
-                 [this] {
-                     return m_parts.stop.Stop();
+                 [this] { return m_parts.stop.Stop(); },
+                 [this](std::uint32_t id, const Announcements::Done& done) {
+                     m_parts.queue.Ask(id,
+                                       [done](const PlayQueue::Outcome& outcome) { done(outcome.asked); });
                  }})
     , m_ends(m_parts.feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
@@ -73,9 +75,9 @@ void Controller::Run() {
     });
     Greet();
     for (const std::uint32_t id : m_options.play)
-        m_parts.announcements.Play(id, [this](const Announcements::Outcome& outcome) {
-            if (outcome.answer.kind != AgentAnswer::Kind::Done)
-                m_log.Error("Nothing is played at the start: " + outcome.answer.text);
+        m_parts.queue.Ask(id, [this](const PlayQueue::Outcome& outcome) {
+            if (outcome.asked.answer.kind != AgentAnswer::Kind::Done)
+                m_log.Error("Nothing is played at the start: " + outcome.asked.answer.text);
         });
     ConsoleInput::Hooks hooks;
     hooks.take = [this](const ConsoleInput::Line& line, const ConsoleInput::Answered& answered) {
@@ -102,7 +104,7 @@ void Controller::InputEnded() {
 }
 
 void Controller::EndWhenIdle() {
-    if (m_isInputEnded && !m_household.IsPlaying())
+    if (m_isInputEnded && !m_household.IsBusy())
         End();
 }
 

@@ -3,6 +3,7 @@
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/driver/Durable.h"
 #include "controller/state/StateText.h"
+#include "controller/state/UtcText.h"
 
 #include <algorithm>
 #include <set>
@@ -34,11 +35,15 @@ std::set<std::uint32_t> NavigatorIds(const House& house) {
     return ids;
 }
 
-/// Takes those out that were there for one play alone, which has been interrupted; as rows that take them
-/// away.
-AnnouncementRows TakePassing(AnnouncementRows& rows) {
-    const auto isToStay = [](const AnnouncementRow& row) {
-        return !announcement_xml::HouseFromXml(row.house).isPassing;
+/// Takes those out that were there for one play alone, which has been interrupted, and not those that still
+/// wait for it; as rows that take them away.
+AnnouncementRows TakePassing(AnnouncementRows& rows, const QueuedRows& queue) {
+    std::set<std::int64_t> waiting;
+    for (const QueuedRow& row : queue)
+        if (PlayQueue::IsInTime(row, std::chrono::system_clock::now()))
+            waiting.insert(row.announcement);
+    const auto isToStay = [&waiting](const AnnouncementRow& row) {
+        return waiting.count(row.key) != 0 || !announcement_xml::HouseFromXml(row.house).isPassing;
     };
     const auto first = std::stable_partition(rows.begin(), rows.end(), isToStay);
     AnnouncementRows passing;
@@ -75,7 +80,8 @@ Household::Household(House house, Options options, Log& log)
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
     , m_announcements({m_agent, m_store, m_driver, m_feed, log})
-    , m_stop({m_playing, m_audio, m_announcements, m_feed, m_driver})
+    , m_queue(QueueParts())
+    , m_stop({m_playing, m_audio, m_announcements, m_queue, m_feed, m_driver})
     , m_history(m_feed, HistoryParts())
     , m_ends(m_feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
@@ -86,6 +92,7 @@ void Household::Start() {
     m_volumes.Recover(m_opened.state.journal);
     ConnectAgent();
     StartAgent();
+    StartQueue();
 }
 
 Household::Opened Household::Open() const {
@@ -156,6 +163,17 @@ DeviceManager::Hooks Household::DeviceHooks() {
             }};
 }
 
+PlayQueue::Parts Household::QueueParts() {
+    return {m_announcements,
+            m_playing,
+            m_store,
+            m_feed,
+            m_driver,
+            [](const Announcement& /*announcement*/, const std::function<void()>& ready) {
+                ready();
+            }};
+}
+
 HistoryRecorder::Parts Household::HistoryParts() {
     return {[this](std::uint32_t id) { return m_announcements.NameOf(id); },
             [this](const HistoryEntry& entry) { m_store.AddHistory(entry); },
@@ -169,6 +187,7 @@ ControllerParts Household::Parts() {
             m_driver,
             m_feed,
             m_announcements,
+            m_queue,
             m_stop,
             m_popups,
             m_variables,
@@ -204,7 +223,7 @@ void Household::StartAgent() {
     const bool areFirst = !areKept && !m_house.firstAnnouncements.empty();
     AnnouncementRows rows =
         areFirst ? state_text::Read(m_house.firstAnnouncements) : std::move(m_opened.state.announcements);
-    AnnouncementRows passed = TakePassing(rows);
+    AnnouncementRows passed = TakePassing(rows, m_opened.state.queue);
     // Before anything takes their keys.
     if (!passed.empty() && areKept)
         m_store.WriteAnnouncements(std::move(passed), [](const std::string& /*error*/) {
@@ -221,6 +240,16 @@ void Household::StartAgent() {
     }
 }
 
+void Household::StartQueue() {
+    const auto now = std::chrono::system_clock::now();
+    for (const QueuedRow& row : m_queue.Begin(m_opened.state.queue, now)) {
+        const PlayQueue::Time askedAt{std::chrono::milliseconds(row.askedAtMs)};
+        m_log.Notice(row.name + " waited too long, and is not played any more");
+        m_store.AddHistory(
+            {0, UtcText(askedAt), UtcText(now), row.announcement, row.name, {}, {}, "", "dropped"});
+    }
+}
+
 void Household::AnnouncementEnded() {
     // Rooms that were taken out of the announcement while it played get no word from the agent.
     m_audio.AnnouncementEnded();
@@ -230,6 +259,7 @@ void Household::AnnouncementEnded() {
 
 void Household::End(std::function<void()> onEnded) {
     m_isEnding = true;
+    m_queue.Close();
     const auto stillToDo = std::make_shared<int>(2);
     const auto stopWhenDone = [this, stillToDo, onEnded = std::move(onEnded)] {
         if (--*stillToDo == 0)

@@ -50,7 +50,8 @@ public:
     /// there that hear of it. Throws as the constructor does.
     void Start();
 
-    [[nodiscard]] bool IsPlaying() const noexcept { return m_playing.Current().has_value(); }
+    /// Whether something plays, or waits for that.
+    [[nodiscard]] bool IsBusy() const { return m_playing.Current() || !m_queue.Waiting().empty(); }
 
     /// Stops the agent, gives every room back, and calls back when sound and disk have taken it; they may
     /// never. Once.
@@ -69,10 +70,12 @@ private:
     [[nodiscard]] RoomVolumes::Parts VolumeParts();
     [[nodiscard]] DigitalAudio::Parts AudioParts();
     [[nodiscard]] DeviceManager::Hooks DeviceHooks();
+    [[nodiscard]] PlayQueue::Parts QueueParts();
     [[nodiscard]] HistoryRecorder::Parts HistoryParts();
 
     void ConnectAgent();
     void StartAgent();
+    void StartQueue();
     void AnnouncementEnded();
 
     const House m_house;
@@ -100,6 +103,7 @@ private:
     DriverHost m_driverHost;
     AgentHost m_agent;
     Announcements m_announcements;
+    PlayQueue m_queue;
     PlayStop m_stop;
     HistoryRecorder m_history;
     EventFeed::Subscription m_ends;

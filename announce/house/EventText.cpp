@@ -12,6 +12,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
     // in it is null or not there.
     static const std::unordered_map<std::string, std::string> kPhrases{
         {"play_asked", "{announcement} is asked for"},
+        {"queue_changed", "waiting: {queue}"},
         {"announcement_started", "{announcement} begins"},
         {"started", "{announcement} begins"},
         {"announcement_stopped", "{announcement} is stopped"},
@@ -70,6 +71,12 @@ std::string TextOf(const std::string& name, const Json& members, House& house) {
         return house.ScreenName(member);
     if (name == "file")
         return SoundName(member);
+    if (name == "queue") {
+        std::string names;
+        for (const Json& one : member)
+            names += (names.empty() ? "" : ", ") + one.at("name").get<std::string>();
+        return names.empty() ? "nothing" : names;
+    }
     if (name == "duration_ms")
         return times::LengthText(member == 0 ? Json(30000) : member); // 0 is the screens' own time
     if (member.is_object())

@@ -33,10 +33,6 @@ std::optional<Announcement> RecordIn(const AgentAnswer& answer, std::uint32_t id
     return announcement;
 }
 
-Announcements::Outcome NoneWith(std::uint32_t id) {
-    return {{AgentAnswer::Kind::Unknown, "", "there is no announcement " + IdText(id), ""}, nullptr, ""};
-}
-
 bool AreSame(const Announcement& one, const Announcement& other) {
     return announcement_xml::ToXml(one) == announcement_xml::ToXml(other) &&
            one.house.tags == other.house.tags;
@@ -77,7 +73,8 @@ std::shared_ptr<const Announcements::List> Announcements::All() {
         List list;
         list.reserve(m_all.size());
         for (const auto& [id, announcement] : m_all)
-            list.push_back(announcement);
+            if (!announcement->house.isPassing)
+                list.push_back(announcement);
         m_list = std::make_shared<const List>(std::move(list));
     }
     return m_list;
@@ -133,18 +130,6 @@ void Announcements::RemoveNavigator(std::uint32_t id, std::uint32_t navigator, c
     Ask("remove_navigator", {{"id", IdText(id)}, {"navigator_id", IdText(navigator)}}, id, nullptr, done);
 }
 
-void Announcements::Play(std::uint32_t id, const Done& done) {
-    if (!Find(id)) {
-        done(NoneWith(id));
-        return;
-    }
-    Command("execute_announcement", {{"id", IdText(id)}}, done);
-}
-
-void Announcements::Dismiss(const Done& done) {
-    Command("ANNOUNCEMENT_DISMISSED", {}, done);
-}
-
 void Announcements::Command(const std::string& name, const Parameters& parameters, const Done& done) {
     m_driverOnly.Assert();
     const auto played = raw_request::Played(name, parameters);
@@ -165,7 +150,9 @@ void Announcements::Request(const std::string& name, const Parameters& parameter
     m_driverOnly.Assert();
     if (name == "get_announcements" && m_parts.agent.IsRunning()) {
         // The agent would be busy for long; its answer is known.
-        done({{AgentAnswer::Kind::Reply, "announcements", announcement_xml::ToXml(*All()), ""}, nullptr, ""});
+        done({{AgentAnswer::Kind::Reply, "announcements", announcement_xml::ToXml(WithPassing()), ""},
+              nullptr,
+              ""});
         return;
     }
     m_isAsking = true;
@@ -219,10 +206,11 @@ void Announcements::Settle(AgentAnswer answer,
                            std::uint32_t id,
                            const HouseAddition* house,
                            const Done& done) {
+    const bool wasPassing = IsPassing(id);
     const Change change = TakeAnew(id, house);
     const AnnouncementPointer now = Find(id);
     const bool isStored = change == Change::None && now && answer.tag == "success";
-    Tell(isStored ? Change::Stored : change, id);
+    Tell(isStored ? Change::Stored : change, id, wasPassing || IsPassing(id));
     if (change == Change::None && m_unsaved.count(id) == 0)
         done({std::move(answer), now, ""});
     else
@@ -264,7 +252,9 @@ Announcements::Put(std::uint32_t id, std::optional<Announcement> taken, const Ho
     return Change::Stored;
 }
 
-void Announcements::Tell(Change change, std::uint32_t id) {
+void Announcements::Tell(Change change, std::uint32_t id, bool isPassing) {
+    if (isPassing)
+        return;
     if (change == Change::Stored)
         m_parts.feed.Publish(events::AnnouncementStored{id, Find(id)});
     else if (change == Change::Removed)

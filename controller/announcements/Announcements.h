@@ -52,8 +52,11 @@ public:
     /// The announcement that the agent knows by this id; null when there is none.
     [[nodiscard]] AnnouncementPointer Find(std::uint32_t id) const;
 
-    /// All of them, by id; later changes are not seen in it.
+    /// All of them but those that are there for one play, by id; later changes are not seen in it.
     [[nodiscard]] std::shared_ptr<const List> All();
+
+    /// All that the agent has.
+    [[nodiscard]] List WithPassing() const;
 
     /// The name of one that is there, or that plays; else empty.
     [[nodiscard]] std::string NameOf(std::uint32_t id) const;
@@ -69,9 +72,16 @@ public:
     void PutNavigator(std::uint32_t id, const Announcement::Navigator& navigator, const Done& done);
     void RemoveNavigator(std::uint32_t id, std::uint32_t navigator, const Done& done);
 
-    /// Plays the announcement, or queues it behind what plays. An id that names none is answered as
-    /// `Unknown`, without asking the agent to play it.
+    /// Adds one that is there for one play, of which nobody is told; who adds it removes it. Without waiting
+    /// for the disk: left over, it is gone at the next start.
+    [[nodiscard]] Outcome AddPassing(Announcement announcement);
+
+    /// Has the agent play the announcement, or put it in its own queue behind what plays. An id that names
+    /// none is answered as `Unknown`, without asking the agent to play it.
     void Play(std::uint32_t id, const Done& done);
+
+    /// The same for one of which it has been told that it is asked for.
+    void PlayQueued(std::uint32_t id, const Done& done);
 
     /// Takes the popup of what plays away on every screen.
     void Dismiss(const Done& done);
@@ -94,6 +104,8 @@ public:
 private:
     enum class Change { None, Stored, Removed };
 
+    [[nodiscard]] static Outcome NoneWith(std::uint32_t id);
+
     void Ask(const char* request,
              const Parameters& parameters,
              std::uint32_t id,
@@ -103,7 +115,8 @@ private:
     [[nodiscard]] AgentAnswer AskToAdd(const Parameters& parameters);
     [[nodiscard]] Change TakeAnew(std::uint32_t id, const HouseAddition* house = nullptr);
     [[nodiscard]] Change Put(std::uint32_t id, std::optional<Announcement> taken, const HouseAddition* house);
-    void Tell(Change change, std::uint32_t id);
+    void Tell(Change change, std::uint32_t id, bool isPassing);
+    [[nodiscard]] bool IsPassing(std::uint32_t id) const;
     [[nodiscard]] AnnouncementRow RowOf(std::uint32_t id) const;
     void Write(std::uint32_t id, WriteDone done);
     void Mend(std::uint32_t id);

@@ -120,7 +120,7 @@ void Announcements::Mend(std::uint32_t id) {
         return;
     m_parts.log.Error("Announcement " + std::to_string(id) +
                       " was not what the agent has, which is a mistake of this program; it is now");
-    Tell(change, id);
+    Tell(change, id, IsPassing(id));
     Write(id, Nobody);
 }
 
@@ -128,7 +128,7 @@ void Announcements::Check() {
     m_driverOnly.Assert();
     TakePlayed();
     const AgentAnswer answer = m_parts.agent.Request("get_announcements", {});
-    if (answer.kind != AgentAnswer::Kind::Reply || answer.text == announcement_xml::ToXml(*All()))
+    if (answer.kind != AgentAnswer::Kind::Reply || answer.text == announcement_xml::ToXml(WithPassing()))
         return;
     std::set<std::uint32_t> ids;
     for (const auto& [id, announcement] : m_all)

@@ -12,7 +12,7 @@ bool PlayStop::Stop() {
     m_driverOnly.Assert();
     const auto& current = m_parts.playing.Current();
     if (!current)
-        return false;
+        return m_parts.queue.StopPreparing();
     if (std::exchange(m_stopped, current->show) != current->show)
         m_parts.feed.Publish(events::AnnouncementStopped{current->id});
     m_parts.audio.Stop();

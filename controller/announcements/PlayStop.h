@@ -2,7 +2,7 @@
 
 #include "controller/agent/DigitalAudio.h"
 #include "controller/agent/NowPlaying.h"
-#include "controller/announcements/Announcements.h"
+#include "controller/announcements/PlayQueue.h"
 #include "controller/driver/Alarm.h"
 #include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
@@ -21,13 +21,15 @@ public:
         const NowPlaying& playing;
         DigitalAudio& audio;
         Announcements& announcements;
+        PlayQueue& queue;
         EventFeed& feed;
         IScheduler& scheduler;
     };
 
     explicit PlayStop(Parts parts);
 
-    /// The sound fades out in every room and the popups go. False when nothing plays.
+    /// The sound fades out in every room and the popups go; of what is not ready to play yet, nothing comes.
+    /// False when nothing plays.
     bool Stop();
 
     /// What plays wants a popup shown. True when it has been stopped: then the popup is not to be shown, and

@@ -2,6 +2,7 @@
 
 #include "controller/access/Access.h"
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/PlayQueue.h"
 #include "controller/announcements/PlayStop.h"
 #include "controller/api/ApiCall.h"
 #include "controller/api/streams/EventStreams.h"
@@ -36,6 +37,7 @@ struct ControllerParts {
     DriverThread& driver;
     EventFeed& feed;
     Announcements& announcements;
+    PlayQueue& queue;
     PlayStop& stop;
     Popups& popups;
     Variables& variables;

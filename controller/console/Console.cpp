@@ -121,7 +121,7 @@ void Console::Play(const ConsoleCommand& command, const ConsoleInput::Answered& 
     std::string text;
     for (const std::string& word : command.words)
         text += (text.empty() ? "" : " ") + word;
-    m_parts.announcements.Play(FindAnnouncement(text), PrintOutcome("ok", answered));
+    m_parts.play(FindAnnouncement(text), PrintOutcome("ok", answered));
 }
 
 std::uint32_t Console::FindAnnouncement(const std::string& text) const {

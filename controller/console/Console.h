@@ -16,6 +16,7 @@ public:
         std::function<void(const std::string& line)> print;
         std::function<void()> quit;
         std::function<bool()> stop = {}; ///< stops what plays; false when nothing does
+        std::function<void(std::uint32_t announcement, const Announcements::Done& done)> play = {};
     };
 
     explicit Console(Parts parts);

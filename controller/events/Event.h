@@ -7,17 +7,32 @@
 #include <memory>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace controller {
 
 struct Announcement;
 
+/// One announcement that waits to be played, until the agent is asked for it.
+struct Queued {
+    std::uint64_t entry = 0; ///< no two have the same
+    std::uint32_t announcement = 0;
+    std::string name; ///< as it was when it was asked for
+    std::chrono::system_clock::time_point askedAt;
+};
+
 /// What happens in the house, one structure a kind. Ids are those of the house file and of the agent.
 namespace events {
 
-/// Somebody asks the agent to play the announcement with this id; told before the agent is.
+/// Somebody asks for the announcement with this id; told before the agent is.
 struct PlayAsked {
     std::uint32_t announcement = 0;
+    std::uint64_t entry = 0; ///< under which it waits, or would have; 0: the agent's own queue has it
+};
+
+/// What waits to be played, the next one first.
+struct QueueChanged {
+    std::vector<Queued> queue;
 };
 
 /// The agent has begun to play the announcement with this id.
@@ -159,6 +174,7 @@ struct LogLine {
 } // namespace events
 
 using EventData = std::variant<events::PlayAsked,
+                               events::QueueChanged,
                                events::AnnouncementStarted,
                                events::AnnouncementStopped,
                                events::AnnouncementEnded,

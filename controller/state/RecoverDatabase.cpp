@@ -185,6 +185,13 @@ void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& l
                  [&](const SqliteStatement& row) {
                      sound.WriteSpokenSound({row.Text(0), row.Text(1), row.Text(2), Id(row, 3), row.Text(4)});
                  });
+    QueuedRows queue;
+    (void)TakeRows(damaged, "SELECT entry, announcement, name, asked_at FROM queued ORDER BY place",
+                   [&](const SqliteStatement& row) {
+                       queue.push_back({static_cast<std::uint64_t>(row.Number(0)), Id(row, 1), row.Text(2),
+                                        row.Number(3)});
+                   });
+    sound.WriteQueue(queue);
     lines.push_back("Also read: " + std::to_string(volumes) + " volumes of rooms, " +
                     std::to_string(variables) + " values of variables, " + std::to_string(sounds) +
                     " spoken sounds, " + std::to_string(played) + " entries of the history.");

@@ -54,6 +54,11 @@ StoredState StateDatabase::ReadAll() {
     state.areAnnouncementsKept = SqliteStatement(*m_database, "SELECT 1 FROM kept").Step();
     ReadRooms(state);
     ReadSpokenSounds(state);
+    SqliteStatement queue(*m_database,
+                          "SELECT entry, announcement, name, asked_at FROM queued ORDER BY place");
+    while (queue.Step())
+        state.queue.push_back({static_cast<std::uint64_t>(queue.Number(0)),
+                               static_cast<std::uint32_t>(queue.Number(1)), queue.Text(2), queue.Number(3)});
     SqliteStatement variables(*m_database, "SELECT device, variable, value FROM variable_value");
     while (variables.Step())
         state.variables[{static_cast<std::uint32_t>(variables.Number(0)),
@@ -154,6 +159,18 @@ void StateDatabase::WriteVariable(std::uint32_t device, std::uint32_t variable, 
         .Bind(static_cast<std::int64_t>(variable))
         .Bind(value)
         .Run();
+}
+
+void StateDatabase::WriteQueue(const QueuedRows& rows) {
+    m_database->Execute("DELETE FROM queued");
+    for (const QueuedRow& row : rows)
+        SqliteStatement(*m_database,
+                        "INSERT INTO queued(entry, announcement, name, asked_at) VALUES(?, ?, ?, ?)")
+            .Bind(static_cast<std::int64_t>(row.entry))
+            .Bind(static_cast<std::int64_t>(row.announcement))
+            .Bind(row.name)
+            .Bind(row.askedAtMs)
+            .Run();
 }
 
 void StateDatabase::AddHistory(const HistoryEntry& entry) {

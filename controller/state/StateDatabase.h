@@ -2,6 +2,7 @@
 
 #include "controller/state/AnnouncementRow.h"
 #include "controller/state/IRoomStore.h"
+#include "controller/state/QueuedRow.h"
 #include "controller/state/SpokenSoundRow.h"
 #include "controller/state/Sqlite.h"
 
@@ -28,13 +29,14 @@ struct HistoryEntry {
     std::vector<std::uint32_t> rooms;
     std::vector<std::uint32_t> navigators;
     std::string file;
-    std::string outcome; ///< "ended", "dismissed", "stopped", "failed: <why>" or "interrupted"
+    std::string outcome; ///< "ended", "dismissed", "stopped", "failed: <why>", "interrupted" or "dropped"
 };
 
 /// Everything that is read once, at the start.
 struct StoredState {
     AnnouncementRows announcements;    ///< by key
     bool areAnnouncementsKept = false; ///< announcements have been stored, be it none of them
+    QueuedRows queue;                  ///< in its order
     std::vector<JournalEntry> journal;
     std::map<std::uint32_t, unsigned> volumes;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
@@ -96,6 +98,8 @@ public:
     /// Writes the row in the place of the one of its name, or takes that one away.
     void WriteSpokenSound(const SpokenSoundRow& row);
     void AddHistory(const HistoryEntry& entry);
+    /// Puts the rows in the place of all that there are.
+    void WriteQueue(const QueuedRows& rows);
 
     /// Runs the writes as one.
     void Together(const std::function<void(StateDatabase&)>& writes);

@@ -20,6 +20,12 @@ CREATE TABLE announcement(key INTEGER PRIMARY KEY, xml TEXT NOT NULL, house TEXT
 CREATE TABLE kept(what TEXT PRIMARY KEY) WITHOUT ROWID;
 )";
 
+/// And what waits to be played.
+constexpr const char* kQueueTable = R"(
+CREATE TABLE queued(place INTEGER PRIMARY KEY, entry INTEGER NOT NULL, announcement INTEGER NOT NULL,
+    name TEXT NOT NULL, asked_at INTEGER NOT NULL);
+)";
+
 constexpr const char* kOtherTables = R"(
 CREATE TABLE room_journal(room INTEGER PRIMARY KEY, volume_before INTEGER NOT NULL, volume_set INTEGER);
 CREATE TABLE room_volume(room INTEGER PRIMARY KEY, volume INTEGER NOT NULL);
@@ -149,8 +155,8 @@ void StateDatabase::CheckVersion() const {
 }
 
 void StateDatabase::CheckTables() const {
-    for (const char* table :
-         {"announcement", "kept", "room_journal", "room_volume", "variable_value", "history", "sound"})
+    for (const char* table : {"announcement", "kept", "room_journal", "room_volume", "variable_value",
+                              "history", "sound", "queued"})
         if (!SqliteStatement(*m_database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?")
                  .Bind(std::string(table))
                  .Step())
@@ -166,7 +172,7 @@ void StateDatabase::Make() const {
     {
         Sqlite database(part.string());
         SqliteTransaction transaction(database);
-        database.Execute(std::string(kAnnouncementTables) + kOtherTables + kSoundTables +
+        database.Execute(std::string(kAnnouncementTables) + kOtherTables + kSoundTables + kQueueTable +
                          "PRAGMA user_version=" + std::to_string(kVersion) +
                          "; PRAGMA application_id=" + std::to_string(kApplication));
         transaction.Commit();
@@ -181,7 +187,8 @@ void StateDatabase::Migrate(std::int64_t version) {
     SqliteTransaction transaction(*m_database);
     if (version < kFirstWithRows)
         TakeTextApart();
-    m_database->Execute(kSoundTables + ("PRAGMA user_version=" + std::to_string(kVersion)));
+    m_database->Execute(std::string(kSoundTables) + kQueueTable +
+                        "PRAGMA user_version=" + std::to_string(kVersion));
     transaction.Commit();
 }
 

@@ -93,6 +93,13 @@ void StateStore::WriteSpokenSound(const SpokenSoundRow& row, WriteDone done) {
     Submit({{{"sound " + row.name, run}}, std::move(done)});
 }
 
+void StateStore::WriteQueue(QueuedRows rows, WriteDone done) {
+    const auto run = [rows = std::move(rows)](StateDatabase& database) {
+        database.WriteQueue(rows);
+    };
+    Submit({{{"queue", run}}, std::move(done)});
+}
+
 void StateStore::AddHistory(const HistoryEntry& entry) {
     m_driverOnly.Assert();
     const auto run = [entry](StateDatabase& database) {

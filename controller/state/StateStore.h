@@ -39,7 +39,10 @@ protected:
 ///
 /// A write that fails is kept and tried again every `kRetry`, and when another one succeeds, until it
 /// succeeds or a newer write of the same thing takes its place. Driver thread only.
-class StateStore final : public IRoomStore, public IVariableStore, public IAnnouncementStore {
+class StateStore final : public IRoomStore,
+                         public IVariableStore,
+                         public IAnnouncementStore,
+                         public IQueueStore {
 public:
     static constexpr std::chrono::seconds kRetry{5};
     /// So many played announcements wait at most for a disk that takes nothing.
@@ -64,6 +67,7 @@ public:
                        const std::string& value,
                        WriteDone done) override;
     void WriteSpokenSound(const SpokenSoundRow& row, WriteDone done);
+    void WriteQueue(QueuedRows rows, WriteDone done) override;
     void AddHistory(const HistoryEntry& entry);
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);

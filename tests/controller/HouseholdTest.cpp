@@ -75,7 +75,7 @@ TEST_F(HouseholdTest, ANewHouseHasWhatItsFileSays) {
     EXPECT_EQ(parts.variables.Value(9, 4), "cold");
     EXPECT_EQ(parts.announcements.NameOf(1), "Dinner");
     EXPECT_TRUE(parts.isAgentRunning());
-    EXPECT_FALSE(household->IsPlaying());
+    EXPECT_FALSE(household->IsBusy());
     (void)End(*household);
     EXPECT_FALSE(parts.isAgentRunning());
 }
@@ -136,6 +136,44 @@ TEST_F(HouseholdTest, WhatWasThereForOnePlayIsGoneAtTheNextStart) {
     EXPECT_EQ(state.announcements[1].key, 3);
 }
 
+TEST_F(HouseholdTest, WhatWaitedIsPlayedAtTheNextStartAndWhatWaitedTooLongStandsInTheHistory) {
+    const auto ago = [](std::chrono::minutes age) {
+        const auto at = std::chrono::system_clock::now().time_since_epoch() - age;
+        return std::chrono::duration_cast<std::chrono::milliseconds>(at).count();
+    };
+    {
+        StateDatabase database(DataFolder(m_folder.Path() / "data").Path());
+        const auto row = [](int id) {
+            const std::string text = std::to_string(id);
+            return AnnouncementRow{
+                id, "<announcement><id>" + text + "</id><name>A" + text + "</name></announcement>",
+                "<house><passing/></house>"};
+        };
+        database.ReplaceAnnouncements({row(2), row(3), row(4)});
+        database.WriteQueue(
+            {{7, 2, "A2", ago(std::chrono::minutes(11))}, {8, 3, "A3", ago(std::chrono::minutes(9))}});
+    }
+    {
+        const auto household = Open();
+        EXPECT_TRUE(household->IsBusy());
+        EXPECT_TRUE(household->Parts().announcements.Find(3));
+        EXPECT_EQ(household->Parts().announcements.WithPassing().size(), 1U);
+        (void)End(*household);
+    }
+    StateDatabase database(m_folder.Path() / "data");
+    const StoredState state = database.Read();
+    ASSERT_EQ(state.queue.size(), 1U);
+    EXPECT_EQ(state.queue[0].entry, 8U);
+    EXPECT_EQ(state.queue[0].name, "A3");
+    ASSERT_EQ(state.announcements.size(), 1U);
+    const auto history = database.ReadHistory(10);
+    ASSERT_EQ(history.size(), 1U);
+    EXPECT_EQ(history[0].name, "A2");
+    EXPECT_EQ(history[0].announcement, 2U);
+    EXPECT_EQ(history[0].outcome, "dropped");
+    EXPECT_LT(history[0].startedAt, history[0].endedAt);
+}
+
 TEST_F(HouseholdTest, WhatAKilledUploadHasLeftIsSweptAtTheStart) {
     m_folder.Write(".draft-0123456789abcdef0123456789abcdef.tmp", "half a sound");
     m_folder.Write("chime.wav", "somebody's");
@@ -158,7 +196,7 @@ TEST_F(HouseholdTest, AnEndInMidPlayTakesPopupsAwayAndGivesRoomsBack) {
     parts.announcements.Play(1, [](const Announcements::Outcome& /*outcome*/) {});
     parts.driver.Run();
     parts.driver.Context().restart();
-    ASSERT_TRUE(household->IsPlaying());
+    ASSERT_TRUE(household->IsBusy());
     EXPECT_EQ(parts.popups.Standing().size(), 1U);
 
     const Texts told = End(*household);
@@ -169,7 +207,7 @@ TEST_F(HouseholdTest, AnEndInMidPlayTakesPopupsAwayAndGivesRoomsBack) {
     EXPECT_TRUE(parts.popups.Standing().empty());
     EXPECT_EQ(parts.volumes.Volume(12), 40U);
     EXPECT_FALSE(parts.volumes.IsTaken(12));
-    EXPECT_FALSE(household->IsPlaying());
+    EXPECT_FALSE(household->IsBusy());
 }
 
 } // namespace

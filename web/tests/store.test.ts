@@ -15,6 +15,7 @@ const state: WholeState = {
     started: '',
     agent: true,
     playing: null,
+    queue: [],
     waiting: [2],
     sound: null,
     popups: [],

@@ -140,20 +140,6 @@ void RemoveAnnouncement(ApiContext& context, Call call) {
     context.parts.announcements.Remove(call->Id("id"), AnswerNothing(call));
 }
 
-void PlayAnnouncement(ApiContext& context, Call call) {
-    const std::uint32_t id = call->Id("id");
-    context.parts.announcements.Play(id, [&context, call, id](const Outcome& outcome) {
-        call->Guard([&] {
-            if (outcome.answer.kind == AgentAnswer::Kind::Unknown)
-                throw NoAnnouncement(id);
-            agent_reply::Require(outcome.answer);
-            const auto& current = context.watch.Current();
-            const bool isPlaying = current && current->announcement == id;
-            call->Reply(202, view::Played{id, isPlaying ? "playing" : "waiting"});
-        });
-    });
-}
-
 void PutAnnouncementRoom(ApiContext& context, Call call) {
     const std::uint32_t id = call->Id("id");
     const auto room = announcement_json::ReadRoom(*call->json, call->Id("room"));
@@ -184,21 +170,6 @@ void RemoveAnnouncementNavigator(ApiContext& context, Call call) {
     context.parts.announcements.RemoveNavigator(id, navigator, AnswerNothing(call));
 }
 
-void Dismiss(ApiContext& context, Call call) {
-    const auto& current = context.watch.Current();
-    const view::Dismissed dismissed{current ? std::optional(current->announcement) : std::nullopt};
-    context.parts.announcements.Dismiss([call, dismissed](const Outcome& outcome) {
-        call->Guard([&] {
-            agent_reply::Require(outcome.answer);
-            call->Reply(202, dismissed);
-        });
-    });
-}
-
-void Stop(ApiContext& context, Call call) {
-    call->Reply(200, view::Stopped{context.parts.stop.Stop()});
-}
-
 void SendCommand(ApiContext& context, Call call) {
     const std::string name = call->Text("name");
     const Parameters parameters = call->Take<view::Parameters>().values;
@@ -220,7 +191,7 @@ void SendRequest(ApiContext& context, Call call) {
         // The agent would be busy for long; its answer is known.
         Elsewhere(
             context, call,
-            [list = context.parts.announcements.All()] { return announcement_xml::ToXml(*list); },
+            [list = context.parts.announcements.WithPassing()] { return announcement_xml::ToXml(list); },
             [call](const std::string& text) { call->ReplyText(200, "application/xml", text); });
         return;
     }

@@ -31,7 +31,7 @@ void Forget(ApiContext& context, Call call, std::uint32_t id, const AgentAnswer&
             agent_reply::Require(removed.answer);
             if (!isPlaying)
                 throw ApiError(409, "an announcement has begun meanwhile", "another try when it is over");
-            call->Reply(202, view::Played{id, "playing"});
+            call->Reply(202, view::Played{id, "playing", 0});
         });
     });
 }

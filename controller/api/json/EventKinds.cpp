@@ -2,6 +2,7 @@
 
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
+#include "controller/api/json/PlayViews.h"
 #include "controller/media/MediaName.h"
 
 #include <cctype>
@@ -103,8 +104,11 @@ private:
 
 void AddAnnouncements(KindList& list) {
     using namespace events;
-    list.Add<PlayAsked>("play_asked",
-                        {Data<&PlayAsked::announcement>("announcement", "Somebody asks for it").AsId()});
+    list.Add<PlayAsked>(
+        "play_asked",
+        {Data<&PlayAsked::announcement>("announcement", "Somebody asks for it").AsId(),
+         Data<&PlayAsked::entry>("entry", "Its number in the queue; 0: the agent is asked at once")});
+    list.Add<QueueChanged>("queue_changed", {Data<&QueueChanged::queue>("queue", "The next one first")});
     list.Add<AnnouncementStarted>("announcement_started",
                                   {Data<&AnnouncementStarted::announcement>("announcement").AsId()});
     list.Add<AnnouncementStopped>("announcement_stopped",

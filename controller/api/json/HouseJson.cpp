@@ -109,6 +109,7 @@ view::Status Status(const ApiContext& context) {
         status.playing = view::Playing{
             playing->announcement, context.parts.announcements.NameOf(playing->announcement), playing->since};
     status.waiting = watch.Waiting();
+    status.queue = context.parts.queue.Waiting();
     if (const auto& sound = watch.CurrentSound())
         status.sound = view::Sound{media_name::SoundOf(sound->file), sound->since};
     for (const Popups::Popup& popup : context.parts.popups.Standing())
@@ -118,8 +119,8 @@ view::Status Status(const ApiContext& context) {
     status.events = context.parts.feed.LastNumber();
     status.knownFrom = {"the event that the agent fired when it started, until it went on without another "
                         "one and none of the announcement's timers ran",
-                        "the commands that were delivered while something played; one that was removed "
-                        "meanwhile is skipped",
+                        "the agent's own queue: the raw commands that were delivered while something "
+                        "played; then the controller's",
                         "the file that the agent asked for, until its last sample was played"};
     return status;
 }

@@ -56,10 +56,23 @@ Object TableOf(fields::For<HistoryEntry> /*type*/) {
              Member<&Entry::name>("name"), Member<&Entry::startedAt>("started"),
              Member<&Entry::endedAt>("ended"), Member<&Entry::rooms>("rooms"),
              Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
-             Member<&Entry::outcome>("outcome", "ended, dismissed, stopped, interrupted, or failed: WHY")}};
+             Member<&Entry::outcome>("outcome",
+                                     "ended, dismissed, stopped, interrupted, dropped, or failed: WHY")}};
+}
+
+Object TableOf(fields::For<Queued> /*type*/) {
+    return {"Queued",
+            {Member<&Queued::entry>("entry"), Member<&Queued::announcement>("announcement").AsId(),
+             Member<&Queued::name>("name", "As it was when it was asked for"),
+             Member<&Queued::askedAt>("asked_at")}};
 }
 
 namespace view {
+
+Object QueueMove::Table() {
+    return {"QueueMove",
+            {Member<&QueueMove::before>("before", "The entry that is played behind it; null: behind all")}};
+}
 
 const fields::Type& Rehearsed::Table() {
     static const RehearsedType kType;

@@ -2,6 +2,7 @@
 
 #include "controller/announcements/Announcement.h"
 #include "controller/api/json/List.h"
+#include "controller/events/Event.h"
 #include "controller/state/StateDatabase.h"
 
 #include <cstdint>
@@ -12,6 +13,7 @@
 namespace controller {
 
 fields::Object TableOf(fields::For<HistoryEntry> type);
+fields::Object TableOf(fields::For<Queued> type);
 
 /// What has been played, and what playing would do, as the API gives it.
 namespace view {
@@ -21,6 +23,17 @@ using fields::Object;
 template <>
 inline constexpr ListWords kListWords<std::vector<HistoryEntry>>{"History", "history", "Newest first"};
 using History = List<std::vector<HistoryEntry>>;
+
+template <>
+inline constexpr ListWords kListWords<std::vector<Queued>>{"Queue", "queue", "The next one first"};
+using Queue = List<std::vector<Queued>>;
+
+/// A body.
+struct QueueMove {
+    std::optional<std::uint64_t> before;
+
+    static Object Table();
+};
 
 /// What a rehearsal plays: a stored announcement, or one that is given.
 struct Rehearsed {

@@ -67,7 +67,8 @@ Object Problem::Table() {
 Object Played::Table() {
     return {"Played",
             {Member<&Played::announcement>("announcement").AsId(),
-             Member<&Played::state>("state").OneOf({"playing", "waiting"})}};
+             Member<&Played::state>("state").OneOf({"playing", "waiting"}),
+             Member<&Played::entry>("entry", "Its number in the queue; 0 when it played already")}};
 }
 
 Object Dismissed::Table() {

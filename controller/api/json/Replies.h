@@ -43,6 +43,7 @@ struct Problem {
 struct Played {
     std::uint32_t announcement = 0;
     std::string state;
+    std::uint64_t entry = 0;
 
     static Object Table();
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/api/json/HouseViews.h"
+#include "controller/api/json/PlayViews.h"
 
 #include <cstdint>
 #include <optional>
@@ -48,6 +49,7 @@ struct Status {
     bool isAgentRunning = false;
     std::optional<Playing> playing;
     std::vector<std::uint32_t> waiting;
+    std::vector<Queued> queue;
     std::optional<Sound> sound;
     std::vector<ShownPopup> popups;
     bool isStateSaved = false;

@@ -8,11 +8,14 @@ HouseWatch::HouseWatch(EventFeed& feed)
     : m_subscription(feed.Subscribe([this](const Event& event) { Take(event); })) {}
 
 std::vector<std::uint32_t> HouseWatch::Waiting() const {
-    // With nothing playing, nothing waits: the agent takes the next one, or has found that none of them
-    // exists.
-    if (!m_playing)
-        return {};
-    return {m_waiting.begin(), m_waiting.end()};
+    // With nothing playing, nothing waits in the agent: it takes the next one, or has found that none of
+    // them exists.
+    std::vector<std::uint32_t> waiting;
+    if (m_playing)
+        waiting.assign(m_waiting.begin(), m_waiting.end());
+    for (const Queued& one : m_queue)
+        waiting.push_back(one.announcement);
+    return waiting;
 }
 
 std::string HouseWatch::Trouble(std::uint32_t room) const {
@@ -20,11 +23,14 @@ std::string HouseWatch::Trouble(std::uint32_t room) const {
     return place != m_trouble.end() ? place->second : "";
 }
 
-void HouseWatch::Asked(std::uint32_t announcement) {
+void HouseWatch::Asked(const events::PlayAsked& asked) {
+    if (asked.entry != 0)
+        return; // the agent is not asked yet
     if (!m_playing) {
         m_waiting.clear();
         return;
     }
+    const std::uint32_t announcement = asked.announcement;
     const bool isKnown = announcement == 0 || announcement == m_playing->announcement ||
                          std::find(m_waiting.begin(), m_waiting.end(), announcement) != m_waiting.end();
     if (!isKnown)
@@ -49,7 +55,9 @@ void HouseWatch::Removed(std::uint32_t announcement) {
 void HouseWatch::Take(const Event& event) {
     using namespace events;
     if (const auto* asked = std::get_if<PlayAsked>(&event.data))
-        Asked(asked->announcement);
+        Asked(*asked);
+    else if (const auto* queue = std::get_if<QueueChanged>(&event.data))
+        m_queue = queue->queue;
     else if (const auto* started = std::get_if<AnnouncementStarted>(&event.data))
         Started(started->announcement, event.time);
     else if (std::holds_alternative<AnnouncementEnded>(event.data))

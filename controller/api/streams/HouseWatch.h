@@ -37,8 +37,8 @@ public:
 
     [[nodiscard]] const std::optional<Playing>& Current() const noexcept { return m_playing; }
 
-    /// What was asked for while something else played, is still there, and has not had its turn, oldest
-    /// first.
+    /// What was asked for, is still there, and has not had its turn, in the order of playing: what the agent
+    /// has in its own queue goes before.
     [[nodiscard]] std::vector<std::uint32_t> Waiting() const;
 
     [[nodiscard]] const std::optional<Sound>& CurrentSound() const noexcept { return m_sound; }
@@ -54,12 +54,13 @@ public:
 
 private:
     void Take(const Event& event);
-    void Asked(std::uint32_t announcement);
+    void Asked(const events::PlayAsked& asked);
     void Started(std::uint32_t announcement, Time time);
     void Removed(std::uint32_t announcement);
 
     std::optional<Playing> m_playing;
-    std::deque<std::uint32_t> m_waiting;
+    std::deque<std::uint32_t> m_waiting; ///< in the agent's own queue
+    std::vector<Queued> m_queue;
     std::optional<Sound> m_sound;
     std::set<std::uint32_t> m_awake;
     std::map<std::uint32_t, std::string> m_trouble;

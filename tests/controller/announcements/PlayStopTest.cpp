@@ -87,7 +87,8 @@ protected:
                           }}};
     RoomProxy m_room{1, m_audio, m_volumes, m_feed};
     NowPlaying m_playing{m_host.timers, m_feed};
-    PlayStop m_stop{{m_playing, m_audio, m_announcements, m_feed, m_host.scheduler}};
+    PlayQueue m_queue{{m_announcements, m_playing, m_rooms, m_feed, m_host.scheduler, {}}};
+    PlayStop m_stop{{m_playing, m_audio, m_announcements, m_queue, m_feed, m_host.scheduler}};
     DeviceManager m_devices{{11},
                             m_popups,
                             m_host.log.log,

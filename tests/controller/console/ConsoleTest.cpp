@@ -29,9 +29,9 @@ protected:
     int m_quits = 0;
     bool m_isPlaying = false;
     Console m_console{{m_announcements, [this](const std::string& line) { m_lines.push_back(line); },
-                       [this] { ++m_quits; },
-                       [this] {
-                           return m_isPlaying;
+                       [this] { ++m_quits; }, [this] { return m_isPlaying; },
+                       [this](std::uint32_t id, const Announcements::Done& done) {
+                           m_announcements.Play(id, done);
                        }}};
 };
 

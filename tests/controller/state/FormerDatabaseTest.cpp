@@ -91,11 +91,15 @@ TEST_F(FormerDatabaseTest, OfVersionOneIsTakenOverAsWell) {
 
 TEST_F(FormerDatabaseTest, OfVersionThreeIsTakenOverAsWell) {
     (void)StateDatabase(m_folder.Path());
-    Sqlite(File().string()).Execute("DROP TABLE sound; PRAGMA user_version=3");
+    Sqlite(File().string()).Execute("DROP TABLE sound; DROP TABLE queued; PRAGMA user_version=3");
     ExpectAll();
     EXPECT_EQ(Number(Copy(3), "PRAGMA user_version"), 3);
     EXPECT_EQ(Number(Copy(3), "SELECT count(*) FROM announcement"), 4);
     EXPECT_EQ(Number(Copy(3), "SELECT count(*) FROM sqlite_master WHERE name = 'sound'"), 0);
+    StateDatabase(m_folder.Path()).WriteQueue({{4, 1, "Supper", 1500}});
+    const StoredState state = StateDatabase(m_folder.Path()).Read();
+    ASSERT_EQ(state.queue.size(), 1U);
+    EXPECT_EQ(state.queue[0].askedAtMs, 1500);
 }
 
 TEST_F(FormerDatabaseTest, WithoutAnnouncementsItHasNeverHeldAny) {

@@ -12,6 +12,12 @@ std::string Id(std::uint64_t id) {
 
 struct ToText {
     std::string operator()(const events::PlayAsked& e) const { return "asked for " + Id(e.announcement); }
+    std::string operator()(const events::QueueChanged& e) const {
+        std::string text = "queue";
+        for (const Queued& one : e.queue)
+            text += " " + Id(one.announcement);
+        return text;
+    }
     std::string operator()(const events::AnnouncementStarted& e) const {
         return "started " + Id(e.announcement);
     }

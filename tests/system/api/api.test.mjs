@@ -130,10 +130,9 @@ test('OK closes the popup on every screen, and a second OK does nothing', async 
   const living = await house.watch('/api/navigators/12/events');
   assert.equal((await kitchen.next()).data.popup, null);
   assert.equal((await living.next()).data.popup, null);
-  assert.deepEqual((await house.ask('POST', `/api/announcements/${id}/play`)).body, {
-    announcement: id,
-    state: 'playing',
-  });
+  const { entry, ...played } = (await house.ask('POST', `/api/announcements/${id}/play`)).body;
+  assert.deepEqual(played, { announcement: id, state: 'playing' });
+  assert.ok(entry > 0);
   const { popup } = await kitchen.until('popup_shown');
   const other = (await living.until('popup_shown')).popup;
   assert.equal(popup.message, '<b>hi</b>');
@@ -187,10 +186,24 @@ test('what plays and waits is told', async () => {
   const { playing, waiting } = (await house.ask('GET', '/api/status')).body;
   assert.equal(playing.announcement, one);
   assert.deepEqual(waiting, [two, three]);
+  const ids = ({ body }) => body.queue.map(({ announcement }) => announcement);
+  const queue = await house.ask('GET', '/api/queue');
+  assert.deepEqual(ids(queue), [two, three]);
+  const [first, second] = queue.body.queue;
+  assert.equal(first.name, 'Test');
+  const moved = await house.ask('POST', `/api/queue/${second.entry}/move`, { before: first.entry });
+  assert.deepEqual(ids(moved), [three, two]);
+  assert.deepEqual(ids(await house.ask('POST', `/api/queue/${second.entry}/move`, { before: null })), [two, three]);
+  assert.equal((await house.ask('POST', `/api/queue/${second.entry}/move`, { before: 999 })).status, 404);
+  assert.equal((await house.ask('DELETE', `/api/queue/${second.entry}`)).status, 204);
+  assert.equal((await house.ask('DELETE', `/api/queue/${second.entry}`)).status, 404);
+  assert.equal((await house.ask('POST', `/api/announcements/${three}/play`)).body.state, 'waiting');
   for (const id of [two, three]) await house.ask('DELETE', `/api/announcements/${id}`);
-  await house.ask('POST', '/api/dismiss');
+  assert.deepEqual((await house.ask('POST', '/api/stop')).body, { stopped: true });
   await idle();
   assert.deepEqual((await house.ask('GET', '/api/status')).body.waiting, []);
+  assert.deepEqual((await house.ask('POST', '/api/stop')).body, { stopped: false });
+  assert.equal((await house.ask('GET', '/api/history?limit=1')).body.history[0].outcome, 'stopped');
 });
 
 test("volumes and variables are set, and a room's highest volume holds", async () => {

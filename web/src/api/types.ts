@@ -87,7 +87,7 @@ export interface paths {
     get?: never;
     put?: never;
     /**
-     * Plays an announcement, or queues it behind what plays
+     * Plays an announcement, now or when its turn comes
      * @description Needs the right: play
      */
     post: operations['play_announcement'];
@@ -437,6 +437,66 @@ export interface paths {
     get: operations['list_operations'];
     put?: never;
     post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
+  '/api/queue': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    /**
+     * What waits to be played, the next one first
+     * @description Needs the right: play
+     */
+    get: operations['list_queue'];
+    put?: never;
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
+  '/api/queue/{entry}': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    post?: never;
+    /**
+     * Takes back what waits
+     * @description Needs the right: play
+     */
+    delete: operations['remove_queued'];
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
+  '/api/queue/{entry}/move': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    /**
+     * Moves what waits in front of another one, or behind all
+     * @description Needs the right: play
+     */
+    post: operations['move_queued'];
     delete?: never;
     options?: never;
     head?: never;
@@ -933,6 +993,7 @@ export interface components {
     };
     Event:
       | components['schemas']['PlayAskedEvent']
+      | components['schemas']['QueueChangedEvent']
       | components['schemas']['AnnouncementStartedEvent']
       | components['schemas']['AnnouncementStoppedEvent']
       | components['schemas']['AnnouncementEndedEvent']
@@ -980,7 +1041,7 @@ export interface components {
       id: number;
       name: string;
       navigators: number[];
-      /** @description ended, dismissed, stopped, interrupted, or failed: WHY */
+      /** @description ended, dismissed, stopped, interrupted, dropped, or failed: WHY */
       outcome: string;
       rooms: number[];
       started: string;
@@ -1159,6 +1220,8 @@ export interface components {
       data: {
         /** @description Somebody asks for it */
         announcement: number;
+        /** @description Its number in the queue; 0: the agent is asked at once */
+        entry: number;
       };
       seq: number;
       /** Format: date-time */
@@ -1168,6 +1231,8 @@ export interface components {
     };
     Played: {
       announcement: number;
+      /** @description Its number in the queue; 0 when it played already */
+      entry: number;
       /** @enum {string} */
       state: 'playing' | 'waiting';
     };
@@ -1275,6 +1340,36 @@ export interface components {
       type: string;
       /** @description The announcements that use the file that was to be removed */
       users?: components['schemas']['User'][];
+    };
+    Queue: {
+      /** @description The next one first */
+      queue: components['schemas']['Queued'][];
+    };
+    QueueChangedEvent: {
+      data: {
+        /** @description The next one first */
+        queue: components['schemas']['Queued'][];
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'queue_changed';
+    };
+    Queued: {
+      announcement: number;
+      /** Format: date-time */
+      asked_at: string;
+      entry: number;
+      /** @description As it was when it was asked for */
+      name: string;
+    };
+    QueueMove: {
+      /**
+       * @description The entry that is played behind it; null: behind all
+       * @default null
+       */
+      before?: number | null;
     };
     Rehearsal: {
       announcement: number;
@@ -1478,13 +1573,15 @@ export interface components {
       known_from: components['schemas']['KnownFrom'];
       playing: components['schemas']['Playing'] | null;
       popups: components['schemas']['ShownPopup'][];
+      /** @description Of these, what can be taken back */
+      queue: components['schemas']['Queued'][];
       sound: components['schemas']['PlayingSound'] | null;
       /** Format: date-time */
       started: string;
       state_error: string | null;
       state_saved: boolean;
       version: string;
-      /** @description Ids, oldest first */
+      /** @description Ids, the next one first */
       waiting: number[];
     };
     Stopped: {
@@ -1657,6 +1754,10 @@ export type PopupHiddenPageEvent = components['schemas']['PopupHiddenPageEvent']
 export type PopupShownEvent = components['schemas']['PopupShownEvent'];
 export type PopupShownPageEvent = components['schemas']['PopupShownPageEvent'];
 export type Problem = components['schemas']['Problem'];
+export type Queue = components['schemas']['Queue'];
+export type QueueChangedEvent = components['schemas']['QueueChangedEvent'];
+export type Queued = components['schemas']['Queued'];
+export type QueueMove = components['schemas']['QueueMove'];
 export type Rehearsal = components['schemas']['Rehearsal'];
 export type RehearsalOrder = components['schemas']['RehearsalOrder'];
 export type RestPageEvent = components['schemas']['RestPageEvent'];
@@ -1939,7 +2040,7 @@ export interface operations {
     };
     requestBody?: never;
     responses: {
-      /** @description Plays an announcement, or queues it behind what plays */
+      /** @description Plays an announcement, now or when its turn comes */
       202: {
         headers: {
           [name: string]: unknown;
@@ -2605,6 +2706,101 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['OperationList'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  list_queue: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description What waits to be played, the next one first */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['Queue'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  remove_queued: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the entry that is meant */
+        entry: number;
+      };
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description Takes back what waits */
+      204: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content?: never;
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  move_queued: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the entry that is meant */
+        entry: number;
+      };
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['QueueMove'];
+      };
+    };
+    responses: {
+      /** @description Moves what waits in front of another one, or behind all */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['Queue'];
         };
       };
       /** @description What is wrong, and what would be right */

@@ -84,7 +84,10 @@ TEST(EventJsonTest, BytesThatAreNoTextAreReplaced) {
 TEST(EventJsonTest, EveryKindIsTold) {
     using namespace events;
     const std::vector<std::pair<EventData, std::string>> kinds{
-        {PlayAsked{1}, R"(play_asked {"announcement":1})"},
+        {PlayAsked{1, 4}, R"(play_asked {"announcement":1,"entry":4})"},
+        {QueueChanged{{{4, 1, "Dinner", std::chrono::system_clock::time_point()}}},
+         R"(queue_changed {"queue":[{"entry":4,"announcement":1,"name":"Dinner",)"
+         R"("asked_at":"1970-01-01T00:00:00.000Z"}]})"},
         {AnnouncementStarted{1}, R"(announcement_started {"announcement":1})"},
         {AnnouncementStopped{1}, R"(announcement_stopped {"announcement":1})"},
         {AnnouncementEnded{1}, R"(announcement_ended {"announcement":1})"},

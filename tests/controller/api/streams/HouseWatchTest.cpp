@@ -26,6 +26,19 @@ TEST_F(HouseWatchTest, WhatIsAskedForWhileSomethingPlaysWaitsInItsOrder) {
     EXPECT_EQ(m_watch.Waiting(), (Ids{2, 3}));
 }
 
+TEST_F(HouseWatchTest, WhatWaitsInFrontOfTheAgentIsPlayedBehindWhatTheAgentHas) {
+    Ask(1);
+    Start(1);
+    m_feed.Publish(events::PlayAsked{5, 17});
+    m_feed.Publish(events::QueueChanged{{{17, 5, "Five", {}}, {18, 4, "Four", {}}}});
+    Ask(2);
+    EXPECT_EQ(m_watch.Waiting(), (Ids{2, 5, 4}));
+    End(1);
+    EXPECT_EQ(m_watch.Waiting(), (Ids{5, 4}));
+    m_feed.Publish(events::QueueChanged{});
+    EXPECT_EQ(m_watch.Waiting(), Ids{});
+}
+
 TEST_F(HouseWatchTest, NextOneStartsAndThoseThatWereSkippedWaitNoMore) {
     Ask(1);
     Start(1);

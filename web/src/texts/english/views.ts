@@ -94,6 +94,7 @@ export const views = {
       played: 'Played',
       dismissed: 'Dismissed',
       stopped: 'Stopped',
+      dropped: 'Waited too long',
       failed: 'Failed',
       interrupted: 'Interrupted',
     },

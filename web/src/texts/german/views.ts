@@ -97,6 +97,7 @@ export const views: typeof English = {
       played: 'Gespielt',
       dismissed: 'Geschlossen',
       stopped: 'Angehalten',
+      dropped: 'Verfallen',
       failed: 'Gescheitert',
       interrupted: 'Unterbrochen',
     },
