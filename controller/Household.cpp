@@ -2,6 +2,7 @@
 
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/driver/Durable.h"
+#include "controller/state/SpokenText.h"
 #include "controller/state/StateText.h"
 #include "controller/state/UtcText.h"
 
@@ -104,7 +105,18 @@ Household::Opened Household::Open() const {
     Opened opened;
     opened.database = std::make_unique<StateDatabase>(m_dataFolder.Path());
     opened.state = opened.database->Read();
+    if (!opened.state.areAnnouncementsKept && !m_house.firstAnnouncements.empty())
+        TakeFirstSounds(opened);
     return opened;
+}
+
+/// Beside the first announcements stand the sounds that they have spoken.
+void Household::TakeFirstSounds(Opened& opened) const {
+    opened.state.spokenSounds = spoken_text::Read(m_house.firstAnnouncements);
+    opened.database->Together([&](StateDatabase& together) {
+        for (const SpokenSoundRow& sound : opened.state.spokenSounds)
+            together.WriteSpokenSound(sound);
+    });
 }
 
 audio::ISoundEngine& Household::Engine() {

@@ -64,6 +64,7 @@ private:
     };
 
     [[nodiscard]] Opened Open() const;
+    void TakeFirstSounds(Opened& opened) const;
     [[nodiscard]] audio::ISoundEngine& Engine();
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;

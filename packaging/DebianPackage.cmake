@@ -41,7 +41,8 @@ string(JOIN ", " CPACK_DEBIAN_CONTROLLER_PACKAGE_DEPENDS
     "systemd | systemd-standalone-tmpfiles"
     "init-system-helpers (>= 1.52)")
 # AAC, as phones record it. Without it the page decodes such files itself, so 11 MB need not be taken.
-set(CPACK_DEBIAN_CONTROLLER_PACKAGE_RECOMMENDS gstreamer1.0-plugins-bad)
+# And the voice of houses that name no other.
+set(CPACK_DEBIAN_CONTROLLER_PACKAGE_RECOMMENDS "gstreamer1.0-plugins-bad, espeak-ng")
 set(CPACK_COMPONENT_CONTROLLER_DESCRIPTION
     "announcements in the rooms and on the screens of a house
 Plays announcements as sound in the rooms of a house and shows them as popups

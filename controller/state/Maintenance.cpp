@@ -1,6 +1,7 @@
 #include "controller/state/Maintenance.h"
 
 #include "controller/state/DataFolder.h"
+#include "controller/state/SpokenText.h"
 #include "controller/state/StateDatabase.h"
 #include "controller/state/StateText.h"
 
@@ -16,7 +17,7 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
     const StoredState stored = StateDatabase(dataFolder).Read();
     if (!stored.areAnnouncementsKept)
         throw std::runtime_error("There is nothing to export: no announcements have been stored yet");
-    const std::string state = state_text::ForPeople(stored.announcements);
+    const std::string state = state_text::ForPeople(stored.announcements, stored.spokenSounds);
     if (file.empty() || file == "-") {
         std::cout << state << '\n' << std::flush;
         return;
@@ -28,9 +29,14 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
 AnnouncementRows maintenance::Import(const std::filesystem::path& dataFolder,
                                      const std::filesystem::path& file) {
     AnnouncementRows rows = state_text::Read(file);
+    const std::vector<SpokenSoundRow> sounds = spoken_text::Read(file);
     const DataFolder folder(dataFolder);
     StateDatabase database(dataFolder);
-    database.Together([&](StateDatabase& together) { together.ReplaceAnnouncements(rows); });
+    database.Together([&](StateDatabase& together) {
+        together.ReplaceAnnouncements(rows);
+        for (const SpokenSoundRow& sound : sounds)
+            together.WriteSpokenSound(sound);
+    });
     std::cout << "imported " << file.string() << '\n';
     return rows;
 }

@@ -1,6 +1,7 @@
 #include "controller/state/StateText.h"
 
 #include "controller/driver/Durable.h"
+#include "controller/state/SpokenText.h"
 #include "framework/XmlText.h"
 #include "host/ForEachChild.h"
 #include "host/VqXML.h"
@@ -17,8 +18,8 @@ namespace {
 
 constexpr std::string_view kEnd = "</announcement>";
 
-std::string Joined(const AnnouncementRows& rows, bool isWithHouse) {
-    if (rows.empty())
+std::string Joined(const AnnouncementRows& rows, bool isWithHouse, const std::string& others = "") {
+    if (rows.empty() && others.empty())
         return "<announcements/>";
     std::string text = "<announcements>";
     for (const AnnouncementRow& row : rows) {
@@ -26,7 +27,7 @@ std::string Joined(const AnnouncementRows& rows, bool isWithHouse) {
         if (isWithHouse && !row.house.empty())
             text.insert(text.size() - kEnd.size(), row.house);
     }
-    return text + "</announcements>";
+    return text + others + "</announcements>";
 }
 
 /// An announcement's element, and beside it what the house has added within.
@@ -56,8 +57,8 @@ std::string ForAgent(const AnnouncementRows& rows) {
     return Joined(rows, false);
 }
 
-std::string ForPeople(const AnnouncementRows& rows) {
-    return Joined(rows, true);
+std::string ForPeople(const AnnouncementRows& rows, const std::vector<SpokenSoundRow>& sounds) {
+    return Joined(rows, true, spoken_text::Of(sounds));
 }
 
 AnnouncementRows Split(const std::string& text) {
@@ -71,6 +72,8 @@ AnnouncementRows Split(const std::string& text) {
     AnnouncementRows rows;
     std::int64_t next = 0;
     ForEachChild(root, [&](VqXML::INode& child) {
+        if (child.GetName() == spoken_text::kElement)
+            return;
         rows.push_back(RowOf(child));
         rows.back().key = std::max(rows.back().key, next);
         next = rows.back().key + 1;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "controller/state/AnnouncementRow.h"
+#include "controller/state/SpokenSoundRow.h"
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 /// All announcements as one XML text: an "announcements" element, as the agent saves and takes its state.
 namespace controller::state_text {
@@ -11,11 +13,14 @@ namespace controller::state_text {
 /// The agent's state: what it gave itself when these rows were written, to the byte.
 [[nodiscard]] std::string ForAgent(const AnnouncementRows& rows);
 
-/// The same with what the house adds, each as a "house" element at the end of its announcement.
-[[nodiscard]] std::string ForPeople(const AnnouncementRows& rows);
+/// The same with what the house adds, each as a "house" element at the end of its announcement, and the
+/// spoken sounds behind all of them.
+[[nodiscard]] std::string ForPeople(const AnnouncementRows& rows,
+                                    const std::vector<SpokenSoundRow>& sounds = {});
 
-/// The rows of such a text, in its order. Keys are the ids that the announcements carry, or the next ones
-/// where that order would be lost. Throws `std::runtime_error`, which says what is wrong.
+/// The rows of such a text, in its order, without its spoken sounds. Keys are the ids that the announcements
+/// carry, or the next ones where that order would be lost. Throws `std::runtime_error`, which says what is
+/// wrong.
 [[nodiscard]] AnnouncementRows Split(const std::string& text);
 
 /// The rows of a file. Throws `std::runtime_error`, which names the file.

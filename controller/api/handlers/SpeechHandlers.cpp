@@ -19,10 +19,17 @@ std::string SoundName(Call call) {
     return name;
 }
 
+[[noreturn]] void Refuse(const RenderedSpeech& refused) {
+    const bool isTooLong = refused.duration > std::chrono::milliseconds(0);
+    throw ApiError(422, refused.error, refused.right,
+                   isTooLong ? ApiError::ForPrograms{"too_long", refused.duration.count()}
+                             : ApiError::ForPrograms{});
+}
+
 void Answer(
     ApiContext& context, Call call, const std::string& name, const RenderedSpeech& rendered, bool isNew) {
     if (rendered.outcome == RenderedSpeech::Outcome::Refused)
-        throw ApiError(422, rendered.error, rendered.right);
+        Refuse(rendered);
     const auto description = spoken_media::Describe(context, name);
     if (!description)
         throw ApiError(409, name + " has been removed meanwhile");

@@ -1,5 +1,6 @@
 #include "controller/state/StateText.h"
 
+#include "controller/state/SpokenText.h"
 #include "tests/controller/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +41,20 @@ TEST(StateTextTest, WhatIsReadBackIsTheSame) {
                                     "10 <announcement><id>9</id></announcement> ",
                                     "11 <announcement><id>3</id></announcement> "}));
     EXPECT_EQ(state_text::ForPeople(rows), text);
+}
+
+TEST(StateTextTest, SpokenSoundsStandBehindTheAnnouncementsAndAreNone) {
+    const AnnouncementRows rows{{1, "<announcement><id>1</id></announcement>", ""}};
+    const std::vector<SpokenSoundRow> sounds{{"post.wav", "{Outside} <& \"more\"", "Anna", 90, "gong"},
+                                             {"supper.wav", "Supper", "", 100, ""}};
+    const std::string text = state_text::ForPeople(rows, sounds);
+    EXPECT_EQ(TextsOf(state_text::Split(text)), TextsOf(rows));
+    EXPECT_EQ(spoken_text::Split(text), sounds);
+    EXPECT_EQ(spoken_text::Split(state_text::ForPeople({}, sounds)), sounds);
+    EXPECT_TRUE(spoken_text::Split(state_text::ForPeople(rows)).empty());
+    EXPECT_THROW((void)spoken_text::Split("<announcements><spoken_sound><name>a</name></spoken_sound>"
+                                          "</announcements>"),
+                 std::runtime_error);
 }
 
 TEST(StateTextTest, AnAnnouncementOfNothingButWhatTheHouseAddsHasAnId) {
