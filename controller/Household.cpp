@@ -181,8 +181,9 @@ PlayQueue::Parts Household::QueueParts() {
             m_store,
             m_feed,
             m_driver,
-            [](const Announcement& /*announcement*/, const std::function<void()>& ready) {
-                ready();
+            [this](const Announcement& announcement, const std::function<void()>& ready) {
+                if (!m_speech.Sounds().Prepare(announcement.audio.file, ready))
+                    ready();
             }};
 }
 

@@ -83,7 +83,11 @@ test('what cannot be spoken is refused where it is typed, with what would be rig
       assert.notEqual(refused.status, 0);
       assert.match(refused.errors, message);
     }
-    assert.equal((await house.ask('PUT', '/api/media/post.wav/speech', { text: 'It is {Inside}' })).status, 422);
+    const put = (text) => house.ask('PUT', '/api/media/post.wav/speech', { text });
+    assert.equal((await put('It is {Inside}')).status, 422);
+    const long = await put('Somebody is at the door. '.repeat(40));
+    assert.deepEqual([long.status, long.body.code], [422, 'too_long']);
+    assert.ok(long.body.duration_ms > 20000);
     assert.deepEqual(
       (await house.get('/api/media')).media.map(({ name }) => name),
       ['chime.wav'],
@@ -105,12 +109,16 @@ test('when a voice fails the chime alone is heard, and everybody is told why', a
         assert.ok(Math.abs(heard[0].end - heard[0].begin - 250) < 2);
         assert.equal((await house.get('/api/voices')).voices[1].trouble, why);
         assert.equal((await house.get('/api/media')).media.find(({ name }) => name === 'post.wav').trouble, why);
+        rmSync(join(folder, 'broken'));
+        assert.equal((await play(house, 2)).length, 2);
+        assert.equal((await house.get('/api/voices')).voices[1].trouble, null);
         const { events } = await house.get('/api/events/recent?limit=200');
         const told = events.filter(({ type }) => type.startsWith('voice_'));
         assert.deepEqual(
           told.map(({ type, data }) => [type, data]),
           [
             ['voice_failed', { voice: 'Fragile', reason: why }],
+            ['voice_recovered', { voice: 'Fragile' }],
           ],
         );
       },

@@ -416,8 +416,20 @@ test('200 commands at once are all answered, and the house goes on', async () =>
 
 test('every operation is taken and answered as the description says, and every message is sent so', async () => {
   const id = await add({ tags: ['one', 'two'], video: { variable: { device: 100, variable: 1 } } });
-  for (const path of ['house', 'rooms', 'rooms/1', 'navigators', 'navigators/11', 'variables', 'media', 'history'])
+  for (const path of [
+    'house',
+    'rooms',
+    'rooms/1',
+    'navigators',
+    'navigators/11',
+    'variables',
+    'media',
+    'voices',
+    'history',
+  ])
     await house.ask('GET', `/api/${path}`);
+  await house.ask('PUT', '/api/media/spoken.wav/speech', { text: 'Hello', speed: 120 });
+  await house.ask('DELETE', '/api/media/spoken.wav');
   await house.ask('GET', '/api/events/recent');
   await house.ask('POST', '/api/tickets');
   await house.ask('POST', '/api/rehearsal', { announcement: id, stream_ready_ms: 5 });
