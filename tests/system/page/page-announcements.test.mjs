@@ -87,6 +87,29 @@ describe('the list of announcements', () => {
     await closePage(page);
   });
 
+  test('shows what waits in order, moves it by the keyboard, and takes it back', async () => {
+    const target = { navigators: [{ id: 11, room: 1, onscreen: true }] };
+    for (const name of ['First', 'Second', 'Third', 'Fourth']) {
+      const { id } = await house.add({ name, video: { text: name, timeout_ms: 120000 }, ...target });
+      await house.play(id);
+    }
+    const page = await openApp(house);
+    const queue = async () => (await house.request('GET', '/api/queue')).queue.map((one) => one.name);
+    await page.getByRole('button', { name: '3 waiting' }).click();
+    const later = page.getByRole('button', { name: 'Second: later' });
+    await later.press('Enter');
+    await page.locator('queue-list li', { hasText: 'Second' }).getByText('2.').waitFor();
+    await later.press('Enter');
+    await page.locator('queue-list li', { hasText: 'Second' }).getByText('3.').waitFor();
+    await page.getByRole('button', { name: 'Third: take it back' }).click();
+    await toast(page, '“Third” is taken back');
+    assert.deepEqual(await queue(), ['Fourth', 'Second']);
+    await page.locator('now-bar').getByRole('button', { name: 'Stop First' }).click();
+    await page.locator('now-bar strong', { hasText: 'Fourth' }).waitFor();
+    await page.getByRole('button', { name: '1 waiting' }).waitFor();
+    await closePage(page);
+  });
+
   test('says what is not heard, while it plays and after, and does not stack what it says', async () => {
     await house.add({
       name: 'Broken',

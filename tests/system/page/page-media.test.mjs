@@ -146,4 +146,26 @@ describe('sounds and images', () => {
     assert.equal(await page.locator('sound-recorder sl-button').count(), 0);
     await closePage(page);
   });
+
+  test('are spoken from a text, which is refused where it is typed when it is too long, and changed later', async () => {
+    const page = await openApp(house, '#/media', { refusals: true });
+    await page.getByRole('button', { name: 'Spoken sound' }).click();
+    const maker = page.locator('new-speech');
+    await maker.getByLabel('Name').fill('The post');
+    await maker.getByLabel('What is said').fill('one two three '.repeat(100));
+    await maker.getByRole('button', { name: 'Save', exact: true }).click();
+    await maker.getByText('a sound lasts 20').waitFor();
+    await maker.getByLabel('What is said').fill('The post is here, ');
+    await maker.getByRole('button', { name: '{Outside}' }).click();
+    await maker.getByRole('button', { name: 'Save', exact: true }).click();
+    const card = page.locator('media-card', { hasText: 'The-post.wav' });
+    await card.getByText('“The post is here, {Outside}”').waitFor();
+    await card.getByRole('button', { name: 'Change what The-post.wav says' }).click();
+    await maker.getByLabel('What is said').fill('No post today');
+    await maker.getByRole('button', { name: 'Save and listen' }).click();
+    await card.getByText('“No post today”').waitFor();
+    const [{ speech }] = (await house.request('GET', '/api/media')).media;
+    assert.deepEqual(speech, { text: 'No post today', voice: '', speed: 100, chime: '' });
+    await closePage(page);
+  });
 });

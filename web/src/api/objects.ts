@@ -8,10 +8,12 @@ export type {
   MediaFile,
   Moment,
   Popup,
+  Queued,
   Rehearsal,
   Room,
   Status,
   Variable,
+  Voice,
   WholeState,
 } from './types';
 
@@ -20,3 +22,4 @@ export type AnnouncementBody = Omit<api.Announcement, 'id'>;
 export type Binding = api.VariableBinding;
 export type RoomTarget = api.AnnouncementRoom;
 export type Screen = api.Navigator;
+export type Recipe = Required<api.SpeechRecipe>;

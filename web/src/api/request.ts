@@ -16,6 +16,7 @@ export class Problem extends Error {
     detail: string,
     readonly right = '',
     readonly users: MediaUser[] = [],
+    readonly code = '', // of what one can act upon
   ) {
     super(detail);
   }
@@ -93,15 +94,16 @@ export async function fetchFile(address: string): Promise<Blob> {
 
 export const mediaAddress = (name: string): string => addressOf('/api/media/{name}', { name });
 
-/** Stores a file of the media folder; `onShare` hears how much has been sent, 0 to 1. Throws `Problem`. */
+/** Stores a file, or a part of a sound; `onShare` hears how much has been sent, 0 to 1. Throws `Problem`. */
 export function upload(
   name: string,
   file: Blob,
   onShare: (share: number) => void,
+  part?: { from_ms: number; to_ms: number },
 ): Promise<Reply<'/api/media/{name}', 'put'>> {
   return new Promise((resolve, reject) => {
     const call = new XMLHttpRequest(); // fetch tells nothing of what has been sent
-    call.open('PUT', mediaAddress(name));
+    call.open('PUT', addressOf('/api/media/{name}', { name }, part));
     for (const [header, value] of Object.entries(authorization())) call.setRequestHeader(header, value);
     call.setRequestHeader('Content-Type', 'application/octet-stream');
     call.upload.onprogress = (event) => onShare(event.lengthComputable ? event.loaded / event.total : 0);
@@ -139,12 +141,13 @@ function parsed(text: string): unknown {
 }
 
 function problemOf(status: number, statusText: string, body: unknown): Problem {
-  const { detail, title, right, users } = (body ?? {}) as {
+  const { detail, title, right, users, code } = (body ?? {}) as {
     detail?: string;
     title?: string;
     right?: string;
     users?: MediaUser[];
+    code?: string;
   };
   const text = detail ?? title ?? problemText.answered(status, statusText);
-  return new Problem(status, text, right, users);
+  return new Problem(status, text, right, users, code);
 }

@@ -36,3 +36,5 @@ export function listing(words: string[]): string {
 export const soundOf = (file: string): string => (file === '.test-tone' ? t.names.testTone : file);
 
 export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);
+
+export const percent = (value: number): string => t.units.percent(value);

@@ -13,6 +13,9 @@ import { ask } from './ask';
 
 export type OnShare = (share: number) => void;
 
+/** What the controller refuses, and this browser may be able to do. */
+const ELSEWHERE = ['too_long', 'cannot_decode', 'conversion_failed'];
+
 /** Gives the name that it has in the media folder; '' when somebody thought better of it. Throws `Problem`. */
 export async function bring(file: File, onShare: OnShare): Promise<string> {
   if (isImage(file)) return put(safeName(file.name), file, onShare);
@@ -24,7 +27,7 @@ export async function bring(file: File, onShare: OnShare): Promise<string> {
   try {
     return (await upload(safeName(file.name), file, onShare)).name;
   } catch (problem) {
-    if (problem instanceof Problem && [415, 422].includes(problem.status)) return bringRead(file, problem, onShare);
+    if (problem instanceof Problem && ELSEWHERE.includes(problem.code)) return bringRead(file, problem, onShare);
     throw problem;
   }
 }
@@ -37,16 +40,26 @@ export async function put(name: string, file: Blob, onShare: OnShare): Promise<s
 /** As a WAV file of this browser's making; `problem` holds when it cannot make one either. */
 async function bringRead(file: File, problem: Problem, onShare: OnShare): Promise<string> {
   const sound = await decoded(file).catch(() => null);
-  if (!sound) throw problem;
+  if (!sound) return bringBeginning(file, problem, onShare);
   const part = lengthOf(sound) > LONGEST ? await partOf(file.name, sound) : firstPart(LONGEST);
   return part ? (await upload(soundFileName(file.name), fileOf(sound, part), onShare)).name : '';
+}
+
+/** A long sound that this browser cannot show: the controller can cut off its beginning at least. */
+async function bringBeginning(file: File, problem: Problem, onShare: OnShare): Promise<string> {
+  if (problem.code !== 'too_long') throw problem;
+  const answer = await ask(t.trim.title(file.name), html`<p>${t.trim.unseen(problem.message)}</p>`, [
+    { key: 'keep', text: t.trim.beginning },
+  ]);
+  if (answer !== 'keep') return '';
+  return (await upload(safeName(file.name), file, onShare, { from_ms: 0, to_ms: LONGEST })).name;
 }
 
 async function bringPart(file: File, length: number, onShare: OnShare): Promise<string> {
   if (length > LONGEST_DECODED)
     throw new Problem(422, t.trim.tooLong(seconds(length), seconds(LONGEST_DECODED), seconds(LONGEST)));
   const sound = await decoded(file).catch(() => null);
-  if (!sound) throw new Problem(415, t.trim.unreadable);
+  if (!sound) throw new Problem(422, t.trim.unreadable);
   const part = await partOf(file.name, sound);
   return part ? put(soundFileName(file.name), fileOf(sound, part), onShare) : '';
 }

@@ -28,6 +28,7 @@ export class MediaCard extends LitElement {
         grid-template-rows: auto auto 1fr auto;
       }
       h3,
+      .says,
       .users {
         overflow-wrap: anywhere;
       }
@@ -36,6 +37,12 @@ export class MediaCard extends LitElement {
         border-radius: 12px;
         background: var(--sunk);
         overflow: hidden;
+      }
+      .edit {
+        margin-left: auto;
+      }
+      .says {
+        margin-top: 0.35rem;
       }
       .users {
         align-self: start;
@@ -58,7 +65,7 @@ export class MediaCard extends LitElement {
   }
 
   override render(): unknown {
-    const { name, kind, modified } = this.file;
+    const { name, kind, modified, speech } = this.file;
     const users = store.usersOf(this.file).map((one) => one.name);
     return html`<article class="card">
       ${
@@ -69,16 +76,26 @@ export class MediaCard extends LitElement {
       <div>
         <h3>${name}</h3>
         <p class="soft small">${this.facts()}</p>
+        ${speech ? html`<p class="says" dir="auto">${t.speech.says(speech.text)}</p>` : nothing}
         ${this.file.trouble ? html`<p class="problem">${t.media.trouble(this.file.trouble)}</p>` : nothing}
       </div>
       <p class="users small" dir="auto">${users.length ? t.media.usedBy(listing(users)) : t.media.unused}</p>
       <div class="end">
         ${kind === 'sound' ? html`<listen-button file=${name}></listen-button>` : html`<span></span>`}
+        ${speech ? this.renderEdit() : nothing}
         <button class="icon-button" aria-label=${t.media.remove(name)} title=${t.delete} @click=${this.erase}>
           <ui-icon name="trash"></ui-icon>
         </button>
       </div>
     </article>`;
+  }
+
+  private renderEdit(): unknown {
+    const label = t.speech.editLabel(this.file.name);
+    const tell = (): unknown => this.dispatchEvent(new CustomEvent('speech'));
+    return html`<button class="icon-button edit" aria-label=${label} title=${label} @click=${tell}>
+      <ui-icon name="pencil"></ui-icon>
+    </button>`;
   }
 
   private facts(): string {

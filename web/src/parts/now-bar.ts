@@ -1,12 +1,15 @@
 // What is playing and waiting now, and the way to end it.
 
 import { LitElement, css, html, nothing } from 'lit';
-import { customElement } from 'lit/decorators.js';
+import { customElement, state } from 'lit/decorators.js';
 import { request } from '../api/request';
 import { listing, soundOf } from '../model/format';
+import type { Progress } from '../model/progress';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
+import { number } from '../texts/language';
 import { t } from '../texts/page';
+import './queue-list';
 import { stopPlaying } from './stopping';
 import { attempt, toast } from './ui-toasts';
 
@@ -16,14 +19,48 @@ export class NowBar extends LitElement {
     shared,
     css`
       section {
+        border-radius: 18px;
+        overflow: hidden;
+        background: var(--accent);
+        color: var(--on-accent);
+        box-shadow: 0 8px 30px rgb(0 0 0 / 25%);
+      }
+      .line {
         display: flex;
         align-items: center;
         gap: 0.6rem;
         padding: 0.7rem 0.7rem 0.7rem 1.1rem;
-        border-radius: 18px;
-        background: var(--accent);
-        color: var(--on-accent);
-        box-shadow: 0 8px 30px rgb(0 0 0 / 25%);
+      }
+      queue-list {
+        display: block;
+        padding: 0.35rem 0.5rem 0 1rem;
+        border-bottom: 1px solid color-mix(in srgb, currentcolor 40%, transparent);
+      }
+      progress {
+        display: block;
+        width: 100%;
+        height: 5px;
+        border: 0;
+        appearance: none;
+        background: color-mix(in srgb, currentcolor 25%, transparent);
+      }
+      progress::-webkit-progress-bar {
+        background: transparent;
+      }
+      progress::-webkit-progress-value {
+        background: currentcolor;
+      }
+      progress::-moz-progress-bar {
+        background: currentcolor;
+      }
+      button.queue {
+        display: inline-flex;
+        align-items: center;
+        gap: 0.4rem;
+        white-space: nowrap;
+      }
+      button.queue[aria-expanded='true'] ui-icon {
+        transform: rotate(180deg);
       }
       .text {
         flex: 1;
@@ -94,6 +131,15 @@ export class NowBar extends LitElement {
         color: var(--bad);
       }
       @media (max-width: 499px) {
+        .many {
+          flex-wrap: wrap;
+        }
+        .many .text {
+          flex-basis: calc(100% - 3rem);
+        }
+        .many .queue {
+          margin-right: auto;
+        }
         button.stop {
           width: 3rem;
           justify-content: center;
@@ -110,6 +156,7 @@ export class NowBar extends LitElement {
     `,
   ];
 
+  @state() private isOpen = false;
   private told = store.failed;
 
   constructor() {
@@ -127,21 +174,48 @@ export class NowBar extends LitElement {
   override render(): unknown {
     const playing = store.status?.playing;
     if (!playing) return nothing;
+    const progress = this.progress();
     const isFailing = store.failures.length > 0;
     const isStopped = store.stopped === playing.announcement;
     const name = store.announcementName(playing.announcement);
     return html`<section aria-label=${t.now.label} class=${isFailing ? 'failing' : ''}>
-      ${
-        isFailing || isStopped
-          ? html`<ui-icon name=${isFailing ? 'exclamation' : 'stop'}></ui-icon>`
-          : html`<span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>`
-      }
-      <div class="text" role="status">
-        <strong dir="auto">${name}</strong>
-        <span class="details" dir="auto">${isStopped ? t.now.stopped : this.details()}</span>
+      ${this.isOpen && this.waiting > 0 ? html`<queue-list></queue-list>` : nothing}
+      <div class="line ${this.waiting > 0 ? 'many' : ''}">
+        ${
+          isFailing || isStopped
+            ? html`<ui-icon name=${isFailing ? 'exclamation' : 'stop'}></ui-icon>`
+            : html`<span class="wave" aria-hidden="true"><i></i><i></i><i></i></span>`
+        }
+        <div class="text" role="status">
+          <strong dir="auto">${name}</strong>
+          <span class="details" dir="auto">${isStopped ? t.now.stopped : this.details()}</span>
+        </div>
+        ${this.waiting > 0 ? this.renderQueue() : nothing} ${this.hasPopup ? this.renderDismiss() : nothing}
+        ${isStopped ? nothing : this.renderStop(name)}
       </div>
-      ${this.hasPopup ? this.renderDismiss() : nothing} ${isStopped ? nothing : this.renderStop(name)}
+      ${progress ? html`<progress aria-hidden="true" max="1" .value=${progress.share}></progress>` : nothing}
     </section>`;
+  }
+
+  private renderQueue(): unknown {
+    return html`<button
+      class="queue"
+      aria-expanded=${this.isOpen}
+      @click=${() => {
+        this.isOpen = !this.isOpen;
+      }}
+    >
+      ${t.queue.open(number(this.waiting))}<ui-icon name="up"></ui-icon>
+    </button>`;
+  }
+
+  private progress(): Progress | null {
+    return null;
+  }
+
+  /** What can be taken back. */
+  private get waiting(): number {
+    return store.status?.queue.length ?? 0;
   }
 
   private renderDismiss(): unknown {
@@ -165,7 +239,7 @@ export class NowBar extends LitElement {
     const screens = [...store.screens.values()].filter((one) => one.popup).map((one) => one.name);
     if (status?.sound) parts.push(t.now.sound(soundOf(status.sound.file), listing(rooms)));
     if (screens.length) parts.push(t.now.screens(listing(screens)));
-    if (status?.waiting.length)
+    if (status?.waiting.length && !this.isOpen)
       parts.push(t.now.waiting(listing(status.waiting.map((id) => store.announcementName(id)))));
     return parts.join('  ·  ') || t.now.playing;
   }

@@ -12,6 +12,10 @@ import exclamation from 'bootstrap-icons/icons/exclamation-triangle.svg?raw';
 import house from 'bootstrap-icons/icons/house.svg?raw';
 import image from 'bootstrap-icons/icons/image.svg?raw';
 import journal from 'bootstrap-icons/icons/list-ul.svg?raw';
+import chat from 'bootstrap-icons/icons/chat-left-text.svg?raw';
+import megaphone from 'bootstrap-icons/icons/megaphone.svg?raw';
+import up from 'bootstrap-icons/icons/arrow-up.svg?raw';
+import down from 'bootstrap-icons/icons/arrow-down.svg?raw';
 import microphone from 'bootstrap-icons/icons/mic.svg?raw';
 import moon from 'bootstrap-icons/icons/moon-stars.svg?raw';
 import note from 'bootstrap-icons/icons/music-note-beamed.svg?raw';
@@ -47,6 +51,10 @@ const icons = {
   house,
   image,
   journal,
+  chat,
+  megaphone,
+  up,
+  down,
   microphone,
   moon,
   note,

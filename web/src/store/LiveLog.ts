@@ -54,6 +54,8 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
     say('controller', t.log.value(names.variableName(data.device, data.variable), data.value)),
   media_stored: (data) => say('controller', t.log.mediaStored(data.name)),
   media_removed: (data) => say('controller', t.log.mediaRemoved(data.name)),
+  voice_failed: (data) => say('controller', t.log.voiceFailed(data.voice, data.reason), 'error'),
+  voice_recovered: (data) => say('controller', t.log.voiceRecovered(data.voice), 'good'),
   state_not_saved: (data) => say('controller', t.log.notSaved(data.reason), 'error'),
   log: (data) => say('controller', data.text, TONES[data.level] ?? 'plain'),
 };

@@ -3,7 +3,7 @@
 import type { Link } from '../api/EventStream';
 import { handle, type HouseEvent } from '../api/events';
 import { request } from '../api/request';
-import type { MediaFile } from '../api/objects';
+import type { MediaFile, Voice } from '../api/objects';
 import { byId, House } from './House';
 import { LiveLog } from './LiveLog';
 import { leavesQuestions, reducers } from './reducers';
@@ -13,6 +13,7 @@ const MOST_RECENT = 1000; // as many as the controller keeps
 
 export class Store extends House {
   media: MediaFile[] | null = null; // null until it is asked for
+  voices: Voice[] = []; // empty until they are asked for
   rights: string[] = [];
   link: Link = { isConnected: false, retryAt: 0, problem: null };
   readonly log = new LiveLog();
@@ -62,6 +63,7 @@ export class Store extends House {
     handle(reducers, event, this, event.time);
     if (leavesQuestions(event.type)) this.refreshSoon();
     if (event.type === 'media_stored' || event.type === 'media_removed') this.reloadMediaSoon();
+    if (event.type === 'voice_failed' || event.type === 'voice_recovered') this.loadVoices().catch(() => undefined);
     this.log.note(event, this);
     if (event.type === 'state') void this.lookBack();
     this.changed();
@@ -121,6 +123,12 @@ export class Store extends House {
   /** Throws `Problem`. */
   async loadMedia(): Promise<void> {
     this.media = (await request('get', '/api/media')).media;
+    this.changed();
+  }
+
+  /** Throws `Problem`. */
+  async loadVoices(): Promise<void> {
+    this.voices = (await request('get', '/api/voices')).voices;
     this.changed();
   }
 }

@@ -36,6 +36,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
   announcement_stopped({ announcement }, house) {
     house.stopped = announcement;
   },
+  queue_changed: ({ queue }, house) => house.changeStatus({ queue }),
   announcement_stored(data, house) {
     if (!data.now) return;
     house.announcements = new Map(house.announcements).set(data.announcement, data.now);
@@ -80,4 +81,4 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
 
 /** After these something has changed that no event tells: who waits, which outputs can be heard. */
 export const leavesQuestions = (type: string): boolean =>
-  ['play_asked', 'announcement_started', 'announcement_ended'].includes(type);
+  ['play_asked', 'queue_changed', 'announcement_started', 'announcement_ended'].includes(type);

@@ -2,6 +2,7 @@
 
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
+import { keyed } from 'lit/directives/keyed.js';
 import { repeat } from 'lit/directives/repeat.js';
 import type { MediaFile } from '../api/objects';
 import '../parts/media-card';
@@ -30,7 +31,8 @@ export class MediaView extends LitElement {
     `,
   ];
 
-  @state() private isRecording = false;
+  @state() private making: 'recording' | 'speech' | null = null;
+  @state() private edited: MediaFile | null = null; // the spoken sound that is being changed
 
   constructor() {
     super();
@@ -42,11 +44,14 @@ export class MediaView extends LitElement {
     const files = store.media ?? [];
     return html`<div class="head">
         <h1>${t.media.title}</h1>
-        <sl-button ?disabled=${this.isRecording} @click=${this.record}
+        <sl-button ?disabled=${this.making === 'speech'} @click=${() => this.speak(null)}
+          ><ui-icon slot="prefix" name="chat"></ui-icon>${t.speech.open}</sl-button
+        >
+        <sl-button ?disabled=${this.making === 'recording'} @click=${this.record}
           ><ui-icon slot="prefix" name="microphone"></ui-icon>${t.record.open}</sl-button
         >
       </div>
-      ${this.isRecording ? html`<new-recording class="making" @done=${this.endRecording}></new-recording>` : nothing}
+      ${this.renderMaking()}
       <media-drop wanted="any"></media-drop>
       ${store.media || store.link.isConnected ? nothing : html`<p class="awaited soft">${t.link.awaited}</p>`}
       ${
@@ -67,13 +72,29 @@ export class MediaView extends LitElement {
       )}`;
   }
 
+  private renderMaking(): unknown {
+    if (this.making === 'recording') return html`<new-recording class="making" @done=${this.end}></new-recording>`;
+    if (this.making !== 'speech') return nothing;
+    return keyed(
+      this.edited?.name,
+      html`<new-speech class="making" .file=${this.edited} @done=${this.end}></new-speech>`,
+    );
+  }
+
   private record(): void {
-    this.isRecording = true;
+    this.making = 'recording';
     void import('../parts/new-recording');
   }
 
-  private endRecording(): void {
-    this.isRecording = false;
+  private speak(file: MediaFile | null): void {
+    this.edited = file;
+    this.making = 'speech';
+    void import('../parts/new-speech');
+    window.scrollTo(0, 0);
+  }
+
+  private end(): void {
+    this.making = null;
   }
 
   private group(title: string, files: MediaFile[]): unknown {
@@ -84,7 +105,7 @@ export class MediaView extends LitElement {
         ${repeat(
           files,
           (one) => one.name,
-          (file) => html`<media-card .file=${file}></media-card>`,
+          (file) => html`<media-card .file=${file} @speech=${() => this.speak(file)}></media-card>`,
         )}
       </div>
     </section>`;

@@ -32,6 +32,8 @@ export const live = {
     value: (name: string, value: string) => `${name} is now “${value}”`,
     mediaStored: (name: string) => `“${name}” was brought in`,
     mediaRemoved: (name: string) => `“${name}” was deleted`,
+    voiceFailed: (voice: string, reason: string) => `The voice “${voice}” does not speak: ${reason}`,
+    voiceRecovered: (voice: string) => `The voice “${voice}” speaks again`,
     notSaved: (reason: string) => `Changes could not be written to the disk: ${reason}`,
   },
 };

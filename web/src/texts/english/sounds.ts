@@ -9,6 +9,8 @@ export const sounds = {
     listen: 'Listen',
     kept: (part: string, length: string) => `${part} of ${length}`,
     keep: 'Keep this part',
+    unseen: (why: string) => `${why}. This browser cannot show it, so that no part can be chosen here.`,
+    beginning: 'Keep the first 20 s',
     tooLong: (length: string, most: string, kept: string) =>
       `it is ${length} long. Right would be: ${kept} at most, or ${most} at most to cut a part from`,
     unreadable:
@@ -37,5 +39,19 @@ export const sounds = {
       none: 'This device has no microphone that the browser could use.',
       busy: 'The microphone gave nothing: another program may be using it. Try again.',
     },
+  },
+  speech: {
+    open: 'Spoken sound',
+    title: 'New spoken sound',
+    edit: (name: string) => `Spoken sound “${name}”`,
+    editLabel: (name: string) => `Change what ${name} says`,
+    says: (text: string) => `“${text}”`,
+    name: 'Name',
+    text: 'What is said',
+    values: 'A value of the house, as it is then:',
+    speed: (percent: string) => `Speed: ${percent}`,
+    chime: 'A sound in front',
+    noChime: 'None',
+    listen: 'Save and listen',
   },
 };

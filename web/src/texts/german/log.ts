@@ -34,6 +34,8 @@ export const live: typeof English = {
     value: (name: string, value: string) => `${name} ist nun „${value}“`,
     mediaStored: (name: string) => `„${name}“ kam hinzu`,
     mediaRemoved: (name: string) => `„${name}“ wurde gelöscht`,
+    voiceFailed: (voice: string, reason: string) => `Die Stimme „${voice}“ spricht nicht: ${reason}`,
+    voiceRecovered: (voice: string) => `Die Stimme „${voice}“ spricht wieder`,
     notSaved: (reason: string) => `Änderungen konnten nicht auf die Platte geschrieben werden: ${reason}`,
   },
 };

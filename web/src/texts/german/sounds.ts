@@ -11,6 +11,9 @@ export const sounds: typeof English = {
     listen: 'Anhören',
     kept: (part: string, length: string) => `${part} von ${length}`,
     keep: 'Diesen Teil nehmen',
+    unseen: (why: string) =>
+      `${why}. Dieser Browser kann den Ton nicht zeigen, sodass sich hier kein Teil wählen lässt.`,
+    beginning: 'Die ersten 20 s nehmen',
     tooLong: (length: string, most: string, kept: string) =>
       `Der Ton dauert ${length}. Richtig wäre: höchstens ${kept}, oder höchstens ${most}, um einen Teil auszuschneiden`,
     unreadable:
@@ -40,5 +43,19 @@ export const sounds: typeof English = {
       none: 'Dieses Gerät hat kein Mikrofon, das der Browser nutzen könnte.',
       busy: 'Das Mikrofon gab nichts: Vielleicht nutzt es ein anderes Programm. Noch einmal versuchen.',
     },
+  },
+  speech: {
+    open: 'Gesprochener Ton',
+    title: 'Neuer gesprochener Ton',
+    edit: (name: string) => `Gesprochener Ton „${name}“`,
+    editLabel: (name: string) => `Ändern, was ${name} sagt`,
+    says: (text: string) => `„${text}“`,
+    name: 'Name',
+    text: 'Was gesagt wird',
+    values: 'Ein Wert des Hauses, wie er dann ist:',
+    speed: (percent: string) => `Tempo: ${percent}`,
+    chime: 'Ein Ton davor',
+    noChime: 'Keiner',
+    listen: 'Speichern und anhören',
   },
 };
