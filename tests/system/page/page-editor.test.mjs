@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp, toast } from '../harness/browser.mjs';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from '../harness/browser.mjs';
 import { House, png, wav } from '../harness/page-house.mjs';
 
 describe('the editor', () => {
@@ -104,9 +104,9 @@ describe('the editor', () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Outside');
     await page.getByLabel('What the message says').selectOption('Outside');
-    await page.locator('popup-preview').getByText('21 °C').waitFor();
+    await page.frameLocator('popup-preview iframe').getByText('21 °C').waitFor();
     await house.request('PUT', '/api/variables/9/4', { value: '5 °C' });
-    await page.locator('popup-preview').getByText('5 °C').waitFor();
+    await page.frameLocator('popup-preview iframe').getByText('5 °C').waitFor();
     await save(page);
     await toast(page, '“Outside” is saved');
     assert.deepEqual((await everything())[0].video.variable, { device: 9, variable: 4, name: 'Outside' });
@@ -166,8 +166,45 @@ describe('the editor', () => {
     await page.getByLabel('Text', { exact: true }).fill('Hello');
     await page.getByRole('switch', { name: 'Kitchen screen' }).press('Space');
     await bars('popup').waitFor({ state: 'attached' });
-    await page.locator('popup-preview').getByText('Hello').waitFor();
+    await page.frameLocator('popup-preview iframe').getByText('Hello').waitFor();
     assert.deepEqual(await everything(), []);
+    await closePage(page);
+  });
+
+  test('shows a message exactly as a screen of that size and colour does, short or long', async () => {
+    const page = await openApp(house, '#/announcements/new', { colorScheme: null }); // which a frame chooses itself
+    await page.getByLabel('Name', { exact: true }).fill('Dinner');
+    const lookOf = (place) =>
+      place.locator('#dialog').evaluate((dialog) => {
+        const message = dialog.querySelector('#message');
+        const { color, fontSize } = getComputedStyle(message);
+        const { left, top, width, height } = message.getBoundingClientRect();
+        return [color, fontSize, dialog.className, Math.round(left), Math.round(top), Math.round(width), height];
+      });
+    const screens = [
+      ['tablet', 'dark', 1280, 800],
+      ['phone', 'light', 390, 844],
+    ];
+    for (const [size, colorScheme, width, height] of screens) {
+      const screen = await openNavigator(house, 11, {
+        viewport: { width, height },
+        colorScheme,
+        reducedMotion: 'reduce',
+      });
+      await page.getByLabel('On which screen').selectOption(size);
+      await page.getByLabel('In which colours').selectOption(colorScheme);
+      for (const text of ['Dinner is ready', 'A long tale, told at length. '.repeat(25)]) {
+        await page.getByLabel('Text', { exact: true }).fill(text);
+        await house.pop({ text, timeout_ms: 10000 }, [11]);
+        await screen.locator('#message', { hasText: text.trim() }).waitFor();
+        const meant = await lookOf(screen);
+        const frame = page.frameLocator('popup-preview iframe');
+        await eventually(async () => `${await lookOf(frame)}` === `${meant}`, `the preview looks as ${meant}`);
+        await house.dismiss();
+        await screen.locator('#popup').waitFor({ state: 'hidden' });
+      }
+      await closePage(screen);
+    }
     await closePage(page);
   });
 

@@ -5,7 +5,8 @@ import type { Link } from '../api/EventStream';
 import type { ScreenEvents } from '../api/events';
 import { locale } from '../texts/language';
 import { screenText } from '../texts/screen';
-import { elements, setText } from './elements';
+import { elements } from './elements';
+import { setText } from './PopupFace';
 
 const REFUSED = [401, 403];
 

@@ -1,12 +1,10 @@
-// The popup: its message, picture, remaining time and OK button.
+// The popup of a screen: when it comes and goes, its time, its keys and its OK button.
 
 import type { Popup } from '../api/objects';
-import { screenText } from '../texts/screen';
 import { AutoScroll } from './AutoScroll';
-import { elements, setText } from './elements';
-import { fitText } from './fit';
-import { loadPicture, type Picture } from './picture';
+import { elements } from './elements';
 import { PopupClock } from './PopupClock';
+import { PopupFace } from './PopupFace';
 import { PopupKeys } from './PopupKeys';
 
 export interface PopupListeners {
@@ -22,24 +20,20 @@ const identity = (popup: Popup): string => `${popup.number} ${popup.ends}`;
 export class PopupView {
   private shown: Popup | null = null;
   private confirmed = ''; // the popup whose OK the controller may not have had yet
-  private picture: Picture | null = null;
   private formerFocus: Element | null = null;
+  private readonly face = new PopupFace(elements);
   private readonly clock: PopupClock;
   private readonly autoScroll: AutoScroll;
 
   constructor(private readonly listeners: PopupListeners) {
     this.clock = new PopupClock({
-      onTick: (left, part) => this.tellRemaining(left, part),
+      onTick: (left, part) => this.face.tellRemaining(left, part),
       onEnd: () => this.hide(),
       onJump: () => listeners.onClockJumped(),
     });
     this.autoScroll = new AutoScroll(elements.scroll, () => this.clock.remaining());
     new PopupKeys({ onOk: () => this.ok(), onScroll: () => this.autoScroll.stop() });
     elements.ok.addEventListener('click', () => this.ok());
-    elements.scroll.addEventListener('scroll', () => this.markEnd());
-    elements.image.addEventListener('load', () => this.layOut());
-    elements.image.addEventListener('error', () => this.dropPicture());
-    window.addEventListener('resize', () => this.layOut());
     document.addEventListener('focusin', (event) => this.keepFocus(event.target));
   }
 
@@ -49,7 +43,6 @@ export class PopupView {
       this.clear();
       this.shown = popup;
       this.confirmed = '';
-      this.fill(popup);
       this.open(popup);
     }
     this.change(popup.number, popup.message);
@@ -57,9 +50,7 @@ export class PopupView {
   }
 
   change(number: number, message: string): void {
-    if (this.shown?.number !== number || elements.message.textContent === message) return;
-    this.write(message);
-    this.layOut();
+    if (this.shown?.number === number) this.face.change(message);
   }
 
   hideNumber(number: number): void {
@@ -69,7 +60,7 @@ export class PopupView {
   hide(): void {
     if (!this.shown) return;
     this.clear();
-    elements.popup.hidden = true;
+    this.face.hide();
     this.listeners.onHidden();
     const former = this.formerFocus;
     this.formerFocus = null;
@@ -93,36 +84,11 @@ export class PopupView {
     this.listeners.onOk(popup.number);
   }
 
-  private fill(popup: Popup): void {
-    this.write(popup.message);
-    elements.ok.hidden = !popup.ok_button;
-    void loadPicture(popup.image).then((picture) => {
-      if (this.shown === popup) this.showPicture(picture);
-      else picture?.release();
-    });
-  }
-
-  private write(message: string): void {
-    elements.message.textContent = message;
-    elements.dialog.classList.toggle('without-text', message === '');
-  }
-
-  private showPicture(picture: Picture | null): void {
-    this.picture = picture;
-    if (!picture) return;
-    elements.image.src = picture.source;
-    elements.image.hidden = false;
-    elements.dialog.classList.add('with-image');
-    this.layOut();
-  }
-
   private open(popup: Popup): void {
     if (!this.formerFocus && !elements.popup.contains(document.activeElement)) {
       this.formerFocus = document.activeElement;
     }
-    elements.popup.hidden = false;
-    elements.scroll.scrollTop = 0;
-    this.layOut();
+    this.face.show(popup);
     this.listeners.onShown();
     focusOn(popup);
     this.autoScroll.start();
@@ -132,43 +98,7 @@ export class PopupView {
     this.shown = null;
     this.clock.stop();
     this.autoScroll.stop();
-    this.dropPicture();
-    elements.message.textContent = '';
-  }
-
-  private dropPicture(): void {
-    this.picture?.release();
-    this.picture = null;
-    elements.image.hidden = true;
-    elements.image.removeAttribute('src');
-    elements.dialog.classList.remove('with-image');
-    this.layOut();
-  }
-
-  private layOut(): void {
-    if (!this.shown) return;
-    const { dialog, message, scroll } = elements;
-    dialog.classList.remove('overflowing', 'at-end');
-    dialog.classList.add('fitting');
-    const fits = fitText(message, scroll);
-    dialog.classList.toggle('fitting', fits);
-    dialog.classList.toggle('overflowing', !fits);
-    // The keyboard reaches what it must scroll.
-    if (fits) scroll.removeAttribute('tabindex');
-    else scroll.tabIndex = 0;
-    this.markEnd();
-  }
-
-  private markEnd(): void {
-    const { dialog, scroll } = elements;
-    dialog.classList.toggle('at-end', scroll.scrollTop + scroll.clientHeight >= scroll.scrollHeight - 4);
-  }
-
-  private tellRemaining(left: number, part: number): void {
-    elements.bar.style.setProperty('--part', part.toFixed(4));
-    const seconds = Math.ceil(left / 1000);
-    const minutes = `${Math.floor(seconds / 60)}:${String(seconds % 60).padStart(2, '0')}`;
-    setText(elements.left, seconds < 60 ? screenText.seconds(seconds) : minutes);
+    this.face.clear();
   }
 
   /** An alert keeps the focus until it is answered. */

@@ -5,7 +5,8 @@ const LONG = 600; // characters: always scrolled, at a size made for reading
 
 /** Sizes `message` so that it fits into `frame`; false when it does not, and scrolls at a readable size. */
 export function fitText(message: HTMLElement, frame: HTMLElement): boolean {
-  const edge = Math.min(window.innerWidth, window.innerHeight);
+  const view = message.ownerDocument.defaultView ?? window;
+  const edge = Math.min(view.innerWidth, view.innerHeight);
   const reading = Math.max(SMALLEST, Math.round(edge * 0.042));
   if (message.textContent.length > LONG) return fits(message, frame, reading);
 

@@ -49,6 +49,7 @@ export class DraftPlaces extends DraftPart {
         height: auto;
         min-height: var(--sl-input-height-small);
         white-space: normal;
+        padding-block: 0.25rem;
         line-height: 1.3;
       }
     `,

@@ -1,15 +1,27 @@
-// The popup as a screen would show it.
+// The popup as a screen shows it: what a screen's page is made of, in a window of the screen's size, made smaller.
 
 import { LitElement, css, html, nothing } from 'lit';
-import { customElement, property } from 'lit/decorators.js';
-import type { AnnouncementBody } from '../api/objects';
-import { seconds } from '../model/format';
+import { customElement, property, query, state } from 'lit/decorators.js';
+import { mediaAddress } from '../api/request';
+import type { AnnouncementBody, Popup } from '../api/objects';
+import { PopupFace, popupIn } from '../navigator/PopupFace';
+import baseStyle from '../navigator/base.css?url';
+import popupStyle from '../navigator/popup.css?url';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
-import './media-image';
+import screenPage from '../../navigator.html?raw';
 
 const STANDING = 30000; // of a popup without a time of its own
+const HIGHEST = 460; // of the picture, in CSS pixels
+
+const SIZES = {
+  tablet: [1280, 800],
+  upright: [800, 1280],
+  television: [1920, 1080],
+  phone: [390, 844],
+} as const;
+type Size = keyof typeof SIZES;
 
 @customElement('popup-preview')
 export class PopupPreview extends LitElement {
@@ -17,124 +29,179 @@ export class PopupPreview extends LitElement {
     shared,
     css`
       :host {
-        display: block;
-      }
-      .screen {
         display: grid;
-        place-items: center;
-        aspect-ratio: 16 / 10;
-        padding: 5%;
-        border: 8px solid #23292f;
-        border-radius: 18px;
-        background: radial-gradient(120% 90% at 50% 0%, #17222b, #0b0e12 70%);
-        color: #f4f6f8;
-        overflow: hidden;
+        grid-template-columns: minmax(0, 1fr);
+        gap: 0.75rem;
       }
-      .popup {
-        display: flex;
-        flex-direction: column;
-        width: 100%;
-        max-height: 100%;
-        min-height: 0;
-        border: 1px solid #33404c;
+      .frame {
+        position: relative;
+        justify-self: center;
+        overflow: hidden;
+        border: 6px solid #23292f;
         border-radius: 14px;
-        background: #151b22;
-        overflow: hidden;
+        box-sizing: content-box;
       }
-      .content {
-        display: flex;
-        align-items: center;
-        justify-content: center;
-        gap: 1rem;
-        min-height: 0;
-        padding: 1rem 1.2rem;
-        flex: 1;
-      }
-      media-image {
-        flex: 0 1 42%;
-        height: 7.5rem;
-      }
-      .message {
-        flex: 1 1 50%;
-        font-size: 1.3rem;
-        font-weight: 600;
-        line-height: 1.25;
-        text-align: center;
-        white-space: pre-line;
-        overflow-wrap: anywhere;
-        max-height: 8rem;
-        overflow: hidden;
-      }
-      footer {
-        display: flex;
-        align-items: center;
-        gap: 1rem;
-        padding: 0.7rem 1rem;
-        border-top: 1px solid #33404c;
-      }
-      .track {
-        flex: 1;
-        height: 4px;
-        border-radius: 2px;
-        background: #33404c;
-      }
-      .track i {
+      iframe {
         display: block;
-        width: 70%;
-        height: 100%;
-        border-radius: 2px;
-        background: #ffc857;
+        border: 0;
+        transform-origin: 0 0;
+        pointer-events: none;
       }
-      .time {
-        color: #aab4be;
-        font-size: 0.85rem;
+      iframe.dark {
+        color-scheme: dark;
       }
-      .ok {
-        padding: 0.35rem 1.5rem;
-        border-radius: 10px;
-        background: #ffc857;
-        color: #1d1500;
-        font-weight: 700;
+      iframe.light {
+        color-scheme: light;
       }
       .rest {
-        color: #aab4be;
+        position: absolute;
+        inset: 0;
+        display: grid;
+        place-items: center;
+        padding: 1rem;
+        background: #0b0e12;
+        color: #c4ccd4;
         text-align: center;
+      }
+      .choices {
+        display: grid;
+        grid-template-columns: repeat(auto-fit, minmax(min(100%, 8rem), 1fr));
+        gap: 0.75rem;
       }
     `,
   ];
 
   @property({ attribute: false }) announcement!: AnnouncementBody;
+  @state() private size: Size = 'tablet';
+  @state() private colours: 'dark' | 'light' = 'dark';
+  @query('iframe') private readonly frame!: HTMLIFrameElement;
+  @query('.frame') private readonly edge!: HTMLElement;
+  private face: PopupFace | null = null;
+  private drawn = '';
+  private readonly resizing = new ResizeObserver(() => this.scale());
 
   constructor() {
     super();
     new Following(this);
   }
 
-  override render(): unknown {
-    const { text, image, variable, ok_button: hasOk, timeout_ms: timeout } = this.announcement.video;
+  override connectedCallback(): void {
+    super.connectedCallback();
+    this.resizing.observe(this);
+  }
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    this.resizing.disconnect();
+    this.face = null; // a frame that is taken out of the page loses what it holds
+  }
+
+  override updated(): void {
+    this.scale();
+    if (this.face) this.draw(this.face);
+  }
+
+  private loaded(): void {
+    this.face = faceIn(this.frame);
+    this.drawn = '';
+    this.requestUpdate();
+  }
+
+  private scale(): void {
+    if (!this.hasUpdated) return;
+    const [width, height] = SIZES[this.size];
+    const share = Math.min((this.clientWidth - 12) / width, HIGHEST / height);
+    this.frame.style.transform = `scale(${share})`;
+    this.edge.style.width = `${width * share}px`;
+    this.edge.style.height = `${height * share}px`;
+  }
+
+  private draw(face: PopupFace): void {
+    const popup = this.popup();
+    const drawn = JSON.stringify([popup, this.size]);
+    if (drawn === this.drawn) return;
+    this.drawn = drawn;
+    face.hide();
+    if (!popup) return;
+    face.show(popup);
+    face.tellRemaining(popup.remaining_ms, 1);
+  }
+
+  /** What a screen would be told of it; null where there is nothing to show. */
+  private popup(): Popup | null {
+    const { text, image, variable, ok_button, timeout_ms: timeout } = this.announcement.video;
+    if (!text && !image && !variable) return null;
     const value =
       variable &&
       store.variables.find((one) => one.device === variable.device && one.variable === variable.variable)?.value;
-    const message = variable ? (value ?? '') : text;
-    const isShown = Boolean(message || image || variable);
-    return html`<figure role="img" aria-label=${isShown ? t.preview.label(message) : t.preview.none}>
-      <div class="screen" aria-hidden="true">
-        ${
-          isShown
-            ? html`<div class="popup">
-                <div class="content">
-                  ${image ? html`<media-image name=${image}></media-image>` : nothing}
-                  ${message ? html`<div class="message" dir="auto">${message}</div>` : nothing}
-                </div>
-                <footer>
-                  <span class="track"><i></i></span
-                  ><span class="time">${seconds(timeout || STANDING)}</span
-                  >${hasOk ? html`<span class="ok">OK</span>` : nothing}
-                </footer>
-              </div>`
-            : html`<p class="rest">${t.preview.none}</p>`
-        }
-      </div>
-    </figure>`;
+    return {
+      number: 1,
+      message: variable ? (value ?? '') : text,
+      image: image && !/^https?:/i.test(image) ? mediaAddress(image) : image,
+      ok_button,
+      remaining_ms: timeout || STANDING,
+      ends: '',
+    };
   }
+
+  override render(): unknown {
+    const popup = this.popup();
+    const [width, height] = SIZES[this.size];
+    return html`<figure role="img" aria-label=${popup ? t.preview.label(popup.message) : t.preview.none}>
+        <div class="frame">
+          <iframe
+            class=${this.colours}
+            srcdoc="<!doctype html>"
+            @load=${this.loaded}
+            width=${width}
+            height=${height}
+            title=${t.preview.title}
+            aria-hidden="true"
+            tabindex="-1"
+            inert
+          ></iframe>
+          ${popup ? nothing : html`<p class="rest">${t.preview.none}</p>`}
+        </div>
+      </figure>
+      ${this.renderChoices()}`;
+  }
+
+  private renderChoices(): unknown {
+    const valueOf = (event: Event): string => (event.target as HTMLSelectElement).value;
+    const sizes = Object.entries(t.preview.screens).map(([key, name]) => html`<option value=${key}>${name}</option>`);
+    const size = (event: Event): void => {
+      this.size = valueOf(event) as Size;
+    };
+    const colours = (event: Event): void => {
+      this.colours = valueOf(event) as 'dark' | 'light';
+    };
+    return html`<div class="choices">
+      <select aria-label=${t.preview.size} @change=${size}>
+        ${sizes}
+      </select>
+      <select aria-label=${t.preview.colours} @change=${colours}>
+        <option value="dark">${t.theme.dark}</option>
+        <option value="light">${t.theme.light}</option>
+      </select>
+    </div>`;
+  }
+}
+
+/** Puts what navigator.html has of the popup into the frame, with the styles of a screen's page. */
+function faceIn(frame: HTMLIFrameElement): PopupFace {
+  const inside = frame.contentDocument;
+  const popup = new DOMParser().parseFromString(screenPage, 'text/html').getElementById('popup');
+  if (!inside || !popup) throw new Error('there is no popup to show');
+  inside.body.append(inside.importNode(popup, true));
+  const elements = popupIn(inside);
+  elements.ok.tabIndex = -1;
+  const face = new PopupFace(elements);
+  for (const href of [baseStyle, popupStyle]) {
+    const link = inside.createElement('link');
+    link.rel = 'stylesheet';
+    link.href = href;
+    link.addEventListener('load', () => face.layOut());
+    inside.head.append(link);
+  }
+  return face;
 }

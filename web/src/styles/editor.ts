@@ -80,12 +80,8 @@ export const editorStyles = css`
   }
   @media (max-width: 699px) {
     footer {
-      flex-wrap: nowrap;
+      gap: 0.5rem;
       padding: 0.6rem;
-    }
-    footer:has(.problem:not(:empty)),
-    footer:has(.lack > *) {
-      flex-wrap: wrap;
     }
     /* The arrow above does the same. */
     footer .cancel {
@@ -93,7 +89,7 @@ export const editorStyles = css`
     }
     footer sl-button {
       flex: 1 1 auto;
-      min-width: 0;
+      min-width: max-content;
     }
     .lack {
       flex-basis: 100%;

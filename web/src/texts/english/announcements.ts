@@ -87,6 +87,9 @@ export const announcements = {
     hidden: (screen: string) => `${screen} no longer shows it.`,
   },
   preview: {
+    screens: { tablet: 'Tablet', upright: 'Tablet, upright', television: 'Television', phone: 'Phone' },
+    size: 'On which screen',
+    colours: 'In which colours',
     title: 'On a screen',
     none: 'No message: the screens stay as they are.',
     label: (message: string) => `The message as a screen shows it: ${message}`,

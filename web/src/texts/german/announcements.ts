@@ -89,6 +89,9 @@ export const announcements: typeof English = {
     hidden: (screen: string) => `${screen} zeigt es nicht mehr.`,
   },
   preview: {
+    screens: { tablet: 'Tablet', upright: 'Tablet, hochkant', television: 'Fernseher', phone: 'Handy' },
+    size: 'Auf welchem Bildschirm',
+    colours: 'In welchen Farben',
     title: 'Auf einem Bildschirm',
     none: 'Keine Nachricht: Die Bildschirme bleiben, wie sie sind.',
     label: (message: string) => `Die Nachricht, wie ein Bildschirm sie zeigt: ${message}`,
