@@ -1,5 +1,6 @@
 #include "controller/speech/ISpeechEngine.h"
 
+#include "controller/speech/Digest.h"
 #include "controller/speech/ProgramEngine.h"
 #include "controller/speech/WyomingEngine.h"
 
@@ -11,9 +12,11 @@ bool HasSpeeds(const Voice& voice) {
     return voice.engine == Voice::Engine::Espeak || ProgramEngine::TakesSpeed(voice.command);
 }
 
-std::unique_ptr<ISpeechEngine> MakeSpeechEngine(const Voice& voice) {
+std::unique_ptr<ISpeechEngine> MakeSpeechEngine(const Voice& voice, const std::filesystem::path& folder) {
     if (voice.engine == Voice::Engine::Wyoming)
-        return std::make_unique<WyomingEngine>(voice);
+        return std::make_unique<WyomingEngine>(
+            voice, folder / (digest::Of(voice.host + ' ' + std::to_string(voice.port) + ' ' + voice.voice) +
+                             ".version"));
     return std::make_unique<ProgramEngine>(voice);
 }
 

@@ -4,6 +4,7 @@
 #include "controller/speech/Voice.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -29,6 +30,8 @@ public:
 /// Whether a voice can speak at any other speed than its own.
 [[nodiscard]] bool HasSpeeds(const Voice& voice);
 
-[[nodiscard]] std::unique_ptr<ISpeechEngine> MakeSpeechEngine(const Voice& voice);
+/// `folder`: where it may keep what it must know at the next start.
+[[nodiscard]] std::unique_ptr<ISpeechEngine> MakeSpeechEngine(const Voice& voice,
+                                                              const std::filesystem::path& folder);
 
 } // namespace controller

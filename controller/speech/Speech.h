@@ -65,6 +65,10 @@ public:
     [[nodiscard]] std::filesystem::path FileOf(const std::string& announcedPath) const;
 
 private:
+    /// Begins the names of sounds that have been rendered; no file of the media folder has one that begins
+    /// so.
+    static constexpr const char* kSound = ".speech-";
+
     struct Job;
     struct Speaker;
     using JobPointer = std::shared_ptr<Job>;
@@ -76,6 +80,7 @@ private:
     void Speak(Job& job) const;
     void Join(Job& job, const std::string& spoken) const;
     void Fail(Job& job, const std::string& reason) const;
+    [[nodiscard]] std::string KeyFor(const Job& job) const;
     [[nodiscard]] bool FindKept(Job& job) const;
     void Answer(JobPointer job);
     void Note(const Job& job);

@@ -1,10 +1,15 @@
 #include "controller/speech/WyomingEngine.h"
 
+#include "controller/driver/Durable.h"
 #include "controller/driver/Text.h"
 #include "controller/speech/SpeechError.h"
 #include "controller/speech/TcpStream.h"
 #include "controller/speech/Wave.h"
 #include "controller/speech/WyomingReader.h"
+
+#include <fstream>
+#include <sstream>
+#include <utility>
 
 namespace controller {
 
@@ -14,6 +19,7 @@ using Json = nlohmann::json;
 
 constexpr std::uint32_t kLeastRate = 4000;
 constexpr std::uint32_t kMostRate = 384000;
+constexpr std::size_t kMostNames = 300;
 
 /// What a server says, from `audio-start` to `audio-stop`.
 class Sound {
@@ -71,30 +77,99 @@ private:
     std::string m_samples;
 };
 
+/// A connection on which one event after the other is read.
+class Talk {
+public:
+    Talk(const Voice& voice, const Patience& patience) : m_server(voice.host, voice.port, patience) {}
+
+    void Say(const WyomingEvent& event) const { m_server.Write(Written(event)); }
+
+    /// Throws `SpeechError` when the server ends before `wanted`.
+    [[nodiscard]] WyomingEvent Hear(const char* wanted) {
+        while (true) {
+            if (auto event = m_reader.Next())
+                return std::move(*event);
+            const std::string bytes = m_server.Read();
+            if (bytes.empty())
+                throw SpeechError(std::string("has broken off before its ") + wanted);
+            m_reader.Take(bytes.data(), bytes.size());
+        }
+    }
+
+private:
+    const TcpStream m_server;
+    WyomingReader m_reader;
+};
+
+Json List(const Json& object, const char* name) {
+    const auto place = object.is_object() ? object.find(name) : object.end();
+    return object.is_object() && place != object.end() && place->is_array() ? *place : Json::array();
+}
+
+std::string Text(const Json& object, const char* name) {
+    const auto place = object.is_object() ? object.find(name) : object.end();
+    return object.is_object() && place != object.end() && place->is_string() ? place->get<std::string>() : "";
+}
+
+/// What the programs that speak there are, and their voice. Throws `SpeechError` when none has the voice.
+std::string VersionOf(const Json& info, const std::string& wanted) {
+    std::string version;
+    std::string names;
+    for (const Json& program : List(info, "tts")) {
+        version += Text(program, "name") + ' ' + Text(program, "version") + '\n';
+        for (const Json& voice : List(program, "voices")) {
+            const std::string name = Text(voice, "name");
+            if (name == wanted)
+                return version + name + ' ' + Text(voice, "version");
+            names += (names.empty() ? "" : ", ") + name;
+        }
+    }
+    if (!wanted.empty() && !names.empty())
+        throw SpeechError("is no voice of the server, which has " + OneLine(names).substr(0, kMostNames));
+    return version;
+}
+
+std::string ReadAll(const std::filesystem::path& file) {
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+}
+
 } // namespace
 
+WyomingEngine::WyomingEngine(const Voice& voice, std::filesystem::path memory)
+    : m_voice(voice)
+    , m_memory(std::move(memory))
+    , m_version(ReadAll(m_memory)) {}
+
 std::string WyomingEngine::Version() const {
-    return m_voice.host + ' ' + std::to_string(m_voice.port) + ' ' + m_voice.voice + ' ' + m_voice.language;
+    const std::lock_guard lock(m_mutex);
+    return m_voice.host + ' ' + std::to_string(m_voice.port) + '\n' + m_version;
+}
+
+void WyomingEngine::Learn(const std::string& version) {
+    const std::lock_guard lock(m_mutex);
+    if (version == m_version)
+        return;
+    m_version = version;
+    std::filesystem::create_directories(m_memory.parent_path());
+    durable::Draft draft(m_memory, 0600);
+    draft.Write(version);
+    draft.Place();
 }
 
 std::string WyomingEngine::Speak(const std::string& text, unsigned /*speed*/, const Patience& patience) {
-    Json voice = Json::object();
+    Json voice{{"language", m_voice.language}};
     if (!m_voice.voice.empty())
         voice["name"] = m_voice.voice;
-    voice["language"] = m_voice.language;
-    const TcpStream server(m_voice.host, m_voice.port, patience);
-    server.Write(Written({"synthesize", {{"text", text}, {"voice", voice}}, ""}));
-    WyomingReader reader;
+    Talk talk(m_voice, patience);
+    talk.Say({"describe", Json::object(), ""});
+    Learn(VersionOf(talk.Hear("info").data, m_voice.voice));
+    talk.Say({"synthesize", {{"text", text}, {"voice", voice}}, ""});
     Sound sound;
-    while (true) {
-        while (const auto event = reader.Next())
-            if (!sound.Take(*event))
-                return sound.AsWave();
-        const std::string bytes = server.Read();
-        if (bytes.empty())
-            throw SpeechError("has broken off before its audio-stop");
-        reader.Take(bytes.data(), bytes.size());
-    }
+    while (sound.Take(talk.Hear("audio-stop")))
+        continue;
+    return sound.AsWave();
 }
 
 } // namespace controller

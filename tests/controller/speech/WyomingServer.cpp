@@ -34,6 +34,20 @@ std::string Spoken(const std::string& text) {
     return answer + Written({"audio-stop", nlohmann::json::object(), ""});
 }
 
+std::string Info(const char* version) {
+    const nlohmann::json voice{{"name", "en_GB-test"}, {"languages", {"en_GB"}}, {"version", version}};
+    return Written({"info", {{"tts", {{{"name", "test"}, {"voices", {voice}}}}}}, ""});
+}
+
+void Send(int client, const std::string& answer) {
+    for (std::size_t at = 0; at < answer.size();) {
+        const ssize_t sent = ::send(client, answer.data() + at, answer.size() - at, MSG_NOSIGNAL);
+        if (sent <= 0)
+            return;
+        at += static_cast<std::size_t>(sent);
+    }
+}
+
 } // namespace
 
 WyomingServer::WyomingServer(Spoil spoil) : m_spoil(std::move(spoil)) {
@@ -95,17 +109,16 @@ void WyomingServer::Answer(int client) {
         const auto event = reader.Next();
         if (!event)
             continue;
+        if (event->type == "describe") {
+            Send(client, Info(m_version));
+            continue;
+        }
         {
             const std::lock_guard lock(m_mutex);
             m_asked.push_back(event->type + " " + event->data.dump());
         }
         const std::string answer = m_spoil(Spoken(event->data.at("text").get<std::string>()));
-        for (std::size_t at = 0; at < answer.size();) {
-            const ssize_t sent = ::send(client, answer.data() + at, answer.size() - at, MSG_NOSIGNAL);
-            if (sent <= 0)
-                return;
-            at += static_cast<std::size_t>(sent);
-        }
+        Send(client, answer);
         // Ends when the other side does, so that nothing on the way is lost.
         ::shutdown(client, SHUT_WR);
         while (::recv(client, bytes.data(), bytes.size(), 0) > 0)

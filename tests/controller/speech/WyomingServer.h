@@ -2,6 +2,7 @@
 
 #include "controller/speech/Voice.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -24,6 +25,9 @@ public:
 
     [[nodiscard]] Voice AsVoice(const std::string& name) const;
 
+    /// From now on it is another one by its version.
+    void Upgrade() { m_version = "2"; }
+
     /// What it was asked for, as JSON.
     [[nodiscard]] std::vector<std::string> Asked();
 
@@ -34,6 +38,7 @@ private:
     const Spoil m_spoil;
     int m_listening = -1;
     std::uint16_t m_port = 0;
+    std::atomic<const char*> m_version{"1"};
     std::mutex m_mutex;
     std::vector<std::string> m_asked;
     std::thread m_thread;

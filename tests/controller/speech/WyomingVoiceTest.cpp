@@ -40,6 +40,35 @@ TEST_F(WyomingVoiceTest, SpeaksAsTheInstalledOneDoes) {
                                                        "{\"language\":\"en\",\"name\":\"en_GB-test\"}}"});
 }
 
+TEST_F(WyomingVoiceTest, WhatItHasSaidIsFoundWhileItIsAwayAndSpokenAnewWhenItIsAnother) {
+    Voice voice;
+    RenderedSpeech first;
+    {
+        WyomingServer server;
+        voice = server.AsVoice("Remote");
+        Open({voice});
+        first = Render(Recipe("The post is here"));
+        server.Upgrade();
+        const RenderedSpeech other = Render(Recipe("Dinner is ready"));
+        EXPECT_NE(Render(Recipe("The post is here")).sound, first.sound);
+        EXPECT_EQ(Render(Recipe("Dinner is ready")).sound, other.sound);
+        EXPECT_EQ(server.Asked().size(), 3U);
+    }
+    Open({voice});
+    EXPECT_EQ(Render(Recipe("The post is here")).outcome, Outcome::Spoken);
+    EXPECT_EQ(Render(Recipe("Somebody else")).outcome, Outcome::Failed);
+}
+
+TEST_F(WyomingVoiceTest, AVoiceThatTheServerDoesNotHaveIsToldWithThoseThatItHas) {
+    WyomingServer server;
+    Voice voice = server.AsVoice("Remote");
+    voice.voice = "de_DE-none";
+    Open({voice});
+    EXPECT_EQ(Render(Recipe("Hello")).error,
+              "the voice Remote is no voice of the server, which has en_GB-test");
+    EXPECT_TRUE(server.Asked().empty());
+}
+
 TEST_F(WyomingVoiceTest, OneThatBreaksOffInMidPayloadIsNotHeard) {
     EXPECT_EQ(ChimeAlone([](const std::string& answer) { return answer.substr(0, answer.size() / 2); }),
               "the voice Remote has broken off before its audio-stop");
