@@ -84,7 +84,7 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
         {"remove_media", "DELETE", "/api/media/{name}", Need::Admin, Kind::Plain, handlers::RemoveMedia,
          "Removes a sound or image that no announcement uses", Content::None(), 204, Content::None()},
         {"put_speech", "PUT", "/api/media/{name}/speech", Need::Admin, Kind::Json, handlers::PutSpeech,
-         "Stores a spoken sound, and speaks it; 201 when it is new", Content::Of<SpeechRecipe>(), 200, Content::Of<MediaShelf::Description>()},
+         "Stores a spoken sound, and speaks it", Content::Of<SpeechRecipe>(), 200, Content::Of<MediaShelf::Description>()},
         {"list_voices", "GET", "/api/voices", Need::Play, Kind::Plain, handlers::ListVoices,
          "The voices of the house", Content::None(), 200, Content::Of<view::VoiceList>()},
         {"get_status", "GET", "/api/status", Need::Play, Kind::Plain, handlers::GetStatus,

@@ -26,8 +26,7 @@ std::string SoundName(Call call) {
                              : ApiError::ForPrograms{});
 }
 
-void Answer(
-    ApiContext& context, Call call, const std::string& name, const RenderedSpeech& rendered, bool isNew) {
+void Answer(ApiContext& context, Call call, const std::string& name, const RenderedSpeech& rendered) {
     if (rendered.outcome == RenderedSpeech::Outcome::Refused)
         Refuse(rendered);
     const auto description = spoken_media::Describe(context, name);
@@ -35,16 +34,15 @@ void Answer(
         throw ApiError(409, name + " has been removed meanwhile");
     Elsewhere(
         context, call, [one = *description] { return spoken_media::Merge({}, {one}).front(); },
-        [call, isNew](const MediaShelf::Description& stored) { call->Reply(isNew ? 201 : 200, stored); });
+        [call](const MediaShelf::Description& stored) { call->Reply(200, stored); });
 }
 
-void Put(ApiContext& context, Call call, const std::string& name, const SpeechRecipe& recipe, bool isNew) {
+void Put(ApiContext& context, Call call, const std::string& name, const SpeechRecipe& recipe) {
     context.parts.spoken.Put(
-        name, recipe,
-        [&context, call, name, isNew](const RenderedSpeech& rendered, const std::string& notSaved) {
+        name, recipe, [&context, call, name](const RenderedSpeech& rendered, const std::string& notSaved) {
             call->Guard([&] {
                 agent_reply::RequireSaved(notSaved);
-                Answer(context, call, name, rendered, isNew);
+                Answer(context, call, name, rendered);
             });
         });
 }
@@ -70,7 +68,7 @@ void PutSpeech(ApiContext& context, Call call) {
     auto recipe = call->Take<SpeechRecipe>();
     recipe.chime = media_name::SoundOf(recipe.chime);
     if (context.parts.spoken.Get(name) != nullptr) {
-        Put(context, call, name, recipe, false);
+        Put(context, call, name, recipe);
         return;
     }
     if (context.parts.spoken.All().size() >= SpokenSounds::kMost)
@@ -82,7 +80,7 @@ void PutSpeech(ApiContext& context, Call call) {
             if (isFile)
                 throw ApiError(409, "there is a file " + name + " in the media folder",
                                "another name, or the file removed before");
-            Put(context, call, name, recipe, true);
+            Put(context, call, name, recipe);
         });
 }
 

@@ -298,7 +298,7 @@ export interface paths {
     };
     get?: never;
     /**
-     * Stores a spoken sound, and speaks it; 201 when it is new
+     * Stores a spoken sound, and speaks it
      * @description Needs the right: admin
      */
     put: operations['put_speech'];
@@ -2479,7 +2479,7 @@ export interface operations {
       };
     };
     responses: {
-      /** @description Stores a spoken sound, and speaks it; 201 when it is new */
+      /** @description Stores a spoken sound, and speaks it */
       200: {
         headers: {
           [name: string]: unknown;
