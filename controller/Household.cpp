@@ -4,7 +4,6 @@
 #include "controller/driver/Durable.h"
 #include "controller/state/SpokenText.h"
 #include "controller/state/StateText.h"
-#include "controller/state/UtcText.h"
 
 #include <algorithm>
 #include <set>
@@ -81,6 +80,7 @@ Household::Household(House house, Options options, Log& log)
     , m_driverHost(m_timers, log)
     , m_agent(m_options.module.string(), m_services, m_driverHost, log)
     , m_announcements({m_agent, m_store, m_driver, m_feed, log})
+    , m_progress(m_announcements, m_feed)
     , m_queue(QueueParts())
     , m_stop({m_playing, m_audio, m_announcements, m_queue, m_feed, m_driver})
     , m_history(m_feed, HistoryParts())
@@ -154,36 +154,11 @@ RoomVolumes::Parts Household::VolumeParts() {
             m_driver, m_feed, m_log};
 }
 
-DigitalAudio::Parts Household::AudioParts() {
-    return {m_engine,
-            m_volumes,
-            m_services,
-            m_feed,
-            m_log,
-            m_driver,
-            [this](const std::string& path, const DigitalAudio::Found& found) {
-                if (!m_speech.Sounds().Find(path, found))
-                    m_sounds.Find(path, found);
-            }};
-}
-
 DeviceManager::Hooks Household::DeviceHooks() {
     return {[this] { m_announcements.StateInvalidated(); },
             [this] { return m_playing.Current() ? m_playing.Current()->show : 0; },
             [this] {
                 return m_stop.RefusePopup();
-            }};
-}
-
-PlayQueue::Parts Household::QueueParts() {
-    return {m_announcements,
-            m_playing,
-            m_store,
-            m_feed,
-            m_driver,
-            [this](const Announcement& announcement, const std::function<void()>& ready) {
-                if (!m_speech.Sounds().Prepare(announcement.audio.file, ready))
-                    ready();
             }};
 }
 
@@ -202,6 +177,7 @@ ControllerParts Household::Parts() {
             m_announcements,
             m_queue,
             m_stop,
+            m_progress,
             m_popups,
             m_variables,
             m_volumes,
@@ -250,16 +226,6 @@ void Household::StartAgent() {
             " cannot be used: " + error.what() +
             ". `announcement-controller export` writes them out as text, and `import` takes the "
             "mended text back");
-    }
-}
-
-void Household::StartQueue() {
-    const auto now = std::chrono::system_clock::now();
-    for (const QueuedRow& row : m_queue.Begin(m_opened.state.queue, now)) {
-        const PlayQueue::Time askedAt{std::chrono::milliseconds(row.askedAtMs)};
-        m_log.Notice(row.name + " waited too long, and is not played any more");
-        m_store.AddHistory(
-            {0, UtcText(askedAt), UtcText(now), row.announcement, row.name, {}, {}, "", "dropped"});
     }
 }
 

@@ -11,6 +11,7 @@
 #include "controller/api/ApiContext.h"
 #include "controller/audio/AudioEngine.h"
 #include "controller/driver/DriverThread.h"
+#include "controller/driver/Worker.h"
 #include "controller/events/LogToFeed.h"
 #include "controller/house/House.h"
 #include "controller/media/SoundFinder.h"
@@ -77,6 +78,7 @@ private:
     void ConnectAgent();
     void StartAgent();
     void StartQueue();
+    void Measure(const std::string& file);
     void AnnouncementEnded();
 
     const House m_house;
@@ -104,11 +106,13 @@ private:
     DriverHost m_driverHost;
     AgentHost m_agent;
     Announcements m_announcements;
+    PlayProgress m_progress;
     PlayQueue m_queue;
     PlayStop m_stop;
     HistoryRecorder m_history;
     EventFeed::Subscription m_ends;
     bool m_isEnding = false;
+    Worker m_measuring; ///< looks how long sounds are
 };
 
 } // namespace controller

@@ -33,6 +33,16 @@ std::string Trimmed(double number) {
     return trimmed;
 }
 
+/// -1 for what is none.
+std::time_t MomentOf(const std::string& utc) {
+    std::tm parts{};
+    return strptime(utc.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) == nullptr ? -1 : timegm(&parts);
+}
+
+std::uint64_t SecondsFromTo(std::time_t from, std::time_t to) {
+    return from == -1 || to <= from ? 0 : static_cast<std::uint64_t>(to - from);
+}
+
 } // namespace
 
 std::uint32_t ReadMilliseconds(const std::string& what, const std::string& text) {
@@ -71,6 +81,14 @@ std::string LocalText(const std::string& utc) {
 std::string LocalClock(const std::string& utc) {
     const std::string text = LocalText(utc);
     return text == utc ? utc : text.substr(text.find(' ') + 1);
+}
+
+std::uint64_t SecondsUntil(const std::string& utc) {
+    return SecondsFromTo(std::time(nullptr), MomentOf(utc));
+}
+
+std::uint64_t SecondsSince(const std::string& utc) {
+    return SecondsFromTo(MomentOf(utc), std::time(nullptr));
 }
 
 } // namespace times

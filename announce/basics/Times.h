@@ -19,4 +19,9 @@ namespace times {
 /// The same without the day.
 [[nodiscard]] std::string LocalClock(const std::string& utc);
 
+/// From now to that time, and from that time to now, on the clock of this machine; 0 when that is past or not
+/// yet come.
+[[nodiscard]] std::uint64_t SecondsUntil(const std::string& utc);
+[[nodiscard]] std::uint64_t SecondsSince(const std::string& utc);
+
 } // namespace times

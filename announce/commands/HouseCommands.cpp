@@ -4,6 +4,8 @@
 #include "announce/basics/Words.h"
 #include "announce/commands/Handlers.h"
 
+#include <algorithm>
+
 namespace handlers {
 namespace {
 
@@ -18,8 +20,22 @@ std::string PopupText(const Json& popup) {
 Table::Cell Playing(const Json& playing) {
     if (playing.is_null())
         return "nothing";
-    return {playing.at("name").get<std::string>() + ", since " + times::LocalClock(playing.at("since")),
+    const std::string since = ", since " + times::LocalClock(playing.at("since"));
+    if (playing.at("stopped").get<bool>())
+        return {playing.at("name").get<std::string>() + since + ", stopped", Style::Warning};
+    return {playing.at("name").get<std::string>() + since + ", for another " +
+                times::LengthText(times::SecondsUntil(playing.at("ends")) * 1000),
             Style::Good};
+}
+
+/// ", 3 s of 12.5 s"; nothing while the length is not known.
+std::string SoundLength(const Json& playing) {
+    if (playing.is_null() || playing.at("sound").is_null() || playing.at("sound").at("length_ms") == 0)
+        return "";
+    const auto length = playing.at("sound").at("length_ms").get<std::uint64_t>();
+    const auto played = times::SecondsSince(playing.at("sound").at("since")) * 1000;
+    return ", " + times::LengthText(std::min<std::uint64_t>(played, length)) + " of " +
+           times::LengthText(length);
 }
 
 Table::Cell Saved(const Json& status) {
@@ -41,7 +57,7 @@ Table StatusTable(const Json& status, House& house) {
         add("agent", {"is not running", Style::Bad});
     add("playing", Playing(status.at("playing")));
     if (const Json& sound = status.at("sound"); !sound.is_null())
-        add("sound", SoundName(sound.at("file")));
+        add("sound", SoundName(sound.at("file")) + SoundLength(status.at("playing")));
     const std::string waiting =
         words::Listed(status.at("waiting"), [&](const Json& id) { return house.AnnouncementName(id); });
     add("waiting", waiting.empty() ? "nothing" : waiting);

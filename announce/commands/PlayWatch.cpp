@@ -2,6 +2,8 @@
 
 #include "announce/basics/Failure.h"
 
+#include <utility>
+
 PlayWatch::PlayWatch(ApiClient& client, std::uint32_t announcement)
     : m_client(client)
     , m_announcement(announcement)
@@ -12,6 +14,16 @@ PlayWatch::PlayWatch(ApiClient& client, std::uint32_t announcement)
 
 PlayWatch::End PlayWatch::Play() {
     (void)m_client.Post("/api/announcements/" + std::to_string(m_announcement) + "/play");
+    return Follow();
+}
+
+Json PlayWatch::Say(const Json& order) {
+    Json said = m_client.Post("/api/say", order);
+    m_announcement = said.at("announcement");
+    return said;
+}
+
+PlayWatch::End PlayWatch::Follow() {
     while (!HasEnded(m_events.Next())) {
     }
     if (m_isRemoved && !m_isPlaying)
@@ -35,7 +47,17 @@ bool PlayWatch::HasEnded(const Json& event) {
         m_isPlaying = true;
     if (type == "announcement_removed" && isOurs)
         m_isRemoved = true;
+    if (type == "queue_changed")
+        LookAtQueue(data.at("queue"));
     return m_isRemoved && !m_isPlaying && m_isAsked;
+}
+
+/// What waits no more and has not begun was taken back.
+void PlayWatch::LookAtQueue(const Json& queue) {
+    const bool wasWaiting = std::exchange(m_isWaiting, false);
+    for (const Json& one : queue)
+        m_isWaiting = m_isWaiting || one.at("announcement") == m_announcement;
+    m_isRemoved = m_isRemoved || (wasWaiting && !m_isWaiting && !m_isPlaying);
 }
 
 PlayWatch::End PlayWatch::OutcomeFromHistory() {

@@ -15,6 +15,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
         {"queue_changed", "waiting: {queue}"},
         {"announcement_started", "{announcement} begins"},
         {"started", "{announcement} begins"},
+        {"playing_changed", "what plays has come further"},
         {"announcement_stopped", "{announcement} is stopped"},
         {"announcement_ended", "{announcement} is over"},
         {"ended", "{announcement} is over"},

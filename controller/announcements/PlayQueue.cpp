@@ -111,12 +111,13 @@ void PlayQueue::HandOver(const Done& done) {
         if (!IsReady(next))
             return;
         m_waiting.pop_front();
-        if (next.entry <= m_kept)
-            Changed(Nobody);
+        // It is told that it begins before it is told that it waits no more: it was not taken back.
         m_parts.announcements.PlayQueued(next.announcement, [&](const Announcements::Outcome& outcome) {
             if (done && next.entry == m_lastEntry)
                 done({outcome, next.entry});
         });
+        if (next.entry <= m_kept)
+            Changed(Nobody);
     }
 }
 

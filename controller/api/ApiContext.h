@@ -2,6 +2,7 @@
 
 #include "controller/access/Access.h"
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/PlayProgress.h"
 #include "controller/announcements/PlayQueue.h"
 #include "controller/announcements/PlayStop.h"
 #include "controller/api/ApiCall.h"
@@ -39,6 +40,7 @@ struct ControllerParts {
     Announcements& announcements;
     PlayQueue& queue;
     PlayStop& stop;
+    PlayProgress& progress;
     Popups& popups;
     Variables& variables;
     RoomVolumes& volumes;

@@ -6,6 +6,7 @@
 #include "controller/api/json/OperationJson.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
+#include "controller/api/json/SayJson.h"
 #include "controller/api/json/SpeechJson.h"
 #include "controller/api/json/StatusViews.h"
 
@@ -42,6 +43,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "Takes the popup of what plays away, on every screen", Content::None(), 202, Content::Of<view::Dismissed>()},
         {"stop", "POST", "/api/stop", Need::Play, Kind::Plain, handlers::Stop,
          "Stops what plays: the sound fades out in every room, and the popups go", Content::None(), 200, Content::Of<view::Stopped>()},
+        {"say", "POST", "/api/say", Need::Play, Kind::Json, handlers::Say,
+         "Speaks and shows a text, or plays a sound, once", Content::Of<view::SayOrder>(), 202, Content::Of<view::Said>()},
         {"list_queue", "GET", "/api/queue", Need::Play, Kind::Plain, handlers::ListQueue,
          "What waits to be played, the next one first", Content::None(), 200, Content::Of<view::Queue>()},
         {"remove_queued", "DELETE", "/api/queue/{entry}", Need::Play, Kind::Plain, handlers::RemoveQueued,

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -19,6 +20,23 @@ struct Queued {
     std::uint32_t announcement = 0;
     std::string name; ///< as it was when it was asked for
     std::chrono::system_clock::time_point askedAt;
+};
+
+struct PlayingSound {
+    std::string file;
+    std::chrono::system_clock::time_point since;
+    std::int64_t lengthMs = 0; ///< 0 while it is not known
+};
+
+/// What plays, and how far it has come.
+struct PlayingNow {
+    std::uint32_t announcement = 0;
+    std::string name;
+    std::chrono::system_clock::time_point since;
+    std::chrono::system_clock::time_point ends; ///< probably
+    bool canBeDismissed = false;                ///< a popup of it stands
+    bool isStopped = false;
+    std::optional<PlayingSound> sound;
 };
 
 /// What happens in the house, one structure a kind. Ids are those of the house file and of the agent.
@@ -38,6 +56,11 @@ struct QueueChanged {
 /// The agent has begun to play the announcement with this id.
 struct AnnouncementStarted {
     std::uint32_t announcement = 0;
+};
+
+/// What plays has come further, or is expected to end otherwise; nothing when nothing plays.
+struct PlayingChanged {
+    std::optional<PlayingNow> playing;
 };
 
 /// Somebody has stopped the announcement that plays; the agent lets go of it soon.
@@ -176,6 +199,7 @@ struct LogLine {
 using EventData = std::variant<events::PlayAsked,
                                events::QueueChanged,
                                events::AnnouncementStarted,
+                               events::PlayingChanged,
                                events::AnnouncementStopped,
                                events::AnnouncementEnded,
                                events::AnnouncementStored,

@@ -24,6 +24,7 @@ void PutAnnouncementNavigator(ApiContext& context, Call call);
 void RemoveAnnouncementNavigator(ApiContext& context, Call call);
 void Dismiss(ApiContext& context, Call call);
 void Stop(ApiContext& context, Call call);
+void Say(ApiContext& context, Call call);
 void ListQueue(ApiContext& context, Call call);
 void RemoveQueued(ApiContext& context, Call call);
 void MoveQueued(ApiContext& context, Call call);

@@ -3,6 +3,7 @@
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
 #include "controller/api/json/PlayViews.h"
+#include "controller/api/json/StatusViews.h"
 #include "controller/media/MediaName.h"
 
 #include <cctype>
@@ -111,6 +112,7 @@ void AddAnnouncements(KindList& list) {
     list.Add<QueueChanged>("queue_changed", {Data<&QueueChanged::queue>("queue", "The next one first")});
     list.Add<AnnouncementStarted>("announcement_started",
                                   {Data<&AnnouncementStarted::announcement>("announcement").AsId()});
+    list.Add<PlayingChanged>("playing_changed", {Data<&PlayingChanged::playing>("playing")});
     list.Add<AnnouncementStopped>("announcement_stopped",
                                   {Data<&AnnouncementStopped::announcement>("announcement").AsId()});
     list.Add<AnnouncementEnded>("announcement_ended",

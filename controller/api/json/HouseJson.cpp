@@ -105,9 +105,7 @@ view::Status Status(const ApiContext& context) {
     status.version = API_VERSION;
     status.started = context.started;
     status.isAgentRunning = context.parts.isAgentRunning();
-    if (const auto& playing = watch.Current())
-        status.playing = view::Playing{
-            playing->announcement, context.parts.announcements.NameOf(playing->announcement), playing->since};
+    status.playing = context.parts.progress.Now();
     status.waiting = watch.Waiting();
     status.queue = context.parts.queue.Waiting();
     if (const auto& sound = watch.CurrentSound())

@@ -1,16 +1,43 @@
 #include "controller/api/json/StatusViews.h"
 
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/media/MediaName.h"
+
+namespace controller {
+
+using fields::Made;
+
+namespace {
+
+std::string SoundOf(const PlayingSound& sound) {
+    return media_name::SoundOf(sound.file);
+}
+
+} // namespace
+
+fields::Object TableOf(fields::For<PlayingSound> /*type*/) {
+    using fields::Member;
+    using Sound = PlayingSound;
+    return {"SoundNow",
+            {Made<&SoundOf>("file"), Member<&Sound::since>("since"),
+             Member<&Sound::lengthMs>("length_ms", "0 while it is not known")}};
+}
+
+fields::Object TableOf(fields::For<PlayingNow> /*type*/) {
+    using fields::Member;
+    using Now = PlayingNow;
+    return {"Playing",
+            {Member<&Now::announcement>("announcement").AsId(), Member<&Now::name>("name"),
+             Member<&Now::since>("since"), Member<&Now::ends>("ends", "Probably"),
+             Member<&Now::canBeDismissed>("can_be_dismissed", "A popup of it stands"),
+             Member<&Now::isStopped>("stopped"), Member<&Now::sound>("sound")}};
+}
+
+} // namespace controller
 
 namespace controller::view {
 
 using fields::Member;
-
-Object Playing::Table() {
-    return {"Playing",
-            {Member<&Playing::announcement>("announcement").AsId(), Member<&Playing::name>("name"),
-             Member<&Playing::since>("since")}};
-}
 
 Object Sound::Table() {
     return {"PlayingSound", {Member<&Sound::file>("file"), Member<&Sound::since>("since")}};

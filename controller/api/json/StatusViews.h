@@ -8,16 +8,15 @@
 #include <string>
 #include <vector>
 
+namespace controller {
+
+fields::Object TableOf(fields::For<PlayingSound> type);
+fields::Object TableOf(fields::For<PlayingNow> type);
+
+} // namespace controller
+
 /// What the house is doing, as the API gives it; `docs/api.md` says what the members mean.
 namespace controller::view {
-
-struct Playing {
-    std::uint32_t announcement = 0;
-    std::string name;
-    Time since;
-
-    static Object Table();
-};
 
 struct Sound {
     std::string file;
@@ -47,7 +46,7 @@ struct Status {
     std::string version;
     Time started;
     bool isAgentRunning = false;
-    std::optional<Playing> playing;
+    std::optional<PlayingNow> playing;
     std::vector<std::uint32_t> waiting;
     std::vector<Queued> queue;
     std::optional<Sound> sound;

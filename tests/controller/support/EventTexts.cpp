@@ -21,6 +21,9 @@ struct ToText {
     std::string operator()(const events::AnnouncementStarted& e) const {
         return "started " + Id(e.announcement);
     }
+    std::string operator()(const events::PlayingChanged& e) const {
+        return e.playing ? "now " + Id(e.playing->announcement) : "now nothing";
+    }
     std::string operator()(const events::AnnouncementStopped& e) const {
         return "stopped " + Id(e.announcement);
     }

@@ -198,6 +198,9 @@ test('what plays and waits is told', async () => {
   assert.equal((await house.ask('DELETE', `/api/queue/${second.entry}`)).status, 204);
   assert.equal((await house.ask('DELETE', `/api/queue/${second.entry}`)).status, 404);
   assert.equal((await house.ask('POST', `/api/announcements/${three}/play`)).body.state, 'waiting');
+  const said = (await house.ask('POST', '/api/say', { text: 'Hello', navigators: [{ id: 11 }] })).body;
+  assert.deepEqual([said.state, said.trouble], ['waiting', null]);
+  assert.equal((await house.ask('DELETE', `/api/queue/${said.entry}`)).status, 204);
   for (const id of [two, three]) await house.ask('DELETE', `/api/announcements/${id}`);
   assert.deepEqual((await house.ask('POST', '/api/stop')).body, { stopped: true });
   await idle();

@@ -623,6 +623,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/say': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    /**
+     * Speaks and shows a text, or plays a sound, once
+     * @description Needs the right: play
+     */
+    post: operations['say'];
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/status': {
     parameters: {
       query?: never;
@@ -995,6 +1015,7 @@ export interface components {
       | components['schemas']['PlayAskedEvent']
       | components['schemas']['QueueChangedEvent']
       | components['schemas']['AnnouncementStartedEvent']
+      | components['schemas']['PlayingChangedEvent']
       | components['schemas']['AnnouncementStoppedEvent']
       | components['schemas']['AnnouncementEndedEvent']
       | components['schemas']['AnnouncementStoredEvent']
@@ -1238,9 +1259,28 @@ export interface components {
     };
     Playing: {
       announcement: number;
+      /** @description A popup of it stands */
+      can_be_dismissed: boolean;
+      /**
+       * Format: date-time
+       * @description Probably
+       */
+      ends: string;
       name: string;
       /** Format: date-time */
       since: string;
+      sound: components['schemas']['SoundNow'] | null;
+      stopped: boolean;
+    };
+    PlayingChangedEvent: {
+      data: {
+        playing: components['schemas']['Playing'] | null;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'playing_changed';
     };
     PlayingSound: {
       file: string;
@@ -1463,6 +1503,49 @@ export interface components {
       /** @constant */
       type: 'room_volume_changed';
     };
+    Said: {
+      announcement: number;
+      /** @description Its number in the queue */
+      entry: number;
+      /** @enum {string} */
+      state: 'playing' | 'waiting';
+      /** @description Why the text is not spoken */
+      trouble: string | null;
+    };
+    SayOrder: {
+      /**
+       * @description A sound of the media folder that is heard in front of the text
+       * @default
+       */
+      chime?: string;
+      /** @default [] */
+      navigators?: components['schemas']['SayScreen'][];
+      /** @default [] */
+      rooms?: components['schemas']['AnnouncementRoomBody'][];
+      /**
+       * @description A sound of the media folder, without .wav
+       * @default
+       */
+      sound?: string;
+      /**
+       * @description Shown, and spoken unless there is a sound; {Name} is a variable's value
+       * @default
+       */
+      text?: string;
+      /**
+       * @description How long the popup stands
+       * @default 10000
+       */
+      timeout_ms?: number;
+      /**
+       * @description One of GET /api/voices; empty: the default
+       * @default
+       */
+      voice?: string;
+    };
+    SayScreen: {
+      id: number;
+    };
     ScreensRestedEvent: {
       data: {
         room: number;
@@ -1497,6 +1580,13 @@ export interface components {
       time: string;
       /** @constant */
       type: 'sound_ended';
+    };
+    SoundNow: {
+      file: string;
+      /** @description 0 while it is not known */
+      length_ms: number;
+      /** Format: date-time */
+      since: string;
     };
     SoundStartedEvent: {
       data: {
@@ -1745,6 +1835,7 @@ export type Parameters = components['schemas']['Parameters'];
 export type PlayAskedEvent = components['schemas']['PlayAskedEvent'];
 export type Played = components['schemas']['Played'];
 export type Playing = components['schemas']['Playing'];
+export type PlayingChangedEvent = components['schemas']['PlayingChangedEvent'];
 export type PlayingSound = components['schemas']['PlayingSound'];
 export type Popup = components['schemas']['Popup'];
 export type PopupChangedEvent = components['schemas']['PopupChangedEvent'];
@@ -1768,10 +1859,14 @@ export type RoomRestoredEvent = components['schemas']['RoomRestoredEvent'];
 export type RoomSetUpEvent = components['schemas']['RoomSetUpEvent'];
 export type RoomVolume = components['schemas']['RoomVolume'];
 export type RoomVolumeChangedEvent = components['schemas']['RoomVolumeChangedEvent'];
+export type Said = components['schemas']['Said'];
+export type SayOrder = components['schemas']['SayOrder'];
+export type SayScreen = components['schemas']['SayScreen'];
 export type ScreensRestedEvent = components['schemas']['ScreensRestedEvent'];
 export type ScreensWokenEvent = components['schemas']['ScreensWokenEvent'];
 export type ShownPopup = components['schemas']['ShownPopup'];
 export type SoundEndedEvent = components['schemas']['SoundEndedEvent'];
+export type SoundNow = components['schemas']['SoundNow'];
 export type SoundStartedEvent = components['schemas']['SoundStartedEvent'];
 export type SpeechRecipe = components['schemas']['SpeechRecipe'];
 export type SpeechRecipeBody = components['schemas']['SpeechRecipeBody'];
@@ -2999,6 +3094,39 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['RoomVolume'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  say: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['SayOrder'];
+      };
+    };
+    responses: {
+      /** @description Speaks and shows a text, or plays a sound, once */
+      202: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['Said'];
         };
       };
       /** @description What is wrong, and what would be right */

@@ -19,7 +19,17 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
   },
   announcement_started({ announcement }, house, time) {
     if (!house.status) return;
-    const playing = { announcement, name: house.announcementName(announcement), since: time };
+    const name = house.announcementName(announcement);
+    // How far it comes is told at once.
+    const playing = {
+      announcement,
+      name,
+      since: time,
+      ends: time,
+      can_be_dismissed: false,
+      stopped: false,
+      sound: null,
+    };
     house.changeStatus({ playing, waiting: house.status.waiting.filter((id) => id !== announcement) });
     house.endings += 1;
     house.failures = [];
@@ -33,6 +43,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.failures = [];
     house.stopped = null;
   },
+  playing_changed: ({ playing }, house) => house.changeStatus({ playing }),
   announcement_stopped({ announcement }, house) {
     house.stopped = announcement;
   },

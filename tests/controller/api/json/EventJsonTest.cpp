@@ -89,6 +89,7 @@ TEST(EventJsonTest, EveryKindIsTold) {
          R"(queue_changed {"queue":[{"entry":4,"announcement":1,"name":"Dinner",)"
          R"("asked_at":"1970-01-01T00:00:00.000Z"}]})"},
         {AnnouncementStarted{1}, R"(announcement_started {"announcement":1})"},
+        {PlayingChanged{}, R"(playing_changed {"playing":null})"},
         {AnnouncementStopped{1}, R"(announcement_stopped {"announcement":1})"},
         {AnnouncementEnded{1}, R"(announcement_ended {"announcement":1})"},
         {AnnouncementStored{1}, R"(announcement_stored {"announcement":1})"},

@@ -1,0 +1,63 @@
+// What of the house plays, and what waits for that.
+#include "controller/Household.h"
+#include "controller/audio/SoundFile.h"
+#include "controller/state/UtcText.h"
+
+namespace controller {
+
+DigitalAudio::Parts Household::AudioParts() {
+    return {m_engine,
+            m_volumes,
+            m_services,
+            m_feed,
+            m_log,
+            m_driver,
+            [this](const std::string& path, const DigitalAudio::Found& found) {
+                const auto tell = [this, found](const std::string& file, const std::string& error) {
+                    Measure(file);
+                    found(file, error);
+                };
+                if (!m_speech.Sounds().Find(path, tell))
+                    m_sounds.Find(path, tell);
+            }};
+}
+
+PlayQueue::Parts Household::QueueParts() {
+    return {m_announcements,
+            m_playing,
+            m_store,
+            m_feed,
+            m_driver,
+            [this](const Announcement& announcement, const std::function<void()>& ready) {
+                if (announcement.rooms.empty() || !m_speech.Sounds().Prepare(announcement.audio.file, ready))
+                    ready();
+            }};
+}
+
+void Household::StartQueue() {
+    const auto now = std::chrono::system_clock::now();
+    for (const QueuedRow& row : m_queue.Begin(m_opened.state.queue, now)) {
+        const PlayQueue::Time askedAt{std::chrono::milliseconds(row.askedAtMs)};
+        m_log.Notice(row.name + " waited too long, and is not played any more");
+        m_store.AddHistory(
+            {0, UtcText(askedAt), UtcText(now), row.announcement, row.name, {}, {}, "", "dropped"});
+    }
+}
+
+/// Beside its playing, which does not wait for this.
+void Household::Measure(const std::string& file) {
+    const auto& playing = m_progress.Now();
+    if (file.empty() || !playing)
+        return;
+    m_measuring.Submit([this, file, since = playing->since] {
+        try {
+            const auto length = audio::SoundFile(file).Duration();
+            m_driver.Post("the length of a sound",
+                          [this, since, length] { m_progress.SoundMeasured(since, length); });
+        } catch (const audio::SoundFileError&) { // NOLINT(bugprone-empty-catch)
+            // Why it cannot be played is said by whoever plays it.
+        }
+    });
+}
+
+} // namespace controller
