@@ -1,4 +1,5 @@
 import { describe, expect, it } from 'vitest';
+import { progressOf } from '../src/model/progress';
 import { placeAfter, withMoved } from '../src/model/queue';
 import { targetsFrom, toggled } from '../src/model/targets';
 
@@ -46,5 +47,21 @@ describe('what waits', () => {
       [5, 6, 7],
       [6, 7, 5],
     ]);
+  });
+});
+
+describe('how far it is', () => {
+  const at = (now: string): unknown => progressOf('2026-03-01T10:00:00Z', '2026-03-01T10:00:10Z', Date.parse(now));
+
+  it('goes from nothing to all, and no further', () => {
+    expect([at('2026-03-01T09:59:59Z'), at('2026-03-01T10:00:04Z'), at('2026-03-01T10:01:00Z')]).toEqual([
+      { share: 0, left: 11000 },
+      { share: 0.4, left: 6000 },
+      { share: 1, left: 0 },
+    ]);
+  });
+
+  it('is all where it takes no time', () => {
+    expect(progressOf('2026-03-01T10:00:00Z', '2026-03-01T10:00:00Z', 0).share).toBe(1);
   });
 });

@@ -43,6 +43,8 @@ describe('the page', () => {
       '#/history': 'tbody tr',
       '#/log': 'log-view li',
     }[hash];
+    // Below the fold of a small screen no row is drawn.
+    if (hash === '#/announcements') await page.locator('lit-virtualizer').scrollIntoViewIfNeeded();
     if (sign) await page.locator(sign).first().waitFor({ state: 'attached' });
   };
 

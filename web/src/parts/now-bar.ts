@@ -3,8 +3,8 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { request } from '../api/request';
-import { listing, soundOf } from '../model/format';
-import type { Progress } from '../model/progress';
+import { listing, seconds, soundOf } from '../model/format';
+import { progressOf, type Progress } from '../model/progress';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { number } from '../texts/language';
@@ -12,6 +12,8 @@ import { t } from '../texts/page';
 import './queue-list';
 import { stopPlaying } from './stopping';
 import { attempt, toast } from './ui-toasts';
+
+const TICK = 250;
 
 @customElement('now-bar')
 export class NowBar extends LitElement {
@@ -35,6 +37,12 @@ export class NowBar extends LitElement {
         display: block;
         padding: 0.35rem 0.5rem 0 1rem;
         border-bottom: 1px solid color-mix(in srgb, currentcolor 40%, transparent);
+      }
+      .left {
+        flex: none;
+        align-self: start;
+        font-size: 0.875rem;
+        font-variant-numeric: tabular-nums;
       }
       progress {
         display: block;
@@ -158,10 +166,21 @@ export class NowBar extends LitElement {
 
   @state() private isOpen = false;
   private told = store.failed;
+  private ticking = 0;
 
   constructor() {
     super();
     new Following(this, () => this.tellFailure());
+  }
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    clearInterval(this.ticking);
+  }
+
+  override updated(): void {
+    clearInterval(this.ticking);
+    if (this.progress()) this.ticking = window.setInterval(() => this.requestUpdate(), TICK);
   }
 
   /** The bar goes with what plays; what went wrong stays for a while, for those who look up late. */
@@ -190,11 +209,15 @@ export class NowBar extends LitElement {
           <strong dir="auto">${name}</strong>
           <span class="details" dir="auto">${isStopped ? t.now.stopped : this.details()}</span>
         </div>
-        ${this.waiting > 0 ? this.renderQueue() : nothing} ${this.hasPopup ? this.renderDismiss() : nothing}
-        ${isStopped ? nothing : this.renderStop(name)}
+        ${progress ? this.renderLeft(progress) : nothing} ${this.waiting > 0 ? this.renderQueue() : nothing}
+        ${this.hasPopup ? this.renderDismiss() : nothing} ${isStopped ? nothing : this.renderStop(name)}
       </div>
       ${progress ? html`<progress aria-hidden="true" max="1" .value=${progress.share}></progress>` : nothing}
     </section>`;
+  }
+
+  private renderLeft({ left }: Progress): unknown {
+    return html`<span class="left">${t.now.left(seconds(1000 * Math.ceil(left / 1000)))}</span>`;
   }
 
   private renderQueue(): unknown {
@@ -209,8 +232,12 @@ export class NowBar extends LitElement {
     </button>`;
   }
 
+  /** Null when its end is not known, or past: the agent takes its own time. */
   private progress(): Progress | null {
-    return null;
+    const playing = store.status?.playing;
+    if (!playing?.ends || playing.stopped) return null;
+    const progress = progressOf(playing.since, playing.ends, store.now());
+    return progress.left > 0 ? progress : null;
   }
 
   /** What can be taken back. */

@@ -21,6 +21,7 @@ export class Store extends House {
   private isTelling = false;
   private refreshTimer = 0;
   private mediaTimer = 0;
+  private ahead = 0; // of this device's clock, the controller's
   private changes = 0; // counts what has been taken from the event stream
 
   get mayEdit(): boolean {
@@ -58,7 +59,13 @@ export class Store extends House {
     this.changed();
   }
 
+  /** By the controller's clock. */
+  now(): number {
+    return Date.now() + this.ahead;
+  }
+
   apply(event: HouseEvent): void {
+    this.ahead = Date.parse(event.time) - Date.now();
     if (event.type in reducers) this.changes += 1;
     handle(reducers, event, this, event.time);
     if (leavesQuestions(event.type)) this.refreshSoon();

@@ -12,6 +12,7 @@ import { allTags, FAVOURITE, isFavourite, lastUses, ORDERS, sorted, tagsOf, with
 import { newAddress } from '../model/route';
 import { matching } from '../model/search';
 import '../parts/announcement-row';
+import '../parts/say-box';
 import { attempt } from '../parts/ui-toasts';
 import { Following, Reading, store } from '../store/live';
 import { shared } from '../styles/shared';
@@ -97,7 +98,8 @@ export class AnnouncementsView extends LitElement {
   override render(): unknown {
     const all = [...store.announcements.values()].filter((one) => !store.leaving.has(one.id));
     const shown = sorted(matching(withTag(all, this.tag), this.words, textOf), this.order, this.uses);
-    return html`<div class="head">
+    return html`${store.rooms.size + store.screens.size > 0 ? html`<say-box></say-box>` : nothing}
+      <div class="head">
         <h1>${t.list.title}</h1>
         ${all.length ? this.renderSearch() : nothing}
         ${

@@ -31,6 +31,7 @@ export const now = {
     silentVoice: (name: string) => `${name} (does not speak now)`,
     keys: 'Ctrl + Enter sends it',
     send: 'Send',
+    unheard: (why: string) => `It is shown, but not spoken: ${why}`,
     recordingName: 'Said',
     missing: {
       text: 'What is to be said?',

@@ -33,6 +33,7 @@ export const now: typeof English = {
     silentVoice: (name: string) => `${name} (spricht gerade nicht)`,
     keys: 'Strg + Enter schickt es ab',
     send: 'Durchsagen',
+    unheard: (why: string) => `Es wird gezeigt, aber nicht gesprochen: ${why}`,
     recordingName: 'Gesagt',
     missing: {
       text: 'Was soll gesagt werden?',
