@@ -25,6 +25,7 @@ Voice VoiceOf(const House::Voice& one) {
 
 std::vector<Voice> VoicesOf(const House& house) {
     std::vector<Voice> voices;
+    voices.reserve(house.voices.size());
     for (const House::Voice& voice : house.voices)
         voices.push_back(VoiceOf(voice));
     return voices;

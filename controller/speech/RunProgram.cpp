@@ -89,6 +89,7 @@ public:
     /// Gives the child's id.
     [[nodiscard]] pid_t Start(std::vector<std::string> words) const {
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (std::string& word : words)
             arguments.push_back(word.data());
         arguments.push_back(nullptr);

@@ -147,6 +147,7 @@ void Speech::Note(const Job& job) {
 std::vector<Speech::VoiceState> Speech::Voices() const {
     m_driverOnly.Assert();
     std::vector<VoiceState> states;
+    states.reserve(m_parts.voices.size());
     for (std::size_t index = 0; index < m_parts.voices.size(); ++index)
         states.push_back({m_parts.voices[index], index == 0, m_trouble[index]});
     return states;

@@ -62,6 +62,7 @@ void ReplyWith(ApiContext& context, const ApiCallPointer& call, const RenderedSp
 
 std::vector<Description> List(const ApiContext& context) {
     std::vector<Description> all;
+    all.reserve(context.parts.spoken.All().size());
     for (const auto& [name, sound] : context.parts.spoken.All())
         all.push_back(DescriptionOf(name, sound));
     return all;
