@@ -74,7 +74,8 @@ Household::Household(House house, Options options, Log& log)
     , m_playing(m_timers, m_feed)
     , m_engine(Engine())
     , m_volumes(RoomsAtStart(), VolumeParts())
-    , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), m_driver, log)
+    , m_levels(LevelParts())
+    , m_sounds(m_house.mediaFolder, TestTone(m_dataFolder.Path()), m_levels, m_driver, log)
     , m_audio(AudioParts())
     , m_devices(NavigatorIds(m_house), m_popups, log, DeviceHooks())
     , m_driverHost(m_timers, log)
@@ -183,6 +184,10 @@ ControllerParts Household::Parts() {
             m_volumes,
             m_speech.Voices(),
             m_speech.Sounds(),
+            m_levels,
+            [this](const SoundLevels::Entry& entry, WriteDone done) {
+                m_store.WriteSoundLevel(RowOf(entry), std::move(done));
+            },
             m_store,
             m_log,
             m_options.module.string(),

@@ -16,6 +16,7 @@
 #include "controller/house/House.h"
 #include "controller/media/SoundFinder.h"
 #include "controller/state/DataFolder.h"
+#include "controller/state/SoundLevelRow.h"
 #include "controller/state/StateStore.h"
 
 #include <filesystem>
@@ -74,7 +75,10 @@ private:
     [[nodiscard]] DeviceManager::Hooks DeviceHooks();
     [[nodiscard]] PlayQueue::Parts QueueParts();
     [[nodiscard]] HistoryRecorder::Parts HistoryParts();
+    [[nodiscard]] SoundLevels::Parts LevelParts();
+    [[nodiscard]] static SoundLevelRow RowOf(const SoundLevels::Entry& entry);
 
+    void FindSound(const std::string& path, const DigitalAudio::Found& found);
     void ConnectAgent();
     void StartAgent();
     void StartQueue();
@@ -98,6 +102,7 @@ private:
     std::optional<audio::AudioEngine> m_ownEngine;
     audio::ISoundEngine& m_engine;
     RoomVolumes m_volumes;
+    SoundLevels m_levels;
     SoundFinder m_sounds;
     InstanceRegistry m_services;
     DigitalAudio m_audio;

@@ -13,12 +13,10 @@ DigitalAudio::Parts Household::AudioParts() {
             m_log,
             m_driver,
             [this](const std::string& path, const DigitalAudio::Found& found) {
-                const auto tell = [this, found](const std::string& file, const std::string& error) {
-                    Measure(file);
-                    found(file, error);
-                };
-                if (!m_speech.Sounds().Find(path, tell))
-                    m_sounds.Find(path, tell);
+                FindSound(path, [this, found](const audio::PlayedSound& sound, const std::string& error) {
+                    Measure(sound.path);
+                    found(sound, error);
+                });
             }};
 }
 

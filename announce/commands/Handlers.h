@@ -29,6 +29,7 @@ ExitStatus AddMedia(Session& session);
 ExitStatus SpeakMedia(Session& session);
 ExitStatus RemoveMedia(Session& session);
 ExitStatus Voices(Session& session);
+ExitStatus SetLoudness(Session& session);
 ExitStatus History(Session& session);
 ExitStatus Events(Session& session);
 ExitStatus Rehearse(Session& session);

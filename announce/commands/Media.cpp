@@ -41,6 +41,17 @@ Table::Cell FormatOf(const Json& file) {
                             : std::to_string(channels) + " channels");
 }
 
+/// How loud the file is; what it is played with brings it to that of all others.
+std::string LoudnessOf(const Json& file) {
+    const auto loudness = file.find("loudness");
+    if (loudness == file.end() || !loudness->at("lufs").is_number())
+        return "";
+    char text[32];
+    (void)std::snprintf(text, sizeof text, "%.1f LUFS",
+                        loudness->at("lufs").get<double>()); // fits, as any level
+    return std::string(text) + (loudness->at("as_it_is").get<bool>() ? ", as it is" : "");
+}
+
 std::string ReadFile(const fs::path& file) {
     std::error_code error;
     const std::uintmax_t size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
@@ -84,14 +95,20 @@ std::string WordsFor(const std::string& wanted, const Json& stored) {
 ExitStatus Media(Session& session) {
     if (session.HasPrintedJson("/api/media"))
         return ExitStatus::Done;
-    Table table(
-        {{"NAME"}, {"KIND"}, {"SIZE", Table::kRight}, {"LENGTH", Table::kRight}, {"CHANGED"}, {"FORMAT"}});
+    Table table({{"NAME"},
+                 {"KIND"},
+                 {"SIZE", Table::kRight},
+                 {"LENGTH", Table::kRight},
+                 {"CHANGED"},
+                 {"LOUDNESS", Table::kRight},
+                 {"FORMAT"}});
     for (const Json& file : session.house.Media())
         table.Add({{file.at("name").get<std::string>(), Style::Bold},
                    file.at("kind").get<std::string>(),
                    SizeText(file.at("bytes")),
                    file.contains("duration_ms") ? times::LengthText(file.at("duration_ms")) : "",
                    times::LocalText(file.at("modified")),
+                   LoudnessOf(file),
                    FormatOf(file)});
     return session.Print(table,
                          "The media folder is empty; \"announce media add\" brings sounds and images.");
@@ -128,6 +145,17 @@ ExitStatus RemoveMedia(Session& session) {
             session.ReportOne(name + " is removed");
         });
     return several.End({{"removed", removed}});
+}
+
+ExitStatus SetLoudness(Session& session) {
+    const std::string how = *session.arguments.Find("how");
+    if (how != "even" && how != "as-it-is")
+        throw Failure(ExitStatus::Usage, "\"" + text::Visible(how) + "\" is no way to play a sound",
+                      "even or as-it-is");
+    const std::string name = session.house.FindMedia(*session.arguments.Find("name"), "sound");
+    const Json file = session.client.Put("/api/media/" + PercentEncoded(name) + "/loudness",
+                                         {{"as_it_is", how == "as-it-is"}});
+    return session.Report(file, name + " is played as loud as " + (how == "even" ? "all others" : "it is"));
 }
 
 } // namespace handlers

@@ -70,13 +70,14 @@ void DigitalAudio::PlayFile(const std::string& path) {
     }
     m_isPlaying = true;
     m_latestAnswer.Start(kLatestAnswer, [this] { TellComplete(); });
-    m_parts.locate(path, [this, stream = m_stream, path](const std::string& file, const std::string& error) {
-        // The first sample must not be heard at the volume of before.
-        m_parts.volumes.WhenApplied([this, stream, path, file, error] {
-            if (stream == m_stream)
-                Start(path, file, error);
+    m_parts.locate(
+        path, [this, stream = m_stream, path](const audio::PlayedSound& sound, const std::string& error) {
+            // The first sample must not be heard at the volume of before.
+            m_parts.volumes.WhenApplied([this, stream, path, sound, error] {
+                if (stream == m_stream)
+                    Start(path, sound, error);
+            });
         });
-    });
 }
 
 void DigitalAudio::Stop() {
@@ -85,7 +86,7 @@ void DigitalAudio::Stop() {
     m_parts.engine.StopPlay();
 }
 
-void DigitalAudio::Start(const std::string& path, const std::string& file, const std::string& error) {
+void DigitalAudio::Start(const std::string& path, const audio::PlayedSound& sound, const std::string& error) {
     if (m_isStopped) {
         m_isPlaying = false;
         TellComplete();
@@ -96,7 +97,7 @@ void DigitalAudio::Start(const std::string& path, const std::string& file, const
         return;
     }
     m_parts.feed.Publish(events::SoundStarted{path});
-    m_parts.engine.Play(file, [this, stream = m_stream, path](const audio::PlayResult& result) {
+    m_parts.engine.Play(sound, [this, stream = m_stream, path](const audio::PlayResult& result) {
         if (stream == m_stream)
             Ended(path, result.error);
     });

@@ -26,7 +26,7 @@ class DigitalAudio final : public IDigitalAudio {
 public:
     /// Looks up the file behind a name that the agent gives, elsewhere, and tells on the driver thread which
     /// it is, or why there is none.
-    using Found = std::function<void(const std::string& file, const std::string& error)>;
+    using Found = std::function<void(const audio::PlayedSound& sound, const std::string& error)>;
     using Locate = std::function<void(const std::string& path, Found found)>;
 
     struct Parts {
@@ -79,7 +79,7 @@ private:
     enum class Answer { StreamCreated, Complete };
 
     void Tell(Answer answer);
-    void Start(const std::string& path, const std::string& file, const std::string& error);
+    void Start(const std::string& path, const audio::PlayedSound& sound, const std::string& error);
     void Ended(const std::string& path, const std::string& error);
     void TellComplete();
     void Forget();

@@ -62,7 +62,8 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
                          hasTold = std::make_shared<std::atomic<bool>>(false)](const std::string& text) {
                             if (!hasTold->exchange(true))
                                 log.Warning(text);
-                        }))
+                        }),
+              &m_parts.levels)
     , m_hashing(std::make_unique<Worker>())
     , m_converting(std::make_unique<Worker>())
     , m_worker(std::make_unique<Worker>())

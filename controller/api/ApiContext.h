@@ -14,6 +14,7 @@
 #include "controller/events/EventFeed.h"
 #include "controller/house/House.h"
 #include "controller/media/MediaShelf.h"
+#include "controller/media/SoundLevels.h"
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
 #include "controller/rooms/Variables.h"
@@ -46,6 +47,8 @@ struct ControllerParts {
     RoomVolumes& volumes;
     Speech& speech;
     SpokenSounds& spoken;
+    SoundLevels& levels;
+    std::function<void(const SoundLevels::Entry&, WriteDone)> keepLevel;
     StateStore& store;
     Log& log;
     std::string moduleFile; ///< of the agent, for rehearsals

@@ -86,6 +86,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "A sound or image itself", Content::None(), 200, Content::File()},
         {"remove_media", "DELETE", "/api/media/{name}", Need::Admin, Kind::Plain, handlers::RemoveMedia,
          "Removes a sound or image that no announcement uses", Content::None(), 204, Content::None()},
+        {"put_loudness", "PUT", "/api/media/{name}/loudness", Need::Admin, Kind::Json, handlers::PutLoudness,
+         "Says whether a sound is played as loud as all others, or as it is", Content::Of<view::LoudnessOrder>(), 200, Content::Of<MediaShelf::Description>()},
         {"put_speech", "PUT", "/api/media/{name}/speech", Need::Admin, Kind::Json, handlers::PutSpeech,
          "Stores a spoken sound, and speaks it", Content::Of<SpeechRecipe>(), 200, Content::Of<MediaShelf::Description>()},
         {"list_voices", "GET", "/api/voices", Need::Play, Kind::Plain, handlers::ListVoices,

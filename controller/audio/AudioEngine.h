@@ -77,7 +77,7 @@ public:
     void AddRoom(std::uint32_t roomId) override;
     void RemoveRoom(std::uint32_t roomId) override;
     void SetVolume(std::uint32_t roomId, unsigned volume) override;
-    void Play(const std::string& path, OnDone onDone) override;
+    void Play(const PlayedSound& sound, OnDone onDone) override;
     void StopPlay() override;
     void CloseStream(OnClosed onClosed) override;
 
@@ -90,7 +90,7 @@ private:
     struct PendingClose;
 
     void RenewStream();
-    void StartPlayback(const std::string& path);
+    void StartPlayback(const PlayedSound& sound);
     void OnStarted(unsigned playNumber, std::chrono::steady_clock::time_point begin);
     void CheckPlay();
     void FinishPlay(const std::string& error, std::vector<std::uint32_t> rooms);

@@ -1,5 +1,6 @@
 #include "controller/audio/AudioEngine.h"
 #include "controller/audio/AudioEngineParts.h"
+#include "controller/audio/Loudness.h"
 #include "controller/audio/SoundFormat.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@
 
 namespace controller::audio {
 
-void AudioEngine::Play(const std::string& path, OnDone onDone) {
+void AudioEngine::Play(const PlayedSound& sound, OnDone onDone) {
     std::string refusal;
     if (!m_stream)
         refusal = "no stream is open";
@@ -29,7 +30,7 @@ void AudioEngine::Play(const std::string& path, OnDone onDone) {
     m_play->asked = std::chrono::steady_clock::now();
     if (m_stream->timeline->HasClip())
         RenewStream();
-    StartPlayback(path);
+    StartPlayback(sound);
     CheckPlay(); // Every room may have failed before.
 }
 
@@ -41,7 +42,7 @@ void AudioEngine::RenewStream() {
         m_rooms.at(id)->Join(m_stream->timeline, m_stream->take);
 }
 
-void AudioEngine::StartPlayback(const std::string& path) {
+void AudioEngine::StartPlayback(const PlayedSound& sound) {
     std::chrono::milliseconds lead{0};
     for (const std::uint32_t id : m_stream->rooms)
         lead = std::max(lead, m_rooms.at(id)->Config().leadSilence);
@@ -49,7 +50,8 @@ void AudioEngine::StartPlayback(const std::string& path) {
     const unsigned number = m_play->number = ++m_plays;
     const auto mailbox = m_context->mailbox;
     Playback::Order order;
-    order.path = path;
+    order.path = sound.path;
+    order.factor = FactorOf(sound.gain);
     order.leadFrames = FramesOf(lead);
     order.readiness = m_context->limits.readiness;
     order.onStarted = [this, mailbox, number](Playback::Clock::time_point begin) {

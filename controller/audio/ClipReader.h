@@ -22,6 +22,9 @@ public:
 /// bounds nothing else.
 void MakeHarmless(std::vector<float>& samples);
 
+/// Makes harmless samples louder or quieter; they stay harmless.
+void Amplify(std::vector<float>& samples, float factor);
+
 /// Opens a sound file for playing: what the sound file library knows is proven whole and read by it,
 /// everything else is left to GStreamer's decoders. May block; not for the driver thread.
 /// @throws SoundFileError when the file is missing, unreadable, broken or known to nobody.

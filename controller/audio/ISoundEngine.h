@@ -4,9 +4,21 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace controller::audio {
+
+/// What is played: a file, and the gain that brings it to the loudness of all others.
+struct PlayedSound {
+    // A file is a sound that is played as it is.
+    PlayedSound(std::string thePath, double theGain = 0) // NOLINT(*-explicit-*)
+        : path(std::move(thePath))
+        , gain(theGain) {}
+
+    std::string path;
+    double gain; ///< dB
+};
 
 /// How a Play ended.
 struct PlayResult {
@@ -41,12 +53,12 @@ public:
     /// The room's volume, 0 to 100 (more is 100), from now on and for later streams too.
     virtual void SetVolume(std::uint32_t roomId, unsigned volume) = 0;
 
-    /// Plays the file at `path` in all rooms of the stream, whole, from one moment on: lead silence (the
+    /// Plays the sound in all rooms of the stream, whole, from one moment on: lead silence (the
     /// longest that a room asks for), clip, at least 100 ms of silence. onDone comes exactly once: when the
     /// last room has played its last sample; or with an error as soon as it is known that the file is missing
     /// or not playable, that there is no stream or no room, that another Play is still running (which goes
     /// on), that every room failed, or that the stream was closed.
-    virtual void Play(const std::string& path, OnDone onDone) = 0;
+    virtual void Play(const PlayedSound& sound, OnDone onDone) = 0;
 
     /// What plays fades out over 50 ms in every room, and silence follows; its onDone comes when the last
     /// room has played that. A clip that has not begun never begins. Without a Play nothing happens.

@@ -28,6 +28,7 @@ void Playback::Run() {
         std::vector<float> samples = reader->Read();
         for (; !samples.empty(); samples = reader->Read()) {
             decoded += samples.size();
+            Amplify(samples, m_order.factor);
             if (!m_clip->Append(std::move(samples)))
                 return;
             if (!hasStarted && decoded >= kSamplesBeforeStart && !(hasStarted = Start()))

@@ -19,6 +19,7 @@ public:
 
     struct Order {
         std::string path;
+        float factor = 1; ///< on its samples
         std::int64_t leadFrames = 0;
         std::chrono::milliseconds readiness{0};
         std::function<void(Clock::time_point)> onStarted;  ///< With the clip's first moment.

@@ -50,6 +50,7 @@ struct House {
     std::string name;
     std::string address = "127.0.0.1";
     std::uint16_t port = 8765;
+    bool isLoudnessAsItIs = false; ///< no sound is brought to the loudness of the others
     std::filesystem::path mediaFolder;
     std::filesystem::path dataFolder;
     std::filesystem::path firstAnnouncements; ///< empty: none

@@ -203,6 +203,14 @@ void HouseReading::CheckNavigators() {
     }
 }
 
+void HouseReading::ReadLoudness(HouseMap& map) {
+    const std::string loudness = map.Text("loudness", "even");
+    if (loudness != "even" && loudness != "as_it_is")
+        map.Mistake("loudness",
+                    "\"" + loudness + "\" is neither even (all sounds are equally loud) nor as_it_is");
+    m_house.isLoudnessAsItIs = loudness == "as_it_is";
+}
+
 House HouseReading::Read(const YAML::Node& root) {
     HouseMap map(root, "", m_mistakes);
     if (!root.IsMap())
@@ -216,6 +224,7 @@ House HouseReading::Read(const YAML::Node& root) {
     ReadAddress(map);
     ReadFolders(map);
     ReadTls(map);
+    ReadLoudness(map);
     CheckNavigators();
     map.RefuseUnknown();
     return std::move(m_house);

@@ -34,6 +34,7 @@ private:
     std::vector<std::string> ReadCommand(HouseMap& map);
     void ReadToken(HouseMap& map);
     void ReadTls(HouseMap& map);
+    void ReadLoudness(HouseMap& map);
     void ReadAddress(HouseMap& map);
     Rights ReadRights(HouseMap& map);
     void CheckNavigators();

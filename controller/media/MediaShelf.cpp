@@ -89,6 +89,8 @@ MediaShelf::Description MediaShelf::Describe(const std::string& name) const {
     } catch (const audio::SoundFileError& error) {
         description.trouble = error.what();
     }
+    if (m_levels != nullptr)
+        description.level = m_levels->Known(file);
     return description;
 }
 
@@ -153,6 +155,8 @@ MediaShelf::Store(const std::string& name, const std::string& content, const Sou
             throw MediaError(MediaError::Kind::Taken,
                              upload.name + " is in the media folder already, and is no file");
         draft.Place();
+        if (m_levels != nullptr && media_name::KindOf(upload.name) == media_name::Kind::Sound)
+            (void)m_levels->Of(target); // so that nobody waits for it when it is played
         Stored stored{isNew, Describe(upload.name)};
         stored.description.isConverted = upload.isConverted;
         return stored;

@@ -2,6 +2,7 @@
 
 #include "controller/media/Converter.h"
 #include "controller/media/MediaError.h"
+#include "controller/media/SoundLevels.h"
 
 #include <chrono>
 #include <cstdint>
@@ -46,15 +47,20 @@ public:
         bool isSound = false;
         std::uintmax_t bytes = 0;
         std::chrono::system_clock::time_point modified;
-        std::optional<Sound> sound;      ///< of a sound that can be read
-        std::string trouble;             ///< why a sound cannot
+        std::optional<Sound> sound;              ///< of a sound that can be read
+        std::string trouble;                     ///< why a sound cannot
+        std::optional<SoundLevels::Level> level; ///< of a sound that has been measured
         std::optional<bool> isConverted; ///< of what has just been stored: whether it is another than came
         std::optional<Spoken> spoken;
     };
 
-    explicit MediaShelf(std::filesystem::path folder, Converter converter = Converter())
+    /// `levels` is borrowed for life; null: sounds are not measured.
+    explicit MediaShelf(std::filesystem::path folder,
+                        Converter converter = Converter(),
+                        SoundLevels* levels = nullptr)
         : m_folder(std::move(folder))
-        , m_converter(std::move(converter)) {}
+        , m_converter(std::move(converter))
+        , m_levels(levels) {}
 
     /// By name; files whose names are not taken are left out.
     [[nodiscard]] std::vector<Description> List() const;
@@ -87,6 +93,7 @@ public:
 private:
     const std::filesystem::path m_folder;
     const Converter m_converter;
+    SoundLevels* const m_levels;
     std::mutex m_mutex;
     std::map<std::string, std::pair<std::string, std::weak_ptr<const std::string>>>
         m_shared; ///< by name, with tag

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "controller/audio/ISoundEngine.h"
 #include "controller/audio/MediaFolder.h"
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
 #include "controller/driver/Worker.h"
+#include "controller/media/SoundLevels.h"
 #include "controller/media/TestTone.h"
 
 #include <atomic>
@@ -17,11 +19,16 @@ namespace controller {
 /// through all of them for those that cannot be played whole.
 class SoundFinder {
 public:
-    /// Told the file, or why there is none.
-    using Found = std::function<void(const std::string& file, const std::string& error)>;
+    /// Told the sound, or why there is none.
+    using Found = std::function<void(const audio::PlayedSound& sound, const std::string& error)>;
 
-    /// `driver` and `log` are borrowed for life. Begins to look through the folder.
-    SoundFinder(const std::filesystem::path& folder, TestTone testTone, IScheduler& driver, Log& log);
+    /// `levels`, `driver` and `log` are borrowed for life. Begins to look through the folder, and measures
+    /// what has not been.
+    SoundFinder(const std::filesystem::path& folder,
+                TestTone testTone,
+                SoundLevels& levels,
+                IScheduler& driver,
+                Log& log);
     SoundFinder(const SoundFinder&) = delete;
     SoundFinder& operator=(const SoundFinder&) = delete;
     ~SoundFinder();
@@ -30,11 +37,17 @@ public:
     /// none.
     void Find(const std::string& path, Found found);
 
+    /// The same for a sound of this name whose file has been made elsewhere.
+    void FindMade(const std::string& path, const std::string& file, Found found);
+
 private:
+    [[nodiscard]] audio::PlayedSound Look(const std::string& path);
+    void Answer(const std::function<audio::PlayedSound()>& look, const Found& found);
     void LookThrough();
 
     audio::MediaFolder m_folder;
     TestTone m_testTone;
+    SoundLevels& m_levels;
     IScheduler& m_driver;
     Log& m_log;
     std::atomic<bool> m_isEnding{false};

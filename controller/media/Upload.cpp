@@ -2,6 +2,7 @@
 
 #include "controller/media/MediaError.h"
 #include "controller/media/MediaName.h"
+#include "controller/media/Picture.h"
 #include "controller/media/WavHeader.h"
 
 namespace controller {
@@ -20,6 +21,19 @@ std::string_view ImageTypeOf(std::string_view content) {
     return content.substr(0, 4) == "RIFF"sv && content.size() >= 12 && content.substr(8, 4) == "WEBP"sv
                ? "image/webp"
                : "";
+}
+
+/// A few bytes can claim a picture that fills the memory of every screen that is to show it.
+void RequireShowable(const std::string& name, const std::string& content) {
+    constexpr std::uint64_t kMostPixels = 100'000'000;
+    const auto size = picture::SizeOf(content);
+    if (!size || std::uint64_t{size->width} * size->height <= kMostPixels)
+        return;
+    throw MediaError(MediaError::Kind::Unsuitable,
+                     name + " claims to be " + std::to_string(size->width) + " by " +
+                         std::to_string(size->height) + " pixels large",
+                     "an image of at most 100 million pixels; screens show fewer than 10 million")
+        .With("too_large");
 }
 
 void RequireWhole(const std::string& name, const WavHeader& header) {
@@ -43,7 +57,10 @@ Upload MakeUpload(const std::string& name,
         if (!span.IsWhole())
             throw MediaError(MediaError::Kind::Unsuitable, name + " is an image, and has no parts in time",
                              "no from_ms and to_ms");
-        return {media_name::NameFor(name, imageType), content, false};
+        RequireShowable(name, content);
+        std::string clean = picture::WithoutPrivateData(content);
+        const bool isConverted = clean != content;
+        return {media_name::NameFor(name, imageType), std::move(clean), isConverted};
     }
     const std::string wav = media_name::NameFor(name, "audio/wav");
     if (const auto header = ReadWavHeader(content)) {

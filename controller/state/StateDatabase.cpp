@@ -53,7 +53,7 @@ StoredState StateDatabase::ReadAll() {
     }
     state.areAnnouncementsKept = SqliteStatement(*m_database, "SELECT 1 FROM kept").Step();
     ReadRooms(state);
-    ReadSpokenSounds(state);
+    ReadSounds(state);
     SqliteStatement queue(*m_database,
                           "SELECT entry, announcement, name, asked_at FROM queued ORDER BY place");
     while (queue.Step())

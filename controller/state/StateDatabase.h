@@ -3,6 +3,7 @@
 #include "controller/state/AnnouncementRow.h"
 #include "controller/state/IRoomStore.h"
 #include "controller/state/QueuedRow.h"
+#include "controller/state/SoundLevelRow.h"
 #include "controller/state/SpokenSoundRow.h"
 #include "controller/state/Sqlite.h"
 
@@ -41,6 +42,7 @@ struct StoredState {
     std::map<std::uint32_t, unsigned> volumes;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
     std::vector<SpokenSoundRow> spokenSounds; ///< by name
+    std::vector<SoundLevelRow> soundLevels;   ///< by name
 };
 
 /// The database is damaged, is none, or comes from a later version; the text says what to do.
@@ -97,6 +99,7 @@ public:
     void WriteVariable(std::uint32_t device, std::uint32_t variable, const std::string& value);
     /// Writes the row in the place of the one of its name, or takes that one away.
     void WriteSpokenSound(const SpokenSoundRow& row);
+    void WriteSoundLevel(const SoundLevelRow& row);
     void AddHistory(const HistoryEntry& entry);
     /// Puts the rows in the place of all that there are.
     void WriteQueue(const QueuedRows& rows);
@@ -106,7 +109,7 @@ public:
 
 private:
     void ReadRooms(StoredState& state);
-    void ReadSpokenSounds(StoredState& state);
+    void ReadSounds(StoredState& state);
     void Begin(bool isFolders);
     void Open();
     void CheckVersion() const;

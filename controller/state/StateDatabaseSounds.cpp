@@ -3,17 +3,27 @@
 
 namespace controller {
 
-void StateDatabase::ReadSpokenSounds(StoredState& state) {
+void StateDatabase::ReadSounds(StoredState& state) {
     SqliteStatement rows(*m_database, "SELECT name, text, voice, speed, chime FROM sound "
                                       "WHERE text IS NOT NULL ORDER BY name");
     while (rows.Step())
         state.spokenSounds.push_back(
             {rows.Text(0), rows.Text(1), rows.Text(2), static_cast<unsigned>(rows.Number(3)), rows.Text(4)});
+    SqliteStatement levels(*m_database, "SELECT name, file, lufs, true_peak, is_as_it_is FROM sound "
+                                        "WHERE file IS NOT NULL ORDER BY name");
+    while (levels.Step())
+        state.soundLevels.push_back(
+            {levels.Text(0), levels.Text(1), levels.Number(2), levels.Number(3), levels.Number(4) != 0});
 }
 
 void StateDatabase::WriteSpokenSound(const SpokenSoundRow& row) {
     if (row.text.empty()) {
-        SqliteStatement(*m_database, "DELETE FROM sound WHERE name = ?").Bind(row.name).Run();
+        SqliteStatement(
+            *m_database,
+            "UPDATE sound SET text = NULL, voice = NULL, speed = NULL, chime = NULL WHERE name = ?")
+            .Bind(row.name)
+            .Run();
+        m_database->Execute("DELETE FROM sound WHERE text IS NULL AND file IS NULL");
         return;
     }
     SqliteStatement(*m_database,
@@ -25,6 +35,19 @@ void StateDatabase::WriteSpokenSound(const SpokenSoundRow& row) {
         .Bind(row.voice)
         .Bind(static_cast<std::int64_t>(row.speed))
         .Bind(row.chime)
+        .Run();
+}
+
+void StateDatabase::WriteSoundLevel(const SoundLevelRow& row) {
+    SqliteStatement(*m_database,
+                    "INSERT INTO sound(name, file, lufs, true_peak, is_as_it_is) VALUES(?, ?, ?, ?, ?) "
+                    "ON CONFLICT(name) DO UPDATE SET file = excluded.file, lufs = excluded.lufs, "
+                    "true_peak = excluded.true_peak, is_as_it_is = excluded.is_as_it_is")
+        .Bind(row.name)
+        .Bind(row.file)
+        .Bind(row.lufs)
+        .Bind(row.truePeak)
+        .Bind(std::int64_t{row.isAsItIs})
         .Run();
 }
 

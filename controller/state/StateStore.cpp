@@ -100,6 +100,13 @@ void StateStore::WriteQueue(QueuedRows rows, WriteDone done) {
     Submit({{{"queue", run}}, std::move(done)});
 }
 
+void StateStore::WriteSoundLevel(const SoundLevelRow& row, WriteDone done) {
+    const auto run = [row](StateDatabase& database) {
+        database.WriteSoundLevel(row);
+    };
+    Submit({{{"level " + row.name, run}}, std::move(done)});
+}
+
 void StateStore::AddHistory(const HistoryEntry& entry) {
     m_driverOnly.Assert();
     const auto run = [entry](StateDatabase& database) {

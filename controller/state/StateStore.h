@@ -68,6 +68,7 @@ public:
                        WriteDone done) override;
     void WriteSpokenSound(const SpokenSoundRow& row, WriteDone done);
     void WriteQueue(QueuedRows rows, WriteDone done) override;
+    void WriteSoundLevel(const SoundLevelRow& row, WriteDone done);
     void AddHistory(const HistoryEntry& entry);
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);

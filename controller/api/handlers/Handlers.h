@@ -48,6 +48,7 @@ void GetVariable(ApiContext& context, Call call);
 void SetVariable(ApiContext& context, Call call);
 
 void ListMedia(ApiContext& context, Call call);
+void PutLoudness(ApiContext& context, const ApiCallPointer& call);
 void PutMedia(ApiContext& context, Call call);
 void GetMedia(ApiContext& context, Call call);
 void RemoveMedia(ApiContext& context, Call call);

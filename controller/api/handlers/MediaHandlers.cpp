@@ -91,6 +91,32 @@ void PutMedia(ApiContext& context, Call call) {
         });
 }
 
+void PutLoudness(ApiContext& context, Call call) {
+    const std::string name = RequiredName(call);
+    const auto spoken = spoken_media::Describe(context, name);
+    Elsewhere(
+        context, call,
+        [&context, name, spoken] {
+            auto file = spoken ? *spoken : context.media.Describe(name);
+            if (!file.isSound)
+                throw ApiError(422, name + " is an image, and not to be heard", "the name of a sound");
+            return file;
+        },
+        [&context, call, name](const MediaShelf::Description& file) {
+            const auto entry =
+                context.parts.levels.SetAsItIs(name, call->Take<view::LoudnessOrder>().isAsItIs);
+            context.parts.keepLevel(entry, [&context, call, name, file](const std::string& notSaved) {
+                call->Guard([&] {
+                    agent_reply::RequireSaved(notSaved);
+                    context.parts.feed.Publish(events::MediaStored{name});
+                    auto changed = file;
+                    changed.level = context.parts.levels.LevelOf(name);
+                    call->Reply(200, changed);
+                });
+            });
+        });
+}
+
 void GetMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
     if (context.parts.spoken.Get(name) != nullptr) {

@@ -2,6 +2,11 @@
 
 #include "controller/api/json/SpeechJson.h"
 
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <cstdio>
+
 namespace controller {
 
 using fields::Made;
@@ -9,6 +14,49 @@ using fields::Member;
 using fields::Object;
 
 namespace {
+
+/// A level with two decimals, as a number; null for silence, which has none.
+struct Decibels {
+    double value = 0;
+
+    static const fields::Type& Table();
+};
+
+class DecibelsType final : public fields::Type {
+public:
+    void Write(std::string& out, const void* value) const override {
+        const double decibels = static_cast<const Decibels*>(value)->value;
+        if (!std::isfinite(decibels)) {
+            out += "null";
+            return;
+        }
+        char text[32];
+        (void)std::snprintf(text, sizeof text, "%.2f", decibels); // fits: no sound is that loud
+        out += text;
+    }
+    void Describe(fields::Schema& schema,
+                  const fields::Limits& /*limits*/,
+                  fields::Components& /*components*/) const override {
+        schema["type"] = fields::Json::array({"number", "null"});
+    }
+};
+
+const fields::Type& Decibels::Table() {
+    static const DecibelsType kType;
+    return kType;
+}
+
+Decibels LufsOf(const SoundLevels::Level& level) {
+    return {level.loudness.lufs};
+}
+
+Decibels TruePeakOf(const SoundLevels::Level& level) {
+    return {level.loudness.truePeak};
+}
+
+Decibels GainOf(const SoundLevels::Level& level) {
+    return {level.gain};
+}
 
 using File = MediaShelf::Description;
 
@@ -36,6 +84,22 @@ std::optional<SpeechRecipe> SpeechOf(const File& file) {
 
 } // namespace
 
+Object view::LoudnessOrder::Table() {
+    return {
+        "LoudnessOrder",
+        {Member<&LoudnessOrder::isAsItIs>("as_it_is", "Whether the sound is played as loud as its file is")
+             .Required()}};
+}
+
+Object TableOf(fields::For<SoundLevels::Level> /*type*/) {
+    using Level = SoundLevels::Level;
+    return {"Loudness",
+            {Made<&LufsOf>("lufs", "By EBU R 128; null for what is too quiet to be measured"),
+             Made<&TruePeakOf>("true_peak", "dBTP; null for silence"),
+             Made<&GainOf>("gain", "By which it is played, in dB"),
+             Member<&Level::isAsItIs>("as_it_is", "Somebody has said that it is to be played so")}};
+}
+
 Object TableOf(fields::For<File> /*type*/) {
     return {"MediaFile",
             {Member<&File::name>("name"), Made<&KindOf>("kind").OneOf({"sound", "image"}),
@@ -44,6 +108,7 @@ Object TableOf(fields::For<File> /*type*/) {
              Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
              Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
              Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty(),
+             Member<&File::level>("loudness", "Of a sound that has been measured").LeftOutWhenEmpty(),
              Member<&File::isConverted>("is_converted",
                                         "Of a file that has just come: whether it was made into another")
                  .LeftOutWhenEmpty(),

@@ -27,8 +27,10 @@ public:
     void SetVolume(std::uint32_t room, unsigned volume) override {
         m_calls.push_back("volume " + std::to_string(room) + " " + std::to_string(volume));
     }
-    void Play(const std::string& file, std::function<void(const audio::PlayResult&)> onDone) override {
-        m_calls.push_back("play " + file);
+    void Play(const audio::PlayedSound& sound,
+              std::function<void(const audio::PlayResult&)> onDone) override {
+        m_calls.push_back("play " + sound.path +
+                          (sound.gain != 0 ? " at " + std::to_string(sound.gain) : ""));
         done.push_back(std::move(onDone));
     }
     void StopPlay() override { m_calls.emplace_back("stop"); }

@@ -20,8 +20,8 @@ public:
     void AddRoom(std::uint32_t /*roomId*/) override {}
     void RemoveRoom(std::uint32_t /*roomId*/) override {}
     void SetVolume(std::uint32_t /*roomId*/, unsigned /*volume*/) override {}
-    void Play(const std::string& path, OnDone onDone) override {
-        played.push_back(path);
+    void Play(const audio::PlayedSound& sound, OnDone onDone) override {
+        played.push_back(sound.path);
         m_onDone = std::move(onDone);
     }
     void StopPlay() override {

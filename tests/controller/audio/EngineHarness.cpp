@@ -99,9 +99,9 @@ void EngineHarness::OpenWithAllRooms() {
         m_engine->AddRoom(static_cast<std::uint32_t>(id));
 }
 
-std::optional<PlayResult> EngineHarness::PlayToEnd(const std::string& path) {
+std::optional<PlayResult> EngineHarness::PlayToEnd(const PlayedSound& sound) {
     std::optional<PlayResult> result;
-    m_engine->Play(path, [&](const PlayResult& played) { result = played; });
+    m_engine->Play(sound, [&](const PlayResult& played) { result = played; });
     (void)RunUntil([&] { return result.has_value(); }); // Without an end there is no result.
     return result;
 }

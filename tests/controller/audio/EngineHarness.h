@@ -67,7 +67,7 @@ public:
     void OpenWithAllRooms();
 
     /// Plays, and waits for the end. Nothing when the end did not come.
-    [[nodiscard]] std::optional<PlayResult> PlayToEnd(const std::string& path);
+    [[nodiscard]] std::optional<PlayResult> PlayToEnd(const PlayedSound& sound);
 
     /// Waits until the stream's outputs are closed.
     [[nodiscard]] bool CloseAndWait();

@@ -286,6 +286,12 @@ TEST_F(HouseFileTest, KeysStandOnceAndValuesAreWhatTheyShouldBe) {
     EXPECT_EQ(MistakesBehind("? [a, b]\n: c\n"), Places{"4 "});
 }
 
+TEST_F(HouseFileTest, LoudnessIsEvenOrAsItIs) {
+    EXPECT_EQ(MistakesBehind("loudness: as_it_is\n"), std::vector<std::string>());
+    EXPECT_EQ(MistakesBehind("loudness: even\n"), std::vector<std::string>());
+    EXPECT_EQ(MistakesBehind("loudness: loud\n").size(), 1U);
+}
+
 TEST_F(HouseFileTest, WhatIsNoYamlIsToldWithItsLine) {
     EXPECT_EQ(Mistakes("name: H\nrooms: [\n"), Places{"3 "});
     EXPECT_EQ(Mistakes("name: H\n\tport: 1\n"), Places{"2 "});

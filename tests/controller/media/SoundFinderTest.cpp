@@ -23,26 +23,28 @@ protected:
     struct Told {
         std::string file;
         std::string error;
+        double gain = 0;
     };
 
     Told Find(const std::string& path) {
         std::optional<Told> told;
-        m_finder->Find(path, [&](const std::string& file, const std::string& error) {
-            told = Told{file, error};
+        m_finder->Find(path, [&](const audio::PlayedSound& sound, const std::string& error) {
+            told = Told{sound.path, error, sound.gain};
         });
         m_driver.DoNextPosted();
         return told.value_or(Told{"", "not told"});
     }
 
     void Open() {
-        m_finder =
-            std::make_unique<SoundFinder>(m_media.Path(), TestTone(m_data.Path()), m_driver, m_log.log);
+        m_finder = std::make_unique<SoundFinder>(m_media.Path(), TestTone(m_data.Path()), m_levels, m_driver,
+                                                 m_log.log);
     }
 
     TemporaryFolder m_media;
     TemporaryFolder m_data;
     FakeScheduler m_driver;
     TestLog m_log;
+    SoundLevels m_levels{{}};
     std::unique_ptr<SoundFinder> m_finder;
 };
 

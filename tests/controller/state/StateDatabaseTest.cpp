@@ -123,6 +123,24 @@ TEST_F(StateDatabaseTest, AnAnnouncementIsWrittenAndTakenAwayAlone) {
     EXPECT_TRUE(StateDatabase(m_folder.Path()).Read().areAnnouncementsKept);
 }
 
+TEST_F(StateDatabaseTest, HowLoudASoundIsStandsBesideWhatItIsMadeOf) {
+    Fill();
+    {
+        StateDatabase database(m_folder.Path());
+        database.WriteSoundLevel({"supper.wav", "100-5", -1830, -250, false});
+        database.WriteSoundLevel({"supper.wav", "200-7", -2000, -300, true});
+        database.WriteSpokenSound({"supper.wav", "", "", 0, ""});
+    }
+    const StoredState state = StateDatabase(m_folder.Path()).Read();
+    EXPECT_TRUE(state.spokenSounds.empty());
+    ASSERT_EQ(state.soundLevels.size(), 1U);
+    EXPECT_EQ(state.soundLevels[0].name, "supper.wav");
+    EXPECT_EQ(state.soundLevels[0].file, "200-7");
+    EXPECT_EQ(state.soundLevels[0].lufs, -2000);
+    EXPECT_EQ(state.soundLevels[0].truePeak, -300);
+    EXPECT_TRUE(state.soundLevels[0].isAsItIs);
+}
+
 TEST_F(StateDatabaseTest, ASpokenSoundIsChangedAndTakenAwayAlone) {
     Fill();
     StateDatabase database(m_folder.Path());

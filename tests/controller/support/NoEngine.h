@@ -11,7 +11,7 @@ public:
     void AddRoom(std::uint32_t /*roomId*/) override {}
     void RemoveRoom(std::uint32_t /*roomId*/) override {}
     void SetVolume(std::uint32_t /*roomId*/, unsigned /*volume*/) override {}
-    void Play(const std::string& /*path*/, OnDone onDone) override { onDone({"", {}, {}}); }
+    void Play(const audio::PlayedSound& /*sound*/, OnDone onDone) override { onDone({"", {}, {}}); }
     void StopPlay() override {}
     void CloseStream(OnClosed onClosed) override {
         if (onClosed)
