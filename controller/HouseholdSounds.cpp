@@ -34,8 +34,11 @@ SoundLevels::Parts Household::LevelParts() {
             {row.name, row.file, {Decibels(row.lufs), Decibels(row.truePeak)}, row.isAsItIs});
     parts.isHouseAsItIs = m_house.isLoudnessAsItIs;
     parts.keep = [this](const SoundLevels::Entry& entry) {
-        m_driver.Post("keeping how loud a sound is",
-                      [this, entry] { m_store.WriteSoundLevel(RowOf(entry), {}); });
+        m_driver.Post("keeping how loud a sound is", [this, entry] {
+            m_store.WriteSoundLevel(RowOf(entry), [](const std::string& /*error*/) {
+                // It is tried again; and else the sound is measured again at the next start.
+            });
+        });
     };
     return parts;
 }

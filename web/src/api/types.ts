@@ -289,6 +289,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/media/{name}/loudness': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    /**
+     * Says whether a sound is played as loud as all others, or as it is
+     * @description Needs the right: admin
+     */
+    put: operations['put_loudness'];
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/media/{name}/speech': {
     parameters: {
       query?: never;
@@ -1089,6 +1109,20 @@ export interface components {
       /** @constant */
       type: 'log';
     };
+    Loudness: {
+      /** @description Somebody has said that it is to be played so */
+      as_it_is: boolean;
+      /** @description By which it is played, in dB */
+      gain: number | null;
+      /** @description By EBU R 128; null for what is too quiet to be measured */
+      lufs: number | null;
+      /** @description dBTP; null for silence */
+      true_peak: number | null;
+    };
+    LoudnessOrder: {
+      /** @description Whether the sound is played as loud as its file is */
+      as_it_is: boolean;
+    };
     MediaFile: {
       bytes: number;
       channels?: number;
@@ -1097,6 +1131,8 @@ export interface components {
       is_converted?: boolean;
       /** @enum {string} */
       kind: 'sound' | 'image';
+      /** @description Of a sound that has been measured */
+      loudness?: components['schemas']['Loudness'];
       /** Format: date-time */
       modified: string;
       name: string;
@@ -1815,6 +1851,8 @@ export type HistoryEntry = components['schemas']['HistoryEntry'];
 export type House = components['schemas']['House'];
 export type KnownFrom = components['schemas']['KnownFrom'];
 export type LogEvent = components['schemas']['LogEvent'];
+export type Loudness = components['schemas']['Loudness'];
+export type LoudnessOrder = components['schemas']['LoudnessOrder'];
 export type MediaFile = components['schemas']['MediaFile'];
 export type MediaList = components['schemas']['MediaList'];
 export type MediaRemovedEvent = components['schemas']['MediaRemovedEvent'];
@@ -2546,6 +2584,42 @@ export interface operations {
           [name: string]: unknown;
         };
         content?: never;
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  put_loudness: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the name that is meant */
+        name: string;
+      };
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['LoudnessOrder'];
+      };
+    };
+    responses: {
+      /** @description Says whether a sound is played as loud as all others, or as it is */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['MediaFile'];
+        };
       };
       /** @description What is wrong, and what would be right */
       default: {
