@@ -29,6 +29,10 @@ target_compile_options(project_options INTERFACE
 if(WARNINGS_AS_ERRORS)
     target_compile_options(project_options INTERFACE -Werror)
 endif()
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Takes a fixture in the unnamed namespace for one of a header, for it does not stand in the file that is compiled.
+    target_compile_options(project_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(SANITIZERS)
     target_compile_options(project_options INTERFACE -fsanitize=${SANITIZERS} -fno-sanitize-recover=all)
     target_link_options(project_options INTERFACE -fsanitize=${SANITIZERS})

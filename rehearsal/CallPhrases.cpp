@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr std::size_t kLongestText = 200;
-
 std::int64_t Number(const HostCall& call, std::size_t index) {
     return std::get<std::int64_t>(call.arguments[index]);
 }

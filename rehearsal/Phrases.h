@@ -3,6 +3,7 @@
 #include "rehearsal/Step.h"
 #include "rehearsal/TraceSink.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,9 @@
 
 /// The end of what was done inside this call: "the room goes on".
 [[nodiscard]] std::string PhraseOfGoingOn(std::string_view call);
+
+/// What stands of a text of somebody else's in a phrase, in bytes.
+constexpr std::size_t kLongestText = 200;
 
 /// A time for people: "1.5 s".
 [[nodiscard]] std::string InSeconds(VirtualTime time);

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr std::size_t kLongestText = 200;
-
 /// Who it is that the agent calls there.
 std::string CalledIn(std::string_view call) {
     constexpr std::pair<std::string_view, const char*> kNames[] = {

@@ -13,7 +13,7 @@ namespace controller::audio {
 
 namespace {
 
-constexpr GstClockTime kPatience = 2 * GST_SECOND;
+constexpr GstClockTime kDecoderPatience = 2 * GST_SECOND;
 constexpr GstClockTime kSlice = 5 * GST_MSECOND;
 
 GstElement* CreateDecoder(const std::string& path) {
@@ -69,7 +69,7 @@ std::vector<float> DecodebinReader::Pull() {
         if (!sample && gst_app_sink_is_eos(sink))
             return {};
         if (!sample)
-            ThrowOnError(waited >= kPatience);
+            ThrowOnError(waited >= kDecoderPatience);
     }
     GstMapInfo map;
     GstBuffer* buffer = gst_sample_get_buffer(sample);

@@ -11,7 +11,6 @@ using AgentLifecycleTest = AgentTest;
 const std::string kFace = "{E869B37E-23C8-4334-9B26-0A96C0EF981C}";
 const std::string kPublished = "IInstanceManager.RegisterInterface(" + kFace + ", 1)";
 const std::string kWithdrawn = "IInstanceManager.UnregisterInterface(" + kFace + ")";
-const std::string kTimersKilled = "ITimerManager.KillAllTimers()";
 
 TEST_F(AgentLifecycleTest, TheFactoryMakesAnAgentThatPublishesItsFace) {
     m_agent.reset();

@@ -1,4 +1,5 @@
 #include "tests/support/AgentTest.h"
+#include "tests/support/LookUps.h"
 
 namespace {
 
@@ -69,8 +70,7 @@ TEST_F(AgentPersistenceTest, InitializingAgainAddsToWhatIsThere) {
 }
 
 TEST_F(AgentPersistenceTest, TheHelperIsFetchedAnewForEachChild) {
-    const Lines child{"VqBaseDriver.GetHelper()",
-                      "IInstanceManager.QueryInterface({731E9F66-23F5-4100-AA7B-C3F189BAABFD})",
+    const Lines child{"VqBaseDriver.GetHelper()", kFindDeviceManager,
                       "IInstanceManager.QueryInterface({6AF43241-ECD9-4DFF-9F14-3E7194FFE2D4})"};
     m_host.log.ShowLookUps();
     EXPECT_EQ(CallsOf([&] { Load(Stored(Silent("1") + Silent("2"))); }), Join({child, child}));

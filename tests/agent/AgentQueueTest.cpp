@@ -15,8 +15,6 @@ struct QueueAccess {
 template struct QueueAccess<&AnnouncementAgent::m_queue>;
 std::deque<std::uint32_t>& QueueOf(AnnouncementAgent& agent);
 
-const std::string kTimersKilled = "ITimerManager.KillAllTimers()";
-
 Lines Started(const std::string& id, const std::string& poll) {
     return {"VqBaseDriver.AddTimer(1000, 1) = " + poll, "VqBaseDriver.FireEvent(" + id + ")",
             "ILogger.Log(6, Executing announcement )", "ILogger.Log(6, " + id + ")"};

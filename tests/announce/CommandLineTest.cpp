@@ -18,7 +18,7 @@ CommandLine Read(const std::vector<std::string>& words) {
     return ReadCommandLine(Table(), words);
 }
 
-Failure FailureOf(const std::vector<std::string>& words) {
+Failure RefusalOf(const std::vector<std::string>& words) {
     try {
         (void)Read(words);
     } catch (const Failure& failure) {
@@ -62,15 +62,15 @@ TEST(CommandLineTest, AGroupIsACommandOfItsOwnAndHasFurtherOnes) {
 }
 
 TEST(CommandLineTest, MistypedCommandsAndOptionsAreRefusedWithTheNearest) {
-    EXPECT_STREQ(FailureOf({"lst"}).what(), "there is no command \"lst\"");
-    EXPECT_EQ(FailureOf({"lst"}).Right(), "list?");
-    EXPECT_EQ(FailureOf({"add", "--nme", "x"}).Right(), "--name?");
-    EXPECT_STREQ(FailureOf({"play", "a", "b"}).what(), "\"b\" is one word too many");
+    EXPECT_STREQ(RefusalOf({"lst"}).what(), "there is no command \"lst\"");
+    EXPECT_EQ(RefusalOf({"lst"}).Right(), "list?");
+    EXPECT_EQ(RefusalOf({"add", "--nme", "x"}).Right(), "--name?");
+    EXPECT_STREQ(RefusalOf({"play", "a", "b"}).what(), "\"b\" is one word too many");
     for (const auto& words : {std::vector<std::string>{"play"},
                               {"add", "--name"},
                               {"add", "--name", "a", "--name", "b"},
                               {"list", "--jsn"}})
-        EXPECT_EQ(FailureOf(words).Status(), ExitStatus::Usage);
+        EXPECT_EQ(RefusalOf(words).Status(), ExitStatus::Usage);
 }
 
 TEST(CommandLineTest, HelpNeedsNoArguments) {

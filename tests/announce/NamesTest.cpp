@@ -9,7 +9,7 @@ namespace {
 const std::vector<names::Named> kRooms{
     {"1", "Kitchen"}, {"2", "Garden"}, {"3", "garden"}, {"4", "7"}, {"7", "Hall"}};
 
-Failure FailureOf(const std::string& wanted, const std::vector<names::Named>& all = kRooms) {
+Failure FailureToFind(const std::string& wanted, const std::vector<names::Named>& all = kRooms) {
     try {
         (void)names::Find(all, wanted, "room");
     } catch (const Failure& failure) {
@@ -43,7 +43,7 @@ TEST(NamesTest, SmallAndCapitalLettersAreTheSameInEveryLanguage) {
               0U);
     EXPECT_EQ(names::Find(rooms, "GROSSE STRASSE", "room"), 1U);
     EXPECT_EQ(names::Find(rooms, "столовая", "room"), 2U);
-    EXPECT_EQ(FailureOf("FRÜHSTUK", rooms).Right(), "the nearest: Frühstück (1)");
+    EXPECT_EQ(FailureToFind("FRÜHSTUK", rooms).Right(), "the nearest: Frühstück (1)");
 }
 
 TEST(NamesTest, OfNamesThatDifferInTheirLettersTheExactOneIsMeant) {
@@ -52,7 +52,7 @@ TEST(NamesTest, OfNamesThatDifferInTheirLettersTheExactOneIsMeant) {
 }
 
 TEST(NamesTest, AmbiguousNameIsRefusedWithTheCandidates) {
-    const Failure failure = FailureOf("GARDEN");
+    const Failure failure = FailureToFind("GARDEN");
     EXPECT_EQ(failure.Status(), ExitStatus::Ambiguous);
     EXPECT_STREQ(failure.what(), "several rooms are called \"GARDEN\"");
     EXPECT_EQ(failure.Right(), "an id: Garden (2) or garden (3)");
@@ -60,10 +60,10 @@ TEST(NamesTest, AmbiguousNameIsRefusedWithTheCandidates) {
 
 TEST(NamesTest, MistypedNameIsRefusedWithTheNearest) {
     for (const char* typed : {"Kitchn", "Kicthen", "itchen", "Kittchen"}) {
-        const Failure failure = FailureOf(typed);
+        const Failure failure = FailureToFind(typed);
         EXPECT_EQ(failure.Status(), ExitStatus::NotFound);
         EXPECT_EQ(failure.Right(), "the nearest: Kitchen (1)") << typed;
     }
-    EXPECT_EQ(FailureOf("Bathroom").Right(), "one of those that \"announce rooms\" shows");
-    EXPECT_EQ(FailureOf("Bathroom", {}).Right(), "there is no room at all");
+    EXPECT_EQ(FailureToFind("Bathroom").Right(), "one of those that \"announce rooms\" shows");
+    EXPECT_EQ(FailureToFind("Bathroom", {}).Right(), "there is no room at all");
 }

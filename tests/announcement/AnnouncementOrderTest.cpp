@@ -4,7 +4,6 @@
 
 namespace {
 
-const std::string kAudio = "<audio><file>chime</file><delay>500</delay></audio>";
 const std::string kRooms =
     "<rooms><room><id>12</id><volume>40</volume></room><room><id>13</id><volume>20</volume>"
     "</room></rooms>";

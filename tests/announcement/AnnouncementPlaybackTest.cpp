@@ -2,7 +2,6 @@
 
 namespace {
 
-const std::string kAudio = "<audio><file>chime</file><delay>500</delay></audio>";
 const std::string kVideo = "<video><text>Hi</text><timeout>5000</timeout></video>";
 const std::string kRoom = "<rooms><room><id>12</id><volume>40</volume></room></rooms>";
 const std::string kNavigator = "<navigators><navigator><id>5</id></navigator></navigators>";

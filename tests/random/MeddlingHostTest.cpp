@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr std::uint32_t kScenarios = 1000;
-constexpr std::uint32_t kParts = 8;
-constexpr std::size_t kSteps = 60;
+constexpr std::uint32_t kMeddledScenarios = 1000;
+constexpr std::uint32_t kMeddledParts = 8;
+constexpr std::size_t kMeddledSteps = 60;
 
 const std::string kReady = R"({"do":"stream_ready"})";
 const std::string kDone = R"({"do":"play_done"})";
@@ -80,9 +80,9 @@ void ExpectSame(WatchedRun& run, WatchedRun& other, std::initializer_list<std::s
     ASSERT_TRUE(run.Checker().Faults().empty()) << run.Checker().Faults().front() << "\n" << run.Lines();
 }
 
-void RunSeed(std::uint32_t seed) {
+void RunMeddledSeed(std::uint32_t seed) {
     WatchedRun run(Flavour::Meddling);
-    for (const std::string& line : ScenarioGenerator(seed, Flavour::Meddling).Steps(kSteps)) {
+    for (const std::string& line : ScenarioGenerator(seed, Flavour::Meddling).Steps(kMeddledSteps)) {
         run.Do(line);
         ASSERT_TRUE(run.Checker().Faults().empty()) << run.Checker().Faults().front() << "\n" << run.Lines();
     }
@@ -105,14 +105,14 @@ class MeddlingHost : public testing::TestWithParam<std::uint32_t> {};
 /// AddressSanitizer.
 TEST_P(MeddlingHost, LeavesAnAgentThatPlaysSavesAndEndsAsOneReadFromItsState) {
     const char* const only = std::getenv("RANDOM_SCENARIO_SEED");
-    for (std::uint32_t seed = GetParam(); seed < kScenarios; seed += kParts) {
+    for (std::uint32_t seed = GetParam(); seed < kMeddledScenarios; seed += kMeddledParts) {
         if (only != nullptr && std::to_string(seed) != only)
             continue;
         SCOPED_TRACE("RANDOM_SCENARIO_SEED=" + std::to_string(seed));
-        ASSERT_NO_FATAL_FAILURE(RunSeed(seed));
+        ASSERT_NO_FATAL_FAILURE(RunMeddledSeed(seed));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Parts, MeddlingHost, testing::Range(0U, kParts));
+INSTANTIATE_TEST_SUITE_P(Parts, MeddlingHost, testing::Range(0U, kMeddledParts));
 
 } // namespace

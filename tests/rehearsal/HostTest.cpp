@@ -17,10 +17,6 @@ Lines Events(const std::string& scenario, bool showLookUps = false) {
     return events;
 }
 
-std::string Command(const std::string& name, const std::string& params = "{}") {
-    return R"({"do":"command","name":")" + name + R"(","params":)" + params + "}\n";
-}
-
 TEST(HostTest, EveryRoomOperationNamesItsRoomAndTheVolumeIsUnsigned) {
     EXPECT_EQ(Events(Command("room", R"({"id":"4294967295"})")),
               (Lines{R"({"t":0,"call":"IRoomProxy.SetUpAudio","args":[4294967295]})",

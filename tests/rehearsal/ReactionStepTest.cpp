@@ -1,25 +1,9 @@
 #include "rehearsal/Reaction.h"
-#include "rehearsal/Step.h"
+#include "tests/rehearsal/Support.h"
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 namespace {
-
-std::string EchoOf(const std::string& line) {
-    return Step::Read(line).echo;
-}
-
-/// The message about a bad line.
-std::string FaultOf(const std::string& line) {
-    try {
-        const Step step = Step::Read(line);
-        return "none: " + step.echo;
-    } catch (const std::invalid_argument& error) {
-        return error.what();
-    }
-}
 
 TEST(ReactionStepTest, OnReadsCallNumberAndSteps) {
     const Step step = Step::Read(

@@ -5,10 +5,6 @@
 #include <algorithm>
 #include <string>
 
-inline std::string Command(const std::string& name, const std::string& params = "{}") {
-    return R"({"do":"command","name":")" + name + R"(","params":)" + params + "}\n";
-}
-
 inline std::string On(const std::string& call, const std::string& steps, const std::string& more = "") {
     return R"({"do":"on","call":")" + call + "\"" + more + R"(,"steps":[)" + steps + "]}\n";
 }

@@ -1,24 +1,10 @@
 #include "rehearsal/Step.h"
 
+#include "tests/rehearsal/Support.h"
+
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 namespace {
-
-std::string EchoOf(const std::string& line) {
-    return Step::Read(line).echo;
-}
-
-/// The message about a bad line.
-std::string FaultOf(const std::string& line) {
-    try {
-        const Step step = Step::Read(line);
-        return "none: " + step.echo;
-    } catch (const std::invalid_argument& error) {
-        return error.what();
-    }
-}
 
 TEST(StepTest, EchoKeepsTheOrderOfMembersAndDropsBlanks) {
     EXPECT_EQ(EchoOf(" {\t\"ms\" : 5 , \"do\" : \"advance\" }\r"), R"({"ms":5,"do":"advance"})");

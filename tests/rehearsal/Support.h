@@ -2,11 +2,13 @@
 
 #include "rehearsal/JsonTrace.h"
 #include "rehearsal/RunScenario.h"
+#include "rehearsal/Step.h"
 #include "tests/rehearsal/ProbeDriver.h"
 
 #include <fstream>
 #include <ostream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -25,6 +27,26 @@ inline std::string FileText(const std::string& file) {
     std::ostringstream text;
     text << input.rdbuf();
     return text.str();
+}
+
+/// A line as its step is printed.
+inline std::string EchoOf(const std::string& line) {
+    return Step::Read(line).echo;
+}
+
+/// The message about a bad line.
+inline std::string FaultOf(const std::string& line) {
+    try {
+        const Step step = Step::Read(line);
+        return "none: " + step.echo;
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+}
+
+/// The line of a scenario that gives the driver a command.
+inline std::string Command(const std::string& name, const std::string& params = "{}") {
+    return R"({"do":"command","name":")" + name + R"(","params":)" + params + "}\n";
 }
 
 /// What a run printed, and how it ended.

@@ -55,6 +55,9 @@ protected:
     std::unique_ptr<AnnouncementAgent> m_agent;
 };
 
+/// The call that ends every timer of the driver.
+inline const std::string kTimersKilled = "ITimerManager.KillAllTimers()";
+
 /// A stored announcement that plays neither sound nor popup.
 inline std::string Silent(const std::string& id) {
     return "<announcement><id>" + id + "</id><name>" + id + "</name><rooms/><navigators/></announcement>";

@@ -11,6 +11,9 @@
 
 #include <string>
 
+/// A sound that starts half a second after the rooms are set up.
+inline const std::string kAudio = "<audio><file>chime</file><delay>500</delay></audio>";
+
 /// Makes announcements at a fake host.
 class AnnouncementTest : public testing::Test {
 protected:

@@ -2,6 +2,7 @@
 
 #include "tests/support/FakeHost.h"
 #include "tests/support/Lines.h"
+#include "tests/support/LookUps.h"
 #include "tests/support/TestMessage.h"
 #include "tests/support/Xml.h"
 
@@ -10,9 +11,6 @@
 #include <type_traits>
 
 namespace {
-
-const std::string kFindDeviceManager =
-    "IInstanceManager.QueryInterface({731E9F66-23F5-4100-AA7B-C3F189BAABFD})";
 
 class AnnouncementRoomTest : public testing::Test {
 protected:

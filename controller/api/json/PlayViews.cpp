@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t kLongestMs = 600000;
 
-std::string SoundOf(const HistoryEntry& entry) {
+std::string SoundPlayed(const HistoryEntry& entry) {
     return media_name::SoundOf(entry.file);
 }
 
@@ -55,7 +55,7 @@ Object TableOf(fields::For<HistoryEntry> /*type*/) {
             {Member<&Entry::id>("id"), Member<&Entry::announcement>("announcement"),
              Member<&Entry::name>("name"), Member<&Entry::startedAt>("started"),
              Member<&Entry::endedAt>("ended"), Member<&Entry::rooms>("rooms"),
-             Member<&Entry::navigators>("navigators"), Made<&SoundOf>("file"),
+             Member<&Entry::navigators>("navigators"), Made<&SoundPlayed>("file"),
              Member<&Entry::outcome>("outcome",
                                      "ended, dismissed, stopped, interrupted, dropped, or failed: WHY")}};
 }

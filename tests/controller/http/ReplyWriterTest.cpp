@@ -81,7 +81,7 @@ std::string Unpacked(const std::string& packed) {
     return plain;
 }
 
-bool Holds(const std::string& text, const std::string& part) {
+bool HasIn(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
@@ -93,9 +93,9 @@ TEST(ReplyWriterTest, TextOfMoreThanAKilobyteIsPackedForWhoeverLikesThat) {
     const Written written = Write(reply, Frame("gzip, deflate"));
 
     EXPECT_EQ(written.pieces.size(), 1U);
-    EXPECT_TRUE(Holds(written.head, "Content-Encoding: gzip\r\n"));
-    EXPECT_TRUE(Holds(written.head, "Vary: Accept-Encoding\r\n"));
-    EXPECT_TRUE(Holds(written.head, "Content-Length: " + std::to_string(written.body.size()) + "\r\n"));
+    EXPECT_TRUE(HasIn(written.head, "Content-Encoding: gzip\r\n"));
+    EXPECT_TRUE(HasIn(written.head, "Vary: Accept-Encoding\r\n"));
+    EXPECT_TRUE(HasIn(written.head, "Content-Length: " + std::to_string(written.body.size()) + "\r\n"));
     EXPECT_LT(written.body.size(), 13000U);
     EXPECT_EQ(Unpacked(written.body), ViewOf(reply.body));
 }
@@ -108,7 +108,7 @@ TEST(ReplyWriterTest, LongTextIsPackedAndSentSliceBySlice) {
     EXPECT_EQ(written.pieces.size(), 5000000 / Packer::kSlice + 1);
     for (const std::string& piece : written.pieces)
         EXPECT_LE(piece.size(), 2 * Packer::kSlice);
-    EXPECT_FALSE(Holds(written.head, "Content-Length"));
+    EXPECT_FALSE(HasIn(written.head, "Content-Length"));
     EXPECT_EQ(Unpacked(written.body), ViewOf(reply.body));
 }
 
@@ -130,9 +130,9 @@ TEST(ReplyWriterTest, WhoDoesNotLikeItPackedGetsItAsItIs) {
 
     for (const ReplyFrame& frame : {Frame(""), Frame("br"), Frame("gzip;q=0"), old}) {
         const Written written = Write(reply, frame);
-        EXPECT_FALSE(Holds(written.head, "Content-Encoding"));
-        EXPECT_TRUE(Holds(written.head, "Vary: Accept-Encoding\r\n"));
-        EXPECT_TRUE(Holds(written.head, "Content-Length: 5000\r\n"));
+        EXPECT_FALSE(HasIn(written.head, "Content-Encoding"));
+        EXPECT_TRUE(HasIn(written.head, "Vary: Accept-Encoding\r\n"));
+        EXPECT_TRUE(HasIn(written.head, "Content-Length: 5000\r\n"));
         EXPECT_EQ(written.body, ViewOf(reply.body));
     }
 }
@@ -147,8 +147,8 @@ TEST(ReplyWriterTest, WhatIsShortOrNoTextOrPackedAlreadyStaysAsItIs) {
 
     for (const HttpReply& reply : {Json(1024), sound, page, packed}) {
         const Written written = Write(reply, Frame("gzip"));
-        EXPECT_FALSE(Holds(written.head, "Vary"));
-        EXPECT_FALSE(Holds(written.head, "gzip"));
+        EXPECT_FALSE(HasIn(written.head, "Vary"));
+        EXPECT_FALSE(HasIn(written.head, "gzip"));
         EXPECT_EQ(written.body, ViewOf(reply.body));
     }
 }
@@ -159,9 +159,9 @@ TEST(ReplyWriterTest, PackedBytesHaveAStrongTagOfTheirOwn) {
     HttpReply weak = Json(5000);
     weak.headers = {{"ETag", "W/\"a\""}};
 
-    EXPECT_TRUE(Holds(Write(reply, Frame("gzip")).head, "ETag: \"a;gzip\"\r\n"));
-    EXPECT_TRUE(Holds(Write(reply, Frame("")).head, "ETag: \"a\"\r\n"));
-    EXPECT_TRUE(Holds(Write(weak, Frame("gzip")).head, "ETag: W/\"a\"\r\n"));
+    EXPECT_TRUE(HasIn(Write(reply, Frame("gzip")).head, "ETag: \"a;gzip\"\r\n"));
+    EXPECT_TRUE(HasIn(Write(reply, Frame("")).head, "ETag: \"a\"\r\n"));
+    EXPECT_TRUE(HasIn(Write(weak, Frame("gzip")).head, "ETag: W/\"a\"\r\n"));
 }
 
 TEST(ReplyWriterTest, BytesThatWereNotTakenAreGivenAgain) {
