@@ -21,8 +21,6 @@ constexpr std::chrono::milliseconds kPause{100};
 constexpr std::uint32_t kFarthest = 1000;
 constexpr std::uint32_t kLastId = std::numeric_limits<std::uint32_t>::max();
 
-void Nobody(const std::string& /*error*/) {}
-
 } // namespace
 
 void Announcements::Begin(const AnnouncementRows& rows, bool areKept) {

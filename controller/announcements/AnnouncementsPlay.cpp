@@ -8,16 +8,9 @@
 
 namespace controller {
 
-namespace {
-
-std::string IdText(std::uint32_t id) {
-    return std::to_string(id);
-}
-
-} // namespace
-
 Announcements::Outcome Announcements::NoneWith(std::uint32_t id) {
-    return {{AgentAnswer::Kind::Unknown, "", "there is no announcement " + IdText(id), ""}, nullptr, ""};
+    return {
+        {AgentAnswer::Kind::Unknown, "", "there is no announcement " + std::to_string(id), ""}, nullptr, ""};
 }
 
 void Announcements::Play(std::uint32_t id, const Done& done) {
@@ -25,7 +18,7 @@ void Announcements::Play(std::uint32_t id, const Done& done) {
         done(NoneWith(id));
         return;
     }
-    Command("execute_announcement", {{"id", IdText(id)}}, done);
+    Command("execute_announcement", {{"id", std::to_string(id)}}, done);
 }
 
 void Announcements::PlayQueued(std::uint32_t id, const Done& done) {
@@ -36,7 +29,7 @@ void Announcements::PlayQueued(std::uint32_t id, const Done& done) {
         return;
     }
     m_asked.insert(id);
-    done({m_parts.agent.Command("execute_announcement", {{"id", IdText(id)}}), announcement, ""});
+    done({m_parts.agent.Command("execute_announcement", {{"id", std::to_string(id)}}), announcement, ""});
 }
 
 void Announcements::Dismiss(const Done& done) {

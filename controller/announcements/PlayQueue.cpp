@@ -7,8 +7,6 @@ namespace controller {
 
 namespace {
 
-void Nobody(const std::string& /*error*/) {}
-
 std::int64_t Milliseconds(PlayQueue::Time time) {
     return std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch()).count();
 }

@@ -4,6 +4,7 @@
 #include "controller/driver/Text.h"
 #include "controller/speech/SpeechJob.h"
 #include "controller/speech/SpeechText.h"
+#include "controller/speech/Wave.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -14,8 +15,6 @@ namespace controller {
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* kEnding = ".wav";
 
 std::vector<Voice> OrEspeak(std::vector<Voice> voices) {
     if (voices.empty()) {
@@ -37,10 +36,6 @@ std::string NamesOf(const std::vector<Voice>& voices) {
     for (const Voice& voice : voices)
         names += (names.empty() ? "" : ", ") + voice.name;
     return names;
-}
-
-bool IsBlank(const std::string& text) {
-    return text.find_first_not_of(" \t\r\n") == std::string::npos;
 }
 
 } // namespace
@@ -97,8 +92,10 @@ bool Speech::Accept(Job& job) const {
 
 bool Speech::AcceptText(Job& job) const {
     const std::string right = "a text of 1 to " + std::to_string(SpeechRecipe::kMaxText) + " bytes";
-    if (IsBlank(job.recipe.text) || job.recipe.text.size() > SpeechRecipe::kMaxText) {
-        job.Refuse(IsBlank(job.recipe.text) ? "there is no text to speak" : "the text is too long", right);
+    if (speech_text::IsBlank(job.recipe.text) || job.recipe.text.size() > SpeechRecipe::kMaxText) {
+        job.Refuse(speech_text::IsBlank(job.recipe.text) ? "there is no text to speak"
+                                                         : "the text is too long",
+                   right);
         return false;
     }
     try {
@@ -160,7 +157,7 @@ fs::path Speech::FileOf(const std::string& announcedPath) const {
         return {};
     const std::string key = announcedPath.substr(begin.size(), kKey);
     const bool isKey = key.size() == kKey && key.find_first_not_of("0123456789abcdef") == std::string::npos &&
-                       announcedPath.substr(begin.size() + kKey) == kEnding;
+                       announcedPath.substr(begin.size() + kKey) == wave::kEnding;
     return isKey ? m_cache->FileOf(key) : fs::path();
 }
 

@@ -15,12 +15,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kEnding = ".wav";
-
-std::chrono::milliseconds DurationOf(std::size_t samples) {
-    return std::chrono::milliseconds((samples * 1000 + wave::kRate - 1) / wave::kRate);
-}
-
 std::string ReadAll(const fs::path& file) {
     std::ostringstream content;
     content << std::ifstream(file, std::ios::binary).rdbuf();
@@ -39,7 +33,7 @@ std::vector<Kept> All(const fs::path& folder) {
     for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error)) {
         std::error_code gone;
         Kept kept{place->last_write_time(gone), place->file_size(gone), place->path()};
-        if (!gone && place->path().extension() == kEnding)
+        if (!gone && place->path().extension() == wave::kEnding)
             all.push_back(std::move(kept));
     }
     return all;
@@ -52,7 +46,7 @@ SpeechCache::SpeechCache(fs::path folder, std::uintmax_t most) : m_folder(std::m
 }
 
 fs::path SpeechCache::FileOf(const std::string& key) const {
-    return m_folder / (key + kEnding);
+    return m_folder / (key + wave::kEnding);
 }
 
 std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) {
@@ -67,13 +61,13 @@ std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) {
     }
     // A folder that takes nothing keeps what it has all the same.
     fs::last_write_time(file, fs::file_time_type::clock::now(), error);
-    return Entry{file, DurationOf(samples)};
+    return Entry{file, wave::DurationOf(samples)};
 }
 
 SpeechCache::Entry SpeechCache::Keep(const std::string& key, const std::string& file) {
     std::size_t samples = 0;
     (void)wave::IsSealed(file, samples); // it has just been made; its length is what is asked for
-    Entry entry{FileOf(key), DurationOf(samples)};
+    Entry entry{FileOf(key), wave::DurationOf(samples)};
     fs::create_directories(m_folder);
     durable::Draft draft(entry.file, 0600);
     draft.Write(file);

@@ -5,6 +5,7 @@
 #include "controller/speech/Joining.h"
 #include "controller/speech/SpeechError.h"
 #include "controller/speech/SpeechJob.h"
+#include "controller/speech/SpeechText.h"
 #include "controller/speech/Wave.h"
 
 #include <system_error>
@@ -17,22 +18,13 @@ namespace controller {
 
 namespace {
 
-constexpr const char* kEnding = ".wav";
 /// A part of every key: one more when the same would be rendered otherwise.
 constexpr const char* kManner = "1";
 constexpr auto kLongest = audio::kLongestClip;
 
-bool IsBlank(const std::string& text) {
-    return text.find_first_not_of(" \t\r\n") == std::string::npos;
-}
-
 std::string SecondsOf(std::chrono::milliseconds time) {
     const auto tenths = (time.count() + 99) / 100;
     return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " s";
-}
-
-std::chrono::milliseconds DurationOf(std::size_t samples) {
-    return std::chrono::milliseconds((samples * 1000 + wave::kRate - 1) / wave::kRate);
 }
 
 /// With lengths, so that nothing can move from one text to the next unseen.
@@ -47,7 +39,7 @@ std::string KeyOf(const std::vector<std::string>& texts) {
 
 void Speech::Look(const JobPointer& job) {
     FindChime(*job);
-    if (!job->result.error.empty() || IsBlank(job->result.text) || FindKept(*job)) {
+    if (!job->result.error.empty() || speech_text::IsBlank(job->result.text) || FindKept(*job)) {
         if (job->result.error.empty() && job->result.sound.empty())
             Fail(*job, "has nothing to say");
         Answer(job);
@@ -66,7 +58,7 @@ void Speech::FindChime(Job& job) const {
         return;
     try {
         job.chime = audio::MediaFolder(m_parts.mediaFolder)
-                        .Find(audio::MediaFolder::kPrefix + job.recipe.chime + kEnding);
+                        .Find(audio::MediaFolder::kPrefix + job.recipe.chime + wave::kEnding);
     } catch (const audio::MediaNameError& error) {
         job.Refuse(std::string("the chime cannot be played: ") + error.what(),
                    "the name of a sound file, without \".wav\"");
@@ -122,7 +114,7 @@ void Speech::Join(Job& job, const std::string& spoken) const {
         return;
     }
     const wave::Samples sound = joining::Joined(std::move(chime), speech);
-    job.result.duration = DurationOf(sound.size());
+    job.result.duration = wave::DurationOf(sound.size());
     if (job.result.duration > kLongest) {
         job.Refuse("the speech would last " + SecondsOf(job.result.duration) + ", and a sound lasts " +
                        SecondsOf(kLongest) + " at most",

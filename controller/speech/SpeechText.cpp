@@ -50,4 +50,8 @@ std::string Filled(const std::string& text, const std::map<std::string, std::str
     });
 }
 
+bool IsBlank(const std::string& text) {
+    return text.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
 } // namespace controller::speech_text

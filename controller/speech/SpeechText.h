@@ -14,4 +14,7 @@ namespace controller::speech_text {
 /// for a name that has no value.
 [[nodiscard]] std::string Filled(const std::string& text, const std::map<std::string, std::string>& values);
 
+/// Whether there is nothing to speak in it.
+[[nodiscard]] bool IsBlank(const std::string& text);
+
 } // namespace controller::speech_text

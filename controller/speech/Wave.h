@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,6 +11,7 @@ namespace controller::wave {
 
 /// What is kept: 48 kHz, mono, 16 bit.
 constexpr std::uint32_t kRate = 48000;
+constexpr const char* kEnding = ".wav";
 using Samples = std::vector<std::int16_t>;
 
 struct Format {
@@ -16,6 +19,11 @@ struct Format {
     std::uint16_t bytes = 0; ///< of a sample of one channel
     std::uint16_t channels = 0;
 };
+
+/// How long so many samples of what is kept last, rounded up.
+[[nodiscard]] constexpr std::chrono::milliseconds DurationOf(std::size_t samples) {
+    return std::chrono::milliseconds((samples * 1000 + kRate - 1) / kRate);
+}
 
 /// A WAV file of these samples, interleaved and little-endian.
 [[nodiscard]] std::string Of(const Format& format, const std::string& samples);

@@ -33,7 +33,7 @@ protected:
         return MeasureLoudness(file);
     }
 
-    TemporaryFolder m_folder;
+    controller::TemporaryFolder m_folder;
 };
 
 } // namespace

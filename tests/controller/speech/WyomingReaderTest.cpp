@@ -30,7 +30,7 @@ std::vector<std::string> ReadInPieces(const std::string& bytes, std::mt19937& ra
     return texts;
 }
 
-std::string Refusal(const std::string& bytes) {
+std::string RefusalOf(const std::string& bytes) {
     WyomingReader reader;
     try {
         reader.Take(bytes.data(), bytes.size());
@@ -43,13 +43,13 @@ std::string Refusal(const std::string& bytes) {
 }
 
 const WyomingEvent kStart{"audio-start", {{"rate", 22050}, {"width", 2}, {"channels", 1}}, ""};
-const WyomingEvent kChunk{"audio-chunk", {{"rate", 22050}}, std::string("a\nb\0{\"type\":1}\n", 15)};
+const WyomingEvent kSomeSound{"audio-chunk", {{"rate", 22050}}, std::string("a\nb\0{\"type\":1}\n", 15)};
 const WyomingEvent kStop{"audio-stop", nlohmann::json::object(), ""};
 
 TEST(WyomingReaderTest, HoweverTheBytesAreCutTheEventsAreTheSame) {
     std::string bytes;
     std::vector<std::string> expected;
-    for (const WyomingEvent& event : {kStart, kChunk, kChunk, kStop, kChunk}) {
+    for (const WyomingEvent& event : {kStart, kSomeSound, kSomeSound, kStop, kSomeSound}) {
         bytes += Written(event);
         expected.push_back(TextOf(event));
     }
@@ -59,7 +59,7 @@ TEST(WyomingReaderTest, HoweverTheBytesAreCutTheEventsAreTheSame) {
 }
 
 TEST(WyomingReaderTest, WhatIsBrokenOffIsNoEvent) {
-    const std::string bytes = Written(kChunk);
+    const std::string bytes = Written(kSomeSound);
     std::mt19937 random(2); // NOLINT(cert-msc32-c,cert-msc51-cpp)
     for (std::size_t length = 1; length < bytes.size(); ++length)
         ASSERT_EQ(ReadInPieces(bytes.substr(0, length), random), std::vector<std::string>{"(cut)"}) << length;
@@ -68,7 +68,7 @@ TEST(WyomingReaderTest, WhatIsBrokenOffIsNoEvent) {
 TEST(WyomingReaderTest, AnyBytesAreReadOrRefused) {
     std::mt19937 random(3); // NOLINT(cert-msc32-c,cert-msc51-cpp)
     for (int round = 0; round < 2000; ++round) {
-        std::string bytes = Written(kStart) + Written(kChunk) + Written(kStop);
+        std::string bytes = Written(kStart) + Written(kSomeSound) + Written(kStop);
         for (unsigned change = random() % 4 + 1; change > 0; --change)
             bytes[random() % bytes.size()] = static_cast<char>(random());
         try {
@@ -89,23 +89,23 @@ TEST(WyomingReaderTest, DataMayStandInTheLineOrBehindIt) {
 }
 
 TEST(WyomingReaderTest, WhatIsNotTheProtocolIsRefusedInWords) {
-    EXPECT_EQ(Refusal("HTTP/1.1 400 Bad Request\r\n"),
+    EXPECT_EQ(RefusalOf("HTTP/1.1 400 Bad Request\r\n"),
               "sends a line that is no JSON object: not the Wyoming protocol");
-    EXPECT_EQ(Refusal("{}\n"), "sends an event without a type: not the Wyoming protocol");
-    EXPECT_EQ(Refusal("{\"type\":\"a\",\"data_length\":2}\n[]"),
+    EXPECT_EQ(RefusalOf("{}\n"), "sends an event without a type: not the Wyoming protocol");
+    EXPECT_EQ(RefusalOf("{\"type\":\"a\",\"data_length\":2}\n[]"),
               "sends data that is no JSON object: not the Wyoming protocol");
-    EXPECT_EQ(Refusal(std::string(70'000, ' ')),
+    EXPECT_EQ(RefusalOf(std::string(70'000, ' ')),
               "sends a line of more than 65536 bytes: not the Wyoming protocol");
 }
 
 TEST(WyomingReaderTest, WhatNobodySendsWhoMeansWellIsRefusedBeforeItComes) {
-    EXPECT_EQ(Refusal("{\"type\":\"a\",\"payload_length\":4194305}\n"),
+    EXPECT_EQ(RefusalOf("{\"type\":\"a\",\"payload_length\":4194305}\n"),
               "sends an event whose payload_length is no number up to 4194304");
-    EXPECT_EQ(Refusal("{\"type\":\"a\",\"data_length\":-1}\n"),
+    EXPECT_EQ(RefusalOf("{\"type\":\"a\",\"data_length\":-1}\n"),
               "sends an event whose data_length is no number up to 1048576");
-    EXPECT_EQ(Refusal("{\"type\":\"a\",\"data_length\":\"7\"}\n"),
+    EXPECT_EQ(RefusalOf("{\"type\":\"a\",\"data_length\":\"7\"}\n"),
               "sends an event whose data_length is no number up to 1048576");
-    EXPECT_EQ(Refusal("{\"type\":\"a\",\"data\":" + std::string(60'000, '[') + "\n"),
+    EXPECT_EQ(RefusalOf("{\"type\":\"a\",\"data\":" + std::string(60'000, '[') + "\n"),
               "sends a line that is no JSON object: not the Wyoming protocol");
 }
 
