@@ -10,9 +10,6 @@ namespace {
 /// The agent hands negative volumes over as unsigned numbers beyond this one.
 constexpr unsigned kNegative = 0x7fffffff;
 
-/// For a write whose failure concerns nobody.
-void Nobody(const std::string& /*error*/) {}
-
 } // namespace
 
 RoomVolumes::RoomVolumes(const std::vector<Room>& rooms, Parts parts)

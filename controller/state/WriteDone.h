@@ -9,7 +9,7 @@ namespace controller {
 /// again; with an empty text when it stands on the disk.
 using WriteDone = std::function<void(const std::string& error)>;
 
-/// For writes that nobody waits for.
+/// For a write that nobody waits for, and whose failure concerns nobody.
 inline void Nobody(const std::string& /*error*/) {}
 
 } // namespace controller

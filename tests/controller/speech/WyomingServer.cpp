@@ -20,7 +20,7 @@ namespace controller {
 namespace {
 
 constexpr std::size_t kMost = std::size_t{8} << 20U;
-constexpr std::size_t kChunk = 2048;
+constexpr std::size_t kAtOnce = 2048;
 
 std::string Spoken(const std::string& text) {
     const StopSignal stop;
@@ -29,8 +29,8 @@ std::string Spoken(const std::string& text) {
     const std::string samples = file.substr(44);
     const nlohmann::json format{{"rate", 22050}, {"width", 2}, {"channels", 1}};
     std::string answer = Written({"audio-start", format, ""});
-    for (std::size_t at = 0; at < samples.size(); at += kChunk)
-        answer += Written({"audio-chunk", format, samples.substr(at, kChunk)});
+    for (std::size_t at = 0; at < samples.size(); at += kAtOnce)
+        answer += Written({"audio-chunk", format, samples.substr(at, kAtOnce)});
     return answer + Written({"audio-stop", nlohmann::json::object(), ""});
 }
 

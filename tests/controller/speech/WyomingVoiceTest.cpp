@@ -95,11 +95,11 @@ TEST_F(WyomingVoiceTest, OneThatSendsSomethingElseIsNotHeard) {
 TEST_F(WyomingVoiceTest, OneThatFloodsIsStopped) {
     EXPECT_EQ(ChimeAlone([](const std::string& answer) {
                   std::string flood = answer.substr(0, answer.rfind("{\"data_length\""));
-                  constexpr const char* kChunk =
+                  constexpr const char* kHeader =
                       "{\"type\":\"audio-chunk\",\"data\":{\"rate\":22050,\"width\":2,"
                       "\"channels\":1},\"payload_length\":4194304}\n";
                   for (int count = 0; count < 9; ++count)
-                      flood += kChunk + std::string(4194304, 'x');
+                      flood += kHeader + std::string(4194304, 'x');
                   return flood;
               }),
               "the voice Remote sends more than 32 MiB");
