@@ -66,10 +66,11 @@ TEST(DocumentsTest, LinesOfTheManualThatBeginLikeRequestsAreRequests) {
 TEST(DocumentsTest, HelpOfAGroupListsItsCommandsAndNoOthers) {
     EXPECT_EQ(help_text::OfGroup(AllCommands(), "media"),
               "announce media COMMAND [OPTIONS]\n\nCommands:\n"
-              "  media list    List the sounds and images\n"
-              "  media add     Bring files into the media folder\n"
-              "  media speak   Store a spoken sound, or another text for one\n"
-              "  media remove  Remove files from the media folder\n");
+              "  media list      List the sounds and images\n"
+              "  media add       Bring files into the media folder\n"
+              "  media speak     Store a spoken sound, or another text for one\n"
+              "  media loudness  Say how loud a sound is played\n"
+              "  media remove    Remove files from the media folder\n");
 }
 
 TEST(DocumentsTest, EveryShellThatIsOfferedHasItsCompletionAndNoOtherHas) {

@@ -44,6 +44,7 @@ protected:
         m_folder.Write("house.yaml", R"(name: Test house
 media_folder: media
 data_folder: data
+loudness: as_it_is
 first_announcements: first.xml
 rooms:
   - {id: 1, name: Kitchen, start_volume: 40, output: {file: takes/kitchen-%n.wav}}

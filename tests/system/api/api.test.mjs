@@ -432,6 +432,7 @@ test('every operation is taken and answered as the description says, and every m
   ])
     await house.ask('GET', `/api/${path}`);
   await house.ask('PUT', '/api/media/spoken.wav/speech', { text: 'Hello', speed: 120 });
+  await house.ask('PUT', '/api/media/spoken.wav/loudness', { as_it_is: true });
   await house.ask('DELETE', '/api/media/spoken.wav');
   await house.ask('GET', '/api/events/recent');
   await house.ask('POST', '/api/tickets');

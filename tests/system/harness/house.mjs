@@ -41,7 +41,11 @@ export class House {
     this.file = join(this.folder, 'house.yaml');
     writeFileSync(
       this.file,
-      'name: Test house\nmedia_folder: media\ndata_folder: data\nrooms:\n' + rooms.join('') + this.rest + lines,
+      // Sounds are compared with their recordings, sample for sample.
+      'name: Test house\nmedia_folder: media\ndata_folder: data\nloudness: as_it_is\nrooms:\n' +
+        rooms.join('') +
+        this.rest +
+        lines,
     );
   }
 
