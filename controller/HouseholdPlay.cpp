@@ -3,7 +3,24 @@
 #include "controller/audio/SoundFile.h"
 #include "controller/state/UtcText.h"
 
+#include <chrono>
+#include <optional>
+#include <string>
+
 namespace controller {
+
+namespace {
+
+/// Why a sound has none, since it cannot be played, is said by whoever plays it.
+std::optional<std::chrono::milliseconds> LengthOf(const std::string& file) {
+    try {
+        return audio::SoundFile(file).Duration();
+    } catch (const audio::SoundFileError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
 
 DigitalAudio::Parts Household::AudioParts() {
     return {m_engine,
@@ -48,13 +65,9 @@ void Household::Measure(const std::string& file) {
     if (file.empty() || !playing)
         return;
     m_measuring.Submit([this, file, since = playing->since] {
-        try {
-            const auto length = audio::SoundFile(file).Duration();
+        if (const auto length = LengthOf(file))
             m_driver.Post("the length of a sound",
-                          [this, since, length] { m_progress.SoundMeasured(since, length); });
-        } catch (const audio::SoundFileError&) { // NOLINT(bugprone-empty-catch)
-            // Why it cannot be played is said by whoever plays it.
-        }
+                          [this, since, length] { m_progress.SoundMeasured(since, *length); });
     });
 }
 

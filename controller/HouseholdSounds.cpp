@@ -35,9 +35,8 @@ SoundLevels::Parts Household::LevelParts() {
     parts.isHouseAsItIs = m_house.isLoudnessAsItIs;
     parts.keep = [this](const SoundLevels::Entry& entry) {
         m_driver.Post("keeping how loud a sound is", [this, entry] {
-            m_store.WriteSoundLevel(RowOf(entry), [](const std::string& /*error*/) {
-                // It is tried again; and else the sound is measured again at the next start.
-            });
+            // It is tried again; and else the sound is measured again at the next start.
+            m_store.WriteSoundLevel(RowOf(entry), Nobody);
         });
     };
     return parts;

@@ -38,10 +38,11 @@ void PlayProgress::SoundMeasured(std::chrono::system_clock::time_point since, mi
 
 void PlayProgress::Take(const Event& event) {
     m_driverOnly.Assert();
-    if (const auto* started = std::get_if<events::AnnouncementStarted>(&event.data)) {
-        Started(event, started->announcement);
-    } else if (!m_now) {
+    const auto* const started = std::get_if<events::AnnouncementStarted>(&event.data);
+    if (started == nullptr && !m_now)
         return;
+    if (started != nullptr) {
+        Started(event, started->announcement);
     } else if (std::holds_alternative<events::AnnouncementEnded>(event.data)) {
         m_now.reset();
         m_feed.Publish(events::PlayingChanged{});

@@ -28,10 +28,12 @@ struct MeterEnd {
 using Meter = std::unique_ptr<ebur128_state, MeterEnd>;
 
 double LufsOf(ebur128_state& meter, std::size_t frames) {
-    double lufs = kSilence;
+    double lufs = 0;
     const int result =
         frames < kBlock ? ebur128_loudness_momentary(&meter, &lufs) : ebur128_loudness_global(&meter, &lufs);
-    return result == EBUR128_SUCCESS ? lufs : kSilence;
+    if (result != EBUR128_SUCCESS)
+        return kSilence;
+    return lufs;
 }
 
 double TruePeakOf(ebur128_state& meter) {

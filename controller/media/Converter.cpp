@@ -106,7 +106,7 @@ HelperProcess::Outcome Converter::Run(const std::string& name,
 
 json Converter::ReportOf(const std::string& name, const HelperProcess::Outcome& outcome) const {
     // What it has told before it came to grief counts: it tells when all is done.
-    const json report = json::parse(outcome.report, nullptr, false);
+    json report = json::parse(outcome.report, nullptr, false);
     if (!report.is_object())
         throw Failed(name, outcome.trouble.empty() ? "told nothing" : outcome.trouble);
     if (report.contains("refused"))

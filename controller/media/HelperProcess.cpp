@@ -97,6 +97,7 @@ public:
         std::vector<std::string> texts{program.filename().string()};
         texts.insert(texts.end(), words.begin(), words.end());
         std::vector<char*> pointers;
+        pointers.reserve(texts.size() + 1);
         for (std::string& text : texts)
             pointers.push_back(text.data());
         pointers.push_back(nullptr);

@@ -25,10 +25,11 @@ public:
         , m_right(std::move(right)) {}
 
     /// A word for programs, and how long a sound is that is too long.
-    MediaError& With(std::string code, std::optional<std::chrono::milliseconds> length = std::nullopt) {
+    [[nodiscard]] MediaError With(std::string code,
+                                  std::optional<std::chrono::milliseconds> length = std::nullopt) && {
         m_code = std::move(code);
         m_length = length;
-        return *this;
+        return std::move(*this);
     }
 
     [[nodiscard]] Kind What() const noexcept { return m_kind; }

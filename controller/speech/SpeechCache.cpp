@@ -49,7 +49,7 @@ fs::path SpeechCache::FileOf(const std::string& key) const {
     return m_folder / (key + wave::kEnding);
 }
 
-std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) {
+std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) const {
     const fs::path file = FileOf(key);
     std::error_code error;
     if (!fs::is_regular_file(file, error))

@@ -25,7 +25,7 @@ public:
 
     /// The whole sound under the key, which counts as used now; nothing when there is none. A damaged one is
     /// removed.
-    [[nodiscard]] std::optional<Entry> Find(const std::string& key);
+    [[nodiscard]] std::optional<Entry> Find(const std::string& key) const;
 
     /// Keeps a sealed sound. Throws `std::system_error`.
     Entry Keep(const std::string& key, const std::string& file);

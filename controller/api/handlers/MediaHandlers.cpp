@@ -91,6 +91,20 @@ void PutMedia(ApiContext& context, Call call) {
         });
 }
 
+/// Keeps how the file is to be played, and answers with its description as it is then.
+void KeepLoudness(ApiContext& context, const Call& call, MediaShelf::Description file) {
+    const std::string& name = file.name;
+    const auto entry = context.parts.levels.SetAsItIs(name, call->Take<view::LoudnessOrder>().isAsItIs);
+    file.level = context.parts.levels.LevelOf(name);
+    context.parts.keepLevel(entry, [&context, call, file](const std::string& notSaved) {
+        call->Guard([&] {
+            agent_reply::RequireSaved(notSaved);
+            context.parts.feed.Publish(events::MediaStored{file.name});
+            call->Reply(200, file);
+        });
+    });
+}
+
 void PutLoudness(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
     const auto spoken = spoken_media::Describe(context, name);
@@ -102,19 +116,7 @@ void PutLoudness(ApiContext& context, Call call) {
                 throw ApiError(422, name + " is an image, and not to be heard", "the name of a sound");
             return file;
         },
-        [&context, call, name](const MediaShelf::Description& file) {
-            const auto entry =
-                context.parts.levels.SetAsItIs(name, call->Take<view::LoudnessOrder>().isAsItIs);
-            context.parts.keepLevel(entry, [&context, call, name, file](const std::string& notSaved) {
-                call->Guard([&] {
-                    agent_reply::RequireSaved(notSaved);
-                    context.parts.feed.Publish(events::MediaStored{name});
-                    auto changed = file;
-                    changed.level = context.parts.levels.LevelOf(name);
-                    call->Reply(200, changed);
-                });
-            });
-        });
+        [&context, call](const MediaShelf::Description& file) { KeepLoudness(context, call, file); });
 }
 
 void GetMedia(ApiContext& context, Call call) {

@@ -163,7 +163,7 @@ test('events tells what has happened, and with --follow what happens, each once 
     const unknown = await run(house, ['events', '--type', 'nosuch']);
     assert.equal(unknown.status, 2);
     assert.equal(unknown.output, '');
-    assert.match(unknown.errors, /right: one of play_asked, announcement_started, .* or log\n$/);
+    assert.match(unknown.errors, /right: one of play_asked, queue_changed, .* or log\n$/);
   }));
 
 test('events that are followed go on where they were when the controller starts again', () =>

@@ -24,7 +24,7 @@ async function inBash(house, ...words) {
 test('bash completes commands, options, and names as they have to be typed', () =>
   withNames(async (house) => {
     assert.deepEqual(await inBash(house, 'reh'), ['rehearse']);
-    assert.deepEqual(await inBash(house, 'media', ''), ['list', 'add', 'remove']);
+    assert.deepEqual(await inBash(house, 'media', ''), ['list', 'add', 'speak', 'loudness', 'remove']);
     assert.deepEqual(await inBash(house, 'play', 'Dinner', '--w'), ['--wait']);
     assert.deepEqual(await inBash(house, 'play', 'd'), ['Dinner', 'Door\\ bell']);
     assert.deepEqual(await inBash(house, 'play', 'Door\\ '), ['Door\\ bell']);

@@ -88,7 +88,7 @@ export const shellStyles = css`
     font-weight: 600;
   }
   .page {
-    padding: 1.25rem 1rem 11rem;
+    padding: 1.25rem 1rem 18rem;
   }
   .page.playing {
     --now: 5.2rem;
