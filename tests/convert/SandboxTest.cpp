@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -65,7 +66,7 @@ TEST(SandboxTest, ThreadsMemoryAndWhatIsOpenAreStillThere) {
             return 100;
         char byte = 1;
         std::thread([&] { (void)!read(file, &byte, 1); }).join();
-        const std::string large(50000000, 'x');
+        const std::vector<char> large(50000000, 'x');
         return byte == 0 && large.size() == 50000000 ? 0 : 1;
     });
     if (status == 100)

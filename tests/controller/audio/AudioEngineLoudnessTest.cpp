@@ -20,7 +20,7 @@ protected:
             chance = chance * 1664525U + 1013904223U;
             samples.push_back(highest * (static_cast<float>(chance >> 8U) / 8388608.0F - 1.0F));
         }
-        const std::string file = m_folder.Path(name);
+        std::string file = m_folder.Path(name);
         WriteFloats(file, samples, kChannels, kRate);
         return file;
     }

@@ -158,9 +158,9 @@ TEST_F(SpeechTest, ASpeedMakesTheSameTextShorterOrLonger) {
 
 TEST_F(SpeechTest, ATextThatBeginsLikeAnOptionIsSpoken) {
     Open();
-    const auto short_ = Render(Recipe("help"));
+    const auto word = Render(Recipe("help"));
     EXPECT_EQ(Render(Recipe("--help")).outcome, Outcome::Spoken);
-    EXPECT_EQ(short_.outcome, Outcome::Spoken);
+    EXPECT_EQ(word.outcome, Outcome::Spoken);
     EXPECT_EQ(Render(Recipe("-v nobody")).outcome, Outcome::Spoken);
 }
 
