@@ -85,19 +85,21 @@ struct FilterEnd {
 };
 using Filter = std::unique_ptr<void, FilterEnd>;
 
+/// Allows the call where its first argument is this, among the bits of the mask.
+bool AllowFirst(scmp_filter_ctx filter, int call, scmp_datum_t first, scmp_datum_t mask = ~scmp_datum_t{0}) {
+    const scmp_arg_cmp comparison{0, SCMP_CMP_MASKED_EQ, mask, first};
+    return seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, call, 1, &comparison) == 0;
+}
+
 bool AllowOwnThreads(scmp_filter_ctx filter) {
     // A new thread, never a new process. What cannot be looked into is not there: the library then takes
     // the call that can.
     return seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 &&
-           seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(clone), 1,
-                            SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD)) == 0 &&
+           AllowFirst(filter, SCMP_SYS(clone), CLONE_THREAD, CLONE_THREAD) &&
            // Two ends that know nobody but each other: by these GStreamer's threads wake each other.
-           seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(socketpair), 1, SCMP_A0(SCMP_CMP_EQ, AF_UNIX)) ==
-               0 &&
-           seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(prctl), 1, SCMP_A0(SCMP_CMP_EQ, PR_SET_NAME)) ==
-               0 &&
-           seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(tgkill), 1,
-                            SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid()))) == 0;
+           AllowFirst(filter, SCMP_SYS(socketpair), AF_UNIX) &&
+           AllowFirst(filter, SCMP_SYS(prctl), PR_SET_NAME) &&
+           AllowFirst(filter, SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid()));
 }
 
 bool FilterCalls() {
