@@ -92,7 +92,7 @@ void PutMedia(ApiContext& context, Call call) {
 }
 
 /// Keeps how the file is to be played, and answers with its description as it is then.
-void KeepLoudness(ApiContext& context, const Call& call, MediaShelf::Description file) {
+void KeepLoudness(ApiContext& context, Call call, MediaShelf::Description file) {
     const std::string& name = file.name;
     const auto entry = context.parts.levels.SetAsItIs(name, call->Take<view::LoudnessOrder>().isAsItIs);
     file.level = context.parts.levels.LevelOf(name);
