@@ -2,6 +2,8 @@
 
 #include "controller/api/ApiError.h"
 
+#include <string>
+
 namespace controller::agent_reply {
 
 void Require(const AgentAnswer& answer) {
@@ -29,6 +31,14 @@ void RequireSaved(const std::string& notSaved) {
     if (!notSaved.empty())
         throw ApiError(507, "the change is made, but not on the disk yet: " + notSaved,
                        "room and leave to write in the data folder; it is tried again by itself");
+}
+
+void RequireQueued(const PlayQueue::Outcome& outcome) {
+    if (outcome.isFull)
+        throw ApiError(503, std::to_string(PlayQueue::kMost) + " announcements wait already",
+                       "another try when some of them have been played or taken back");
+    Require(outcome.asked.answer);
+    RequireSaved(outcome.asked.notSaved);
 }
 
 } // namespace controller::agent_reply

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/PlayQueue.h"
 
 #include <string>
 
@@ -14,5 +15,9 @@ void Require(const AgentAnswer& answer);
 
 /// Throws `ApiError` with 507 unless the text, why a change is not on the disk, is empty.
 void RequireSaved(const std::string& notSaved);
+
+/// Returns for what plays or waits, and stands on the disk. Throws `ApiError`: 503 where too many wait, else
+/// as the two above.
+void RequireQueued(const PlayQueue::Outcome& outcome);
 
 } // namespace controller::agent_reply

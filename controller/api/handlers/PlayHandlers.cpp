@@ -29,11 +29,7 @@ void PlayAnnouncement(ApiContext& context, Call call) {
         call->Guard([&] {
             if (outcome.asked.answer.kind == AgentAnswer::Kind::Unknown)
                 throw ApiError(404, "there is no announcement " + std::to_string(id));
-            if (outcome.isFull)
-                throw ApiError(503, std::to_string(PlayQueue::kMost) + " announcements wait already",
-                               "another try when some of them have been played or taken back");
-            agent_reply::Require(outcome.asked.answer);
-            agent_reply::RequireSaved(outcome.asked.notSaved);
+            agent_reply::RequireQueued(outcome);
             const auto& current = context.watch.Current();
             const bool isPlaying = current && current->announcement == id;
             call->Reply(202, view::Played{id, isPlaying ? "playing" : "waiting", outcome.entry});

@@ -58,15 +58,11 @@ void AnswerSaid(ApiContext& context,
                 std::uint32_t id,
                 const std::string& trouble,
                 const PlayQueue::Outcome& outcome) {
-    if (outcome.isFull) {
+    if (outcome.isFull)
         context.parts.announcements.Remove(id, [](const Announcements::Outcome& /*outcome*/) {
             // Left over, it is gone at the next start.
         });
-        throw ApiError(503, std::to_string(PlayQueue::kMost) + " announcements wait already",
-                       "another try when some of them have been played or taken back");
-    }
-    agent_reply::Require(outcome.asked.answer);
-    agent_reply::RequireSaved(outcome.asked.notSaved);
+    agent_reply::RequireQueued(outcome);
     const auto& current = context.watch.Current();
     const bool isPlaying = current && current->announcement == id;
     call->Reply(202, view::Said{outcome.entry, id, isPlaying ? "playing" : "waiting", trouble});
