@@ -15,8 +15,10 @@ std::string Seconds(std::chrono::milliseconds duration) {
     return tenths % 10 == 0 ? whole + " s" : whole + "." + std::to_string(tenths % 10) + " s";
 }
 
-std::string FileName(const std::string& path) {
-    return path.substr(path.find_last_of('/') + 1);
+/// What was made for one announcement has a name that says nothing to people; it is hidden, too.
+std::string SoundName(const std::string& path) {
+    const std::string name = path.substr(path.find_last_of('/') + 1);
+    return name.rfind('.', 0) == 0 ? "its sound" : name;
 }
 
 std::string Quoted(const std::string& text) {
@@ -92,13 +94,13 @@ void ConsoleView::Show(const events::RoomRestored& event) {
 }
 
 void ConsoleView::Show(const events::SoundStarted& event) {
-    m_print("Playing " + FileName(event.file) + " in " + m_roomsInSound);
+    m_print("Playing " + SoundName(event.file) + " in " + m_roomsInSound);
 }
 
 void ConsoleView::Show(const events::SoundEnded& event) {
     const std::string end =
         event.error.empty() ? " was played to its end" : " could not be played: " + event.error;
-    m_print(FileName(event.file) + end);
+    m_print(SoundName(event.file) + end);
 }
 
 void ConsoleView::Show(const events::PopupShown& event) {

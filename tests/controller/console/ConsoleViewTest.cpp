@@ -50,6 +50,13 @@ TEST_F(ConsoleViewTest, ASoundThatCannotBePlayedIsToldWithItsReason) {
     EXPECT_EQ(m_lines, Texts{"x.wav could not be played: there is no such file"});
 }
 
+TEST_F(ConsoleViewTest, ASoundThatWasMadeForTheAnnouncementIsNotToldByItsFile) {
+    m_feed.Publish(events::SoundStarted{"/media/announcements/.speech-da4db7b0.wav"});
+    m_feed.Publish(events::SoundEnded{"/media/announcements/.speech-da4db7b0.wav", ""});
+
+    EXPECT_EQ(m_lines, (Texts{"Playing its sound in ", "its sound was played to its end"}));
+}
+
 TEST_F(ConsoleViewTest, PopupsAreToldWithWhatTheyShow) {
     m_feed.Publish(events::PopupShown{1, 5, "Dinner", "table.png", std::chrono::milliseconds(6000), true});
     m_feed.Publish(events::PopupChanged{1, 5, "Supper"});
