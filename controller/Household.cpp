@@ -35,6 +35,14 @@ std::set<std::uint32_t> NavigatorIds(const House& house) {
     return ids;
 }
 
+std::vector<audio::Borrowed> BorrowedAtStart(const BorrowedRows& rows) {
+    std::vector<audio::Borrowed> entries;
+    entries.reserve(rows.size());
+    for (const BorrowedRow& row : rows)
+        entries.push_back({row.kind, row.thing, row.property, row.before, row.set});
+    return entries;
+}
+
 /// Takes those out that were there for one play alone, which has been interrupted, and not those that still
 /// wait for it; as rows that take them away.
 AnnouncementRows TakePassing(AnnouncementRows& rows, const QueuedRows& queue) {
@@ -72,6 +80,11 @@ Household::Household(House house, Options options, Log& log)
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
+    , m_borrowings(
+          m_driver,
+          log,
+          [this](const auto& entries, WriteDone done) { WriteBorrowed(entries, std::move(done)); },
+          BorrowedAtStart(m_opened.state.borrowed))
     , m_engine(Engine())
     , m_volumes(RoomsAtStart(), VolumeParts())
     , m_levels(LevelParts())
@@ -120,14 +133,24 @@ void Household::TakeFirstSounds(Opened& opened) const {
     });
 }
 
+void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done) {
+    BorrowedRows rows;
+    rows.reserve(entries.size());
+    for (const audio::Borrowed& entry : entries)
+        rows.push_back({entry.kind, entry.thing, entry.property, entry.before, entry.set});
+    m_store.WriteBorrowed(rows, std::move(done));
+}
+
 audio::ISoundEngine& Household::Engine() {
     if (m_options.engine != nullptr)
         return *m_options.engine;
     return m_ownEngine.emplace(
         EngineRooms(m_house),
-        audio::EngineServices{m_driver, m_log, [this](const audio::RoomTrouble& trouble) {
+        audio::EngineServices{m_driver, m_log,
+                              [this](const audio::RoomTrouble& trouble) {
                                   m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
-                              }});
+                              },
+                              &m_borrowings});
 }
 
 std::vector<Variables::Variable> Household::VariablesAtStart() const {

@@ -10,6 +10,7 @@
 #include "controller/announcements/HistoryRecorder.h"
 #include "controller/api/ApiContext.h"
 #include "controller/audio/AudioEngine.h"
+#include "controller/audio/Borrowings.h"
 #include "controller/driver/DriverThread.h"
 #include "controller/driver/Worker.h"
 #include "controller/events/LogToFeed.h"
@@ -67,6 +68,7 @@ private:
 
     [[nodiscard]] Opened Open() const;
     void TakeFirstSounds(Opened& opened) const;
+    void WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done);
     [[nodiscard]] audio::ISoundEngine& Engine();
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
@@ -99,6 +101,7 @@ private:
     Popups m_popups;
     Timers m_timers;
     NowPlaying m_playing;
+    audio::Borrowings m_borrowings;
     std::optional<audio::AudioEngine> m_ownEngine;
     audio::ISoundEngine& m_engine;
     RoomVolumes m_volumes;

@@ -15,6 +15,7 @@
 
 namespace controller::audio {
 
+class Borrowings;
 class RoomOutput;
 class Ticker;
 struct EngineContext;
@@ -47,6 +48,7 @@ struct EngineServices {
     IScheduler& driver;
     Log& log;
     std::function<void(const RoomTrouble&)> roomTrouble; ///< Called on the driver thread. May be empty.
+    Borrowings* borrowings = nullptr;                    ///< Null: nothing of other programs is touched.
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.

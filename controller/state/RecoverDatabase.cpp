@@ -185,6 +185,10 @@ void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& l
                  [&](const SqliteStatement& row) {
                      sound.WriteSpokenSound({row.Text(0), row.Text(1), row.Text(2), Id(row, 3), row.Text(4)});
                  });
+    (void)TakeRows(damaged, "SELECT kind, thing, property, before, set_to FROM borrowed",
+                   [&](const SqliteStatement& row) {
+                       sound.WriteBorrowed({row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4)});
+                   });
     QueuedRows queue;
     (void)TakeRows(damaged, "SELECT entry, announcement, name, asked_at FROM queued ORDER BY place",
                    [&](const SqliteStatement& row) {

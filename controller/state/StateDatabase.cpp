@@ -80,6 +80,10 @@ void StateDatabase::ReadRooms(StoredState& state) {
                             "SELECT room, volume FROM room_volume WHERE room BETWEEN 0 AND 4294967295");
     while (volumes.Step())
         state.volumes[static_cast<std::uint32_t>(volumes.Number(0))] = VolumeOf(volumes, 1);
+    SqliteStatement borrowed(*m_database, "SELECT kind, thing, property, before, set_to FROM borrowed");
+    while (borrowed.Step())
+        state.borrowed.push_back(
+            {borrowed.Text(0), borrowed.Text(1), borrowed.Text(2), borrowed.Text(3), borrowed.Text(4)});
 }
 
 std::vector<HistoryEntry> StateDatabase::ReadHistory(std::size_t newest, std::int64_t before) {
@@ -142,6 +146,25 @@ void StateDatabase::WriteJournal(const JournalEntry& entry) {
         .Bind(static_cast<std::int64_t>(entry.room))
         .Bind(static_cast<std::int64_t>(entry.volumeBefore))
         .Bind(entry.volumeSet)
+        .Run();
+}
+
+void StateDatabase::WriteBorrowed(const BorrowedRow& row) {
+    if (row.set.empty()) {
+        SqliteStatement(*m_database, "DELETE FROM borrowed WHERE kind = ? AND thing = ? AND property = ?")
+            .Bind(row.kind)
+            .Bind(row.thing)
+            .Bind(row.property)
+            .Run();
+        return;
+    }
+    SqliteStatement(*m_database, "INSERT OR REPLACE INTO borrowed(kind, thing, property, before, set_to) "
+                                 "VALUES(?, ?, ?, ?, ?)")
+        .Bind(row.kind)
+        .Bind(row.thing)
+        .Bind(row.property)
+        .Bind(row.before)
+        .Bind(row.set)
         .Run();
 }
 

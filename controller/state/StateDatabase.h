@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/state/AnnouncementRow.h"
+#include "controller/state/BorrowedRow.h"
 #include "controller/state/IRoomStore.h"
 #include "controller/state/QueuedRow.h"
 #include "controller/state/SoundLevelRow.h"
@@ -39,6 +40,7 @@ struct StoredState {
     bool areAnnouncementsKept = false; ///< announcements have been stored, be it none of them
     QueuedRows queue;                  ///< in its order
     std::vector<JournalEntry> journal;
+    BorrowedRows borrowed; ///< of other programs, and not known to be back
     std::map<std::uint32_t, unsigned> volumes;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
     std::vector<SpokenSoundRow> spokenSounds; ///< by name
@@ -94,6 +96,8 @@ public:
     void ReplaceAnnouncements(const AnnouncementRows& rows);
     /// Writes the room's volume, and its entry of the journal or that it has none.
     void WriteRoom(const RoomRow& row);
+    /// Writes the row in the place of the one of its thing and property, or takes that one away.
+    void WriteBorrowed(const BorrowedRow& row);
     void WriteJournal(const JournalEntry& entry);
     void WriteVolume(std::uint32_t room, unsigned volume);
     void WriteVariable(std::uint32_t device, std::uint32_t variable, const std::string& value);

@@ -26,6 +26,12 @@ CREATE TABLE queued(place INTEGER PRIMARY KEY, entry INTEGER NOT NULL, announcem
     name TEXT NOT NULL, asked_at INTEGER NOT NULL);
 )";
 
+/// And what other programs had before announcements changed it.
+constexpr const char* kBorrowedTable = R"(
+CREATE TABLE borrowed(kind TEXT NOT NULL, thing TEXT NOT NULL, property TEXT NOT NULL, before TEXT NOT NULL,
+    set_to TEXT NOT NULL, PRIMARY KEY(kind, thing, property)) WITHOUT ROWID;
+)";
+
 constexpr const char* kOtherTables = R"(
 CREATE TABLE room_journal(room INTEGER PRIMARY KEY, volume_before INTEGER NOT NULL, volume_set INTEGER);
 CREATE TABLE room_volume(room INTEGER PRIMARY KEY, volume INTEGER NOT NULL);
@@ -157,7 +163,7 @@ void StateDatabase::CheckVersion() const {
 
 void StateDatabase::CheckTables() const {
     for (const char* table : {"announcement", "kept", "room_journal", "room_volume", "variable_value",
-                              "history", "sound", "queued"})
+                              "history", "sound", "queued", "borrowed"})
         if (!SqliteStatement(*m_database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?")
                  .Bind(std::string(table))
                  .Step())
@@ -174,7 +180,7 @@ void StateDatabase::Make() const {
         Sqlite database(part.string());
         SqliteTransaction transaction(database);
         database.Execute(std::string(kAnnouncementTables) + kOtherTables + kSoundTables + kQueueTable +
-                         "PRAGMA user_version=" + std::to_string(kVersion) +
+                         kBorrowedTable + "PRAGMA user_version=" + std::to_string(kVersion) +
                          "; PRAGMA application_id=" + std::to_string(kApplication));
         transaction.Commit();
     }
@@ -188,7 +194,7 @@ void StateDatabase::Migrate(std::int64_t version) {
     SqliteTransaction transaction(*m_database);
     if (version < kFirstWithRows)
         TakeTextApart();
-    m_database->Execute(std::string(kSoundTables) + kQueueTable +
+    m_database->Execute(std::string(kSoundTables) + kQueueTable + kBorrowedTable +
                         "PRAGMA user_version=" + std::to_string(kVersion));
     transaction.Commit();
 }

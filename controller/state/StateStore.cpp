@@ -100,6 +100,17 @@ void StateStore::WriteQueue(QueuedRows rows, WriteDone done) {
     Submit({{{"queue", run}}, std::move(done)});
 }
 
+void StateStore::WriteBorrowed(const BorrowedRows& rows, WriteDone done) {
+    Batch batch;
+    for (const BorrowedRow& row : rows)
+        batch.writes.push_back(
+            {"borrowed " + row.kind + " " + row.thing + " " + row.property, [row](StateDatabase& database) {
+                 database.WriteBorrowed(row);
+             }});
+    batch.done = std::move(done);
+    Submit(std::move(batch));
+}
+
 void StateStore::WriteSoundLevel(const SoundLevelRow& row, WriteDone done) {
     const auto run = [row](StateDatabase& database) {
         database.WriteSoundLevel(row);

@@ -68,6 +68,8 @@ public:
                        WriteDone done) override;
     void WriteSpokenSound(const SpokenSoundRow& row, WriteDone done);
     void WriteQueue(QueuedRows rows, WriteDone done) override;
+    /// Writes the rows as one.
+    void WriteBorrowed(const BorrowedRows& rows, WriteDone done);
     void WriteSoundLevel(const SoundLevelRow& row, WriteDone done);
     void AddHistory(const HistoryEntry& entry);
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);

@@ -91,7 +91,8 @@ TEST_F(FormerDatabaseTest, OfVersionOneIsTakenOverAsWell) {
 
 TEST_F(FormerDatabaseTest, OfVersionThreeIsTakenOverAsWell) {
     (void)StateDatabase(m_folder.Path());
-    Sqlite(File().string()).Execute("DROP TABLE sound; DROP TABLE queued; PRAGMA user_version=3");
+    Sqlite(File().string())
+        .Execute("DROP TABLE sound; DROP TABLE queued; DROP TABLE borrowed; PRAGMA user_version=3");
     ExpectAll();
     EXPECT_EQ(Number(Copy(3), "PRAGMA user_version"), 3);
     EXPECT_EQ(Number(Copy(3), "SELECT count(*) FROM announcement"), 4);

@@ -123,9 +123,9 @@ TEST_F(MissingDatabaseTest, WhatTheLogHoldsIsReadWithoutTheDatabase) {
 }
 
 TEST_F(MissingDatabaseTest, AMissingTableIsDamageOfWhichTheRestIsTakenOver) {
-    const std::pair<const char*, std::size_t> tables[] = {{"kept", 2},        {"room_journal", 2},
-                                                          {"room_volume", 2}, {"variable_value", 2},
-                                                          {"history", 2},     {"announcement", 0}};
+    const std::pair<const char*, std::size_t> tables[] = {
+        {"kept", 2},    {"room_journal", 2}, {"room_volume", 2}, {"variable_value", 2},
+        {"history", 2}, {"borrowed", 2},     {"announcement", 0}};
     for (const auto& [table, left] : tables) {
         const TemporaryFolder folder;
         {

@@ -42,6 +42,7 @@ protected:
         database.WriteJournal({1, 40, 60});
         database.WriteVolume(1, 60);
         database.WriteVariable(9, 4, "21 °C");
+        database.WriteBorrowed({"pulse", "7 music", "volume", "65536", "36855"});
         database.WriteSpokenSound({"supper.wav", "Supper", "Anna", 90, "gong"});
         database.AddHistory({0, "", "", 7, "Dinner", {1, 2}, {5}, "g.wav", "ended"});
     }
@@ -81,6 +82,7 @@ protected:
         EXPECT_EQ(state.journal.size(), 1U);
         EXPECT_EQ(state.volumes.at(1), 60U);
         EXPECT_EQ(state.variables.at({9, 4}), "21 °C");
+        EXPECT_EQ(state.borrowed, (BorrowedRows{{"pulse", "7 music", "volume", "65536", "36855"}}));
         EXPECT_EQ(state.spokenSounds,
                   (std::vector<SpokenSoundRow>{{"supper.wav", "Supper", "Anna", 90, "gong"}}));
         EXPECT_EQ(database.ReadHistory(5).size(), 1U);

@@ -21,6 +21,7 @@ protected:
         database.ReplaceAnnouncements({{1, Xml(1, "One"), ""}, {2, Xml(9, "Two"), kHouse}});
         database.WriteJournal({1, 40, 60});
         database.WriteJournal({2, 30, std::nullopt});
+        database.WriteBorrowed({"pulse", "7 music", "volume", "65536", "36855"});
         database.WriteVolume(1, 60);
         database.WriteVariable(9, 4, "21 °C");
         database.WriteSpokenSound({"supper.wav", "Supper, {Outside} degrees", "Anna", 90, "gong"});
@@ -75,6 +76,7 @@ TEST_F(StateDatabaseTest, AFreshOneHoldsNothing) {
     EXPECT_TRUE(state.announcements.empty());
     EXPECT_FALSE(state.areAnnouncementsKept);
     EXPECT_TRUE(state.journal.empty());
+    EXPECT_TRUE(state.borrowed.empty());
     EXPECT_TRUE(state.volumes.empty());
     EXPECT_TRUE(state.variables.empty());
     EXPECT_TRUE(state.spokenSounds.empty());
@@ -92,6 +94,7 @@ TEST_F(StateDatabaseTest, EverythingIsThereAgainWhenItIsOpenedAgain) {
     EXPECT_EQ(state.journal[0].volumeBefore, 40U);
     EXPECT_EQ(state.journal[0].volumeSet, 60U);
     EXPECT_EQ(state.journal[1].volumeSet, std::nullopt);
+    EXPECT_EQ(state.borrowed, (BorrowedRows{{"pulse", "7 music", "volume", "65536", "36855"}}));
     EXPECT_EQ(state.volumes, (std::map<std::uint32_t, unsigned>{{1, 60}}));
     EXPECT_EQ(state.variables.at({9, 4}), "21 °C");
     EXPECT_EQ(state.spokenSounds,
@@ -107,6 +110,18 @@ TEST_F(StateDatabaseTest, EverythingIsThereAgainWhenItIsOpenedAgain) {
     EXPECT_EQ(history[0].navigators, std::vector<std::uint32_t>{5});
     EXPECT_EQ(history[0].file, "g.wav");
     EXPECT_EQ(history[0].outcome, "ended");
+}
+
+TEST_F(StateDatabaseTest, WhatIsBorrowedIsReplacedAndTakenAwayByItsThingAndProperty) {
+    Fill();
+    StateDatabase database(m_folder.Path());
+    database.WriteBorrowed({"pulse", "7 music", "volume", "60000", "33742"});
+    database.WriteBorrowed({"pulse", "7 music", "state", "Playing", "Paused"});
+    const BorrowedRows both{{"pulse", "7 music", "state", "Playing", "Paused"},
+                            {"pulse", "7 music", "volume", "60000", "33742"}};
+    EXPECT_EQ(database.Read().borrowed, both);
+    database.WriteBorrowed({"pulse", "7 music", "state", "", ""});
+    EXPECT_EQ(database.Read().borrowed, (BorrowedRows{both[1]}));
 }
 
 TEST_F(StateDatabaseTest, AnAnnouncementIsWrittenAndTakenAwayAlone) {
