@@ -55,6 +55,32 @@ GstElement* MakePipeline(const MappedFile& file) {
     return pipeline;
 }
 
+void SeePad(const GValue* item, gpointer isRunning) {
+    auto* const pad = static_cast<GstPad*>(g_value_get_object(item));
+    GST_OBJECT_LOCK(pad);
+    GstTask* const task = GST_PAD_TASK(pad);
+    if (task != nullptr && gst_task_get_state(task) == GST_TASK_STARTED)
+        *static_cast<bool*>(isRunning) = true;
+    GST_OBJECT_UNLOCK(pad);
+}
+
+void SeeElement(const GValue* item, gpointer isRunning) {
+    GstIterator* const pads = gst_element_iterate_pads(static_cast<GstElement*>(g_value_get_object(item)));
+    // What changes just now runs.
+    if (gst_iterator_foreach(pads, &SeePad, isRunning) != GST_ITERATOR_DONE)
+        *static_cast<bool*>(isRunning) = true;
+    gst_iterator_free(pads);
+}
+
+/// Whether any thread of the pipeline still carries something on.
+bool IsAnythingRunning(GstElement* pipeline) {
+    bool isRunning = false;
+    GstIterator* const all = gst_bin_iterate_recurse(GST_BIN(pipeline));
+    const bool isSeen = gst_iterator_foreach(all, &SeeElement, &isRunning) == GST_ITERATOR_DONE;
+    gst_iterator_free(all);
+    return isRunning || !isSeen;
+}
+
 } // namespace
 
 void Decoder::Prepare() {
@@ -118,10 +144,12 @@ void Decoder::Feed(GstAppSrc* source, std::size_t size) {
 }
 
 GstSample* Decoder::Pull(Deadline deadline) {
-    // An error that comes while the decoders are put together can be lost, and then nothing comes any more.
     constexpr std::chrono::seconds kStandstill{2};
+    // An error that comes while the decoders are put together is lost, and then nothing runs any more.
+    constexpr std::chrono::milliseconds kLost{200};
     GstAppSink* const sink = GST_APP_SINK(m_sink.get());
     auto moved = std::chrono::steady_clock::now();
+    auto ran = moved;
     // In slices, since an error does not wake who waits for sound.
     for (unsigned asked = m_asked;;) {
         GstSample* const sample = gst_app_sink_try_pull_sample(sink, kSlice);
@@ -132,13 +160,21 @@ GstSample* Decoder::Pull(Deadline deadline) {
         if (asked != m_asked)
             moved = now;
         asked = m_asked;
-        if (now - moved >= kStandstill)
-            throw m_hasSound
-                ? report::Refusal(report::kDamaged, "is damaged: it stops in its midst")
-                : report::Refusal(report::kUnknown, std::string(kNotKnown) + "nothing could be decoded");
+        if (moved == now || IsAnythingRunning(m_pipeline.get()))
+            ran = now;
         if (gst_app_sink_is_eos(sink) != FALSE || now >= deadline)
             return nullptr;
+        if (now - moved >= kStandstill || now - ran >= kLost)
+            ThrowStandstill(now - ran >= kLost);
     }
+}
+
+void Decoder::ThrowStandstill(bool isLost) const {
+    if (m_hasSound)
+        throw report::Refusal(report::kDamaged, "is damaged: it stops in its midst");
+    throw report::Refusal(report::kUnknown,
+                          std::string(kNotKnown) + (isLost ? "it breaks off before its sound begins"
+                                                           : "nothing could be decoded"));
 }
 
 std::optional<Decoder::Piece> Decoder::Read(Deadline deadline) {

@@ -52,6 +52,7 @@ private:
     [[nodiscard]] GstSample* Pull(Deadline deadline);
     void Feed(GstAppSrc* source, std::size_t size);
     void ThrowOnError() const;
+    [[noreturn]] void ThrowStandstill(bool isLost) const;
 
     const MappedFile& m_file;
     std::size_t m_place = 0;          ///< of what is given next; the source's thread only

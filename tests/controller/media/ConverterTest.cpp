@@ -192,6 +192,19 @@ TEST_F(ConverterTest, WhatNoDecoderKnowsIsRefusedWithAWordForThePage) {
     }
 }
 
+TEST_F(ConverterTest, WhatBreaksOffBeforeItsSoundBeginsIsRefusedAsSoonAsNothingComesAnyMore) {
+    const std::string matroska = Encoded("vorbisenc ! matroskamux", 1).substr(0, 1000);
+    std::string ogg = Encoded("vorbisenc ! oggmux", 1);
+    ogg.replace(2000, std::string::npos, std::string(ogg.size() - 2000, '\0'));
+    for (const std::string& content : {matroska, ogg}) {
+        const MediaError error = ErrorOf("cut.ogg", content);
+        EXPECT_EQ(error.Code(), "cannot_decode");
+        // That would be what is said when 2 s have been waited in vain.
+        EXPECT_EQ(std::string(error.what()).find("nothing could be decoded"), std::string::npos)
+            << error.what();
+    }
+}
+
 TEST_F(ConverterTest, FilesThatAreCutOrScatteredWithNonsenseAreTakenOrRefusedAndNothingElseHappens) {
     for (const char* elements : {"lamemp3enc", "voaacenc ! mp4mux", "opusenc ! oggmux", "flacenc"}) {
         const std::string whole = Encoded(elements, 1);
