@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -18,34 +17,17 @@ namespace {
 
 constexpr std::size_t kAtOnce = std::size_t{64} * 1024;
 
-struct AddressesDeleter {
-    void operator()(addrinfo* addresses) const { ::freeaddrinfo(addresses); }
-};
-using Addresses = std::unique_ptr<addrinfo, AddressesDeleter>;
-
-Addresses Find(const std::string& host, std::uint16_t port) {
-    addrinfo wanted{};
-    wanted.ai_socktype = SOCK_STREAM;
-    addrinfo* found = nullptr;
-    const int error = ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &wanted, &found);
-    if (error != 0)
-        throw SpeechError("cannot be reached: " + host + ": " + ::gai_strerror(error));
-    return Addresses(found);
-}
-
 } // namespace
 
-TcpStream::TcpStream(const std::string& host, std::uint16_t port, const Patience& patience)
-    : m_patience(patience) {
-    const Addresses addresses = Find(host, port);
+TcpStream::TcpStream(HostLookup& server, const Patience& patience) : m_patience(patience) {
+    const auto addresses = server.Find(patience);
     int error = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {
         if (Connect(*address))
             return;
         error = errno;
     }
-    throw SpeechError("cannot be reached: " + host + " port " + std::to_string(port) + ": " +
-                      std::strerror(error));
+    throw SpeechError("cannot be reached: " + server.Name() + ": " + std::strerror(error));
 }
 
 /// False, with `errno`, where nobody answers there.

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "controller/speech/HostLookup.h"
 #include "controller/speech/Patience.h"
 
-#include <cstdint>
 #include <string>
 
 struct addrinfo;
 
 namespace controller {
 
-/// A connection to a server, which takes as long as patience lasts. Not for the driver thread: the look-up of
-/// a name blocks. Everything throws `SpeechError`.
+/// A connection to a server, for which everybody waits as long as patience lasts. Everything throws
+/// `SpeechError`.
 class TcpStream {
 public:
-    TcpStream(const std::string& host, std::uint16_t port, const Patience& patience);
+    TcpStream(HostLookup& server, const Patience& patience);
     TcpStream(const TcpStream&) = delete;
     TcpStream& operator=(const TcpStream&) = delete;
     ~TcpStream();

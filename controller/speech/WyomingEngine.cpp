@@ -80,7 +80,7 @@ private:
 /// A connection on which one event after the other is read.
 class Talk {
 public:
-    Talk(const Voice& voice, const Patience& patience) : m_server(voice.host, voice.port, patience) {}
+    Talk(HostLookup& server, const Patience& patience) : m_server(server, patience) {}
 
     void Say(const WyomingEvent& event) const { m_server.Write(Written(event)); }
 
@@ -129,7 +129,7 @@ std::string VersionOf(const Json& info, const std::string& wanted) {
     return version;
 }
 
-std::string ReadAll(const std::filesystem::path& file) {
+std::string ReadText(const std::filesystem::path& file) {
     std::ostringstream content;
     content << std::ifstream(file, std::ios::binary).rdbuf();
     return content.str();
@@ -139,8 +139,9 @@ std::string ReadAll(const std::filesystem::path& file) {
 
 WyomingEngine::WyomingEngine(const Voice& voice, std::filesystem::path memory)
     : m_voice(voice)
+    , m_lookup(voice.host, voice.port)
     , m_memory(std::move(memory))
-    , m_version(ReadAll(m_memory)) {}
+    , m_version(ReadText(m_memory)) {}
 
 std::string WyomingEngine::Version() const {
     const std::lock_guard lock(m_mutex);
@@ -162,7 +163,7 @@ std::string WyomingEngine::Speak(const std::string& text, unsigned /*speed*/, co
     Json voice{{"language", m_voice.language}};
     if (!m_voice.voice.empty())
         voice["name"] = m_voice.voice;
-    Talk talk(m_voice, patience);
+    Talk talk(m_lookup, patience);
     talk.Say({"describe", Json::object(), ""});
     Learn(VersionOf(talk.Hear("info").data, m_voice.voice));
     talk.Say({"synthesize", {{"text", text}, {"voice", voice}}, ""});

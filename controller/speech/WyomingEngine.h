@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/speech/HostLookup.h"
 #include "controller/speech/ISpeechEngine.h"
 
 #include <filesystem>
@@ -24,6 +25,7 @@ private:
     void Learn(const std::string& version);
 
     const Voice m_voice;
+    HostLookup m_lookup;
     const std::filesystem::path m_memory;
     mutable std::mutex m_mutex;
     std::string m_version;
