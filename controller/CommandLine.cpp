@@ -1,6 +1,7 @@
 #include "controller/CommandLine.h"
 
 #include "controller/Controller.h"
+#include "controller/HouseSpeech.h"
 #include "controller/ModuleFile.h"
 #include "controller/api/MissingTargets.h"
 #include "controller/api/OpenApi.h"
@@ -89,7 +90,11 @@ void Check(const fs::path& file) {
     std::cout << file.string() << ": " << house.name << " is in order ("
               << CountOf(house.rooms.size(), "room") << ", " << CountOf(house.navigators.size(), "navigator")
               << ", " << CountOf(house.variables.size(), "variable") << ", "
-              << CountOf(house.tokens.size(), "token") << ")\n";
+              << CountOf(house.tokens.size(), "token") << ")\n"
+              << std::flush;
+    // No mistake in the file: what is missing here may be there where it is served.
+    for (const std::string& trouble : HouseSpeech::TroublesOf(house))
+        std::cerr << "on this machine " << trouble << '\n';
 }
 
 /// What is imported may come from another house, or from before this one was changed.

@@ -1,5 +1,7 @@
 #include "controller/HouseSpeech.h"
 
+#include "controller/speech/ISpeechEngine.h"
+
 #include <utility>
 
 namespace controller {
@@ -50,7 +52,20 @@ HouseSpeech::HouseSpeech(const House& house,
     , m_subscription(m_parts.feed.Subscribe([this](const Event& event) {
         if (const auto* change = std::get_if<events::VariableChanged>(&event.data))
             Changed(*change);
-    })) {}
+    })) {
+    for (const std::string& trouble : TroublesOf(house))
+        m_parts.log.Warning(trouble);
+}
+
+std::vector<std::string> HouseSpeech::TroublesOf(const House& house) {
+    std::vector<std::string> troubles;
+    for (const Voice& voice : VoicesOf(house)) {
+        const std::string trouble = MakeSpeechEngine(voice, {})->Trouble();
+        if (!trouble.empty())
+            troubles.push_back("the voice " + voice.name + " " + trouble);
+    }
+    return troubles;
+}
 
 Speech::Parts HouseSpeech::SpeechParts(const House& house, const std::filesystem::path& dataFolder) {
     return {VoicesOf(house),

@@ -10,6 +10,7 @@
 #include "controller/state/StateStore.h"
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace controller {
@@ -31,6 +32,9 @@ public:
                 const std::filesystem::path& dataFolder,
                 const std::vector<SpokenSoundRow>& sounds,
                 Parts parts);
+
+    /// Says of each voice that cannot speak on this machine why; asks none of them.
+    [[nodiscard]] static std::vector<std::string> TroublesOf(const House& house);
 
     [[nodiscard]] Speech& Voices() noexcept { return m_speech; }
     [[nodiscard]] SpokenSounds& Sounds() noexcept { return m_sounds; }

@@ -18,6 +18,10 @@ public:
     /// Changes when the same text would sound otherwise. Starts nothing and waits for nobody.
     [[nodiscard]] virtual std::string Version() const = 0;
 
+    /// Why it cannot speak, as far as that is seen without asking it; goes on from "The voice NAME". Empty
+    /// where nothing is. Any thread.
+    [[nodiscard]] virtual std::string Trouble() const { return {}; }
+
     /// The text as WAV file; `speed` in percent of the voice's own. Throws `SpeechError`, whose text goes on
     /// from "The voice NAME".
     [[nodiscard]] virtual std::string

@@ -4,8 +4,11 @@
 #include "controller/speech/Wave.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <sstream>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace controller {
 
@@ -16,18 +19,25 @@ void Replace(std::string& text, const std::string& what, const std::string& with
         text.replace(at, what.size(), with);
 }
 
-/// What the file behind a program's name is, as far as it changes when another one is installed.
-std::string FileVersion(const std::string& program) {
-    std::vector<std::string> places{program};
-    if (program.find('/') == std::string::npos)
-        places = {"/usr/local/bin/" + program, "/usr/bin/" + program, "/bin/" + program};
-    for (const std::string& place : places) {
-        struct stat status {};
-        if (::stat(place.c_str(), &status) == 0)
-            return place + " " + std::to_string(status.st_size) + " " +
-                   std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
-    }
+/// The file that is started by a program's name; empty where there is none.
+std::string FileOf(const std::string& program) {
+    if (program.find('/') != std::string::npos)
+        return ::access(program.c_str(), X_OK) == 0 ? program : "";
+    const char* const path = std::getenv("PATH");
+    std::istringstream folders(path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin");
+    for (std::string folder; std::getline(folders, folder, ':');)
+        if (::access((folder + '/' + program).c_str(), X_OK) == 0)
+            return folder + '/' + program;
     return "";
+}
+
+/// What changes when another program is installed in the file's place.
+std::string FileVersion(const std::string& file) {
+    struct stat status {};
+    if (file.empty() || ::stat(file.c_str(), &status) != 0)
+        return "";
+    return file + " " + std::to_string(status.st_size) + " " + std::to_string(status.st_mtim.tv_sec) + "." +
+           std::to_string(status.st_mtim.tv_nsec);
 }
 
 } // namespace
@@ -60,11 +70,15 @@ std::vector<std::string> ProgramEngine::WordsFor(unsigned speed) const {
 }
 
 std::string ProgramEngine::Version() const {
-    std::string version = FileVersion(m_words.front());
+    std::string version = FileVersion(FileOf(m_words.front()));
     // What it is told is a part of what it is: nobody but the house file's author knows what it means.
     for (const std::string& word : m_words)
         version += '\n' + word;
     return version;
+}
+
+std::string ProgramEngine::Trouble() const {
+    return FileOf(m_words.front()).empty() ? NotInstalled(m_words.front()) : "";
 }
 
 std::string ProgramEngine::Speak(const std::string& text, unsigned speed, const Patience& patience) {

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] static bool TakesSpeed(const std::vector<std::string>& words);
 
     [[nodiscard]] std::string Version() const override;
+    [[nodiscard]] std::string Trouble() const override;
     [[nodiscard]] std::string
     Speak(const std::string& text, unsigned speed, const Patience& patience) override;
 

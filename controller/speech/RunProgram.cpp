@@ -101,7 +101,7 @@ public:
         const int error = ::posix_spawnp(&child, arguments.front(), &m_files, &m_attributes, arguments.data(),
                                          environment.data());
         if (error == ENOENT)
-            throw SpeechError("is not there: no program " + words.front() + " is installed");
+            throw SpeechError(NotInstalled(words.front()));
         if (error != 0)
             throw SpeechError("cannot be started: " + words.front() + ": " + std::strerror(error));
         return child;
@@ -216,6 +216,10 @@ private:
 };
 
 } // namespace
+
+std::string NotInstalled(const std::string& program) {
+    return "is not there: no program " + program + " is installed";
+}
 
 std::string RunProgram(const std::vector<std::string>& words,
                        const std::string& input,

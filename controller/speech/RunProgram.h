@@ -20,4 +20,7 @@ namespace controller {
                                      std::size_t mostOutput,
                                      const Patience& patience);
 
+/// What is said of a program that there is not.
+[[nodiscard]] std::string NotInstalled(const std::string& program);
+
 } // namespace controller

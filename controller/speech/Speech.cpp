@@ -135,10 +135,14 @@ void Speech::Note(const Job& job) {
     if (!job.isAsked)
         return;
     const bool isFailed = job.result.outcome == RenderedSpeech::Outcome::Failed;
-    std::string& trouble = m_trouble[job.voice];
     const std::string now = isFailed ? job.result.error : "";
-    if (std::exchange(trouble, now) != now && m_parts.troubled)
+    if (std::exchange(m_trouble[job.voice], now).value_or("") != now && m_parts.troubled)
         m_parts.troubled(m_parts.voices[job.voice].name, now);
+}
+
+std::string Speech::SeenTrouble(std::size_t voice) const {
+    const std::string trouble = m_speakers[voice]->engine->Trouble();
+    return trouble.empty() ? "" : "the voice " + m_parts.voices[voice].name + " " + trouble;
 }
 
 std::vector<Speech::VoiceState> Speech::Voices() const {
@@ -146,7 +150,7 @@ std::vector<Speech::VoiceState> Speech::Voices() const {
     std::vector<VoiceState> states;
     states.reserve(m_parts.voices.size());
     for (std::size_t index = 0; index < m_parts.voices.size(); ++index)
-        states.push_back({m_parts.voices[index], index == 0, m_trouble[index]});
+        states.push_back({m_parts.voices[index], index == 0, m_trouble[index].value_or(SeenTrouble(index))});
     return states;
 }
 

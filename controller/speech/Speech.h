@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,7 +47,7 @@ public:
     struct VoiceState {
         Voice voice;
         bool isDefault = false;
-        std::string trouble; ///< why it has not spoken; empty when it has
+        std::string trouble; ///< why it has not spoken, or will not be able to; empty when all is well
     };
 
     explicit Speech(Parts parts);
@@ -84,11 +85,12 @@ private:
     [[nodiscard]] bool FindKept(Job& job) const;
     void Answer(JobPointer job);
     void Note(const Job& job);
+    [[nodiscard]] std::string SeenTrouble(std::size_t voice) const;
 
     const Parts m_parts;
     const StopSignal m_stop;
     const std::unique_ptr<SpeechCache> m_cache;
-    std::vector<std::string> m_trouble; ///< by voice
+    std::vector<std::optional<std::string>> m_trouble; ///< by voice; nothing before it has been asked
     std::size_t m_waiting = 0;
     const std::shared_ptr<bool> m_isThere = std::make_shared<bool>(true);
     DriverOnly m_driverOnly;

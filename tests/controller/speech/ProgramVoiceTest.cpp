@@ -57,9 +57,26 @@ TEST_F(ProgramVoiceTest, OneThatIsNotInstalledIsTold) {
     Voice voice = Script("Anna", "");
     voice.command = {"no-such-engine"};
     Open({voice});
+    const std::string why = "the voice Anna is not there: no program no-such-engine is installed";
+    EXPECT_EQ(m_speech->Voices()[0].trouble, why) << "before anybody has asked it";
+    EXPECT_TRUE(m_troubles.empty());
     const RenderedSpeech failed = Render(Recipe("Dinner is ready"));
-    EXPECT_EQ(failed.error, "the voice Anna is not there: no program no-such-engine is installed");
+    EXPECT_EQ(failed.error, why);
     EXPECT_EQ(failed.sound, "");
+    EXPECT_EQ(m_speech->Voices()[0].trouble, why);
+    EXPECT_EQ(m_troubles, std::vector<std::string>{"Anna: " + why});
+}
+
+TEST_F(ProgramVoiceTest, OneThatIsInstalledMeanwhileIsNoTroubleAnyMore) {
+    Voice voice = Script("Anna", "");
+    voice.command = {Place("engine")};
+    Open({voice, Script("Bert", "true")});
+    EXPECT_NE(m_speech->Voices()[0].trouble, "");
+    EXPECT_EQ(m_speech->Voices()[1].trouble, "");
+    m_data.Write("engine", "#!/bin/sh\nexec espeak-ng --stdin --stdout\n");
+    EXPECT_NE(m_speech->Voices()[0].trouble, "") << "nobody may start it";
+    std::filesystem::permissions(Place("engine"), std::filesystem::perms::owner_all);
+    EXPECT_EQ(m_speech->Voices()[0].trouble, "");
 }
 
 TEST_F(ProgramVoiceTest, OneThatSpeaksAgainIsNoTroubleAnyMore) {
