@@ -2,7 +2,7 @@
 
 #include "controller/announcements/AnnouncementXml.h"
 #include "controller/driver/Durable.h"
-#include "controller/state/SpokenText.h"
+#include "controller/state/SoundText.h"
 #include "controller/state/StateText.h"
 
 #include <algorithm>
@@ -97,10 +97,17 @@ Household::Household(House house, Options options, Log& log)
     , m_progress(m_announcements, m_feed)
     , m_queue(QueueParts())
     , m_stop({m_playing, m_audio, m_announcements, m_queue, m_feed, m_driver})
+    , m_passing(m_opened.state.passingSounds,
+                {m_announcements, m_feed, m_driver,
+                 [this](const std::string& file) {
+                     RemoveFile(file);
+                 }})
     , m_history(m_feed, HistoryParts())
     , m_ends(m_feed.Subscribe([this](const Event& event) {
         if (std::holds_alternative<events::AnnouncementEnded>(event.data))
             AnnouncementEnded();
+        else if (const auto* removed = std::get_if<events::MediaRemoved>(&event.data))
+            SoundRemoved(removed->name);
     })) {}
 
 void Household::Start() {
@@ -121,16 +128,15 @@ Household::Opened Household::Open() const {
     opened.state = opened.database->Read();
     if (!opened.state.areAnnouncementsKept && !m_house.firstAnnouncements.empty())
         TakeFirstSounds(opened);
+    ForgetGoneSounds(opened);
     return opened;
 }
 
-/// Beside the first announcements stand the sounds that they have spoken.
+/// Beside the first announcements stand the sounds that they have spoken, and what is said of others.
 void Household::TakeFirstSounds(Opened& opened) const {
-    opened.state.spokenSounds = spoken_text::Read(m_house.firstAnnouncements);
-    opened.database->Together([&](StateDatabase& together) {
-        for (const SpokenSoundRow& sound : opened.state.spokenSounds)
-            together.WriteSpokenSound(sound);
-    });
+    const SoundText sounds = sound_text::Read(m_house.firstAnnouncements);
+    opened.database->Together([&](StateDatabase& together) { sound_text::Write(sounds, together); });
+    opened.state = opened.database->Read();
 }
 
 void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done) {
@@ -207,6 +213,7 @@ ControllerParts Household::Parts() {
             m_volumes,
             m_speech.Voices(),
             m_speech.Sounds(),
+            m_passing,
             m_levels,
             [this](const SoundLevels::Entry& entry, WriteDone done) {
                 m_store.WriteSoundLevel(RowOf(entry), std::move(done));
@@ -255,6 +262,11 @@ void Household::StartAgent() {
             ". `announcement-controller export` writes them out as text, and `import` takes the "
             "mended text back");
     }
+}
+
+void Household::SoundRemoved(const std::string& name) {
+    m_levels.Forget(name);
+    m_store.RemoveSound(name, Nobody);
 }
 
 void Household::AnnouncementEnded() {

@@ -8,6 +8,7 @@
 #include "controller/agent/RoomProxy.h"
 #include "controller/announcements/Announcements.h"
 #include "controller/announcements/HistoryRecorder.h"
+#include "controller/announcements/PassingSounds.h"
 #include "controller/api/ApiContext.h"
 #include "controller/audio/AudioEngine.h"
 #include "controller/audio/Borrowings.h"
@@ -69,6 +70,7 @@ private:
     [[nodiscard]] Opened Open() const;
     void TakeFirstSounds(Opened& opened) const;
     void WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done);
+    void ForgetGoneSounds(Opened& opened) const;
     [[nodiscard]] audio::ISoundEngine& Engine();
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
@@ -86,6 +88,8 @@ private:
     void StartQueue();
     void Measure(const std::string& file);
     void AnnouncementEnded();
+    void SoundRemoved(const std::string& name);
+    void RemoveFile(const std::string& name);
 
     const House m_house;
     const Options m_options;
@@ -117,10 +121,11 @@ private:
     PlayProgress m_progress;
     PlayQueue m_queue;
     PlayStop m_stop;
+    PassingSounds m_passing;
     HistoryRecorder m_history;
     EventFeed::Subscription m_ends;
     bool m_isEnding = false;
-    Worker m_measuring; ///< looks how long sounds are
+    Worker m_measuring; ///< looks how long sounds are, and takes those away that were heard once
 };
 
 } // namespace controller

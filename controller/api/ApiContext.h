@@ -2,6 +2,7 @@
 
 #include "controller/access/Access.h"
 #include "controller/announcements/Announcements.h"
+#include "controller/announcements/PassingSounds.h"
 #include "controller/announcements/PlayProgress.h"
 #include "controller/announcements/PlayQueue.h"
 #include "controller/announcements/PlayStop.h"
@@ -47,6 +48,7 @@ struct ControllerParts {
     RoomVolumes& volumes;
     Speech& speech;
     SpokenSounds& spoken;
+    PassingSounds& passing;
     SoundLevels& levels;
     std::function<void(const SoundLevels::Entry&, WriteDone)> keepLevel;
     StateStore& store;

@@ -85,6 +85,11 @@ std::optional<SoundLevels::Level> SoundLevels::LevelOf(const std::string& name) 
                                                                    : std::nullopt;
 }
 
+void SoundLevels::Forget(const std::string& name) {
+    const std::lock_guard lock(m_mutex);
+    m_entries.erase(name);
+}
+
 SoundLevels::Entry SoundLevels::SetAsItIs(const std::string& name, bool isAsItIs) {
     const std::lock_guard lock(m_mutex);
     Entry& entry = m_entries[name];

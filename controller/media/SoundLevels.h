@@ -52,6 +52,9 @@ public:
     /// By the file's name. What has to be kept is given back.
     [[nodiscard]] Entry SetAsItIs(const std::string& name, bool isAsItIs);
 
+    /// The sound is gone: another one of its name is another one.
+    void Forget(const std::string& name);
+
     /// As it was last measured, if it was.
     [[nodiscard]] std::optional<Level> LevelOf(const std::string& name) const;
 

@@ -1,7 +1,7 @@
 #include "controller/state/Maintenance.h"
 
 #include "controller/state/DataFolder.h"
-#include "controller/state/SpokenText.h"
+#include "controller/state/SoundText.h"
 #include "controller/state/StateDatabase.h"
 #include "controller/state/StateText.h"
 
@@ -17,7 +17,11 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
     const StoredState stored = StateDatabase(dataFolder).Read();
     if (!stored.areAnnouncementsKept)
         throw std::runtime_error("There is nothing to export: no announcements have been stored yet");
-    const std::string state = state_text::ForPeople(stored.announcements, stored.spokenSounds);
+    SoundText sounds{stored.spokenSounds, {}};
+    for (const SoundLevelRow& level : stored.soundLevels)
+        if (level.isAsItIs)
+            sounds.asItIs.push_back(level.name);
+    const std::string state = state_text::ForPeople(stored.announcements, sounds);
     if (file.empty() || file == "-") {
         std::cout << state << '\n' << std::flush;
         return;
@@ -29,13 +33,12 @@ void maintenance::Export(const std::filesystem::path& dataFolder, const std::fil
 AnnouncementRows maintenance::Import(const std::filesystem::path& dataFolder,
                                      const std::filesystem::path& file) {
     AnnouncementRows rows = state_text::Read(file);
-    const std::vector<SpokenSoundRow> sounds = spoken_text::Read(file);
+    const SoundText sounds = sound_text::Read(file);
     const DataFolder folder(dataFolder);
     StateDatabase database(dataFolder);
     database.Together([&](StateDatabase& together) {
         together.ReplaceAnnouncements(rows);
-        for (const SpokenSoundRow& sound : sounds)
-            together.WriteSpokenSound(sound);
+        sound_text::Write(sounds, together);
     });
     std::cout << "imported " << file.string() << '\n';
     return rows;

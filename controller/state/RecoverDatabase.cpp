@@ -185,6 +185,14 @@ void TakeOver(Sqlite& damaged, StateDatabase& sound, std::vector<std::string>& l
                  [&](const SqliteStatement& row) {
                      sound.WriteSpokenSound({row.Text(0), row.Text(1), row.Text(2), Id(row, 3), row.Text(4)});
                  });
+    (void)TakeRows(damaged,
+                   "SELECT name, file, lufs, true_peak, is_as_it_is FROM sound WHERE file IS NOT NULL",
+                   [&](const SqliteStatement& row) {
+                       sound.WriteSoundLevel(
+                           {row.Text(0), row.Text(1), row.Number(2), row.Number(3), row.Number(4) != 0});
+                   });
+    (void)TakeRows(damaged, "SELECT name FROM sound WHERE is_passing",
+                   [&](const SqliteStatement& row) { sound.WritePassingSound(row.Text(0), true); });
     (void)TakeRows(damaged, "SELECT kind, thing, property, before, set_to FROM borrowed",
                    [&](const SqliteStatement& row) {
                        sound.WriteBorrowed({row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4)});

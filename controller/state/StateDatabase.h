@@ -45,6 +45,7 @@ struct StoredState {
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> variables;
     std::vector<SpokenSoundRow> spokenSounds; ///< by name
     std::vector<SoundLevelRow> soundLevels;   ///< by name
+    std::vector<std::string> passingSounds;   ///< the names of those that were to be heard once
 };
 
 /// The database is damaged, is none, or comes from a later version; the text says what to do.
@@ -104,6 +105,9 @@ public:
     /// Writes the row in the place of the one of its name, or takes that one away.
     void WriteSpokenSound(const SpokenSoundRow& row);
     void WriteSoundLevel(const SoundLevelRow& row);
+    void WritePassingSound(const std::string& name, bool isPassing);
+    /// Forgets all that is known of the sound.
+    void RemoveSound(const std::string& name);
     void AddHistory(const HistoryEntry& entry);
     /// Puts the rows in the place of all that there are.
     void WriteQueue(const QueuedRows& rows);

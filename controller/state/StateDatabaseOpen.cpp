@@ -45,7 +45,7 @@ CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, started_at TEXT NOT N
 /// What version 4 has beyond version 3.
 constexpr const char* kSoundTables = R"(
 CREATE TABLE sound(name TEXT PRIMARY KEY, text TEXT, voice TEXT, speed INTEGER, chime TEXT,
-    file TEXT, lufs INTEGER, true_peak INTEGER, is_as_it_is INTEGER) WITHOUT ROWID;
+    file TEXT, lufs INTEGER, true_peak INTEGER, is_as_it_is INTEGER, is_passing INTEGER) WITHOUT ROWID;
 )";
 
 std::int64_t OneNumber(Sqlite& database, const std::string& query) {

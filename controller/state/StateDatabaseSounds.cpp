@@ -14,6 +14,9 @@ void StateDatabase::ReadSounds(StoredState& state) {
     while (levels.Step())
         state.soundLevels.push_back(
             {levels.Text(0), levels.Text(1), levels.Number(2), levels.Number(3), levels.Number(4) != 0});
+    SqliteStatement passing(*m_database, "SELECT name FROM sound WHERE is_passing ORDER BY name");
+    while (passing.Step())
+        state.passingSounds.push_back(passing.Text(0));
 }
 
 void StateDatabase::WriteSpokenSound(const SpokenSoundRow& row) {
@@ -23,7 +26,7 @@ void StateDatabase::WriteSpokenSound(const SpokenSoundRow& row) {
             "UPDATE sound SET text = NULL, voice = NULL, speed = NULL, chime = NULL WHERE name = ?")
             .Bind(row.name)
             .Run();
-        m_database->Execute("DELETE FROM sound WHERE text IS NULL AND file IS NULL");
+        m_database->Execute("DELETE FROM sound WHERE text IS NULL AND file IS NULL AND is_passing IS NULL");
         return;
     }
     SqliteStatement(*m_database,
@@ -49,6 +52,18 @@ void StateDatabase::WriteSoundLevel(const SoundLevelRow& row) {
         .Bind(row.truePeak)
         .Bind(std::int64_t{row.isAsItIs})
         .Run();
+}
+
+void StateDatabase::WritePassingSound(const std::string& name, bool isPassing) {
+    SqliteStatement(*m_database, "INSERT INTO sound(name, is_passing) VALUES(?, ?) "
+                                 "ON CONFLICT(name) DO UPDATE SET is_passing = excluded.is_passing")
+        .Bind(name)
+        .Bind(std::int64_t{isPassing})
+        .Run();
+}
+
+void StateDatabase::RemoveSound(const std::string& name) {
+    SqliteStatement(*m_database, "DELETE FROM sound WHERE name = ?").Bind(name).Run();
 }
 
 } // namespace controller

@@ -118,6 +118,24 @@ void StateStore::WriteSoundLevel(const SoundLevelRow& row, WriteDone done) {
     Submit({{{"level " + row.name, run}}, std::move(done)});
 }
 
+void StateStore::WritePassingSound(const std::string& name, bool isPassing, WriteDone done) {
+    const auto run = [name, isPassing](StateDatabase& database) {
+        database.WritePassingSound(name, isPassing);
+    };
+    Submit({{{"passing " + name, run}}, std::move(done)});
+}
+
+/// In the place of whatever else could not be written of it.
+void StateStore::RemoveSound(const std::string& name, WriteDone done) {
+    const auto run = [name](StateDatabase& database) {
+        database.RemoveSound(name);
+    };
+    const auto nothing = [](StateDatabase& /*database*/) {
+    };
+    Submit({{{"sound " + name, run}, {"level " + name, nothing}, {"passing " + name, nothing}},
+            std::move(done)});
+}
+
 void StateStore::AddHistory(const HistoryEntry& entry) {
     m_driverOnly.Assert();
     const auto run = [entry](StateDatabase& database) {

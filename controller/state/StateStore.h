@@ -71,6 +71,8 @@ public:
     /// Writes the rows as one.
     void WriteBorrowed(const BorrowedRows& rows, WriteDone done);
     void WriteSoundLevel(const SoundLevelRow& row, WriteDone done);
+    void WritePassingSound(const std::string& name, bool isPassing, WriteDone done);
+    void RemoveSound(const std::string& name, WriteDone done);
     void AddHistory(const HistoryEntry& entry);
     void ReadHistory(std::size_t newest, std::int64_t before, HistoryDone done);
     void ReadHistory(std::size_t newest, HistoryDone done);

@@ -1,7 +1,6 @@
 #include "controller/state/StateText.h"
 
 #include "controller/driver/Durable.h"
-#include "controller/state/SpokenText.h"
 #include "framework/XmlText.h"
 #include "host/ForEachChild.h"
 #include "host/VqXML.h"
@@ -57,8 +56,8 @@ std::string ForAgent(const AnnouncementRows& rows) {
     return Joined(rows, false);
 }
 
-std::string ForPeople(const AnnouncementRows& rows, const std::vector<SpokenSoundRow>& sounds) {
-    return Joined(rows, true, spoken_text::Of(sounds));
+std::string ForPeople(const AnnouncementRows& rows, const SoundText& sounds) {
+    return Joined(rows, true, sound_text::Of(sounds));
 }
 
 AnnouncementRows Split(const std::string& text) {
@@ -72,7 +71,7 @@ AnnouncementRows Split(const std::string& text) {
     AnnouncementRows rows;
     std::int64_t next = 0;
     ForEachChild(root, [&](VqXML::INode& child) {
-        if (child.GetName() == spoken_text::kElement)
+        if (sound_text::IsElement(child.GetName()))
             return;
         rows.push_back(RowOf(child));
         rows.back().key = std::max(rows.back().key, next);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller/state/AnnouncementRow.h"
-#include "controller/state/SpokenSoundRow.h"
+#include "controller/state/SoundText.h"
 
 #include <filesystem>
 #include <string>
@@ -14,11 +14,10 @@ namespace controller::state_text {
 [[nodiscard]] std::string ForAgent(const AnnouncementRows& rows);
 
 /// The same with what the house adds, each as a "house" element at the end of its announcement, and the
-/// spoken sounds behind all of them.
-[[nodiscard]] std::string ForPeople(const AnnouncementRows& rows,
-                                    const std::vector<SpokenSoundRow>& sounds = {});
+/// sounds behind all of them.
+[[nodiscard]] std::string ForPeople(const AnnouncementRows& rows, const SoundText& sounds = {});
 
-/// The rows of such a text, in its order, without its spoken sounds. Keys are the ids that the announcements
+/// The rows of such a text, in its order, without its sounds. Keys are the ids that the announcements
 /// carry, or the next ones where that order would be lost. Throws `std::runtime_error`, which says what is
 /// wrong.
 [[nodiscard]] AnnouncementRows Split(const std::string& text);

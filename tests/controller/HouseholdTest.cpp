@@ -1,6 +1,9 @@
 #include "controller/Household.h"
 
 #include "controller/ModuleFile.h"
+#include "controller/audio/DemoSounds.h"
+#include "controller/state/Maintenance.h"
+#include "controller/state/StateText.h"
 #include "tests/controller/support/EventTexts.h"
 #include "tests/controller/support/NoEngine.h"
 #include "tests/controller/support/TemporaryFolder.h"
@@ -58,6 +61,26 @@ protected:
         return events.Take();
     }
 
+    /// Its one spoken sound has come with its recipe, is spoken, and is played as loud as it is.
+    void ExpectDinnerSpoken(House house) {
+        Household household(std::move(house), {FindModuleFile(), false, &m_engine}, m_log.log);
+        household.Start();
+        const ControllerParts parts = household.Parts();
+        parts.spoken.Prepare("gong", [&parts] { parts.driver.Stop(); });
+        parts.driver.Run();
+        parts.driver.Context().restart();
+        const SpokenSounds::Sound* const sound = parts.spoken.Get("gong.wav");
+        ASSERT_NE(sound, nullptr);
+        EXPECT_EQ(sound->recipe, (SpeechRecipe{"Dinner, {outside}", "", 120, "chime"}));
+        EXPECT_EQ(sound->rendered.error, "");
+        EXPECT_EQ(sound->rendered.text, "Dinner, cold");
+        EXPECT_TRUE(std::filesystem::exists(sound->rendered.file));
+        EXPECT_TRUE(parts.levels.OfMade(sound->rendered.file, "gong.wav").isAsItIs);
+        EXPECT_TRUE(parts.levels.Of(m_folder.Path() / "chime.wav").isAsItIs);
+        EXPECT_EQ(parts.announcements.NameOf(1), "Dinner");
+        (void)End(household);
+    }
+
     TemporaryFolder m_folder;
     NoEngine m_engine;
     TestLog m_log;
@@ -78,6 +101,54 @@ TEST_F(HouseholdTest, ANewHouseHasWhatItsFileSays) {
     EXPECT_FALSE(household->IsBusy());
     (void)End(*household);
     EXPECT_FALSE(parts.isAgentRunning());
+}
+
+/// What `export` writes of a house is taken by another one, as its first announcements or by `import`.
+TEST_F(HouseholdTest, SpokenSoundsAndHowLoudSoundsArePlayedComeAlongIntoAnEmptyHouse) {
+    const std::filesystem::path text = m_folder.Path() / "house.xml";
+    {
+        StateDatabase database(DataFolder(m_folder.Path() / "data").Path());
+        database.ReplaceAnnouncements(state_text::Split(kFirst));
+        database.WriteSpokenSound({"gong.wav", "Dinner, {outside}", "", 120, "chime"});
+        database.WriteSoundLevel({"gong.wav", "", 0, 0, true});
+        database.WriteSoundLevel({"chime.wav", "1-2-3", -1800, -200, true});
+        database.WriteSoundLevel({"other.wav", "1-2-3", -1800, -200, false});
+    }
+    maintenance::Export(m_folder.Path() / "data", text);
+    m_folder.Write("chime.wav", demosounds::Gong());
+    for (const bool isFirst : {true, false}) {
+        const std::filesystem::path data = m_folder.Path() / (isFirst ? "first" : "imported");
+        House house = MakeHouse();
+        house.dataFolder = data;
+        house.firstAnnouncements = isFirst ? text : std::filesystem::path();
+        if (!isFirst)
+            (void)maintenance::Import(data, text);
+        ExpectDinnerSpoken(std::move(house));
+        const StoredState state = StateDatabase(data).Read();
+        EXPECT_EQ(state.spokenSounds,
+                  (std::vector<SpokenSoundRow>{{"gong.wav", "Dinner, {outside}", "", 120, "chime"}}));
+        EXPECT_EQ(state.announcements.size(), 1U);
+    }
+}
+
+TEST_F(HouseholdTest, WhatWasSaidOfASoundThatIsGoneIsForgotten) {
+    m_folder.Write("chime.wav", demosounds::Gong());
+    {
+        StateDatabase database(DataFolder(m_folder.Path() / "data").Path());
+        database.ReplaceAnnouncements({});
+        database.WriteSpokenSound({"spoken.wav", "Dinner", "", 100, ""});
+        for (const char* name : {"chime.wav", "gone.wav", "spoken.wav"})
+            database.WriteSoundLevel({name, "", 0, 0, true});
+    }
+    const auto household = Open();
+    const ControllerParts parts = household->Parts();
+    parts.feed.Publish(events::MediaRemoved{"chime.wav"});
+    EXPECT_FALSE(parts.levels.Of(m_folder.Path() / "chime.wav").isAsItIs);
+    (void)End(*household);
+    const StoredState state = StateDatabase(m_folder.Path() / "data").Read();
+    for (const SoundLevelRow& row : state.soundLevels)
+        EXPECT_TRUE(row.name == "spoken.wav" || !row.isAsItIs) << row.name;
+    EXPECT_EQ(state.spokenSounds.size(), 1U);
 }
 
 TEST_F(HouseholdTest, KilledInMidPlayARoomGoesBackToItsVolumeAlsoWhenItsHighestWasLowered) {

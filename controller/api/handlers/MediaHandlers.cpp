@@ -49,6 +49,28 @@ std::optional<std::chrono::milliseconds> Milliseconds(const ApiCall& call, const
     return std::chrono::milliseconds(*number);
 }
 
+/// Whether the sound is to be heard once.
+bool IsPassing(const ApiCall& call) {
+    const std::string text = call.Query("passing");
+    if (!text.empty() && text != "true" && text != "false")
+        throw ApiError(422, "passing is \"" + text + "\"", "true or false");
+    return text == "true";
+}
+
+/// What takes the place of a file that is to stay, stays itself.
+void NotePassing(ApiContext& context, const MediaShelf::Stored& stored, bool isPassing) {
+    const std::string& name = stored.description.name;
+    if (isPassing && !stored.isNew)
+        return;
+    if (isPassing)
+        context.parts.passing.Add(name);
+    else if (stored.isNew || !context.parts.passing.Keep(name))
+        return;
+    context.parts.store.WritePassingSound(name, isPassing, [](const std::string& /*error*/) {
+        // Left over, people see it in the media folder.
+    });
+}
+
 void RemoveSpoken(ApiContext& context, Call call, const std::string& name) {
     auto users = UsersOf(*context.parts.announcements.All(), name);
     if (!users.empty()) {
@@ -77,6 +99,7 @@ void ListMedia(ApiContext& context, Call call) {
 
 void PutMedia(ApiContext& context, Call call) {
     const std::string name = call->Text("name");
+    const bool isPassing = IsPassing(*call);
     spoken_media::RefuseFile(context, name);
     const auto content = std::make_shared<const std::string>(std::move(call->body));
     if (content->empty())
@@ -85,7 +108,8 @@ void PutMedia(ApiContext& context, Call call) {
     Elsewhere(
         context.converting, context, call,
         [&context, name, content, span] { return context.media.Store(name, *content, span); },
-        [&context, call](const MediaShelf::Stored& stored) {
+        [&context, call, isPassing](const MediaShelf::Stored& stored) {
+            NotePassing(context, stored, isPassing);
             context.parts.feed.Publish(events::MediaStored{stored.description.name});
             call->Reply(stored.isNew ? 201 : 200, stored.description);
         });

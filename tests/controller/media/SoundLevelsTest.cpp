@@ -54,6 +54,15 @@ TEST_F(SoundLevelsTest, WhatIsKeptIsNotMeasuredAnewAfterARestart) {
     EXPECT_EQ(m_kept.size(), 1U);
 }
 
+TEST_F(SoundLevelsTest, WhatWasSaidOfASoundGoesWithIt) {
+    (void)m_levels.Of(m_gong);
+    (void)m_levels.SetAsItIs("gong.wav", true);
+    m_levels.Forget("gong.wav");
+    EXPECT_FALSE(m_levels.Known(m_gong));
+    EXPECT_FALSE(m_levels.LevelOf("gong.wav"));
+    EXPECT_FALSE(m_levels.Of(m_gong).isAsItIs);
+}
+
 TEST_F(SoundLevelsTest, SoundOrWholeHouseIsPlayedAsItIsWhenSomebodySaysSo) {
     const double gain = m_levels.Of(m_gong).gain;
     const auto entry = m_levels.SetAsItIs("gong.wav", true);

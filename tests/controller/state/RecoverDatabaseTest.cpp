@@ -44,6 +44,9 @@ protected:
         database.WriteVariable(9, 4, "21 °C");
         database.WriteBorrowed({"pulse", "7 music", "volume", "65536", "36855"});
         database.WriteSpokenSound({"supper.wav", "Supper", "Anna", 90, "gong"});
+        database.WriteSoundLevel({"supper.wav", "", 0, 0, true});
+        database.WriteSoundLevel({"gong.wav", "100-5", -1830, -250, true});
+        database.WritePassingSound("recording.wav", true);
         database.AddHistory({0, "", "", 7, "Dinner", {1, 2}, {5}, "g.wav", "ended"});
     }
 
@@ -85,6 +88,9 @@ protected:
         EXPECT_EQ(state.borrowed, (BorrowedRows{{"pulse", "7 music", "volume", "65536", "36855"}}));
         EXPECT_EQ(state.spokenSounds,
                   (std::vector<SpokenSoundRow>{{"supper.wav", "Supper", "Anna", 90, "gong"}}));
+        EXPECT_EQ(state.soundLevels, (std::vector<SoundLevelRow>{{"gong.wav", "100-5", -1830, -250, true},
+                                                                 {"supper.wav", "", 0, 0, true}}));
+        EXPECT_EQ(state.passingSounds, Texts{"recording.wav"});
         EXPECT_EQ(database.ReadHistory(5).size(), 1U);
     }
 

@@ -156,6 +156,29 @@ TEST_F(StateDatabaseTest, HowLoudASoundIsStandsBesideWhatItIsMadeOf) {
     EXPECT_TRUE(state.soundLevels[0].isAsItIs);
 }
 
+TEST_F(StateDatabaseTest, ASoundIsToBeHeardOnceUntilSomebodySaysOtherwise) {
+    StateDatabase database(m_folder.Path());
+    database.WritePassingSound("recording.wav", true);
+    database.WriteSoundLevel({"recording.wav", "100-5", -1830, -250, false});
+    EXPECT_EQ(database.Read().passingSounds, std::vector<std::string>{"recording.wav"});
+    EXPECT_EQ(database.Read().soundLevels.size(), 1U);
+    database.WritePassingSound("recording.wav", false);
+    EXPECT_TRUE(database.Read().passingSounds.empty());
+    EXPECT_EQ(database.Read().soundLevels.size(), 1U);
+}
+
+TEST_F(StateDatabaseTest, OfASoundThatIsRemovedNothingIsLeft) {
+    StateDatabase database(m_folder.Path());
+    for (const char* name : {"gong.wav", "supper.wav"}) {
+        database.WriteSoundLevel({name, "100-5", -1830, -250, true});
+        database.WriteSpokenSound({name, "Supper", "", 100, ""});
+    }
+    database.RemoveSound("supper.wav");
+    const StoredState state = database.Read();
+    EXPECT_EQ(state.soundLevels, (std::vector<SoundLevelRow>{{"gong.wav", "100-5", -1830, -250, true}}));
+    EXPECT_EQ(state.spokenSounds, (std::vector<SpokenSoundRow>{{"gong.wav", "Supper", "", 100, ""}}));
+}
+
 TEST_F(StateDatabaseTest, ASpokenSoundIsChangedAndTakenAwayAlone) {
     Fill();
     StateDatabase database(m_folder.Path());

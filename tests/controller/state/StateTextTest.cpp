@@ -1,6 +1,6 @@
 #include "controller/state/StateText.h"
 
-#include "controller/state/SpokenText.h"
+#include "controller/state/SoundText.h"
 #include "tests/controller/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -43,18 +43,23 @@ TEST(StateTextTest, WhatIsReadBackIsTheSame) {
     EXPECT_EQ(state_text::ForPeople(rows), text);
 }
 
-TEST(StateTextTest, SpokenSoundsStandBehindTheAnnouncementsAndAreNone) {
+TEST(StateTextTest, SoundsStandBehindTheAnnouncementsAndAreNone) {
     const AnnouncementRows rows{{1, "<announcement><id>1</id></announcement>", ""}};
-    const std::vector<SpokenSoundRow> sounds{{"post.wav", "{Outside} <& \"more\"", "Anna", 90, "gong"},
-                                             {"supper.wav", "Supper", "", 100, ""}};
-    const std::string text = state_text::ForPeople(rows, sounds);
-    EXPECT_EQ(TextsOf(state_text::Split(text)), TextsOf(rows));
-    EXPECT_EQ(spoken_text::Split(text), sounds);
-    EXPECT_EQ(spoken_text::Split(state_text::ForPeople({}, sounds)), sounds);
-    EXPECT_TRUE(spoken_text::Split(state_text::ForPeople(rows)).empty());
-    EXPECT_THROW((void)spoken_text::Split("<announcements><spoken_sound><name>a</name></spoken_sound>"
-                                          "</announcements>"),
-                 std::runtime_error);
+    const SoundText sounds{
+        {{"post.wav", "{Outside} <& \"more\"", "Anna", 90, "gong"}, {"supper.wav", "Supper", "", 100, ""}},
+        {"gong.wav", "post.wav"}};
+    for (const AnnouncementRows& beside : {rows, AnnouncementRows()}) {
+        const std::string text = state_text::ForPeople(beside, sounds);
+        EXPECT_EQ(TextsOf(state_text::Split(text)), TextsOf(beside));
+        const SoundText split = sound_text::Split(text);
+        EXPECT_EQ(split.spoken, sounds.spoken);
+        EXPECT_EQ(split.asItIs, sounds.asItIs);
+    }
+    EXPECT_TRUE(sound_text::Split(state_text::ForPeople(rows)).spoken.empty());
+    for (const char* element : {"<spoken_sound><name>a</name></spoken_sound>", "<sound_as_it_is/>"})
+        EXPECT_THROW((void)sound_text::Split("<announcements>" + std::string(element) + "</announcements>"),
+                     std::runtime_error)
+            << element;
 }
 
 TEST(StateTextTest, AnAnnouncementOfNothingButWhatTheHouseAddsHasAnId) {

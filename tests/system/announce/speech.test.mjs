@@ -5,7 +5,7 @@ import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
 import { json, run, withHouse } from '../harness/announce.mjs';
-import { rate } from '../harness/sounds.mjs';
+import { clip, rate, wavFile } from '../harness/sounds.mjs';
 
 const millisecond = rate / 1000;
 const recipe = { text: 'The post is here, {Outside}', voice: '', speed: 120, chime: 'chime' };
@@ -27,6 +27,9 @@ function piecesOf(recording) {
   }
   return pieces.map(({ begin, end }) => ({ begin: begin / millisecond, end: end / millisecond }));
 }
+
+const put = (house, file) =>
+  house.ask('PUT', `/api/media/${file}`, wavFile(clip(rate / 4)), { 'Content-Type': 'audio/wav' });
 
 async function play(house, number) {
   const { status, errors } = await run(house, ['play', 'Post', '--wait']);
@@ -128,3 +131,75 @@ test('when a voice fails the chime alone is heard, and everybody is told why', a
     rmSync(folder, { recursive: true, force: true });
   }
 });
+
+test('what a raw command plays is spoken with the values of then', () =>
+  withHouse(async (house) => {
+    await run(house, ['media', 'speak', 'post', 'It is {Outside}']);
+    const id = await house.add({ audio: { file: 'post', delay_ms: 10 }, rooms: [{ id: 1, volume: 40 }] });
+    const events = await house.watch();
+    // Nobody waits until the new value has been spoken.
+    const value = 'much warmer than anybody would have thought of it yesterday';
+    await Promise.all([
+      house.ask('PUT', '/api/variables/9/4', { value }),
+      house.ask('POST', '/api/commands/execute_announcement', { id: `${id}` }),
+    ]);
+    await events.until('announcement_ended');
+    const [speech] = piecesOf(house.recording(1)).slice(-1);
+    const { duration_ms } = (await house.get('/api/media')).media.find(({ name }) => name === 'post.wav');
+    const first = piecesOf(house.recording(1))[0];
+    assert.ok(duration_ms > 2000, `${duration_ms} ms`);
+    assert.ok(
+      Math.abs(speech.end - first.begin - duration_ms) < 200,
+      `${speech.end - first.begin} of ${duration_ms} ms`,
+    );
+    events.socket.terminate();
+  }));
+
+test('a sound is played as loud as it is when somebody says so, until that is taken back or the sound is gone', () =>
+  withHouse(async (house) => {
+    const loudness = (...words) => run(house, ['media', 'loudness', ...words]);
+    const isAsItIs = async () => {
+      const { media } = await house.get('/api/media');
+      return media.find(({ name }) => name === 'chime.wav').loudness.as_it_is;
+    };
+    assert.equal((await loudness('chime', 'as-it-is')).output, 'chime.wav is played as loud as it is\n');
+    assert.equal(await isAsItIs(), true);
+    assert.match((await run(house, ['media'])).output, /chime\.wav .*LUFS, as it is/);
+    assert.equal((await loudness('chime', 'even')).output, 'chime.wav is played as loud as all others\n');
+    assert.equal(await isAsItIs(), false);
+    assert.match((await loudness('chime', 'louder')).errors, /"louder" is no way to play a sound/);
+    assert.match((await loudness('gong', 'even')).errors, /gong/);
+
+    await loudness('chime', 'as-it-is');
+    await run(house, ['media', 'remove', 'chime.wav']);
+    await put(house, 'chime.wav');
+    assert.equal(await isAsItIs(), false, 'another sound of its name is another one');
+  }));
+
+test('what is brought to be heard once goes when it was heard, and at the next start', () =>
+  withHouse(async (house) => {
+    const bring = async (name) => {
+      const { status } = await put(house, `${name}.wav?passing=true`);
+      return status;
+    };
+    const files = async () => (await house.get('/api/media')).media.map(({ name }) => name);
+    assert.equal(await bring('recording'), 201);
+    assert.equal(await bring('chime'), 200, 'what is to stay stays');
+    const events = await house.watch();
+    await house.ask('POST', '/api/say', { sound: 'recording', rooms: [{ id: 1 }] });
+    assert.equal((await events.until('media_removed')).name, 'recording.wav');
+    assert.deepEqual(await files(), ['chime.wav']);
+    assert.ok(house.recording(1).some((sample) => sample !== 0));
+
+    assert.equal(await bring('left'), 201);
+    assert.equal((await put(house, 'kept.wav?passing=maybe')).status, 422);
+    await house.get('/api/history'); // behind what was to be written
+    house.process.kill('SIGKILL');
+    await house.ended;
+    await house.start();
+    const after = await house.watch();
+    while ((await files()).includes('left.wav')) await after.until('media_removed');
+    assert.deepEqual(await files(), ['chime.wav']);
+    events.socket.terminate();
+    after.socket.terminate();
+  }));

@@ -94,16 +94,19 @@ export async function fetchFile(address: string): Promise<Blob> {
 
 export const mediaAddress = (name: string): string => addressOf('/api/media/{name}', { name });
 
-/** Stores a file, or a part of a sound; `onShare` hears how much has been sent, 0 to 1. Throws `Problem`. */
+/**
+ * Stores a file, or a part of a sound, or one that is to be heard once; `onShare` hears how much has been sent, 0 to 1.
+ * Throws `Problem`.
+ */
 export function upload(
   name: string,
   file: Blob,
   onShare: (share: number) => void,
-  part?: { from_ms: number; to_ms: number },
+  how?: { from_ms: number; to_ms: number } | { passing: 'true' },
 ): Promise<Reply<'/api/media/{name}', 'put'>> {
   return new Promise((resolve, reject) => {
     const call = new XMLHttpRequest(); // fetch tells nothing of what has been sent
-    call.open('PUT', addressOf('/api/media/{name}', { name }, part));
+    call.open('PUT', addressOf('/api/media/{name}', { name }, how));
     for (const [header, value] of Object.entries(authorization())) call.setRequestHeader(header, value);
     call.setRequestHeader('Content-Type', 'application/octet-stream');
     call.upload.onprogress = (event) => onShare(event.lengthComputable ? event.loaded / event.total : 0);

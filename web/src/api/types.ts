@@ -2523,6 +2523,8 @@ export interface operations {
         from_ms?: string;
         /** @description Where it ends, at most 20000 later */
         to_ms?: string;
+        /** @description Whether it goes when it has been heard: true or false */
+        passing?: string;
       };
       header?: never;
       path: {

@@ -3,7 +3,6 @@
 import { request, upload } from '../api/request';
 import { t } from '../texts/page';
 import { soundFileName, soundName } from './media';
-import { notePassing } from './passing';
 import type { Targets } from './targets';
 import type { Part } from './trim';
 import { fileOf, type Samples } from './wav';
@@ -48,7 +47,6 @@ export async function send(saying: Saying): Promise<string | null> {
 async function bringRecording({ recorded }: Saying): Promise<string> {
   if (!recorded) return '';
   const wanted = soundFileName(`${t.say.recordingName} ${new Date().toISOString().slice(0, 19)}`);
-  const file = await upload(wanted, fileOf(recorded.sound, recorded.part), () => undefined);
-  notePassing(file.name);
+  const file = await upload(wanted, fileOf(recorded.sound, recorded.part), () => undefined, { passing: 'true' });
   return soundName(file);
 }

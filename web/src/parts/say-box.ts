@@ -4,7 +4,6 @@ import type SlTextarea from '@shoelace-style/shoelace/dist/components/textarea/t
 import { LitElement, html, nothing } from 'lit';
 import { customElement, query, state } from 'lit/decorators.js';
 import { Problem } from '../api/request';
-import { forgetPassing } from '../model/passing';
 import { missingIn, send, type Saying, type Way } from '../model/saying';
 import { keepTargets, keptTargets, targetsFrom, toggled, type Targets } from '../model/targets';
 import { Following, Reading, store } from '../store/live';
@@ -31,24 +30,16 @@ export class SayBox extends LitElement {
   @state() private problem = '';
   @state() private isSending = false;
   @query('sl-textarea') private readonly field!: SlTextarea;
-  private endings = -1;
 
   constructor() {
     super();
-    new Following(this, () => this.forgetRecordings());
+    new Following(this);
     new Reading(this, () => void attempt(() => store.loadVoices()));
   }
 
   override connectedCallback(): void {
     super.connectedCallback();
     this.targets = targetsFrom(keptTargets(), [...store.rooms.keys()], [...store.screens.keys()]);
-  }
-
-  private forgetRecordings(): void {
-    const { status } = store;
-    if (this.endings === store.endings || !store.mayEdit || !status || status.playing || status.waiting.length) return;
-    this.endings = store.endings;
-    void forgetPassing();
   }
 
   override render(): unknown {
