@@ -1,5 +1,6 @@
 // What of the house plays, and what waits for that.
 #include "controller/Household.h"
+#include "controller/audio/MediaFolder.h"
 #include "controller/audio/SoundFile.h"
 #include "controller/state/UtcText.h"
 
@@ -44,9 +45,23 @@ PlayQueue::Parts Household::QueueParts() {
             m_feed,
             m_driver,
             [this](const Announcement& announcement, const std::function<void()>& ready) {
-                if (announcement.rooms.empty() || !m_speech.Sounds().Prepare(announcement.audio.file, ready))
-                    ready();
+                PrepareSound(announcement, ready);
             }};
+}
+
+void Household::PrepareSound(const Announcement& announcement, const std::function<void()>& ready) {
+    if (announcement.rooms.empty() || announcement.audio.file.empty()) {
+        ready();
+        return;
+    }
+    const std::string path = audio::MediaFolder::kPrefix + announcement.audio.file + ".wav";
+    const auto measure = [this, path, ready] {
+        ready();
+        // How loud it is, is found out in the second that the agent leaves before a sound, and not behind it.
+        FindSound(path, [](const audio::PlayedSound& /*sound*/, const std::string& /*error*/) {});
+    };
+    if (!m_speech.Sounds().Prepare(announcement.audio.file, measure))
+        measure();
 }
 
 void Household::StartQueue() {

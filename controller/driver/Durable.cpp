@@ -141,11 +141,15 @@ void Draft::Write(const std::string& content) {
 void Draft::Place() {
     if (::fsync(m_number) != 0)
         Fail("cannot be written to the disk");
+    PlaceUnsynced();
+    if (::fsync(m_folder) != 0)
+        Fail("cannot be written to the disk");
+}
+
+void Draft::PlaceUnsynced() {
     if (::renameat(m_folder, m_file.filename().c_str(), m_folder, m_target.filename().c_str()) != 0)
         Fail("cannot be put in place");
     m_isPlaced = true;
-    if (::fsync(m_folder) != 0)
-        Fail("cannot be written to the disk");
 }
 
 void Draft::Sweep(const fs::path& folder) noexcept {

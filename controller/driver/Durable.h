@@ -40,6 +40,10 @@ public:
     /// Once; then it is on the disk, under the target's name.
     void Place();
 
+    /// The same for what can be made anew, and is found out when it is damaged: nobody waits for the disk,
+    /// and a loss of power may take it away.
+    void PlaceUnsynced();
+
     /// Removes from the folder what drafts of programs that were killed have left. Those that are being
     /// written stay; so does what cannot be removed.
     static void Sweep(const std::filesystem::path& folder) noexcept;

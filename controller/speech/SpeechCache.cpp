@@ -71,7 +71,7 @@ SpeechCache::Entry SpeechCache::Keep(const std::string& key, const std::string& 
     fs::create_directories(m_folder);
     durable::Draft draft(entry.file, 0600);
     draft.Write(file);
-    draft.Place();
+    draft.PlaceUnsynced();
     MakeRoom(entry.file);
     return entry;
 }
