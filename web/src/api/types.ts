@@ -2521,10 +2521,10 @@ export interface operations {
       query?: {
         /** @description Where the wanted part of a sound begins */
         from_ms?: string;
-        /** @description Where it ends, at most 20000 later */
-        to_ms?: string;
         /** @description Whether it goes when it has been heard: true or false */
         passing?: string;
+        /** @description Where it ends, at most 20000 later */
+        to_ms?: string;
       };
       header?: never;
       path: {
