@@ -1,13 +1,10 @@
 #include "controller/speech/SpeechCache.h"
 
-#include "controller/driver/Durable.h"
 #include "controller/speech/Wave.h"
 
-#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <utility>
-#include <vector>
 
 namespace controller {
 
@@ -21,32 +18,12 @@ std::string ReadAll(const fs::path& file) {
     return content.str();
 }
 
-struct Kept {
-    fs::file_time_type used;
-    std::uintmax_t bytes;
-    fs::path file;
-};
-
-std::vector<Kept> All(const fs::path& folder) {
-    std::vector<Kept> all;
-    std::error_code error;
-    for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error)) {
-        std::error_code gone;
-        Kept kept{place->last_write_time(gone), place->file_size(gone), place->path()};
-        if (!gone && place->path().extension() == wave::kEnding)
-            all.push_back(std::move(kept));
-    }
-    return all;
-}
-
 } // namespace
 
-SpeechCache::SpeechCache(fs::path folder, std::uintmax_t most) : m_folder(std::move(folder)), m_most(most) {
-    durable::Draft::Sweep(m_folder);
-}
+SpeechCache::SpeechCache(fs::path folder, std::uintmax_t most) : m_kept(std::move(folder), most) {}
 
 fs::path SpeechCache::FileOf(const std::string& key) const {
-    return m_folder / (key + wave::kEnding);
+    return m_kept.Path() / (key + wave::kEnding);
 }
 
 std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) const {
@@ -59,8 +36,7 @@ std::optional<SpeechCache::Entry> SpeechCache::Find(const std::string& key) cons
         fs::remove(file, error);
         return std::nullopt;
     }
-    // A folder that takes nothing keeps what it has all the same.
-    fs::last_write_time(file, fs::file_time_type::clock::now(), error);
+    (void)m_kept.Use(file.filename().string()); // it is there
     return Entry{file, wave::DurationOf(samples)};
 }
 
@@ -68,29 +44,8 @@ SpeechCache::Entry SpeechCache::Keep(const std::string& key, const std::string& 
     std::size_t samples = 0;
     (void)wave::IsSealed(file, samples); // it has just been made; its length is what is asked for
     Entry entry{FileOf(key), wave::DurationOf(samples)};
-    fs::create_directories(m_folder);
-    durable::Draft draft(entry.file, 0600);
-    draft.Write(file);
-    draft.PlaceUnsynced();
-    MakeRoom(entry.file);
+    m_kept.Keep(entry.file.filename().string(), file);
     return entry;
-}
-
-void SpeechCache::MakeRoom(const fs::path& but) {
-    const std::lock_guard lock(m_mutex);
-    std::vector<Kept> all = All(m_folder);
-    std::sort(all.begin(), all.end(),
-              [](const Kept& one, const Kept& other) { return one.used < other.used; });
-    std::uintmax_t total = 0;
-    for (const Kept& kept : all)
-        total += kept.bytes;
-    for (const Kept& kept : all) {
-        if (total <= m_most)
-            return;
-        std::error_code error;
-        if (kept.file != but && fs::remove(kept.file, error))
-            total -= kept.bytes;
-    }
 }
 
 } // namespace controller

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "controller/driver/BoundedFolder.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -34,11 +35,7 @@ public:
     [[nodiscard]] std::filesystem::path FileOf(const std::string& key) const;
 
 private:
-    void MakeRoom(const std::filesystem::path& but);
-
-    const std::filesystem::path m_folder;
-    const std::uintmax_t m_most;
-    std::mutex m_mutex;
+    BoundedFolder m_kept;
 };
 
 } // namespace controller
