@@ -221,6 +221,7 @@ ControllerParts Household::Parts() {
             m_store,
             m_log,
             m_options.module.string(),
+            m_dataFolder.Path() / "thumbnails",
             [this] {
                 return !m_isEnding;
             }};

@@ -20,7 +20,7 @@ namespace sandbox {
 namespace {
 
 constexpr rlim_t kMostSeconds = 12;
-constexpr rlim_t kMostOutput = rlim_t{32} << 20U;
+constexpr rlim_t kMostOutput = rlim_t{36} << 20U;
 constexpr rlim_t kMostFiles = 64;
 
 void Limit(__rlimit_resource what, rlim_t most) {

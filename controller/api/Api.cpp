@@ -63,7 +63,8 @@ Api::Api(ControllerParts parts, const Asset* (*findAsset)(std::string_view name)
                             if (!hasTold->exchange(true))
                                 log.Warning(text);
                         }),
-              &m_parts.levels)
+              &m_parts.levels,
+              m_parts.thumbnailFolder)
     , m_hashing(std::make_unique<Worker>())
     , m_converting(std::make_unique<Worker>())
     , m_worker(std::make_unique<Worker>())

@@ -25,6 +25,7 @@
 #include <chrono>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -53,7 +54,8 @@ struct ControllerParts {
     std::function<void(const SoundLevels::Entry&, WriteDone)> keepLevel;
     StateStore& store;
     Log& log;
-    std::string moduleFile; ///< of the agent, for rehearsals
+    std::string moduleFile;                ///< of the agent, for rehearsals
+    std::filesystem::path thumbnailFolder; ///< where small pictures are kept
     std::function<bool()> isAgentRunning;
 };
 
@@ -71,6 +73,7 @@ struct ApiContext {
     std::map<unsigned, std::uint64_t> replies; ///< how many, by status
     /// How many are under way.
     std::shared_ptr<unsigned> uploads = std::make_shared<unsigned>(0);
+    std::shared_ptr<unsigned> thumbnails = std::make_shared<unsigned>(0);
     std::shared_ptr<unsigned> rehearsals = std::make_shared<unsigned>(0);
 };
 

@@ -2,6 +2,7 @@
 
 #include "controller/media/MediaError.h"
 #include "controller/media/WavHeader.h"
+#include "picture/PictureHead.h"
 
 #include <nlohmann/json.hpp>
 
@@ -30,7 +31,7 @@ MediaError Unsuitable(const std::string& text, const std::string& right) {
 
 MediaError Failed(const std::string& name, const std::string& why) {
     return MediaError(MediaError::Kind::Unsuitable, name + " could not be converted: the converter " + why,
-                      "another file, or the sound as a WAV file of 16 bits")
+                      "another file, or the sound as a WAV file of 16 bits, the picture as a small JPEG")
         .With("conversion_failed");
 }
 
@@ -58,6 +59,10 @@ MediaError RefusalIn(const json& report, const std::string& name) {
         return Unsuitable(name + " " + TextIn(report, "text"),
                           "a sound (MP3, M4A, AAC, OGG, Opus, FLAC, WebM, AIFF, WAV) or an image (PNG, JPEG, "
                           "GIF, WebP)")
+            .With(code);
+    if (code == "too_large")
+        return Unsuitable(name + " " + TextIn(report, "text"),
+                          "a picture of at most 100 million pixels, or 1,920 on a side where it is animated")
             .With(code);
     return Unsuitable(name + " " + TextIn(report, "text"), "a whole file").With(code);
 }
@@ -130,6 +135,25 @@ Converter::Sound(const std::string& name, const std::string& content, const Soun
         outcome.output.size() != frames * channels * 2)
         throw Failed(name, "wrote something else than it said");
     return WavOf(outcome.output, static_cast<unsigned>(channels), kRate);
+}
+
+Converter::Picture Converter::ShownPicture(const std::string& name, const std::string& content) const {
+    const HelperProcess::Outcome outcome = Run(name, {"picture"}, content);
+    const json report = ReportOf(name, outcome);
+    const auto bytes = NumberIn(report, "picture_bytes");
+    const std::string type = TextIn(report, "type");
+    if (bytes < 1 || bytes >= outcome.output.size() || type.empty() ||
+        type != picture::MediaTypeOf(picture::TypeOf(outcome.output)))
+        throw Failed(name, "wrote something else than it said");
+    return {type, outcome.output.substr(0, bytes), outcome.output.substr(bytes)};
+}
+
+std::string Converter::Thumbnail(const std::string& name, const std::string& content) const {
+    HelperProcess::Outcome outcome = Run(name, {"thumbnail"}, content);
+    (void)ReportOf(name, outcome); // which is told to be done, and nothing more
+    if (picture::TypeOf(outcome.output) == picture::Type::None)
+        throw Failed(name, "wrote something else than it said");
+    return std::move(outcome.output);
 }
 
 } // namespace controller

@@ -39,6 +39,20 @@ public:
     [[nodiscard]] std::string
     Sound(const std::string& name, const std::string& content, const SoundSpan& span) const;
 
+    struct Picture {
+        std::string type; ///< "image/jpeg"
+        std::string content;
+        std::string thumbnail; ///< a JPEG, or a PNG where something shines through
+    };
+
+    /// The picture as screens need it: at most 1,920 pixels on the longer side, upright, and without what it
+    /// says of place, time and camera. Throws `MediaError`, with the code "damaged", "too_large" or
+    /// "conversion_failed".
+    [[nodiscard]] Picture ShownPicture(const std::string& name, const std::string& content) const;
+
+    /// The picture with at most 320 pixels on the longer side. Throws the same.
+    [[nodiscard]] std::string Thumbnail(const std::string& name, const std::string& content) const;
+
     /// As it lies beside this program: in the build tree, or where both are installed.
     [[nodiscard]] static std::filesystem::path FindProgram();
 

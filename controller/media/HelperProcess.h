@@ -13,8 +13,8 @@ namespace controller {
 /// tell.
 struct HelperProcess {
     std::filesystem::path program;
-    std::chrono::milliseconds limit{10000}; ///< then it is killed
-    std::size_t mostOutput = std::size_t{32} << 20U;
+    std::chrono::milliseconds limit{10000};          ///< then it is killed
+    std::size_t mostOutput = std::size_t{36} << 20U; ///< a file as large as any that comes, and some more
 
     struct Outcome {
         std::string report;  ///< all that it told

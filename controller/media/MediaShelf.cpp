@@ -60,6 +60,18 @@ std::string ReadAll(int file, std::size_t size) {
     return content;
 }
 
+/// By the header; nothing of what cannot be read.
+std::optional<picture::Size> SizeOf(const fs::path& file) {
+    const Descriptor image(
+        ::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)); // NOLINT(*-vararg)
+    return picture::SizeOf([&image](std::size_t place, std::size_t count) {
+        std::string bytes(count, '\0');
+        const ssize_t read = ::pread(image.Number(), bytes.data(), count, static_cast<off_t>(place));
+        bytes.resize(read > 0 ? static_cast<std::size_t>(read) : 0);
+        return bytes;
+    });
+}
+
 void CheckSound(const fs::path& file, const std::string& name) {
     try {
         const audio::SoundFile sound(file.string(), name);
@@ -81,8 +93,10 @@ MediaShelf::Description MediaShelf::Describe(const std::string& name) const {
     description.isSound = media_name::KindOf(name) == media_name::Kind::Sound;
     description.bytes = static_cast<std::uintmax_t>(status.st_size);
     description.modified = ModifiedAt(status);
-    if (!description.isSound)
+    if (!description.isSound) {
+        description.size = SizeOf(file);
         return description;
+    }
     try {
         const audio::SoundFile sound(file.string());
         description.sound = Sound{sound.Duration(), sound.Rate(), sound.Channels()};
@@ -126,6 +140,7 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
         throw MediaError(MediaError::Kind::Unreadable, name + " is too large to be sent");
     File result;
     result.tag = TagOf(status);
+    result.type = media_name::TypeOf(name);
     const std::lock_guard lock(m_mutex);
     for (auto place = m_shared.begin(); place != m_shared.end();)
         place = place->second.second.expired() ? m_shared.erase(place) : std::next(place);
@@ -138,6 +153,29 @@ MediaShelf::File MediaShelf::Read(const std::string& name) {
         shared = result.content;
     }
     return result;
+}
+
+MediaShelf::File MediaShelf::FindThumbnail(const std::string& name) const {
+    if (media_name::KindOf(name) != media_name::Kind::Image)
+        throw MediaError(MediaError::Kind::Missing, name + " is no image, and has no thumbnail");
+    File result;
+    result.tag = TagOf(StatOf(m_folder / name, name));
+    result.content = m_thumbnails.Find(name, result.tag);
+    if (result.content)
+        result.type = picture::MediaTypeOf(picture::TypeOf(*result.content));
+    return result;
+}
+
+MediaShelf::File MediaShelf::MakeThumbnail(const std::string& name) {
+    File made = FindThumbnail(name); // somebody else may have waited for it
+    if (made.content)
+        return made;
+    const File image = Read(name);
+    made.tag = image.tag;
+    made.content = std::make_shared<const std::string>(m_converter.Thumbnail(name, *image.content));
+    made.type = picture::MediaTypeOf(picture::TypeOf(*made.content));
+    m_thumbnails.Keep(name, made.tag, *made.content);
+    return made;
 }
 
 MediaShelf::Stored
@@ -155,6 +193,8 @@ MediaShelf::Store(const std::string& name, const std::string& content, const Sou
             throw MediaError(MediaError::Kind::Taken,
                              upload.name + " is in the media folder already, and is no file");
         draft.Place();
+        if (!upload.thumbnail.empty())
+            m_thumbnails.Keep(upload.name, TagOf(StatOf(target, upload.name)), upload.thumbnail);
         if (m_levels != nullptr && media_name::KindOf(upload.name) == media_name::Kind::Sound)
             (void)m_levels->Of(target); // so that nobody waits for it when it is played
         Stored stored{isNew, Describe(upload.name)};
@@ -170,6 +210,7 @@ void MediaShelf::Remove(const std::string& name) {
     (void)StatOf(m_folder / name, name); // a link or folder is none of ours
     if (::unlink((m_folder / name).c_str()) != 0)
         throw MediaError(MediaError::Kind::NoRoom, name + " cannot be removed: " + std::strerror(errno));
+    m_thumbnails.Remove(name);
 }
 
 MediaShelf::Length MediaShelf::LengthOf(const std::string& sound) const {

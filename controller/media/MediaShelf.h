@@ -3,6 +3,8 @@
 #include "controller/media/Converter.h"
 #include "controller/media/MediaError.h"
 #include "controller/media/SoundLevels.h"
+#include "controller/media/Thumbnails.h"
+#include "picture/PictureHead.h"
 
 #include <chrono>
 #include <cstdint>
@@ -12,6 +14,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace controller {
@@ -26,7 +29,8 @@ public:
 
     struct File {
         std::shared_ptr<const std::string> content;
-        std::string tag; ///< changes when the file does
+        std::string tag;       ///< changes when the file does
+        std::string_view type; ///< "image/png"
     };
 
     struct Sound {
@@ -49,18 +53,22 @@ public:
         std::chrono::system_clock::time_point modified;
         std::optional<Sound> sound;              ///< of a sound that can be read
         std::string trouble;                     ///< why a sound cannot
+        std::optional<picture::Size> size;       ///< of an image that says so
         std::optional<SoundLevels::Level> level; ///< of a sound that has been measured
         std::optional<bool> isConverted; ///< of what has just been stored: whether it is another than came
         std::optional<Spoken> spoken;
     };
 
-    /// `levels` is borrowed for life; null: sounds are not measured.
+    /// `levels` is borrowed for life; null: sounds are not measured. `thumbnails` is where they are kept;
+    /// empty: they are not.
     explicit MediaShelf(std::filesystem::path folder,
                         Converter converter = Converter(),
-                        SoundLevels* levels = nullptr)
+                        SoundLevels* levels = nullptr,
+                        const std::filesystem::path& thumbnails = {})
         : m_folder(std::move(folder))
         , m_converter(std::move(converter))
-        , m_levels(levels) {}
+        , m_levels(levels)
+        , m_thumbnails(thumbnails) {}
 
     /// By name; files whose names are not taken are left out.
     [[nodiscard]] std::vector<Description> List() const;
@@ -69,6 +77,13 @@ public:
 
     /// Replies that are under way at the same time share the content.
     [[nodiscard]] File Read(const std::string& name);
+
+    /// The image with at most 320 pixels on the longer side; without content where it has to be made. Its tag
+    /// is the image's.
+    [[nodiscard]] File FindThumbnail(const std::string& name) const;
+
+    /// The same, made where there is none.
+    [[nodiscard]] File MakeThumbnail(const std::string& name);
 
     struct Stored {
         bool isNew = false;
@@ -94,6 +109,7 @@ private:
     const std::filesystem::path m_folder;
     const Converter m_converter;
     SoundLevels* const m_levels;
+    Thumbnails m_thumbnails;
     std::mutex m_mutex;
     std::map<std::string, std::pair<std::string, std::weak_ptr<const std::string>>>
         m_shared; ///< by name, with tag

@@ -143,6 +143,35 @@ void PutLoudness(ApiContext& context, Call call) {
         [&context, call](const MediaShelf::Description& file) { KeepLoudness(context, call, file); });
 }
 
+namespace {
+
+/// The content, unless who asks has it already.
+void ReplyFile(Call call, const MediaShelf::File& file) {
+    HttpReply reply;
+    reply.headers.emplace_back("ETag", file.tag);
+    reply.headers.emplace_back("Cache-Control", "private, no-cache");
+    if (call->Request().Header("if-none-match") == file.tag) {
+        reply.status = 304;
+    } else {
+        reply.contentType = file.type;
+        reply.body = file.content;
+    }
+    call->Reply(std::move(reply));
+}
+
+/// Of a picture that somebody has put into the folder, or whose thumbnail has gone for want of room.
+void MakeThumbnail(ApiContext& context, Call call, const std::string& name) {
+    constexpr unsigned kMostAtATime = 64;
+    if (*context.thumbnails >= kMostAtATime)
+        throw ApiError(503, "many thumbnails are being made", "another try in a moment");
+    call->holds = CountIn(context.thumbnails);
+    Elsewhere(
+        context.converting, context, call, [&context, name] { return context.media.MakeThumbnail(name); },
+        [call](const MediaShelf::File& file) { ReplyFile(call, file); });
+}
+
+} // namespace
+
 void GetMedia(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
     if (context.parts.spoken.Get(name) != nullptr) {
@@ -151,17 +180,19 @@ void GetMedia(ApiContext& context, Call call) {
     }
     Elsewhere(
         context, call, [&context, name] { return context.media.Read(name); },
-        [call, name](const MediaShelf::File& file) {
-            HttpReply reply;
-            reply.headers.emplace_back("ETag", file.tag);
-            reply.headers.emplace_back("Cache-Control", "private, no-cache");
-            if (call->Request().Header("if-none-match") == file.tag) {
-                reply.status = 304;
-            } else {
-                reply.contentType = media_name::TypeOf(name);
-                reply.body = file.content;
-            }
-            call->Reply(std::move(reply));
+        [call](const MediaShelf::File& file) { ReplyFile(call, file); });
+}
+
+void GetThumbnail(ApiContext& context, Call call) {
+    const std::string name = RequiredName(call);
+    Elsewhere(
+        context, call, [&context, name] { return context.media.FindThumbnail(name); },
+        [&context, call, name](const MediaShelf::File& file) {
+            const bool isKnown = call->Request().Header("if-none-match") == file.tag;
+            if (file.content || isKnown)
+                ReplyFile(call, file);
+            else
+                MakeThumbnail(context, call, name);
         });
 }
 

@@ -76,6 +76,14 @@ std::optional<std::int32_t> ChannelsOf(const File& file) {
     return file.sound ? std::optional(file.sound->channels) : std::nullopt;
 }
 
+std::optional<std::uint32_t> WidthOf(const File& file) {
+    return file.size ? std::optional(file.size->width) : std::nullopt;
+}
+
+std::optional<std::uint32_t> HeightOf(const File& file) {
+    return file.size ? std::optional(file.size->height) : std::nullopt;
+}
+
 std::optional<SpeechRecipe> SpeechOf(const File& file) {
     if (!file.spoken)
         return std::nullopt;
@@ -107,6 +115,8 @@ Object TableOf(fields::For<File> /*type*/) {
              Made<&DurationOf>("duration_ms").LeftOutWhenEmpty(),
              Made<&RateOf>("sample_rate").LeftOutWhenEmpty(),
              Made<&ChannelsOf>("channels").LeftOutWhenEmpty(),
+             Made<&WidthOf>("width", "Of an image, in pixels, as it is shown").LeftOutWhenEmpty(),
+             Made<&HeightOf>("height").LeftOutWhenEmpty(),
              Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty(),
              Member<&File::level>("loudness", "Of a sound that has been measured").LeftOutWhenEmpty(),
              Member<&File::isConverted>("is_converted",

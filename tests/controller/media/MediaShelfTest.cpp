@@ -2,6 +2,7 @@
 
 #include "controller/media/MediaName.h"
 #include "tests/controller/support/TemporaryFolder.h"
+#include "tests/convert/MadePictures.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -14,8 +15,6 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 namespace {
-
-const std::string kPng = "\x89PNG\r\n\x1a\nrest";
 
 std::string Little(std::uint32_t number, int bytes) {
     std::string text;
@@ -30,6 +29,10 @@ std::string Wav(unsigned seconds) {
     return "RIFF" + Little(36 + size, 4) + "WAVEfmt " + Little(16, 4) + Little(1, 2) + Little(1, 2) +
            Little(8000, 4) + Little(16000, 4) + Little(2, 2) + Little(16, 2) + "data" + Little(size, 4) +
            std::string(size, '\0');
+}
+
+std::string Picture(std::uint32_t width) {
+    return made_pictures::Png(made_pictures::Corners({width, 8}), 1);
 }
 
 class MediaShelfTest : public testing::Test {
@@ -203,7 +206,7 @@ TEST_F(MediaShelfTest, LinksThatLeadOutAreNotFollowed) {
 
     EXPECT_THROW((void)m_shelf.Read("link.png"), MediaError);
     EXPECT_THROW(m_shelf.Remove("link.png"), MediaError);
-    EXPECT_EQ(TroubleStoring("link.png", kPng), MediaError::Kind::Taken);
+    EXPECT_EQ(TroubleStoring("link.png", Picture(8)), MediaError::Kind::Taken);
     EXPECT_EQ(m_shelf.List().size(), 0U);
 }
 
@@ -220,13 +223,13 @@ TEST_F(MediaShelfTest, TheLengthOfASoundIsNotReadThroughALinkThatLeadsOut) {
 }
 
 TEST_F(MediaShelfTest, RepliesThatAreUnderWayShareTheContentUntilTheFileChanges) {
-    (void)m_shelf.Store("a.png", kPng);
+    (void)m_shelf.Store("a.png", Picture(8));
     const auto first = m_shelf.Read("a.png");
 
     EXPECT_EQ(m_shelf.Read("a.png").content, first.content);
-    (void)m_shelf.Store("a.png", kPng + "more");
+    (void)m_shelf.Store("a.png", Picture(9));
 
-    EXPECT_EQ(*m_shelf.Read("a.png").content, kPng + "more");
+    EXPECT_EQ(m_shelf.Read("a.png").content->substr(16, 4), std::string("\0\0\0\x09", 4));
     EXPECT_NE(m_shelf.Read("a.png").tag, first.tag);
 }
 

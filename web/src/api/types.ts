@@ -329,6 +329,26 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/media/{name}/thumbnail': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    /**
+     * An image with at most 320 pixels on the longer side
+     * @description Needs the right: navigator
+     */
+    get: operations['get_thumbnail'];
+    put?: never;
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/navigators': {
     parameters: {
       query?: never;
@@ -1127,6 +1147,7 @@ export interface components {
       bytes: number;
       channels?: number;
       duration_ms?: number;
+      height?: number;
       /** @description Of a file that has just come: whether it was made into another */
       is_converted?: boolean;
       /** @enum {string} */
@@ -1141,6 +1162,8 @@ export interface components {
       speech?: components['schemas']['SpeechRecipe'];
       /** @description Why the sound cannot be played */
       trouble?: string;
+      /** @description Of an image, in pixels, as it is shown */
+      width?: number;
     };
     MediaList: {
       /** @description By name */
@@ -2657,6 +2680,38 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['MediaFile'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  get_thumbnail: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the name that is meant */
+        name: string;
+      };
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description An image with at most 320 pixels on the longer side */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/octet-stream': string;
         };
       };
       /** @description What is wrong, and what would be right */
