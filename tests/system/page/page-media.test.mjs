@@ -26,7 +26,9 @@ describe('sounds and images', () => {
         file('list.pdf', Buffer.from('%PDF')),
       ]);
     await page.locator('media-card', { hasText: 'Buro-Gong-2.wav' }).getByText('1.5 s').waitFor();
-    await page.locator('media-card', { hasText: 'dinner.png' }).waitFor();
+    const image = page.locator('media-card', { hasText: 'dinner.png' });
+    await image.getByText('1 × 1 · ').waitFor();
+    await image.locator('media-image img').waitFor(); // its thumbnail
     await eventually(async () => (await page.locator('media-drop .refused').count()) === 2, 'two refusals');
     assert.deepEqual(await page.locator('media-drop .refused strong').allTextContents(), ['no sound.wav', 'list.pdf']);
     assert.deepEqual(await names(), ['Buro-Gong-2.wav', 'dinner.png']);

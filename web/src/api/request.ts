@@ -94,6 +94,9 @@ export async function fetchFile(address: string): Promise<Blob> {
 
 export const mediaAddress = (name: string): string => addressOf('/api/media/{name}', { name });
 
+/** A small picture of an image. */
+export const thumbnailAddress = (name: string): string => addressOf('/api/media/{name}/thumbnail', { name });
+
 /**
  * Stores a file, or a part of a sound, or one that is to be heard once; `onShare` hears how much has been sent, 0 to 1.
  * Throws `Problem`.

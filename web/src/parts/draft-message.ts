@@ -3,18 +3,32 @@
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
 import type SlTextarea from '@shoelace-style/shoelace/dist/components/textarea/textarea.js';
-import { html, nothing } from 'lit';
+import { css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import type { Binding } from '../api/objects';
 import { store } from '../store/live';
 import { t } from '../texts/page';
 import { DraftPart } from './draft-part';
 import './media-drop';
+import './media-image';
 
 const keyOf = (one: { device: number; variable: number }): string => `${one.device} ${one.variable}`;
 
 @customElement('draft-message')
 export class DraftMessage extends DraftPart {
+  static override styles = [
+    ...DraftPart.styles,
+    css`
+      media-image {
+        height: 6rem;
+        margin-top: 0.5rem;
+        border-radius: 12px;
+        background: var(--sunk);
+        overflow: hidden;
+      }
+    `,
+  ];
+
   override render(): unknown {
     const { video } = this.draft;
     const e = t.editor;
@@ -72,7 +86,9 @@ export class DraftMessage extends DraftPart {
 
   private renderImage(): unknown {
     const { image } = this.draft.video;
-    const images = (store.media ?? []).filter((one) => one.kind === 'image').map((one) => one.name);
+    const files = (store.media ?? []).filter((one) => one.kind === 'image');
+    const images = files.map((one) => one.name);
+    const chosenFile = files.find((one) => one.name === image);
     const isFromWeb = image !== '' && !images.includes(image);
     const chosen = (event: Event): void => this.changeVideo({ image: (event.target as HTMLSelectElement).value });
     const written = (event: Event): void => this.changeVideo({ image: (event.target as SlInput).value.trim() });
@@ -85,6 +101,7 @@ export class DraftMessage extends DraftPart {
           ${images.map((name) => html`<option value=${name} ?selected=${name === image}>${name}</option>`)}
           ${isFromWeb ? html`<option value=${image} selected>${image}</option>` : nothing}
         </select>
+        ${chosenFile ? html`<media-image small name=${image} version=${chosenFile.modified}></media-image>` : nothing}
       </div>
       <sl-input
         data-place="video.image"

@@ -71,7 +71,7 @@ export class MediaCard extends LitElement {
       ${
         kind === 'sound'
           ? html`<sound-wave .file=${this.file}></sound-wave>`
-          : html`<media-image name=${name} version=${modified}></media-image>`
+          : html`<media-image small name=${name} version=${modified}></media-image>`
       }
       <div>
         <h3>${name}</h3>
@@ -99,10 +99,9 @@ export class MediaCard extends LitElement {
   }
 
   private facts(): string {
-    const { kind, duration_ms: length } = this.file;
-    return kind === 'sound' && length !== undefined
-      ? `${seconds(length)} · ${bytes(this.file.bytes)}`
-      : bytes(this.file.bytes);
+    const { duration_ms: length, width, height } = this.file;
+    const extent = length !== undefined ? seconds(length) : width && height ? `${width} × ${height}` : '';
+    return [extent, bytes(this.file.bytes)].filter((fact) => fact !== '').join(' · ');
   }
 
   private async erase(): Promise<void> {

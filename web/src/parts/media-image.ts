@@ -1,8 +1,9 @@
-// An image of the media folder, which needs the token that an image element cannot send; or one from the web.
+// An image of the media folder, or its thumbnail, which need the token that an image element cannot send; or one from
+// the web.
 
 import { LitElement, css, html, nothing, type PropertyValues } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
-import { fetchFile, mediaAddress, Problem } from '../api/request';
+import { fetchFile, mediaAddress, Problem, thumbnailAddress } from '../api/request';
 import { isImageAddress } from '../model/draft';
 import { Reading } from '../store/live';
 
@@ -22,6 +23,7 @@ export class MediaImage extends LitElement {
 
   @property() name = '';
   @property() version = '';
+  @property({ type: Boolean }) small = false;
   @state() private source = '';
   private isMissed = false; // for want of a connection
 
@@ -55,7 +57,8 @@ export class MediaImage extends LitElement {
     }
     if (!isImageAddress(name)) return;
     try {
-      const source = URL.createObjectURL(await fetchFile(mediaAddress(name)));
+      const address = this.small ? thumbnailAddress(name) : mediaAddress(name);
+      const source = URL.createObjectURL(await fetchFile(address));
       if (name === this.name) this.source = source;
       else URL.revokeObjectURL(source);
     } catch (problem) {
