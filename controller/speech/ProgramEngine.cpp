@@ -25,9 +25,11 @@ std::string FileOf(const std::string& program) {
         return ::access(program.c_str(), X_OK) == 0 ? program : "";
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin");
-    for (std::string folder; std::getline(folders, folder, ':');)
-        if (::access((folder + '/' + program).c_str(), X_OK) == 0)
-            return folder + '/' + program;
+    for (std::string file; std::getline(folders, file, ':');) {
+        file.append("/").append(program);
+        if (::access(file.c_str(), X_OK) == 0)
+            return file;
+    }
     return "";
 }
 
