@@ -1,84 +1,80 @@
-#include "convert/Lzw.h"
 #include "convert/PictureFormats.h"
 #include "convert/Report.h"
 #include "convert/Shrinker.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
-#include <optional>
+#include <memory>
+#include <vector>
+
+#include <gif_lib.h>
 
 namespace picture_formats {
 
 namespace {
 
-using namespace std::string_view_literals;
-using picture::Number;
-
-constexpr std::size_t kColour = 3;
+struct GifEnd {
+    void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
+};
 
 [[noreturn]] void RefuseGif() {
     throw report::Refusal(report::kDamaged, "is damaged: it holds no whole picture");
 }
 
-/// Colours that stand behind their flags; none when the flags say so.
-std::string_view ColoursIn(std::string_view text, std::size_t flags, std::size_t place) {
-    const std::uint32_t bits = Number(text, flags, 1);
-    const std::size_t count = (bits & 0x80U) != 0 ? std::size_t{2} << (bits & 7U) : 0;
-    return text.substr(std::min(place, text.size()), count * kColour);
+void Require(int result) {
+    if (result == GIF_ERROR)
+        RefuseGif();
 }
 
-/// What stands in the first picture of a file, and how.
-struct GifImage {
-    picture::Size at;
-    picture::Size size;
-    bool isInterlaced = false;
-    std::string_view colours;
-    std::optional<std::uint32_t> clear; ///< the colour that is none
-    unsigned bits = 0;
-    std::string_view pieces;
-};
-
-GifImage ImageIn(const std::vector<picture::Block>& blocks) {
-    constexpr std::size_t kHead = 9;
-    GifImage image;
-    for (const picture::Block& block : blocks) {
-        if (block.kind == "\xf9"sv && (Number(block.body, 1, 1) & 1U) != 0)
-            image.clear = Number(block.body, 4, 1);
-        if (block.kind != ","sv)
-            continue;
-        const std::string_view body = block.body;
-        image.at = {Number(body, 0, 2, false), Number(body, 2, 2, false)};
-        image.size = {Number(body, 4, 2, false), Number(body, 6, 2, false)};
-        image.isInterlaced = (Number(body, 8, 1) & 0x40U) != 0;
-        const std::string_view own = ColoursIn(body, 8, kHead);
-        image.colours = own.empty() ? ColoursIn(blocks.front().whole, 10, 13) : own;
-        image.bits = Number(body, kHead + own.size(), 1);
-        image.pieces = body.substr(std::min(kHead + own.size() + 1, body.size()));
-        return image;
-    }
-    RefuseGif();
+int ReadRest(GifFileType* gif, GifByteType* to, int wanted) {
+    auto& rest = *static_cast<std::string_view*>(gif->UserData);
+    const std::size_t size = std::min(rest.size(), static_cast<std::size_t>(wanted));
+    std::memcpy(to, rest.data(), size);
+    rest.remove_prefix(size);
+    return static_cast<int>(size);
 }
 
-/// The pieces without their lengths.
-std::string Joined(std::string_view pieces) {
-    std::string data;
-    for (std::size_t place = 0; place < pieces.size() && pieces[place] != '\0';) {
-        const std::size_t size = Number(pieces, place, 1);
-        data += pieces.substr(place + 1, size);
-        place += 1 + size;
+/// Reads an extension; the colour that is none when it names one, else the one of before.
+int ClearColour(GifFileType& gif, int former) {
+    int code = 0;
+    GifByteType* body = nullptr;
+    Require(DGifGetExtension(&gif, &code, &body));
+    GraphicsControlBlock control{};
+    if (code == GRAPHICS_EXT_FUNC_CODE && body != nullptr &&
+        DGifExtensionToGCB(body[0], body + 1, &control) == GIF_OK)
+        former = control.TransparentColor;
+    while (body != nullptr)
+        Require(DGifGetExtensionNext(&gif, &body));
+    return former;
+}
+
+/// Goes to the first picture, and gives the colour of it that is none.
+int GoToImage(GifFileType& gif) {
+    int clear = NO_TRANSPARENT_COLOR;
+    GifRecordType kind = UNDEFINED_RECORD_TYPE;
+    for (;;) {
+        Require(DGifGetRecordType(&gif, &kind));
+        if (kind != EXTENSION_RECORD_TYPE)
+            break;
+        clear = ClearColour(gif, clear);
     }
-    return data;
+    if (kind != IMAGE_DESC_RECORD_TYPE)
+        RefuseGif();
+    Require(DGifGetImageDesc(&gif));
+    return clear;
 }
 
 /// Where the lines stand, in the order in which they come.
-std::vector<std::uint32_t> LinesOf(const GifImage& image) {
+std::vector<std::uint32_t> LinesOf(const GifImageDesc& image) {
+    const auto height = static_cast<std::uint32_t>(image.Height);
     std::vector<std::uint32_t> lines;
-    lines.reserve(image.size.height);
+    lines.reserve(height);
     const auto add = [&](std::uint32_t first, std::uint32_t step) {
-        for (std::uint32_t line = first; line < image.size.height; line += step)
+        for (std::uint32_t line = first; line < height; line += step)
             lines.push_back(line);
     };
-    if (!image.isInterlaced) {
+    if (!image.Interlace) {
         add(0, 1);
         return lines;
     }
@@ -89,33 +85,44 @@ std::vector<std::uint32_t> LinesOf(const GifImage& image) {
     return lines;
 }
 
-void Paint(const GifImage& image, const std::uint8_t* points, std::uint8_t* line) {
-    for (std::uint32_t x = 0; x < image.size.width; ++x, line += Pixels::kBytes) {
-        const std::size_t colour = points[x] * kColour;
-        if (image.clear == points[x] || colour + kColour > image.colours.size())
-            continue;
-        std::memcpy(line, image.colours.data() + colour, kColour);
-        line[kColour] = 255;
+void Paint(const std::vector<GifPixelType>& points,
+           const ColorMapObject& colours,
+           int clear,
+           std::uint8_t* line) {
+    for (const GifPixelType point : points) {
+        if (point != clear && point < colours.ColorCount) {
+            const GifColorType& colour = colours.Colors[point];
+            line[0] = colour.Red;
+            line[1] = colour.Green;
+            line[2] = colour.Blue;
+            line[3] = 255;
+        }
+        line += Pixels::kBytes;
     }
+}
+
+bool IsWithin(const GifImageDesc& image, const GifFileType& gif) {
+    return image.Left >= 0 && image.Top >= 0 && image.Width > 0 && image.Height > 0 &&
+           image.Left + image.Width <= gif.SWidth && image.Top + image.Height <= gif.SHeight;
 }
 
 } // namespace
 
-Pixels ReadGif(const std::vector<picture::Block>& blocks, std::uint32_t most) {
-    const std::string_view head = blocks.front().whole;
-    const GifImage image = ImageIn(blocks);
-    Pixels whole({Number(head, 6, 2, false), Number(head, 8, 2, false)});
-    const bool isWithin = image.size.width > 0 && image.size.height > 0 &&
-                          image.at.width + image.size.width <= whole.size.width &&
-                          image.at.height + image.size.height <= whole.size.height;
-    if (!isWithin)
+Pixels ReadGif(std::string_view content, std::uint32_t most) {
+    const std::unique_ptr<GifFileType, GifEnd> gif(DGifOpen(&content, &ReadRest, nullptr));
+    if (!gif)
         RefuseGif();
-    const std::vector<std::uint8_t> points =
-        UnpackLzw(Joined(image.pieces), image.bits, std::size_t{image.size.width} * image.size.height);
-    const std::uint8_t* from = points.data();
+    const int clear = GoToImage(*gif);
+    const GifImageDesc& image = gif->Image;
+    const ColorMapObject* colours = image.ColorMap != nullptr ? image.ColorMap : gif->SColorMap;
+    if (!IsWithin(image, *gif) || colours == nullptr)
+        RefuseGif();
+    Pixels whole({static_cast<std::uint32_t>(gif->SWidth), static_cast<std::uint32_t>(gif->SHeight)});
+    const std::size_t indent = Pixels::kBytes * static_cast<std::size_t>(image.Left);
+    std::vector<GifPixelType> points(static_cast<std::size_t>(image.Width));
     for (const std::uint32_t line : LinesOf(image)) {
-        Paint(image, from, whole.Line(image.at.height + line) + image.at.width * Pixels::kBytes);
-        from += image.size.width;
+        Require(DGifGetLine(gif.get(), points.data(), image.Width));
+        Paint(points, *colours, clear, whole.Line(static_cast<std::size_t>(image.Top) + line) + indent);
     }
     const picture::Size to = Within(whole.size, most);
     return Shrunk(std::move(whole), to);

@@ -63,7 +63,7 @@ Pixels Read(const Looked& looked, std::uint32_t most) {
         return ReadWebP(looked.content, most);
     if (!looked.blocks)
         throw report::Refusal(report::kDamaged, "is damaged: it is cut short or broken");
-    return ReadGif(*looked.blocks, most);
+    return ReadGif(looked.content, most);
 }
 
 /// A GIF that has to be made anew becomes a PNG, which has more colours.

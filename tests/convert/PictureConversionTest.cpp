@@ -88,7 +88,7 @@ Pixels Decoded(const std::string& content) {
     case Type::WebP:
         return picture_formats::ReadWebP(content, kEverything);
     default:
-        return picture_formats::ReadGif(picture::BlocksOf(Type::Gif, content).value(), kEverything);
+        return picture_formats::ReadGif(content, kEverything);
     }
 }
 
