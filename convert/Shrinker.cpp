@@ -4,6 +4,18 @@
 #include <cmath>
 #include <cstring>
 
+namespace {
+
+/// So many parts of a point to what becomes of several.
+void Add(const std::uint8_t* point, std::uint64_t parts, float* sum) noexcept {
+    const float weight = static_cast<float>(parts) * static_cast<float>(point[3]);
+    for (std::size_t colour = 0; colour < 3; ++colour)
+        sum[colour] += weight * static_cast<float>(point[colour]);
+    sum[3] += weight;
+}
+
+} // namespace
+
 Shrinker::Shrinker(picture::Size from, picture::Size to) : m_from(from), m_made(to), m_room(from.height) {
     m_narrow.resize(Pixels::kBytes * to.width);
     m_sums.resize(Pixels::kBytes * to.width);
@@ -37,20 +49,14 @@ void Shrinker::Narrow(const std::uint8_t* line) noexcept {
     float* sum = m_narrow.data();
     std::uint64_t room = m_from.width;
     for (std::uint32_t x = 0; x < m_from.width; ++x, line += Pixels::kBytes) {
-        for (std::uint64_t left = parts; left > 0;) {
-            const std::uint64_t part = std::min(left, room);
-            const float weight = static_cast<float>(part) * line[3];
-            sum[0] += weight * line[0];
-            sum[1] += weight * line[1];
-            sum[2] += weight * line[2];
-            sum[3] += weight;
-            left -= part;
-            room -= part;
-            if (room == 0) {
-                sum += Pixels::kBytes;
-                room = m_from.width;
-            }
+        std::uint64_t left = parts;
+        for (; left >= room; room = m_from.width, sum += Pixels::kBytes) {
+            Add(line, room, sum);
+            left -= room;
         }
+        if (left > 0)
+            Add(line, left, sum);
+        room -= left;
     }
 }
 
