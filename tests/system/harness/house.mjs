@@ -82,13 +82,6 @@ export class House {
     }
   }
 
-  // The demo house, which the program makes itself, in the same kind of folder.
-  static demo() {
-    const house = new House();
-    house.file = undefined;
-    return house.start({ env: { XDG_STATE_HOME: house.folder } });
-  }
-
   async start({ words = [], env = {}, port = 0, ...options } = {}) {
     const file = this.file === undefined ? [] : [this.file];
     this.program = new Program(process.env.CONTROLLER, [...file, '--port', `${port}`, '--stay', ...words], {
