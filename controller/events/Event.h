@@ -153,10 +153,17 @@ struct PopupHidden {
     PopupEnd why = PopupEnd::TimeIsUp;
 };
 
-/// So many pages of the navigator are connected now.
+/// Of the window that a navigator's page is shown in, in CSS pixels.
+struct ScreenSize {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+};
+
+/// So many pages of the navigator are connected now, and this is their size.
 struct PagesChanged {
     std::uint32_t navigator = 0;
     std::size_t pages = 0;
+    std::optional<ScreenSize> size = std::nullopt; ///< of the page that told its size and came last
 };
 
 struct VariableChanged {

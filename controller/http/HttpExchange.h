@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace controller {
 
@@ -20,6 +21,9 @@ public:
 
     /// Ends the connection with a close code of the protocol; what waits is dropped.
     virtual void Close(unsigned code, const std::string& reason) = 0;
+
+    /// What the client sends; until somebody listens it is thrown away. Replaces the former listener.
+    virtual void OnMessage(std::function<void(std::string_view text)> listener) = 0;
 
     /// Called once, when the connection has ended, whoever ended it; not during a call of the two above.
     /// Replaces the former listener.

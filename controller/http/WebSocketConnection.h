@@ -13,13 +13,14 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace controller {
 
 /// A connection after it has become a WebSocket. `WebSocketConnection.cpp` makes it for plain and TLS
 /// streams; for others include `WebSocketConnectionSteps.h`.
 ///
-/// What the client sends is read, so that its pongs and its end are seen, and thrown away.
+/// What the client sends is read also where nobody listens, so that its pongs and its end are seen.
 template <class Stream>
 class WebSocketConnection final : public WebSocket,
                                   public Connections::Member,
@@ -32,6 +33,9 @@ public:
 
     void Send(std::shared_ptr<const std::string> text) override;
     void Close(unsigned code, const std::string& reason) override;
+    void OnMessage(std::function<void(std::string_view)> listener) override {
+        m_onMessage = std::move(listener);
+    }
     void OnClosed(std::function<void()> listener) override { m_onClosed = std::move(listener); }
 
     Connections::TimePoint Check(Connections::TimePoint now) override;
@@ -46,6 +50,7 @@ private:
                   const std::function<void(std::shared_ptr<WebSocket>)>& onOpen);
     void Read();
     void CountMessage();
+    void TellMessage();
     void Write();
     void Written(const boost::system::error_code& error);
     void Drop();
@@ -58,6 +63,7 @@ private:
     boost::beast::flat_buffer m_buffer;
     std::deque<std::shared_ptr<const std::string>> m_queue; ///< the first one is being written
     std::size_t m_queuedBytes = 0;                          ///< of all but the first
+    std::function<void(std::string_view)> m_onMessage;
     std::function<void()> m_onClosed;
     Connections::TimePoint m_sent = std::chrono::steady_clock::now();
     PerMinute m_messages; ///< of the client

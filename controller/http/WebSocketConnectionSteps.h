@@ -65,10 +65,20 @@ void WebSocketConnection<Stream>::Read() {
                 self->Ended();
                 return;
             }
-            self->m_buffer.clear();
             self->CountMessage();
+            self->TellMessage();
+            self->m_buffer.clear();
             self->Read();
         });
+}
+
+template <class Stream>
+void WebSocketConnection<Stream>::TellMessage() {
+    if (m_state != State::Open || !m_onMessage)
+        return;
+    const auto listener = m_onMessage; // it may set another one
+    const auto bytes = m_buffer.cdata();
+    listener({static_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 template <class Stream>
@@ -143,6 +153,7 @@ Connections::TimePoint WebSocketConnection<Stream>::Check(Connections::TimePoint
 template <class Stream>
 void WebSocketConnection<Stream>::Stop() {
     m_onClosed = nullptr;
+    m_onMessage = nullptr;
     if (m_state == State::Open)
         Close(boost::beast::websocket::close_code::going_away, "the controller ends");
     else
@@ -162,6 +173,7 @@ void WebSocketConnection<Stream>::Ended() {
         return;
     Drop();
     m_state = State::Ended;
+    m_onMessage = nullptr;
     using Timeout = boost::beast::websocket::stream_base;
     m_webSocket.set_option(
         Timeout::timeout{Timeout::none(), Timeout::none(), false}); // somebody may still hold us

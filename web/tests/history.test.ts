@@ -18,7 +18,7 @@ const entry = (changes: Partial<HistoryEntry>): HistoryEntry => ({
 
 describe('the history', () => {
   it('tells a failure from its reason', () => {
-    const failed = entry({ outcome: 'failed: there is no sound file' });
+    const failed = entry({ outcome: 'failed: there is no sound file', reason: 'there is no sound file' });
     expect([outcomeOf(failed), reasonOf(failed)]).toEqual(['failed', 'there is no sound file']);
     expect(reasonOf(entry({}))).toBe('');
   });

@@ -2,10 +2,11 @@ import { describe, expect, it } from 'vitest';
 import names from '../../tests/controller/media/names.json';
 import type { Announcement } from '../src/api/objects';
 import { blank } from '../src/model/draft';
-import { bytes, listing, seconds, soundOf } from '../src/model/format';
+import { bytes, listing, loudnessText, seconds, soundOf } from '../src/model/format';
 import { dayAndMinute, refusalOf, safeName, soundFileName } from '../src/model/media';
 import { peaksIn } from '../src/model/peaks';
 import { routeOf } from '../src/model/route';
+import { sizesFor } from '../src/model/screens';
 import { matching } from '../src/model/search';
 
 describe('words and numbers', () => {
@@ -14,6 +15,44 @@ describe('words and numbers', () => {
     expect([999, 1500, 2500000].map(bytes)).toEqual(['999 bytes', '2 kB', '2.5 MB']);
     expect(['chime', '.test-tone'].map(soundOf)).toEqual(['chime', 'test tone']);
     expect([listing([]), listing(['a']), listing(['a', 'b', 'c'])]).toEqual(['', 'a', 'a, b and c']);
+  });
+});
+
+describe('the loudness of a sound', () => {
+  it('is told with what is made of it', () => {
+    const text = (lufs: number | null, gain: number | null): string =>
+      loudnessText({ lufs, gain, true_peak: -1, as_it_is: false });
+    expect([text(-18.27, 2.27), text(-9.04, -6.96), text(-16.04, 0.04), text(null, 0)]).toEqual([
+      '-18.3 LUFS, is played 2.3 dB louder',
+      '-9 LUFS, is played 7 dB quieter',
+      '-16 LUFS, is played as it is',
+      'Too quiet to be measured',
+    ]);
+  });
+});
+
+describe('the sizes of a preview', () => {
+  const screen = { room: 1, pages: 1, awake: true, popup: null };
+  const screens = new Map([
+    [11, { ...screen, id: 11, name: 'Hall', size: { width: 1280, height: 720 } }],
+    [12, { ...screen, id: 12, name: 'Bath', pages: 0, size: null }],
+    [13, { ...screen, id: 13, name: 'Attic', size: { width: 800, height: 480 } }],
+  ]);
+  const usual = ['tablet', 'upright', 'television', 'phone'];
+  const keys = (...ids: number[]): string[] => {
+    const navigators = ids.map((id) => ({ id, room: 1, onscreen: true }));
+    return sizesFor({ ...blank(), navigators }, screens).map(({ key }) => key);
+  };
+
+  it('are those of its own screens that are open, before the usual ones', () => {
+    expect(keys(12, 11)).toEqual(['screen 11', ...usual]);
+    expect(keys(13, 11)).toEqual(['screen 13', 'screen 11', ...usual]);
+    const [first] = sizesFor({ ...blank(), navigators: [{ id: 11, room: 1, onscreen: true }] }, screens);
+    expect(first).toEqual({ key: 'screen 11', name: 'Hall, 1280 × 720', width: 1280, height: 720 });
+  });
+
+  it('are the usual ones where no screen of it is open, or is there at all', () => {
+    expect([keys(), keys(12), keys(99)]).toEqual([usual, usual, usual]);
   });
 });
 

@@ -2,6 +2,7 @@
 
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/HouseJson.h"
+#include "controller/api/json/Meaning.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/StatusViews.h"
 #include "controller/media/MediaName.h"
@@ -32,6 +33,12 @@ Field Data(const char* name, const char* words = "") {
 template <class Kind>
 std::string SoundOf(const Event& event) {
     return media_name::SoundOf(std::get<Kind>(event.data).file);
+}
+
+/// What a text of the event's own structure means.
+template <auto Pointer>
+std::optional<Meaning> Meant(const Event& event) {
+    return KnownMeaningOf(std::get<decltype(fields::OwnerOf(Pointer))>(event.data).*Pointer);
 }
 
 std::string WhyOf(const Event& event) {
@@ -134,15 +141,18 @@ void AddRooms(KindList& list) {
     list.Add<RoomRestored>("room_restored",
                            {Data<&RoomRestored::room>("room").AsId(), Data<&RoomRestored::volume>("volume"),
                             Data<&RoomRestored::isChangedMeanwhile>("changed_meanwhile")});
-    list.Add<RoomOutputFailed>("room_output_failed", {Data<&RoomOutputFailed::room>("room").AsId(),
-                                                      Data<&RoomOutputFailed::reason>("reason")});
+    list.Add<RoomOutputFailed>("room_output_failed",
+                               {Data<&RoomOutputFailed::room>("room").AsId(),
+                                Data<&RoomOutputFailed::reason>("reason"),
+                                Made<&Meant<&RoomOutputFailed::reason>>("reason_means").LeftOutWhenEmpty()});
     list.Add<ScreensWoken>("screens_woken", {Data<&ScreensWoken::room>("room").AsId()});
     list.AddForPage<ScreensWoken>("wake", {});
     list.Add<ScreensRested>("screens_rested", {Data<&ScreensRested::room>("room").AsId()});
     list.AddForPage<ScreensRested>("rest", {});
     list.Add<SoundStarted>("sound_started", {Made<&SoundOf<SoundStarted>>("file")});
     list.Add<SoundEnded>("sound_ended", {Made<&SoundOf<SoundEnded>>("file"),
-                                         Data<&SoundEnded::error>("error").NullWhenEmpty()});
+                                         Data<&SoundEnded::error>("error").NullWhenEmpty(),
+                                         Made<&Meant<&SoundEnded::error>>("error_means").LeftOutWhenEmpty()});
 }
 
 void AddPopups(KindList& list) {
@@ -159,8 +169,9 @@ void AddPopups(KindList& list) {
         "popup_changed", {Data<&PopupChanged::number>("number"), Data<&PopupChanged::message>("message")});
     list.Add<PopupHidden>("popup_hidden", {Data<&PopupHidden::navigator>("navigator").AsId(), number, why});
     list.AddForPage<PopupHidden>("popup_hidden", {number, why});
-    list.Add<PagesChanged>("pages_changed", {Data<&PagesChanged::navigator>("navigator").AsId(),
-                                             Data<&PagesChanged::pages>("pages")});
+    list.Add<PagesChanged>("pages_changed",
+                           {Data<&PagesChanged::navigator>("navigator").AsId(),
+                            Data<&PagesChanged::pages>("pages"), Data<&PagesChanged::size>("size")});
 }
 
 void AddOthers(KindList& list) {
@@ -171,10 +182,13 @@ void AddOthers(KindList& list) {
     list.Add<MediaStored>("media_stored", {Data<&MediaStored::name>("name")});
     list.Add<MediaRemoved>("media_removed", {Data<&MediaRemoved::name>("name")});
     list.Add<VoiceFailed>("voice_failed",
-                          {Data<&VoiceFailed::voice>("voice"), Data<&VoiceFailed::reason>("reason")});
+                          {Data<&VoiceFailed::voice>("voice"), Data<&VoiceFailed::reason>("reason"),
+                           Made<&Meant<&VoiceFailed::reason>>("reason_means").LeftOutWhenEmpty()});
     list.Add<VoiceRecovered>("voice_recovered", {Data<&VoiceRecovered::voice>("voice")});
     list.Add<StateSaved>("state_saved", {});
-    list.Add<StateNotSaved>("state_not_saved", {Data<&StateNotSaved::reason>("reason")});
+    list.Add<StateNotSaved>("state_not_saved",
+                            {Data<&StateNotSaved::reason>("reason"),
+                             Made<&Meant<&StateNotSaved::reason>>("reason_means").LeftOutWhenEmpty()});
     list.Add<LogLine>("log",
                       {Made<&LevelOf>("level").OneOf({"error", "warning", "notice", "information", "debug"}),
                        Data<&LogLine::text>("text")});

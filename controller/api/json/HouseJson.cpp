@@ -88,7 +88,8 @@ view::Navigator Navigator(const ApiContext& context, const House::Navigator& nav
             navigator.room,
             context.streams.PagesOf(navigator.id),
             context.watch.IsAwake(navigator.room),
-            PopupOn(context, navigator.id)};
+            PopupOn(context, navigator.id),
+            context.streams.SizeOf(navigator.id)};
 }
 
 view::NavigatorList Navigators(const ApiContext& context) {

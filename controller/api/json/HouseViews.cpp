@@ -1,6 +1,7 @@
 #include "controller/api/json/HouseViews.h"
 
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/Meaning.h"
 
 namespace controller {
 
@@ -11,6 +12,13 @@ fields::Object TableOf(fields::For<Variables::Variable> /*type*/) {
     return {"Variable",
             {Member<&Variable::device>("device").AsId(), Member<&Variable::variable>("variable").AsId(),
              Member<&Variable::name>("name"), Member<&Variable::value>("value")}};
+}
+
+fields::Object events::TableOf(fields::For<ScreenSize> /*type*/) {
+    constexpr std::int64_t kMost = 100000;
+    return {"ScreenSize",
+            {Member<&ScreenSize::width>("width", "CSS pixels").Between(1, kMost).Required(),
+             Member<&ScreenSize::height>("height", "CSS pixels").Between(1, kMost).Required()}};
 }
 
 namespace view {
@@ -25,7 +33,8 @@ Object Room::Table() {
                                              "An announcement has set the room up and not given it back"),
              Member<&Room::isAwake>("awake"),
              Member<&Room::trouble>("trouble", "Why its output cannot be heard, since the last announcement")
-                 .NullWhenEmpty()}};
+                 .NullWhenEmpty(),
+             fields::Made<&MeaningIn<&Room::trouble>>("trouble_means").LeftOutWhenEmpty()}};
 }
 
 Object Popup::Table() {
@@ -41,7 +50,12 @@ Object Navigator::Table() {
             {Member<&Navigator::id>("id").AsId(), Member<&Navigator::name>("name"),
              Member<&Navigator::room>("room").AsId(),
              Member<&Navigator::pages>("pages", "How many of its pages are connected"),
-             Member<&Navigator::isAwake>("awake"), Member<&Navigator::popup>("popup")}};
+             Member<&Navigator::isAwake>("awake"), Member<&Navigator::popup>("popup"),
+             Member<&Navigator::size>("size", "Of the window that its page is shown in; null when none is")}};
+}
+
+Object PageSays::Table() {
+    return {"PageSays", {Member<&PageSays::size>("size").Required()}};
 }
 
 Object House::Table() {

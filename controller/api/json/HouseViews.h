@@ -2,6 +2,7 @@
 
 #include "controller/announcements/Announcement.h"
 #include "controller/api/json/List.h"
+#include "controller/events/Event.h"
 #include "controller/rooms/Variables.h"
 
 #include <chrono>
@@ -17,6 +18,12 @@ fields::Object TableOf(fields::For<Variables::Variable> type);
 } // namespace controller
 
 /// The house and what stands in it, as the API gives it; `docs/api.md` says what the members mean.
+namespace controller::events {
+
+fields::Object TableOf(fields::For<ScreenSize> type);
+
+} // namespace controller::events
+
 namespace controller::view {
 
 using Time = std::chrono::system_clock::time_point;
@@ -54,6 +61,14 @@ struct Navigator {
     std::size_t pages = 0;
     bool isAwake = false;
     std::optional<Popup> popup;
+    std::optional<events::ScreenSize> size;
+
+    static Object Table();
+};
+
+/// What a navigator's page says over its socket.
+struct PageSays {
+    events::ScreenSize size;
 
     static Object Table();
 };

@@ -1,5 +1,6 @@
 #include "controller/api/json/MediaJson.h"
 
+#include "controller/api/json/Meaning.h"
 #include "controller/api/json/SpeechJson.h"
 
 #include <nlohmann/json.hpp>
@@ -118,6 +119,7 @@ Object TableOf(fields::For<File> /*type*/) {
              Made<&WidthOf>("width", "Of an image, in pixels, as it is shown").LeftOutWhenEmpty(),
              Made<&HeightOf>("height").LeftOutWhenEmpty(),
              Member<&File::trouble>("trouble", "Why the sound cannot be played").LeftOutWhenEmpty(),
+             Made<&MeaningIn<&File::trouble>>("trouble_means").LeftOutWhenEmpty(),
              Member<&File::level>("loudness", "Of a sound that has been measured").LeftOutWhenEmpty(),
              Member<&File::isConverted>("is_converted",
                                         "Of a file that has just come: whether it was made into another")

@@ -1,6 +1,7 @@
 #include "controller/api/json/PlayViews.h"
 
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/Meaning.h"
 #include "controller/media/MediaName.h"
 
 #include <nlohmann/json.hpp>
@@ -17,6 +18,19 @@ constexpr std::int64_t kLongestMs = 600000;
 
 std::string SoundPlayed(const HistoryEntry& entry) {
     return media_name::SoundOf(entry.file);
+}
+
+std::string ReasonOf(const HistoryEntry& entry) {
+    constexpr std::string_view kFailed = "failed: ";
+    return entry.outcome.rfind(kFailed, 0) == 0 ? entry.outcome.substr(kFailed.size()) : "";
+}
+
+std::optional<Meaning> ReasonMeaningOf(const HistoryEntry& entry) {
+    return KnownMeaningOf(ReasonOf(entry));
+}
+
+std::optional<Meaning> TextMeaningOf(const view::Moment& moment) {
+    return moment.text ? KnownMeaningOf(*moment.text) : std::nullopt;
 }
 
 /// An id, or an announcement.
@@ -57,7 +71,9 @@ Object TableOf(fields::For<HistoryEntry> /*type*/) {
              Member<&Entry::endedAt>("ended"), Member<&Entry::rooms>("rooms"),
              Member<&Entry::navigators>("navigators"), Made<&SoundPlayed>("file"),
              Member<&Entry::outcome>("outcome",
-                                     "ended, dismissed, stopped, interrupted, dropped, or failed: WHY")}};
+                                     "ended, dismissed, stopped, interrupted, dropped, or failed: WHY"),
+             Made<&ReasonOf>("reason", "WHY").LeftOutWhenEmpty(),
+             Made<&ReasonMeaningOf>("reason_means").LeftOutWhenEmpty()}};
 }
 
 Object TableOf(fields::For<Queued> /*type*/) {
@@ -114,8 +130,8 @@ Object Moment::Table() {
          Member<&Moment::image>("image").LeftOutWhenEmpty(),
          Member<&Moment::durationMs>("duration_ms").LeftOutWhenEmpty(),
          Member<&Moment::hasOkButton>("ok_button").LeftOutWhenEmpty(),
-         Member<&Moment::level>("level").LeftOutWhenEmpty(),
-         Member<&Moment::text>("text").LeftOutWhenEmpty()}};
+         Member<&Moment::level>("level").LeftOutWhenEmpty(), Member<&Moment::text>("text").LeftOutWhenEmpty(),
+         Made<&TextMeaningOf>("text_means").LeftOutWhenEmpty()}};
 }
 
 Object Rehearsal::Table() {

@@ -1,7 +1,9 @@
 #include "controller/api/json/Replies.h"
 
 #include "controller/api/ApiError.h"
+#include "controller/api/json/Meaning.h"
 #include "controller/rooms/Variables.h"
+#include "rehearsal/JsonText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -13,6 +15,20 @@ namespace {
 
 /// An object of texts whose names are anybody's.
 class ParametersType final : public fields::Type {
+    void Write(std::string& out, const void* value) const override {
+        out += '{';
+        for (const auto& [name, text] : static_cast<const Parameters*>(value)->values) {
+            if (out.back() != '{')
+                out += ',';
+            fields::Append(out, name);
+            out += ':';
+            fields::Append(out, text);
+        }
+        out += '}';
+    }
+    [[nodiscard]] bool IsEmpty(const void* value) const override {
+        return static_cast<const Parameters*>(value)->values.empty();
+    }
     void Read(const fields::Json& json,
               const fields::Place& place,
               const fields::Limits& /*limits*/,
@@ -35,7 +51,35 @@ class ParametersType final : public fields::Type {
     }
 };
 
+/// Described with the texts that the codes stand for, which are the only list of them.
+class MeaningCodeType final : public fields::Type {
+    void Write(std::string& out, const void* value) const override {
+        AppendJsonText(out, static_cast<const MeaningCode*>(value)->text);
+    }
+    void Describe(fields::Schema& schema,
+                  const fields::Limits& /*limits*/,
+                  fields::Components& components) const override {
+        auto& described = components.schemas["Code"];
+        described = {{"type", "string"},
+                     {"description", "x-texts has what each means, with its values in braces"},
+                     {"enum", fields::Schema::array()},
+                     {"x-texts", fields::Schema::object()}};
+        for (const MeantText& row : MeantTexts()) {
+            auto& texts = described["x-texts"][row.code];
+            if (texts.is_null())
+                described["enum"].push_back(row.code);
+            texts.push_back(row.text);
+        }
+        schema["$ref"] = "#/components/schemas/Code";
+    }
+};
+
 } // namespace
+
+const fields::Type& MeaningCode::Table() {
+    static const MeaningCodeType kType;
+    return kType;
+}
 
 const fields::Type& Parameters::Table() {
     static const ParametersType kType;
@@ -58,7 +102,9 @@ Object Problem::Table() {
              Member<&Problem::right>("right", "What would be right").LeftOutWhenEmpty(),
              Member<&Problem::users>("users", "The announcements that use the file that was to be removed")
                  .LeftOutWhenEmpty(),
-             Member<&Problem::code>("code", "Of what a program can act upon: docs/api.md lists them")
+             Member<&Problem::code>("code"),
+             Member<&Problem::params>("params", "What stands in the places of the code's text; right.code: "
+                                                "what \"right\" means")
                  .LeftOutWhenEmpty(),
              Member<&Problem::durationMs>("duration_ms", "How long the sound is that is too long")
                  .LeftOutWhenEmpty()}};
@@ -117,13 +163,15 @@ namespace controller {
 HttpReply
 Problem(const HttpRefusal& refusal, std::vector<view::User> users, const ApiError::ForPrograms& forPrograms) {
     const auto title = std::string(StatusText(refusal.status));
+    Meaning meaning = MeaningOf(refusal.detail, forPrograms.code);
+    AddMeaning(meaning.params, "right", refusal.right);
     HttpReply reply;
     reply.status = refusal.status;
     reply.contentType = "application/problem+json";
     reply.headers = refusal.headers;
-    reply.body =
-        fields::ToText(view::Problem{"about:blank", title, refusal.status, refusal.detail, refusal.right,
-                                     std::move(users), forPrograms.code, forPrograms.durationMs});
+    reply.body = fields::ToText(view::Problem{"about:blank", title, refusal.status, refusal.detail,
+                                              refusal.right, std::move(users), std::move(meaning.code),
+                                              std::move(meaning.params), forPrograms.durationMs});
     return reply;
 }
 

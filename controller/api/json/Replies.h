@@ -26,6 +26,20 @@ struct User {
     static Object Table();
 };
 
+/// What programs know a text by, in whatever language they say it; `Meaning.h` has the table.
+struct MeaningCode {
+    std::string text;
+
+    static const fields::Type& Table();
+};
+
+/// Texts by name: a body has the parameters of one of the agent's own commands and requests.
+struct Parameters {
+    std::vector<std::pair<std::string, std::string>> values;
+
+    static const fields::Type& Table();
+};
+
 /// An error, as `application/problem+json`.
 struct Problem {
     std::string type = "about:blank";
@@ -34,7 +48,8 @@ struct Problem {
     std::string detail;
     std::string right;
     std::vector<User> users; ///< the announcements that use what was to be removed
-    std::string code = {};
+    MeaningCode code = {};
+    Parameters params = {};
     std::optional<std::int64_t> durationMs = std::nullopt;
 
     static Object Table();
@@ -64,13 +79,6 @@ struct Confirmed {
     bool isDismissed = false;
 
     static Object Table();
-};
-
-/// A body: the parameters of one of the agent's own commands and requests, by name.
-struct Parameters {
-    std::vector<std::pair<std::string, std::string>> values;
-
-    static const fields::Type& Table();
 };
 
 /// A body.

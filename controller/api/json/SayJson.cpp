@@ -1,6 +1,7 @@
 #include "controller/api/json/SayJson.h"
 
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/Meaning.h"
 #include "controller/speech/ISpeech.h"
 
 namespace controller::view {
@@ -34,7 +35,8 @@ fields::Object Said::Table() {
             {Member<&Said::entry>("entry", "Its number in the queue"),
              Member<&Said::announcement>("announcement").AsId(),
              Member<&Said::state>("state").OneOf({"playing", "waiting"}),
-             Member<&Said::trouble>("trouble", "Why the text is not spoken").NullWhenEmpty()}};
+             Member<&Said::trouble>("trouble", "Why the text is not spoken").NullWhenEmpty(),
+             fields::Made<&MeaningIn<&Said::trouble>>("trouble_means").LeftOutWhenEmpty()}};
 }
 
 } // namespace controller::view

@@ -1,5 +1,6 @@
 #include "controller/api/json/SpeechJson.h"
 
+#include "controller/api/json/Meaning.h"
 #include "controller/speech/ISpeechEngine.h"
 
 namespace controller {
@@ -49,7 +50,8 @@ Object TableOf(fields::For<State> /*type*/) {
          Made<&EngineOf>("engine").OneOf({"espeak", "command", "wyoming"}),
          Member<&State::voice, &Voice::language>("language"), Member<&State::isDefault>("is_default"),
          Made<&HasSpeedsOf>("has_speeds", "Whether it can speak faster and slower"),
-         Member<&State::trouble>("trouble", "Why it did not speak when it was last asked").NullWhenEmpty()}};
+         Member<&State::trouble>("trouble", "Why it did not speak when it was last asked").NullWhenEmpty(),
+         Made<&MeaningIn<&State::trouble>>("trouble_means").LeftOutWhenEmpty()}};
 }
 
 } // namespace controller

@@ -1,6 +1,7 @@
 #include "controller/api/json/StatusViews.h"
 
 #include "controller/api/json/AnnouncementJson.h"
+#include "controller/api/json/Meaning.h"
 #include "controller/media/MediaName.h"
 
 namespace controller {
@@ -39,6 +40,14 @@ namespace controller::view {
 
 using fields::Member;
 
+namespace {
+
+std::optional<Meaning> StateErrorMeaningOf(const Status& status) {
+    return status.stateError ? KnownMeaningOf(*status.stateError) : std::nullopt;
+}
+
+} // namespace
+
 Object Sound::Table() {
     return {"PlayingSound", {Member<&Sound::file>("file"), Member<&Sound::since>("since")}};
 }
@@ -63,6 +72,7 @@ Object Status::Table() {
              Member<&Status::queue>("queue", "Of these, what can be taken back"),
              Member<&Status::sound>("sound"), Member<&Status::popups>("popups"),
              Member<&Status::isStateSaved>("state_saved"), Member<&Status::stateError>("state_error"),
+             Made<&StateErrorMeaningOf>("state_error_means").LeftOutWhenEmpty(),
              Member<&Status::events>("events", "The number of the last event"),
              Member<&Status::knownFrom>("known_from", "What these are known from, in words")}};
 }

@@ -1,8 +1,22 @@
 #include "controller/api/streams/EventStreams.h"
 
 #include "controller/api/json/EventJson.h"
+#include "controller/api/json/HouseViews.h"
+#include "controller/api/json/ParseJson.h"
+
+#include <nlohmann/json.hpp>
 
 namespace controller {
+
+namespace {
+
+bool IsSame(const std::optional<events::ScreenSize>& one, const std::optional<events::ScreenSize>& other) {
+    if (!one || !other)
+        return one.has_value() == other.has_value();
+    return one->width == other->width && one->height == other->height;
+}
+
+} // namespace
 
 EventStreams::EventStreams(EventFeed& feed, Parts parts)
     : m_feed(feed)
@@ -49,13 +63,45 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
         m_pageCount -= place->second.erase(id);
         if (place->second.empty())
             m_pages.erase(place);
-        m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
+        TellPagesOf(navigator);
+    });
+    socket->OnMessage([this, life, navigator, id](std::string_view text) {
+        if (!life.expired())
+            Hear(navigator, id, text);
     });
     socket->Send(std::make_shared<const std::string>(fields::ToText(view::PageStateMessage{
         m_lastNumber, std::chrono::system_clock::now(), {m_parts.pageState(navigator)}})));
-    m_pages[navigator].emplace(id, std::move(socket));
+    m_pages[navigator].emplace(id, Page{std::move(socket), std::nullopt});
     ++m_pageCount;
-    m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator)});
+    TellPagesOf(navigator);
+}
+
+void EventStreams::TellPagesOf(std::uint32_t navigator) {
+    m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator), SizeOf(navigator)});
+}
+
+/// What is no size is thrown away, as is all that other sockets send: later pages may say more.
+void EventStreams::Hear(std::uint32_t navigator, std::uint64_t id, std::string_view text) {
+    m_driverOnly.Assert();
+    const auto former = SizeOf(navigator);
+    try {
+        m_pages.at(navigator).at(id).size = fields::Read<view::PageSays>(ParseJson(std::string(text))).size;
+    } catch (const std::exception&) {
+        return;
+    }
+    if (!IsSame(former, SizeOf(navigator)))
+        TellPagesOf(navigator);
+}
+
+std::optional<events::ScreenSize> EventStreams::SizeOf(std::uint32_t navigator) const {
+    m_driverOnly.Assert();
+    std::optional<events::ScreenSize> size;
+    const auto place = m_pages.find(navigator);
+    if (place == m_pages.end())
+        return size;
+    for (const auto& [id, page] : place->second)
+        size = page.size ? page.size : size;
+    return size;
 }
 
 std::size_t EventStreams::PagesOf(std::uint32_t navigator) const {
@@ -90,8 +136,8 @@ void EventStreams::TellNavigator(std::uint32_t navigator, const Text& text) {
     const auto place = m_pages.find(navigator);
     if (place == m_pages.end())
         return;
-    for (const auto& [id, socket] : place->second)
-        socket->Send(text);
+    for (const auto& [id, page] : place->second)
+        page.socket->Send(text);
 }
 
 void EventStreams::TellPages(const Event& event) {

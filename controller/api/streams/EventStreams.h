@@ -8,8 +8,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace controller {
@@ -43,6 +45,9 @@ public:
     /// How many pages of this navigator are connected.
     [[nodiscard]] std::size_t PagesOf(std::uint32_t navigator) const;
 
+    /// How large its screen is, as its page says; of several, the one that came last.
+    [[nodiscard]] std::optional<events::ScreenSize> SizeOf(std::uint32_t navigator) const;
+
     /// How many sockets there are.
     [[nodiscard]] std::size_t Size() const noexcept { return m_watchers.size() + m_pageCount; }
 
@@ -54,7 +59,14 @@ private:
         std::vector<Text> held;
     };
 
+    struct Page {
+        std::shared_ptr<WebSocket> socket;
+        std::optional<events::ScreenSize> size;
+    };
+
     void Take(const Event& event);
+    void Hear(std::uint32_t navigator, std::uint64_t id, std::string_view text);
+    void TellPagesOf(std::uint32_t navigator);
     void TellWatchers(const Event& event);
     void TellPages(const Event& event);
     void TellNavigator(std::uint32_t navigator, const Text& text);
@@ -65,7 +77,7 @@ private:
     std::uint64_t m_lastNumber = 0;
     std::uint64_t m_lastId = 0;
     std::map<std::uint64_t, Watcher> m_watchers;
-    std::map<std::uint32_t, std::map<std::uint64_t, std::shared_ptr<WebSocket>>> m_pages;
+    std::map<std::uint32_t, std::map<std::uint64_t, Page>> m_pages;
     std::size_t m_pageCount = 0;
     const std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< sockets may outlive this object
     EventFeed::Subscription m_subscription;

@@ -117,6 +117,7 @@ test('a rehearsal says what is not there, in place of hearing and showing it', a
       what: 'sound_missing',
       file: 'gone',
       text: 'there is no sound file "gone.wav" in the media folder',
+      text_means: { code: 'sound_missing', params: { file: 'gone.wav' } },
     },
   ]);
   assert.deepEqual(

@@ -42,6 +42,7 @@ export class Contract {
     if (operation === undefined || body === undefined) return;
     const reply = operation.responses[status] ?? operation.responses.default;
     this.check(`${status} of ${method} ${path}`, reply.content, body);
+    if (body.code === 'other') this.faults.push(`a problem without a code of its own: ${JSON.stringify(body)}`);
     if (status >= 300) return;
     this.seen.add(operation.operationId);
     if (operation.requestBody !== undefined && typeof sent === 'object' && !(sent instanceof Uint8Array))

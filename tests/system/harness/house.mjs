@@ -21,6 +21,9 @@ export class House {
   // Where replies and messages are held against the description, if a test wants it.
   contract;
 
+  // Sounds are compared with their recordings, sample for sample.
+  loudness = 'as_it_is';
+
   // `rooms`: output and keys of each room in the house file; ids from 1. Two rooms that record, by default. `rest`:
   // its screens and variables.
   constructor(rooms = [{}, {}], lines = '', rest = screensAndVariables) {
@@ -41,8 +44,8 @@ export class House {
     this.file = join(this.folder, 'house.yaml');
     writeFileSync(
       this.file,
-      // Sounds are compared with their recordings, sample for sample.
-      'name: Test house\nmedia_folder: media\ndata_folder: data\nloudness: as_it_is\nrooms:\n' +
+      'name: Test house\nmedia_folder: media\ndata_folder: data\n' +
+        `loudness: ${this.loudness}\nrooms:\n` +
         rooms.join('') +
         this.rest +
         lines,

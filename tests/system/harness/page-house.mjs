@@ -18,9 +18,11 @@ variables:
 
 export class House extends Program {
   /** `isRecording`: what the rooms hear is kept, for `heard`. */
-  static async open({ tokens = [], isRecording = false } = {}) {
+  static async open({ tokens = [], isRecording = false, loudness = 'as_it_is' } = {}) {
     const rooms = ROOMS.map((room) => (isRecording ? room : { ...room, output: 'silent' }));
     const house = new House(rooms, '', SCREENS_AND_VARIABLES);
+    house.loudness = loudness;
+    house.write();
     house.tokens = {};
     for (const right of tokens) house.tokens[right] = await house.addToken(right);
     return house.start();
@@ -45,8 +47,8 @@ export class House extends Program {
   }
 
   /** Starts the program; again on the same port, when it was started before. */
-  start() {
-    return super.start({ port: this.base ? new URL(this.base).port : 0 });
+  start(options = {}) {
+    return super.start({ ...options, port: this.base ? new URL(this.base).port : 0 });
   }
 
   kill() {

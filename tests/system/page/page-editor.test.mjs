@@ -208,6 +208,27 @@ describe('the editor', () => {
     await closePage(page);
   });
 
+  test('shows the message first as large as its own screen is, while that is open', async () => {
+    const sizes = async () => (await house.request('GET', '/api/navigators')).navigators.map(({ size }) => size);
+    assert.deepEqual(await sizes(), [null, null]);
+    const screen = await openNavigator(house, 12, { viewport: { width: 900, height: 600 } });
+    await eventually(async () => (await sizes())[1]?.width === 900, 'the screen tells its size');
+    const { id } = await house.add({ name: 'Dinner', video: { text: 'Hello' }, navigators: [{ id: 12, room: 2 }] });
+    const page = await openApp(house, `#/announcements/${id}`);
+    const choice = page.getByLabel('On which screen');
+    const chosen = () => choice.evaluate((one) => one.selectedOptions[0].textContent.trim());
+    await choice.getByText('Bedroom screen, 900 × 600').waitFor({ state: 'attached' });
+    assert.equal(await chosen(), 'Bedroom screen, 900 × 600');
+    await screen.setViewportSize({ width: 600, height: 900 });
+    await eventually(async () => (await chosen()) === 'Bedroom screen, 600 × 900', 'it is turned in the preview too');
+    assert.equal(await page.locator('popup-preview iframe').getAttribute('width'), '600');
+    assert.deepEqual(await sizes(), [null, { width: 600, height: 900 }]);
+    await closePage(screen);
+    await eventually(async () => (await chosen()) === 'Tablet', 'a screen that is gone has no size');
+    assert.deepEqual(await sizes(), [null, null]);
+    await closePage(page);
+  });
+
   test('asks before it forgets what was not saved', async () => {
     const page = await openApp(house, '#/announcements/new');
     await name(page).fill('Half done');

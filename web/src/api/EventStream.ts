@@ -1,6 +1,7 @@
 // The stream of events from the controller, which comes back by itself.
 
 import type { EventOf } from './events';
+import { read } from '../texts/said';
 import { Problem, request } from './request';
 
 const FIRST_PAUSE = 1000;
@@ -62,6 +63,11 @@ export class EventStream<Events> {
     }
   }
 
+  /** Says something to the controller, where it can hear it. */
+  tell(message: object): void {
+    if (this.socket?.readyState === WebSocket.OPEN) this.socket.send(JSON.stringify(message));
+  }
+
   /** Does not wait any longer for the next try. */
   hurry(): void {
     if (this.timer) void this.reconnect();
@@ -98,7 +104,7 @@ export class EventStream<Events> {
 
   private hear(text: string): void {
     this.lastHeard = performance.now();
-    const event = JSON.parse(text) as EventOf<Events> | { type: 'alive' };
+    const event = read(text) as EventOf<Events> | { type: 'alive' };
     if (event.type === 'alive') return;
     if (event.type === 'state') this.pause = FIRST_PAUSE;
     this.listeners.onEvent(event as EventOf<Events>);

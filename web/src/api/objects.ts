@@ -5,6 +5,7 @@ import type * as api from './types';
 export type {
   Announcement,
   HistoryEntry,
+  Loudness,
   MediaFile,
   Moment,
   Popup,

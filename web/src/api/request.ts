@@ -1,6 +1,7 @@
 // Requests to the controller, and its refusals as errors that people can read.
 
 import { problemText } from '../texts/problem';
+import { read, said, saidInside, type Meaning } from '../texts/said';
 import { token } from './access';
 import type { Given, Method, Path, Reply } from './operations';
 
@@ -68,7 +69,7 @@ export async function exchange<P extends Path, M extends Method<P>>(
   });
   const isJson = /\bjson\b/.test(response.headers.get('Content-Type') ?? '');
   return {
-    value: (isJson ? await response.json() : null) as Reply<P, M>,
+    value: (isJson ? read(await response.text()) : null) as Reply<P, M>,
     etag: response.headers.get('ETag') ?? '',
   };
 }
@@ -140,20 +141,20 @@ async function send(path: string, options: RequestInit): Promise<Response> {
 
 function parsed(text: string): unknown {
   try {
-    return JSON.parse(text);
+    return read(text);
   } catch {
     return null;
   }
 }
 
 function problemOf(status: number, statusText: string, body: unknown): Problem {
-  const { detail, title, right, users, code } = (body ?? {}) as {
+  const { detail, title, right, users, code, params } = (body ?? {}) as {
     detail?: string;
     title?: string;
     right?: string;
     users?: MediaUser[];
-    code?: string;
-  };
-  const text = detail ?? title ?? problemText.answered(status, statusText);
-  return new Problem(status, text, right, users, code);
+  } & Partial<Meaning>;
+  const own = detail ?? title ?? problemText.answered(status, statusText);
+  const text = code ? said({ code, params }, own) : own;
+  return new Problem(status, text, right && saidInside('right', params ?? {}, right), users, code);
 }

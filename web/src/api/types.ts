@@ -1044,6 +1044,211 @@ export interface components {
        */
       variable?: components['schemas']['VariableBindingBody'] | null;
     };
+    /**
+     * @description x-texts has what each means, with its values in braces
+     * @enum {string}
+     */
+    Code:
+      | 'known_kinds'
+      | 'smaller_image'
+      | 'good_name'
+      | 'part_of_it'
+      | 'truncated'
+      | 'too_large'
+      | 'room_on_disk'
+      | 'unused_file'
+      | 'character_not_kept'
+      | 'ends_before_sound'
+      | 'later_when_played'
+      | 'no_sound_device'
+      | 'body_padded'
+      | 'strange_rate'
+      | 'text_too_long_filled'
+      | 'voice_not_installed'
+      | 'other_file_or_wav'
+      | 'nothing_there'
+      | 'strange_channels'
+      | 'still_hangs'
+      | 'no_plain_file'
+      | 'voice_stopped'
+      | 'other_name_or_spoken_removed'
+      | 'other_origin'
+      | 'no_right'
+      | 'ended_while_played'
+      | 'websocket_version'
+      | 'not_on_disk'
+      | 'sound_missing'
+      | 'other_image'
+      | 'token_made'
+      | 'too_many_wrong_tokens'
+      | 'number_too_large'
+      | 'failed'
+      | 'beginning_missing'
+      | 'announcement_removed'
+      | 'too_long'
+      | 'sound_empty'
+      | 'read_too_slowly'
+      | 'unknown_variable'
+      | 'file_not_written'
+      | 'announcement_changed'
+      | 'conversion_failed'
+      | 'agent_takes_no_such'
+      | 'header_only'
+      | 'name_without_wav'
+      | 'other_name_or_removed'
+      | 'ticket_unknown'
+      | 'websocket_key'
+      | 'websocket_too_early'
+      | 'no_variable'
+      | 'image_has_no_parts'
+      | 'default_unusable'
+      | 'voice_broken_off'
+      | 'no_file'
+      | 'every_room_removed'
+      | 'no_clear_end'
+      | 'breaks_off'
+      | 'is_file'
+      | 'voice_gives_no_wav'
+      | 'voice_or_screen'
+      | 'tokens_wait'
+      | 'http_version'
+      | 'sound_removed'
+      | 'variables_in_braces'
+      | 'id_of_navigators'
+      | 'no_host'
+      | 'before_no_entry'
+      | 'began_meanwhile'
+      | 'no_thumbnail'
+      | 'voice_too_slow'
+      | 'voice_floods'
+      | 'image_not_heard'
+      | 'cannot_decode'
+      | 'folder_unreadable'
+      | 'readable_parameters'
+      | 'waiting_entry'
+      | 'folded_header'
+      | 'announcement_without_navigator'
+      | 'too_many_spoken'
+      | 'voice_has_too_many'
+      | 'voice_killed'
+      | 'shorter_text'
+      | 'one_of_variables'
+      | 'no_such_address'
+      | 'request_too_slow'
+      | 'no_media_name'
+      | 'nothing_decoded'
+      | 'took_too_long'
+      | 'voice_unreachable'
+      | 'voice_failed'
+      | 'head_too_large'
+      | 'address_no_number'
+      | 'no_size'
+      | 'id_of_rooms'
+      | 'stored_id'
+      | 'whole_sound'
+      | 'playable_sound'
+      | 'body_too_large'
+      | 'body_no_json'
+      | 'other_thumbnails'
+      | 'other_rehearsals'
+      | 'address_no_id'
+      | 'part_too_long'
+      | 'voice_silent'
+      | 'text_or_sound'
+      | 'room_or_navigator'
+      | 'image_ending'
+      | 'body_of_wrong_type'
+      | 'agent_cannot_modify'
+      | 'history_unreadable'
+      | 'part_empty'
+      | 'chime_unplayable'
+      | 'other_host'
+      | 'body_not_taken'
+      | 'other_files'
+      | 'value_twice'
+      | 'announcement_without_room'
+      | 'agent_knows_no_announcement'
+      | 'no_navigator'
+      | 'too_many_wait'
+      | 'file_in_use'
+      | 'not_playable'
+      | 'named_removed'
+      | 'websocket_only'
+      | 'id_differs'
+      | 'no_ok_button'
+      | 'nobody_there'
+      | 'no_sound_name'
+      | 'no_such_sound'
+      | 'later_when_over'
+      | 'bad_query'
+      | 'limit_out_of_range'
+      | 'no_announcement'
+      | 'plays_already'
+      | 'one_removed'
+      | 'other_method'
+      | 'no_http'
+      | 'file_too_large'
+      | 'no_whole_picture'
+      | 'broken'
+      | 'ended_by_signal'
+      | 'one_speed'
+      | 'no_text'
+      | 'agent_not_running'
+      | 'ending'
+      | 'not_opened'
+      | 'token_in_a_minute'
+      | 'body_too_deep'
+      | 'address_too_long'
+      | 'no_room'
+      | 'nothing_to_say'
+      | 'no_room_heard'
+      | 'ended_with_status'
+      | 'later'
+      | 'value_no_truth'
+      | 'value_too_long'
+      | 'file_not_removed'
+      | 'not_closed'
+      | 'no_speed'
+      | 'cannot_be_spoken'
+      | 'voice_answers'
+      | 'some_bytes'
+      | 'integer_between'
+      | 'token_unknown'
+      | 'stream_closed'
+      | 'stops_midway'
+      | 'value_out_of_range'
+      | 'text_too_long'
+      | 'body_encoded'
+      | 'agent_failed'
+      | 'no_such_entry'
+      | 'took_no_sound'
+      | 'no_voice'
+      | 'is_spoken'
+      | 'not_spoken'
+      | 'name_of_sound'
+      | 'value_no_integer'
+      | 'agent_has_no'
+      | 'token_needed'
+      | 'file_empty'
+      | 'unreadable'
+      | 'entries_at_most'
+      | 'member_unknown'
+      | 'value_no_text'
+      | 'damaged'
+      | 'whole_request'
+      | 'file_itself'
+      | 'bytes_at_most'
+      | 'value_no_object'
+      | 'holds_no_sound'
+      | 'member_missing'
+      | 'value_no_list'
+      | 'whole_file'
+      | 'the_right'
+      | 'the_speech'
+      | 'bad_query_value'
+      | 'one_of'
+      | 'list'
+      | 'other';
     Confirmed: {
       dismissed: boolean;
     };
@@ -1104,6 +1309,9 @@ export interface components {
       navigators: number[];
       /** @description ended, dismissed, stopped, interrupted, dropped, or failed: WHY */
       outcome: string;
+      /** @description WHY */
+      reason?: string;
+      reason_means?: components['schemas']['Meaning'];
       rooms: number[];
       started: string;
     };
@@ -1143,6 +1351,11 @@ export interface components {
       /** @description Whether the sound is played as loud as its file is */
       as_it_is: boolean;
     };
+    Meaning: {
+      code: components['schemas']['Code'];
+      /** @description What stands in the places of the code's text */
+      params: components['schemas']['Parameters'];
+    };
     MediaFile: {
       bytes: number;
       channels?: number;
@@ -1162,6 +1375,7 @@ export interface components {
       speech?: components['schemas']['SpeechRecipe'];
       /** @description Why the sound cannot be played */
       trouble?: string;
+      trouble_means?: components['schemas']['Meaning'];
       /** @description Of an image, in pixels, as it is shown */
       width?: number;
     };
@@ -1201,6 +1415,7 @@ export interface components {
       ok_button?: boolean;
       room?: number;
       text?: string;
+      text_means?: components['schemas']['Meaning'];
       variable?: components['schemas']['FollowedVariable'];
       volume?: number;
       /** @enum {string} */
@@ -1236,6 +1451,8 @@ export interface components {
       pages: number;
       popup: components['schemas']['Popup'] | null;
       room: number;
+      /** @description Of the window that its page is shown in; null when none is */
+      size: components['schemas']['ScreenSize'] | null;
     };
     NavigatorList: {
       navigators: components['schemas']['Navigator'][];
@@ -1270,6 +1487,7 @@ export interface components {
       data: {
         navigator: number;
         pages: number;
+        size: components['schemas']['ScreenSize'] | null;
       };
       seq: number;
       /** Format: date-time */
@@ -1426,12 +1644,13 @@ export interface components {
       type: 'popup_shown';
     };
     Problem: {
-      /** @description Of what a program can act upon: docs/api.md lists them */
-      code?: string;
+      code: components['schemas']['Code'];
       /** @description What is wrong, and where */
       detail: string;
       /** @description How long the sound is that is too long */
       duration_ms?: number;
+      /** @description What stands in the places of the code's text; right.code: what "right" means */
+      params?: components['schemas']['Parameters'];
       /** @description What would be right */
       right?: string;
       status: number;
@@ -1506,6 +1725,7 @@ export interface components {
       output: string;
       /** @description Why its output cannot be heard, since the last announcement */
       trouble: string | null;
+      trouble_means?: components['schemas']['Meaning'];
       volume: number;
     };
     RoomList: {
@@ -1514,6 +1734,7 @@ export interface components {
     RoomOutputFailedEvent: {
       data: {
         reason: string;
+        reason_means?: components['schemas']['Meaning'];
         room: number;
       };
       seq: number;
@@ -1570,6 +1791,7 @@ export interface components {
       state: 'playing' | 'waiting';
       /** @description Why the text is not spoken */
       trouble: string | null;
+      trouble_means?: components['schemas']['Meaning'];
     };
     SayOrder: {
       /**
@@ -1605,6 +1827,12 @@ export interface components {
     SayScreen: {
       id: number;
     };
+    ScreenSize: {
+      /** @description CSS pixels */
+      height: number;
+      /** @description CSS pixels */
+      width: number;
+    };
     ScreensRestedEvent: {
       data: {
         room: number;
@@ -1632,6 +1860,7 @@ export interface components {
     SoundEndedEvent: {
       data: {
         error: string | null;
+        error_means?: components['schemas']['Meaning'];
         file: string;
       };
       seq: number;
@@ -1698,6 +1927,7 @@ export interface components {
     StateNotSavedEvent: {
       data: {
         reason: string;
+        reason_means?: components['schemas']['Meaning'];
       };
       seq: number;
       /** Format: date-time */
@@ -1728,6 +1958,7 @@ export interface components {
       /** Format: date-time */
       started: string;
       state_error: string | null;
+      state_error_means?: components['schemas']['Meaning'];
       state_saved: boolean;
       version: string;
       /** @description Ids, the next one first */
@@ -1791,10 +2022,12 @@ export interface components {
       name: string;
       /** @description Why it did not speak when it was last asked */
       trouble: string | null;
+      trouble_means?: components['schemas']['Meaning'];
     };
     VoiceFailedEvent: {
       data: {
         reason: string;
+        reason_means?: components['schemas']['Meaning'];
         voice: string;
       };
       seq: number;
@@ -1863,6 +2096,7 @@ export type AnnouncementStoppedEvent = components['schemas']['AnnouncementStoppe
 export type AnnouncementStoredEvent = components['schemas']['AnnouncementStoredEvent'];
 export type AnnouncementVideo = components['schemas']['AnnouncementVideo'];
 export type AnnouncementVideoBody = components['schemas']['AnnouncementVideoBody'];
+export type Code = components['schemas']['Code'];
 export type Confirmed = components['schemas']['Confirmed'];
 export type Dismissed = components['schemas']['Dismissed'];
 export type Event = components['schemas']['Event'];
@@ -1876,6 +2110,7 @@ export type KnownFrom = components['schemas']['KnownFrom'];
 export type LogEvent = components['schemas']['LogEvent'];
 export type Loudness = components['schemas']['Loudness'];
 export type LoudnessOrder = components['schemas']['LoudnessOrder'];
+export type Meaning = components['schemas']['Meaning'];
 export type MediaFile = components['schemas']['MediaFile'];
 export type MediaList = components['schemas']['MediaList'];
 export type MediaRemovedEvent = components['schemas']['MediaRemovedEvent'];
@@ -1923,6 +2158,7 @@ export type RoomVolumeChangedEvent = components['schemas']['RoomVolumeChangedEve
 export type Said = components['schemas']['Said'];
 export type SayOrder = components['schemas']['SayOrder'];
 export type SayScreen = components['schemas']['SayScreen'];
+export type ScreenSize = components['schemas']['ScreenSize'];
 export type ScreensRestedEvent = components['schemas']['ScreensRestedEvent'];
 export type ScreensWokenEvent = components['schemas']['ScreensWokenEvent'];
 export type ShownPopup = components['schemas']['ShownPopup'];

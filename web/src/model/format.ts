@@ -1,6 +1,7 @@
 // Times, lengths and numbers as people say them.
 
-import { locale } from '../texts/language';
+import type { Loudness } from '../api/objects';
+import { locale, number } from '../texts/language';
 import { t } from '../texts/page';
 
 const clock = new Intl.DateTimeFormat(locale, { hour: '2-digit', minute: '2-digit', second: '2-digit' });
@@ -38,3 +39,12 @@ export const soundOf = (file: string): string => (file === '.test-tone' ? t.name
 export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);
 
 export const percent = (value: number): string => t.units.percent(value);
+
+/** What is heard of a sound's own loudness: "-18.3 LUFS, is played 2.3 dB louder" */
+export function loudnessText({ lufs, gain }: Loudness): string {
+  if (lufs === null) return t.media.silent;
+  const [own, change] = [lufs, gain ?? 0].map((value) => Math.round(value * 10) / 10) as [number, number];
+  if (change === 0) return t.media.asLoud(number(own));
+  const text = change > 0 ? t.media.louder : t.media.quieter;
+  return text(number(own), number(Math.abs(change)));
+}

@@ -21,8 +21,7 @@ export function outcomeOf({ outcome }: HistoryEntry): string {
   return outcome === 'ended' ? 'played' : outcome;
 }
 
-export const reasonOf = ({ outcome }: HistoryEntry): string =>
-  outcome.startsWith(FAILED) ? outcome.slice(FAILED.length) : '';
+export const reasonOf = ({ reason }: HistoryEntry): string => reason ?? '';
 
 export function placesOf(entry: HistoryEntry, names: PlaceNames): string[] {
   return [...entry.rooms.map((id) => names.roomName(id)), ...entry.navigators.map((id) => names.screenName(id))];

@@ -51,6 +51,7 @@ function wake(isAwake: boolean): void {
 
 const handlers: Handlers<ScreenEvents, []> = {
   state(state) {
+    tellSize();
     idle.showHouse(state);
     wake(state.awake);
     if (!state.popup) popup.hide();
@@ -75,6 +76,17 @@ const stream = new EventStream<ScreenEvents>(`/api/navigators/${id}/events`, {
   onEvent: (event) => handle(handlers, event),
   onLink: (link) => idle.showLink(link),
   onRights: refusalOf,
+});
+
+/** For those who write what is shown here: they see it as it will be. */
+function tellSize(): void {
+  stream.tell({ size: { width: window.innerWidth, height: window.innerHeight } });
+}
+
+let settling = 0;
+window.addEventListener('resize', () => {
+  clearTimeout(settling);
+  settling = window.setTimeout(tellSize, 200);
 });
 
 void stream.reconnect();

@@ -3,15 +3,17 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property } from 'lit/decorators.js';
 import { Problem, request, type MediaUser } from '../api/request';
-import type { MediaFile } from '../api/objects';
-import { bytes, listing, seconds } from '../model/format';
+import type { Loudness, MediaFile } from '../api/objects';
+import { bytes, listing, loudnessText, seconds } from '../model/format';
 import { editAddress } from '../model/route';
 import { Following, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
+import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
 import { ask } from './ask';
 import './listen-button';
 import './media-image';
+import { named } from './named';
 import './sound-wave';
 import { attempt, toast } from './ui-toasts';
 
@@ -41,7 +43,8 @@ export class MediaCard extends LitElement {
       .edit {
         margin-left: auto;
       }
-      .says {
+      .says,
+      .loudness {
         margin-top: 0.35rem;
       }
       .users {
@@ -65,7 +68,7 @@ export class MediaCard extends LitElement {
   }
 
   override render(): unknown {
-    const { name, kind, modified, speech } = this.file;
+    const { name, kind, modified, speech, loudness } = this.file;
     const users = store.usersOf(this.file).map((one) => one.name);
     return html`<article class="card">
       ${
@@ -77,6 +80,7 @@ export class MediaCard extends LitElement {
         <h3>${name}</h3>
         <p class="soft small">${this.facts()}</p>
         ${speech ? html`<p class="says" dir="auto">${t.speech.says(speech.text)}</p>` : nothing}
+        ${loudness ? this.renderLoudness(loudness) : nothing}
         ${this.file.trouble ? html`<p class="problem">${t.media.trouble(this.file.trouble)}</p>` : nothing}
       </div>
       <p class="users small" dir="auto">${users.length ? t.media.usedBy(listing(users)) : t.media.unused}</p>
@@ -88,6 +92,22 @@ export class MediaCard extends LitElement {
         </button>
       </div>
     </article>`;
+  }
+
+  private renderLoudness(loudness: Loudness): unknown {
+    const label = t.media.asItIsLabel(this.file.name);
+    return html`<p class="small loudness">${loudnessText(loudness)}</p>
+      <sl-switch size="small" .checked=${loudness.as_it_is} @sl-change=${this.setLoudness}
+        >${named(t.media.asItIs, label)}</sl-switch
+      >`;
+  }
+
+  private setLoudness(event: Event): void {
+    const { name } = this.file;
+    const body = { as_it_is: (event.target as SlSwitch).checked };
+    void attempt(async () => {
+      await request('put', '/api/media/{name}/loudness', { path: { name }, body });
+    }).finally(() => void attempt(() => store.loadMedia()));
   }
 
   private renderEdit(): unknown {

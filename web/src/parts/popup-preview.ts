@@ -4,6 +4,7 @@ import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, query, state } from 'lit/decorators.js';
 import { mediaAddress } from '../api/request';
 import type { AnnouncementBody, Popup } from '../api/objects';
+import { sizesFor, type Size } from '../model/screens';
 import { PopupFace, popupIn } from '../navigator/PopupFace';
 import baseStyle from '../navigator/base.css?url';
 import popupStyle from '../navigator/popup.css?url';
@@ -14,14 +15,6 @@ import screenPage from '../../navigator.html?raw';
 
 const STANDING = 30000; // of a popup without a time of its own
 const HIGHEST = 460; // of the picture, in CSS pixels
-
-const SIZES = {
-  tablet: [1280, 800],
-  upright: [800, 1280],
-  television: [1920, 1080],
-  phone: [390, 844],
-} as const;
-type Size = keyof typeof SIZES;
 
 @customElement('popup-preview')
 export class PopupPreview extends LitElement {
@@ -72,7 +65,7 @@ export class PopupPreview extends LitElement {
   ];
 
   @property({ attribute: false }) announcement!: AnnouncementBody;
-  @state() private size: Size = 'tablet';
+  @state() private chosen = ''; // the first one, until somebody chooses
   @state() private colours: 'dark' | 'light' = 'dark';
   @query('iframe') private readonly frame!: HTMLIFrameElement;
   @query('.frame') private readonly edge!: HTMLElement;
@@ -107,9 +100,20 @@ export class PopupPreview extends LitElement {
     this.requestUpdate();
   }
 
+  private get sizes(): Size[] {
+    return sizesFor(this.announcement, store.screens);
+  }
+
+  private get size(): Size {
+    const [first] = this.sizes;
+    return (
+      this.sizes.find(({ key }) => key === this.chosen) ?? first ?? { key: '', name: '', width: 1280, height: 800 }
+    );
+  }
+
   private scale(): void {
     if (!this.hasUpdated) return;
-    const [width, height] = SIZES[this.size];
+    const { width, height } = this.size;
     const share = Math.min((this.clientWidth - 12) / width, HIGHEST / height);
     this.frame.style.transform = `scale(${share})`;
     this.edge.style.width = `${width * share}px`;
@@ -146,7 +150,7 @@ export class PopupPreview extends LitElement {
 
   override render(): unknown {
     const popup = this.popup();
-    const [width, height] = SIZES[this.size];
+    const { width, height } = this.size;
     return html`<figure role="img" aria-label=${popup ? t.preview.label(popup.message) : t.preview.none}>
         <div class="frame">
           <iframe
@@ -168,9 +172,12 @@ export class PopupPreview extends LitElement {
 
   private renderChoices(): unknown {
     const valueOf = (event: Event): string => (event.target as HTMLSelectElement).value;
-    const sizes = Object.entries(t.preview.screens).map(([key, name]) => html`<option value=${key}>${name}</option>`);
+    const chosen = this.size.key;
+    const sizes = this.sizes.map(
+      ({ key, name }) => html`<option value=${key} .selected=${key === chosen}>${name}</option>`,
+    );
     const size = (event: Event): void => {
-      this.size = valueOf(event) as Size;
+      this.chosen = valueOf(event);
     };
     const colours = (event: Event): void => {
       this.colours = valueOf(event) as 'dark' | 'light';

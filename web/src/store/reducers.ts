@@ -80,7 +80,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
   popup_hidden({ navigator, number }, house) {
     if (house.popupOn(navigator)?.number === number) house.changeScreen(navigator, { popup: null });
   },
-  pages_changed: ({ navigator, pages }, house) => house.changeScreen(navigator, { pages }),
+  pages_changed: ({ navigator, pages, size }, house) => house.changeScreen(navigator, { pages, size }),
   variable_changed({ device, variable, value }, house) {
     house.variables = house.variables.map((one) =>
       one.device === device && one.variable === variable ? { ...one, value } : one,

@@ -88,7 +88,7 @@ export const shellStyles = css`
     font-weight: 600;
   }
   .page {
-    padding: 1.25rem 1rem 18rem;
+    padding: 1.25rem 1rem calc(6.5rem + 1.5 * var(--now, 0rem));
   }
   .page.playing {
     --now: 5.2rem;
@@ -178,7 +178,7 @@ export const shellStyles = css`
     }
     .page {
       margin-left: var(--rail);
-      padding: 2rem 1.75rem 9rem;
+      padding: 2rem 1.75rem calc(3rem + 1.2 * var(--now, 0rem));
     }
     now-bar {
       inset: auto 1.75rem 1.25rem calc(var(--rail) + 1.75rem);
@@ -218,7 +218,7 @@ export const shellStyles = css`
     }
     .page {
       margin-left: var(--nav);
-      padding: 2.25rem 2.5rem 9rem;
+      padding: 2.25rem 2.5rem calc(3rem + 1.2 * var(--now, 0rem));
     }
     now-bar {
       inset: auto 2.5rem 1.5rem calc(var(--nav) + 2.5rem);

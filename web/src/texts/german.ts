@@ -6,7 +6,9 @@ import { common } from './german/common';
 import { editing } from './german/editor';
 import { live } from './german/log';
 import { now } from './german/now';
+import { said } from './german/said';
 import { sounds } from './german/sounds';
 import { views } from './german/views';
 
+export { said };
 export const german: Texts = { ...common, ...now, ...announcements, ...editing, ...views, ...sounds, ...live };

@@ -2,12 +2,17 @@
 
 import type { english } from './english';
 import { language, type Language } from './language';
+import { sayAs } from './said';
 
 export type Texts = typeof english;
 
-const files: Record<Language, () => Promise<Texts>> = {
-  en: async () => (await import('./english')).english,
-  de: async () => (await import('./german')).german,
+/** Each with what the controller says in it; in English that is what it says itself. */
+const files: Record<Language, () => Promise<[Texts, Readonly<Record<string, string>>]>> = {
+  en: async () => [(await import('./english')).english, {}],
+  de: async () => {
+    const { german, said } = await import('./german');
+    return [german, said];
+  },
 };
 
 /** The text for something that the controller names; undefined for what it has learned since. */
@@ -17,5 +22,7 @@ export const textFor = (texts: Record<string, string>, name: string): string | u
 export const t = {} as Texts;
 
 export async function loadTexts(wanted = language): Promise<void> {
-  Object.assign(t, await files[wanted]());
+  const [texts, said] = await files[wanted]();
+  Object.assign(t, texts);
+  sayAs(said);
 }

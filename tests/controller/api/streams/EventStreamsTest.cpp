@@ -16,6 +16,9 @@ class FakeSocket final : public WebSocket {
 public:
     void Send(std::shared_ptr<const std::string> text) override { sent.push_back(Json::parse(*text)); }
     void Close(unsigned code, const std::string& /*reason*/) override { closed = code; }
+    void OnMessage(std::function<void(std::string_view)> listener) override {
+        onMessage = std::move(listener);
+    }
     void OnClosed(std::function<void()> listener) override { onClosed = std::move(listener); }
 
     /// "seq type", each message since the last call.
@@ -29,6 +32,7 @@ public:
 
     std::vector<Json> sent;
     std::optional<unsigned> closed;
+    std::function<void(std::string_view)> onMessage;
     std::function<void()> onClosed;
 };
 
@@ -123,6 +127,40 @@ TEST_F(EventStreamsTest, PagesAreCountedAsTheyComeAndGo) {
 
     EXPECT_EQ(m_streams->Size(), 0U);
     EXPECT_EQ(told, (decltype(told){{5, 1}, {5, 2}, {5, 1}, {5, 0}}));
+}
+
+TEST_F(EventStreamsTest, AScreenIsAsLargeAsItsLastPageSaysUntilThatGoes) {
+    Texts told;
+    const auto subscription = m_feed.Subscribe([&](const Event& event) {
+        const auto& change = std::get<events::PagesChanged>(event.data);
+        told.push_back(std::to_string(change.pages) + (change.size
+                                                           ? " " + std::to_string(change.size->width) + "x" +
+                                                                 std::to_string(change.size->height)
+                                                           : ""));
+    });
+    const auto first = Page(5);
+    EXPECT_FALSE(m_streams->SizeOf(5));
+    first->onMessage(R"({"size":{"width":1280,"height":800}})");
+    first->onMessage(R"({"size":{"width":1280,"height":800}})");
+    const auto second = Page(5);
+    second->onMessage(R"({"size":{"width":800,"height":1280}})");
+    first->onMessage(R"({"size":{"width":640,"height":480}})");
+    second->onClosed();
+    first->onClosed();
+
+    EXPECT_EQ(told, (Texts{"1", "1 1280x800", "2 1280x800", "2 800x1280", "1 640x480", "0"}));
+    EXPECT_FALSE(m_streams->SizeOf(5));
+    EXPECT_FALSE(m_streams->SizeOf(6));
+}
+
+TEST_F(EventStreamsTest, WhatAPageSaysThatIsNoSizeIsThrownAway) {
+    const auto page = Page(5);
+    for (const char* text : {"", "{", "[]", "null", "{}", R"({"size":null})", R"({"size":{"width":1}})",
+                             R"({"size":{"width":0,"height":1}})", R"({"size":{"width":1,"height":100001}})",
+                             R"({"size":{"width":1.5,"height":1}})", "\xff\xfe"})
+        page->onMessage(text);
+    EXPECT_FALSE(m_streams->SizeOf(5));
+    EXPECT_FALSE(page->closed);
 }
 
 TEST_F(EventStreamsTest, ASocketThatHasGoneIsToldNothing) {

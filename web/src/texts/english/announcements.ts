@@ -87,6 +87,7 @@ export const announcements = {
     hidden: (screen: string) => `${screen} no longer shows it.`,
   },
   preview: {
+    own: (name: string, width: number, height: number) => `${name}, ${width} × ${height}`,
     screens: { tablet: 'Tablet', upright: 'Tablet, upright', television: 'Television', phone: 'Phone' },
     size: 'On which screen',
     colours: 'In which colours',

@@ -41,6 +41,12 @@ export const views = {
     removed: (name: string) => `“${name}” is deleted`,
     inUseTitle: (name: string) => `“${name}” is in use`,
     inUseText: 'These announcements use it. Change or delete them first:',
+    asItIs: 'Play as it is',
+    asItIsLabel: (name: string) => `Play ${name} as loud as its file is`,
+    silent: 'Too quiet to be measured',
+    louder: (lufs: string, decibels: string) => `${lufs} LUFS, is played ${decibels} dB louder`,
+    quieter: (lufs: string, decibels: string) => `${lufs} LUFS, is played ${decibels} dB quieter`,
+    asLoud: (lufs: string) => `${lufs} LUFS, is played as it is`,
     waveform: (name: string, length: string) => `${name}: how loud it is over its ${length}`,
   },
   house: {

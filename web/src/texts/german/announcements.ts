@@ -89,6 +89,7 @@ export const announcements: typeof English = {
     hidden: (screen: string) => `${screen} zeigt es nicht mehr.`,
   },
   preview: {
+    own: (name: string, width: number, height: number) => `${name}, ${width} × ${height}`,
     screens: { tablet: 'Tablet', upright: 'Tablet, hochkant', television: 'Fernseher', phone: 'Handy' },
     size: 'Auf welchem Bildschirm',
     colours: 'In welchen Farben',

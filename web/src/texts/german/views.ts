@@ -42,6 +42,12 @@ export const views: typeof English = {
     removed: (name: string) => `„${name}“ ist gelöscht`,
     inUseTitle: (name: string) => `„${name}“ wird genutzt`,
     inUseText: 'Diese Durchsagen nutzen die Datei. Erst sie ändern oder löschen:',
+    asItIs: 'Spielen, wie es ist',
+    asItIsLabel: (name: string) => `${name} so laut spielen, wie die Datei ist`,
+    silent: 'Zu leise zum Messen',
+    louder: (lufs: string, decibels: string) => `${lufs} LUFS, wird ${decibels} dB lauter gespielt`,
+    quieter: (lufs: string, decibels: string) => `${lufs} LUFS, wird ${decibels} dB leiser gespielt`,
+    asLoud: (lufs: string) => `${lufs} LUFS, wird gespielt, wie es ist`,
     waveform: (name: string, length: string) => `${name}: wie laut es über seine ${length} ist`,
   },
   house: {
