@@ -88,7 +88,7 @@ export const shellStyles = css`
     font-weight: 600;
   }
   .page {
-    padding: 1.25rem 1rem calc(6.5rem + 1.5 * var(--now, 0rem));
+    padding: 1.25rem 1rem calc(6.5rem + 2.1 * var(--now, 0rem)); /* the bar has three lines where something waits */
   }
   .page.playing {
     --now: 5.2rem;
