@@ -82,7 +82,7 @@ void AddMeaning(view::Parameters& params, const std::string& name, std::string_v
         return;
     params.values.emplace_back(name + ".code", meaning->code.text);
     for (const auto& [inner, value] : meaning->params.values)
-        params.values.emplace_back(name + "." + inner, value);
+        params.values.emplace_back(std::string(name).append(".").append(inner), value);
 }
 
 std::optional<Meaning> KnownMeaningOf(std::string_view text) {
