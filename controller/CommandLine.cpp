@@ -69,10 +69,21 @@ fs::path DemoHouse() {
     return file;
 }
 
+std::vector<std::string> DoubtsAbout(const House& house, const fs::path& file) {
+    std::vector<std::string> lines;
+    for (const House::Doubt& doubt : house.doubts)
+        lines.push_back(file.string() + ":" + std::to_string(doubt.line) + ": " + doubt.key +
+                        ": warning: " + doubt.text);
+    return lines;
+}
+
 void RunController(const Arguments& arguments) {
     Log log(STDERR_FILENO, arguments.isVerbose ? Severity::Information : Severity::Notice,
             Log::FormOfStandardError());
-    House house = ReadHouseFile(arguments.house.empty() ? DemoHouse() : fs::path(arguments.house));
+    const fs::path file = arguments.house.empty() ? DemoHouse() : fs::path(arguments.house);
+    House house = ReadHouseFile(file);
+    for (const std::string& doubt : DoubtsAbout(house, file))
+        log.Warning(doubt);
     if (!arguments.data.empty())
         house.dataFolder = arguments.data;
     if (arguments.port)
@@ -87,6 +98,8 @@ void RunController(const Arguments& arguments) {
 
 void Check(const fs::path& file) {
     const House house = ReadHouseFile(file);
+    for (const std::string& doubt : DoubtsAbout(house, file))
+        std::cerr << doubt << '\n';
     std::cout << file.string() << ": " << house.name << " is in order ("
               << CountOf(house.rooms.size(), "room") << ", " << CountOf(house.navigators.size(), "navigator")
               << ", " << CountOf(house.variables.size(), "variable") << ", "

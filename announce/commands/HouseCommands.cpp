@@ -72,7 +72,9 @@ Table::Cell RoomState(const Json& room) {
         return {trouble.get<std::string>(), Style::Bad};
     if (room.at("in_announcement").get<bool>())
         return "plays an announcement";
-    return room.at("awake").get<bool>() ? "screens awake" : "";
+    if (room.at("awake").get<bool>())
+        return "screens awake";
+    return room.value("answers", true) ? "" : "never answers";
 }
 
 } // namespace

@@ -20,7 +20,7 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
     StartGstreamer();
     for (RoomConfig& room : rooms) {
         const std::uint32_t id = room.id;
-        m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { OnRoomChanged(); });
+        m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { PostRoomChange(); });
     }
     // One tick waits on the driver thread at most, however slow that is.
     const auto isWaiting = std::make_shared<std::atomic<bool>>(false);
@@ -98,24 +98,30 @@ void AudioEngine::CloseStream(OnClosed onClosed) {
     PendingClose pending{std::move(onClosed), {}};
     for (const auto& [id, room] : m_rooms)
         if (room->Closing())
-            pending.pipelines.push_back(room->Closing());
+            pending.players.emplace_back(room.get(), room->Closing());
     m_closings.push_back(std::move(pending));
     AnswerClosed();
     SwitchTicker();
 }
 
 void AudioEngine::AnswerClosed() {
-    const auto isClosing = [this](const auto& pipeline) {
-        return std::any_of(m_rooms.begin(), m_rooms.end(),
-                           [&](const auto& room) { return room.second->Closing() == pipeline; });
-    };
-    const auto isClosed = [&](const PendingClose& pending) {
-        return std::none_of(pending.pipelines.begin(), pending.pipelines.end(), isClosing);
+    const auto isClosed = [](const PendingClose& pending) {
+        return std::none_of(pending.players.begin(), pending.players.end(),
+                            [](const auto& player) { return player.first->Closing() == player.second; });
     };
     for (const PendingClose& pending : m_closings)
         if (pending.onClosed && isClosed(pending))
             m_context->mailbox->Post(pending.onClosed);
     m_closings.erase(std::remove_if(m_closings.begin(), m_closings.end(), isClosed), m_closings.end());
+}
+
+/// Many rooms change together, and what follows looks at all of them: once is enough.
+void AudioEngine::PostRoomChange() {
+    if (!std::exchange(m_isChangePosted, true))
+        m_context->mailbox->Post([this] {
+            m_isChangePosted = false;
+            OnRoomChanged();
+        });
 }
 
 void AudioEngine::OnRoomChanged() {
@@ -131,9 +137,9 @@ void AudioEngine::OnTick() {
 }
 
 void AudioEngine::SwitchTicker() {
-    const bool hasClosing = std::any_of(m_rooms.begin(), m_rooms.end(),
-                                        [](const auto& room) { return room.second->Closing() != nullptr; });
-    m_ticker->Switch(m_stream != nullptr || hasClosing);
+    m_ticker->Switch(m_stream != nullptr || std::any_of(m_rooms.begin(), m_rooms.end(), [](const auto& room) {
+                         return room.second->Closing() != nullptr;
+                     }));
 }
 
 } // namespace controller::audio

@@ -60,8 +60,7 @@ struct EngineLimits {
     unsigned hangingPerRoom = 4;              ///< Given-up outputs of a room before it is refused at once.
 };
 
-/// Sound in rooms: one stream at a time, one GStreamer pipeline for each room of it, all of them on one
-/// clock.
+/// Sound in rooms: one stream at a time, one player for each room of it, all of them on one clock.
 ///
 /// Whatever may block runs on threads of the engine, and results come back as posted work.
 class AudioEngine final : public ISoundEngine {
@@ -98,6 +97,7 @@ private:
     void FinishPlay(const std::string& error, std::vector<std::uint32_t> rooms);
     [[nodiscard]] std::string WhyNoRoom() const;
     void AnswerClosed();
+    void PostRoomChange();
     void OnRoomChanged();
     void OnTick();
     void SwitchTicker();
@@ -109,6 +109,7 @@ private:
     std::vector<PendingClose> m_closings;
     unsigned m_takes = 0;
     unsigned m_plays = 0;
+    bool m_isChangePosted = false;
     std::unique_ptr<Ticker> m_ticker;
 };
 

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace controller::audio {
@@ -34,7 +35,7 @@ struct AudioEngine::CurrentPlay {
 
 struct AudioEngine::PendingClose {
     OnClosed onClosed;
-    std::vector<std::shared_ptr<const RoomPipeline>> pipelines;
+    std::vector<std::pair<const RoomOutput*, std::shared_ptr<IRoomPlayer>>> players;
 };
 
 } // namespace controller::audio

@@ -45,7 +45,7 @@ void AudioEngine::RenewStream() {
 void AudioEngine::StartPlayback(const PlayedSound& sound) {
     std::chrono::milliseconds lead{0};
     for (const std::uint32_t id : m_stream->rooms)
-        lead = std::max(lead, m_rooms.at(id)->Config().leadSilence);
+        lead = std::max(lead, m_rooms.at(id)->LeadSilence());
     // The play is named by its number: the object behind it may be gone when word of it comes.
     const unsigned number = m_play->number = ++m_plays;
     const auto mailbox = m_context->mailbox;

@@ -4,13 +4,14 @@
 #include "controller/audio/DeviceSearch.h"
 #include "controller/audio/Mailbox.h"
 #include "controller/audio/Workers.h"
+#include "controller/audio/multicast/PacketSender.h"
 
 #include <memory>
 #include <utility>
 
 namespace controller::audio {
 
-/// What the engine and its rooms share. Driver thread, except for mailbox, workers and devices.
+/// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices and packets.
 struct EngineContext {
     EngineContext(EngineServices theServices, const EngineLimits& theLimits)
         : services(std::move(theServices))
@@ -22,6 +23,7 @@ struct EngineContext {
     const std::shared_ptr<Mailbox> mailbox;
     Workers workers;
     std::shared_ptr<DeviceSearch> devices = std::make_shared<DeviceSearch>();
+    std::shared_ptr<PacketSender> packets = std::make_shared<PacketSender>();
 };
 
 } // namespace controller::audio

@@ -2,14 +2,21 @@
 
 #include "controller/audio/Gst.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <variant>
 
 namespace controller::audio {
 
 class DeviceSearch;
+class IRoomPlayer;
+class PacketSender;
+class Timeline;
+struct OutputFacts;
+struct RoomSlot;
 
 /// For whom an output opens, and with what help.
 struct OutputContext {
@@ -17,13 +24,31 @@ struct OutputContext {
     unsigned take = 1;                                     ///< Counts the engine's streams, from 1.
     std::function<void(const std::string& reason)> silent; ///< Nothing will be heard, and why. Any thread.
     std::shared_ptr<DeviceSearch> devices;
+    std::shared_ptr<PacketSender> packets;
 };
 
 /// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
 /// what arrives there has been converted to what the pad asks for. Called on a thread of its own, so it may
 /// block.
 /// @throws std::runtime_error that says why there can be no sound.
-using Output = std::function<GstElement*(const OutputContext& context)>;
+using ElementOutput = std::function<GstElement*(const OutputContext& context)>;
+
+/// What a room's player starts from.
+struct PlayerOrder {
+    std::shared_ptr<Timeline> timeline;
+    std::shared_ptr<RoomSlot> slot;
+    unsigned volume = 0;
+    std::chrono::milliseconds leadSilence{0}; ///< that the room is to get before the clip
+    OutputContext context;
+};
+
+/// A place that is no GStreamer bin: its rooms have players of their own.
+struct PlayerOutput {
+    std::function<std::shared_ptr<IRoomPlayer>(PlayerOrder order)> make;
+    std::chrono::milliseconds leadSilence{0}; ///< that it needs before each clip, at least
+};
+
+using Output = std::variant<ElementOutput, PlayerOutput>;
 
 /// A kind of output: one row of the table in Outputs.cpp, one source file.
 struct OutputKind {
@@ -33,12 +58,18 @@ struct OutputKind {
     /// `text` is what follows the kind. Opens nothing.
     /// @throws std::invalid_argument when it is not what the kind needs.
     Output (*create)(const std::string& text);
+    /// The words that may stand behind the text, each as `word=value`, with spaces between them.
+    const char* options = "";
+    /// What the text says about the place; null: nothing.
+    OutputFacts (*facts)(const std::string& text) = nullptr;
 };
 
 Output CreateAutoOutput(const std::string& text);
 Output CreateSilentOutput(const std::string& text);
 Output CreateFileOutput(const std::string& text);
 Output CreateGstreamerOutput(const std::string& text);
+Output CreateMulticastOutput(const std::string& text);
+OutputFacts FactsOfMulticast(const std::string& text);
 
 struct OutputDescription;
 

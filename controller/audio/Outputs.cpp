@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace controller::audio {
@@ -21,6 +23,11 @@ constexpr std::array kOutputKinds{
                "a GStreamer bin description with one free input for raw audio, such as "
                "\"pulsesink device=kitchen\"",
                &CreateGstreamerOutput},
+    OutputKind{
+        "multicast", "multicast: ADDRESS:PORT",
+        "RTP to a multicast address, for IP loudspeakers and telephones; beside it codec: pcmu or l16, "
+        "ttl, dscp, interface",
+        &CreateMulticastOutput, "codec ttl dscp interface", &FactsOfMulticast},
 };
 
 std::string Trim(const std::string& text) {
@@ -36,12 +43,17 @@ std::string Forms() {
     return forms;
 }
 
+const OutputKind* FindKind(const std::string& kind) {
+    const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
+                                   [&](const OutputKind& known) { return kind == known.kind; });
+    return row != kOutputKinds.end() ? row : nullptr;
+}
+
 } // namespace
 
 Output CreateOutput(const OutputDescription& description) {
-    const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
-                                   [&](const OutputKind& kind) { return description.kind == kind.kind; });
-    if (row == kOutputKinds.end())
+    const OutputKind* row = FindKind(description.kind);
+    if (row == nullptr)
         throw std::invalid_argument("\"" + description.kind + "\" is no kind of output; there are " +
                                     Forms());
     return row->create(description.text);
@@ -57,11 +69,19 @@ OutputDescription ParseOutput(const std::string& text) {
     return description;
 }
 
+OutputFacts FactsOf(const OutputDescription& description) {
+    const OutputKind* row = FindKind(description.kind);
+    return row != nullptr && row->facts != nullptr ? row->facts(description.text) : OutputFacts{};
+}
+
 std::vector<OutputHelp> ListOutputs() {
     std::vector<OutputHelp> list;
     list.reserve(kOutputKinds.size());
-    for (const OutputKind& row : kOutputKinds)
-        list.push_back({row.kind, row.form, row.meaning});
+    for (const OutputKind& row : kOutputKinds) {
+        std::istringstream options(row.options);
+        list.push_back({row.kind, row.form, row.meaning,
+                        std::vector<std::string>(std::istream_iterator<std::string>(options), {})});
+    }
     return list;
 }
 

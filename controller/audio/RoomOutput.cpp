@@ -1,5 +1,7 @@
 #include "controller/audio/RoomOutput.h"
 
+#include "controller/audio/RoomPipeline.h"
+
 #include <algorithm>
 #include <system_error>
 #include <utility>
@@ -34,6 +36,7 @@ RoomOutput::RoomOutput(RoomConfig config,
                        std::shared_ptr<EngineContext> context,
                        std::function<void()> onChange)
     : m_config(std::move(config))
+    , m_output(CreateOutput(m_config.output))
     , m_context(std::move(context))
     , m_onChange(std::move(onChange)) {}
 
@@ -56,24 +59,38 @@ void RoomOutput::Open() {
                "its output still hangs in " + std::to_string(m_hanging) + " earlier announcements");
         return;
     }
-    m_current = std::make_shared<RoomPipeline>(m_timeline, m_slot, m_config.volume);
-    const auto mailbox = m_context->mailbox;
-    const auto onEvent = [this, mailbox, sender = m_current.get()](const PipelineEvent& event) {
-        mailbox->Post([this, sender, event] { OnEvent(sender, event); });
-    };
-    OutputContext output{m_config.id, m_take,
-                         [this, mailbox, sender = m_current.get()](const std::string& reason) {
-                             mailbox->Post([this, sender, reason] { OnSilent(sender, reason); });
-                         },
-                         m_context->devices};
+    m_current = MakePlayer();
     try {
-        m_current->Start(m_context->workers, m_config.output, std::move(output), onEvent);
+        m_current->Start(
+            [this, mailbox = m_context->mailbox, sender = m_current.get()](const PlayerEvent& event) {
+                mailbox->Post([this, sender, event] { OnEvent(sender, event); });
+            });
     } catch (const std::system_error& error) {
         m_timeline->Abort(m_slot);
         m_timeline = nullptr;
         m_current = nullptr;
         Report(RoomTrouble::Kind::Refused, std::string("no thread for its output: ") + error.what());
     }
+}
+
+std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
+    const auto silent = [this, mailbox = m_context->mailbox, sender = m_slot](const std::string& reason) {
+        mailbox->Post([this, sender, reason] { OnSilent(sender, reason); });
+    };
+    PlayerOrder order{m_timeline,
+                      m_slot,
+                      m_config.volume,
+                      LeadSilence(),
+                      {m_config.id, m_take, silent, m_context->devices, m_context->packets}};
+    if (const auto* own = std::get_if<PlayerOutput>(&m_output))
+        return own->make(std::move(order));
+    return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),
+                                          m_context->workers);
+}
+
+std::chrono::milliseconds RoomOutput::LeadSilence() const {
+    const auto* own = std::get_if<PlayerOutput>(&m_output);
+    return own != nullptr ? std::max(own->leadSilence, m_config.leadSilence) : m_config.leadSilence;
 }
 
 void RoomOutput::Leave() {
@@ -133,10 +150,10 @@ void RoomOutput::CheckTime() {
         GiveUp(m_current, "took no sound for " + Milliseconds(limits.stall));
 }
 
-void RoomOutput::GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::string& reason) {
-    const bool isCurrent = pipeline == m_current;
-    pipeline->Abort();
-    pipeline = nullptr;
+void RoomOutput::GiveUp(std::shared_ptr<IRoomPlayer>& player, const std::string& reason) {
+    const bool isCurrent = player == m_current;
+    player->Abort();
+    player = nullptr;
     ++m_hanging;
     if (isCurrent)
         LeaveTimeline();
@@ -146,25 +163,25 @@ void RoomOutput::GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::stri
     m_onChange();
 }
 
-void RoomOutput::OnEvent(const RoomPipeline* sender, const PipelineEvent& event) {
+void RoomOutput::OnEvent(const IRoomPlayer* sender, const PlayerEvent& event) {
     switch (event.kind) {
-    case PipelineEvent::Kind::Late:
+    case PlayerEvent::Kind::Late:
         if (sender == m_current.get())
             Report(RoomTrouble::Kind::Late, "the beginning of the announcement is missing");
         break;
-    case PipelineEvent::Kind::Ended:
+    case PlayerEvent::Kind::Ended:
         break; // The slot says so.
-    case PipelineEvent::Kind::Failed:
+    case PlayerEvent::Kind::Failed:
         OnFailed(sender, event);
         break;
-    case PipelineEvent::Kind::Gone:
+    case PlayerEvent::Kind::Gone:
         OnGone(sender);
         break;
     }
     m_onChange();
 }
 
-void RoomOutput::OnFailed(const RoomPipeline* sender, const PipelineEvent& event) {
+void RoomOutput::OnFailed(const IRoomPlayer* sender, const PlayerEvent& event) {
     if (sender != m_current.get() && sender != m_closing.get())
         return; // It was given up before, and that was reported.
     // What fails after its last sample has done its duty in this stream.
@@ -175,14 +192,14 @@ void RoomOutput::OnFailed(const RoomPipeline* sender, const PipelineEvent& event
     Report(event.trouble, event.reason);
 }
 
-void RoomOutput::OnSilent(const RoomPipeline* sender, const std::string& reason) {
-    if (sender != m_current.get())
+void RoomOutput::OnSilent(const std::shared_ptr<RoomSlot>& sender, const std::string& reason) {
+    if (!m_timeline || sender != m_slot)
         return;
     m_isSilent = true;
     Report(RoomTrouble::Kind::Silent, reason);
 }
 
-void RoomOutput::OnGone(const RoomPipeline* sender) {
+void RoomOutput::OnGone(const IRoomPlayer* sender) {
     if (sender == m_current.get()) {
         m_current = nullptr;
         return;

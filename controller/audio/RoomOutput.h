@@ -1,7 +1,8 @@
 #pragma once
 
 #include "controller/audio/EngineContext.h"
-#include "controller/audio/RoomPipeline.h"
+#include "controller/audio/IRoomPlayer.h"
+#include "controller/audio/Output.h"
 #include "controller/audio/Timeline.h"
 
 #include <chrono>
@@ -11,13 +12,13 @@
 
 namespace controller::audio {
 
-/// One room: its volume, its pipeline while it is in a stream, and the former one while that closes (a device
+/// One room: its volume, its player while it is in a stream, and the former one while that closes (a device
 /// is opened again only when it is closed, or was given up). Driver thread.
 class RoomOutput final {
 public:
     enum class State { Out, Opening, Playing, Ended };
 
-    /// `onChange` is called when the state has changed by itself, and when a pipeline has closed.
+    /// `onChange` is called when the state has changed by itself, and when a player has closed.
     RoomOutput(RoomConfig config, std::shared_ptr<EngineContext> context, std::function<void()> onChange);
 
     void Join(std::shared_ptr<Timeline> timeline, unsigned take);
@@ -32,32 +33,37 @@ public:
     /// Whether the stream's clip has been heard here to its last sample.
     [[nodiscard]] bool HasHeardClip() const;
     [[nodiscard]] const RoomConfig& Config() const { return m_config; }
+
+    /// What it needs before a clip.
+    [[nodiscard]] std::chrono::milliseconds LeadSilence() const;
     [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
 
-    /// The pipeline that is closing, or null.
-    [[nodiscard]] std::shared_ptr<const RoomPipeline> Closing() const { return m_closing; }
+    /// The player that is closing, or null.
+    [[nodiscard]] const std::shared_ptr<IRoomPlayer>& Closing() const { return m_closing; }
 
 private:
     using Clock = std::chrono::steady_clock;
 
     void Open();
-    void OnEvent(const RoomPipeline* sender, const PipelineEvent& event);
-    void OnFailed(const RoomPipeline* sender, const PipelineEvent& event);
-    void OnGone(const RoomPipeline* sender);
-    void OnSilent(const RoomPipeline* sender, const std::string& reason);
-    void GiveUp(std::shared_ptr<RoomPipeline>& pipeline, const std::string& reason);
+    [[nodiscard]] std::shared_ptr<IRoomPlayer> MakePlayer();
+    void OnEvent(const IRoomPlayer* sender, const PlayerEvent& event);
+    void OnFailed(const IRoomPlayer* sender, const PlayerEvent& event);
+    void OnGone(const IRoomPlayer* sender);
+    void OnSilent(const std::shared_ptr<RoomSlot>& sender, const std::string& reason);
+    void GiveUp(std::shared_ptr<IRoomPlayer>& player, const std::string& reason);
     void MoveToClosing();
     void LeaveTimeline();
     void Report(RoomTrouble::Kind kind, const std::string& reason);
 
     RoomConfig m_config;
+    const Output m_output;
     const std::shared_ptr<EngineContext> m_context;
     const std::function<void()> m_onChange;
     std::shared_ptr<Timeline> m_timeline; ///< Null: the room is in no stream.
     std::shared_ptr<RoomSlot> m_slot;
     unsigned m_take = 0;
-    std::shared_ptr<RoomPipeline> m_current; ///< Null while it waits for the former one to close.
-    std::shared_ptr<RoomPipeline> m_closing;
+    std::shared_ptr<IRoomPlayer> m_current; ///< Null while it waits for the former one to close.
+    std::shared_ptr<IRoomPlayer> m_closing;
     Clock::time_point m_closingSince;
     unsigned m_hanging = 0;
     bool m_isReadyInTime = true; ///< As far as is known; the other rooms wait for no known trouble.

@@ -1,7 +1,5 @@
 #include "controller/audio/RoomPipeline.h"
 
-#include "controller/audio/OutputDescription.h"
-
 #include <chrono>
 #include <exception>
 #include <stdexcept>
@@ -27,18 +25,17 @@ void AddTo(GstElement* pipeline, GstElement* element) {
 
 } // namespace
 
-RoomPipeline::RoomPipeline(std::shared_ptr<Timeline> timeline,
-                           std::shared_ptr<RoomSlot> slot,
-                           unsigned volume)
-    : m_timeline(std::move(timeline))
-    , m_slot(std::move(slot))
-    , m_feed(m_timeline, m_slot, volume) {}
+RoomPipeline::RoomPipeline(PlayerOrder order, ElementOutput output, Workers& workers)
+    : m_context(std::move(order.context))
+    , m_output(std::move(output))
+    , m_workers(workers)
+    , m_timeline(std::move(order.timeline))
+    , m_slot(std::move(order.slot))
+    , m_feed(m_timeline, m_slot, order.volume) {}
 
-void RoomPipeline::Start(Workers& workers, OutputDescription output, OutputContext context, OnEvent onEvent) {
+void RoomPipeline::Start(OnEvent onEvent) {
     m_onEvent = std::move(onEvent);
-    workers.Start([self = shared_from_this(), output = std::move(output), context = std::move(context)] {
-        self->Run(output, context);
-    });
+    m_workers.Start([self = shared_from_this()] { self->Run(); });
 }
 
 void RoomPipeline::Stop() {
@@ -55,20 +52,20 @@ void RoomPipeline::Abort() {
     m_changed.notify_all();
 }
 
-void RoomPipeline::Run(const OutputDescription& output, const OutputContext& context) {
+void RoomPipeline::Run() {
     try {
-        Build(output, context);
+        Build();
         Open();
         PlayUntilStopped();
     } catch (const std::exception& error) {
-        m_onEvent({PipelineEvent::Kind::Failed,
+        m_onEvent({PlayerEvent::Kind::Failed,
                    IsRunning() ? RoomTrouble::Kind::Failed : RoomTrouble::Kind::Refused, error.what()});
     }
     Close();
-    m_onEvent({PipelineEvent::Kind::Gone, {}, {}});
+    m_onEvent({PlayerEvent::Kind::Gone, {}, {}});
 }
 
-void RoomPipeline::Build(const OutputDescription& output, const OutputContext& context) {
+void RoomPipeline::Build() {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
@@ -78,7 +75,7 @@ void RoomPipeline::Build(const OutputDescription& output, const OutputContext& c
     // Without dithering, what needs no conversion but that to integers stays what it is.
     GstElement* converter = MakeBin("audioconvert dithering=none ! audioresample");
     AddTo(m_pipeline.get(), converter);
-    GstElement* sink = CreateOutput(output)(context);
+    GstElement* sink = m_output(m_context);
     AddTo(m_pipeline.get(), sink);
     if (!gst_element_link_many(source, converter, sink, nullptr)) // NOLINT(*-vararg)
         throw std::runtime_error("the output takes no raw audio");
@@ -106,7 +103,7 @@ void RoomPipeline::Open() {
 
 void RoomPipeline::PlayUntilStopped() {
     if (IsRunning() && !m_timeline->SetRunning(*m_slot, HasDevice()))
-        m_onEvent({PipelineEvent::Kind::Late, {}, {}});
+        m_onEvent({PlayerEvent::Kind::Late, {}, {}});
     std::unique_lock<std::mutex> lock(m_mutex);
     const auto hasEnded = [this] {
         return m_hasEnded || m_isAborted || !m_error.empty();
@@ -120,7 +117,7 @@ void RoomPipeline::PlayUntilStopped() {
         return;
     lock.unlock();
     m_timeline->SetDone(*m_slot);
-    m_onEvent({PipelineEvent::Kind::Ended, {}, {}});
+    m_onEvent({PlayerEvent::Kind::Ended, {}, {}});
     lock.lock();
     m_changed.wait(lock, [this] { return m_isStopping || m_isAborted || !m_error.empty(); });
 }

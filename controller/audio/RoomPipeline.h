@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controller/audio/AudioEngine.h"
 #include "controller/audio/Gst.h"
+#include "controller/audio/IRoomPlayer.h"
 #include "controller/audio/Output.h"
 #include "controller/audio/RoomFeed.h"
 #include "controller/audio/Timeline.h"
@@ -15,45 +15,21 @@
 
 namespace controller::audio {
 
-/// What a room's pipeline has to say. Called on threads of the pipeline, one at a time, Gone last.
-struct PipelineEvent {
-    enum class Kind {
-        Late,  ///< Runs, but a clip had begun before.
-        Ended, ///< Its output has played everything.
-        Failed,
-        Gone ///< All its GStreamer objects are closed.
-    };
-    Kind kind = Kind::Gone;
-    RoomTrouble::Kind trouble = RoomTrouble::Kind::Failed;
-    std::string reason;
-};
-
-/// One room's output for one stream: opens, plays what its feed gives it, closes. All its GStreamer state
-/// changes happen on one thread of its own, which keeps the pipeline alive, so a device that never returns
-/// can be left behind: drop the pointer. Operations: any thread, they never block.
-class RoomPipeline final : public std::enable_shared_from_this<RoomPipeline> {
+/// A room whose output is a GStreamer element, in a pipeline that is fed by the room's turns on the timeline.
+/// All its GStreamer state changes happen on one thread of its own.
+class RoomPipeline final : public IRoomPlayer, public std::enable_shared_from_this<RoomPipeline> {
 public:
-    using OnEvent = std::function<void(const PipelineEvent&)>;
+    /// `workers` is borrowed until `Start` has returned.
+    RoomPipeline(PlayerOrder order, ElementOutput output, Workers& workers);
 
-    RoomPipeline(std::shared_ptr<Timeline> timeline, std::shared_ptr<RoomSlot> slot, unsigned volume);
-
-    /// Opens the output and plays.
-    /// @throws std::system_error when there is no thread for it.
-    void Start(Workers& workers, OutputDescription output, OutputContext context, OnEvent onEvent);
-
-    void SetVolume(unsigned volume) { m_feed.SetVolume(volume); }
-
-    /// Ends the sound, lets the output play what it has, closes it.
-    void Stop();
-
-    /// Closes the output at once, whatever it still has to play.
-    void Abort();
-
-    [[nodiscard]] const std::shared_ptr<RoomSlot>& Slot() const { return m_slot; }
+    void Start(OnEvent onEvent) override;
+    void SetVolume(unsigned volume) override { m_feed.SetVolume(volume); }
+    void Stop() override;
+    void Abort() override;
 
 private:
-    void Run(const OutputDescription& output, const OutputContext& context);
-    void Build(const OutputDescription& output, const OutputContext& context);
+    void Run();
+    void Build();
     void Open();
     void PlayUntilStopped();
     void Close();
@@ -62,6 +38,9 @@ private:
     static GstBusSyncReply OnBusMessage(GstBus* bus, GstMessage* message, gpointer pipeline);
     void Handle(GstMessage* message);
 
+    const OutputContext m_context;
+    const ElementOutput m_output;
+    Workers& m_workers;
     const std::shared_ptr<Timeline> m_timeline;
     const std::shared_ptr<RoomSlot> m_slot;
     RoomFeed m_feed;

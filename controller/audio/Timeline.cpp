@@ -91,7 +91,32 @@ Timeline::StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::
             start = std::max(start, slot->next);
     m_clip = std::move(clip);
     m_clipStart = BlockAfter(start) + lead;
-    return Clock::time_point(std::chrono::nanoseconds(m_base) + TimeOf(m_clipStart));
+    const auto begin = TimeAt(m_clipStart);
+    const auto listeners = m_listeners;
+    lock.unlock();
+    for (const auto& listener : listeners)
+        listener();
+    return begin;
+}
+
+std::optional<Placement> Timeline::Placed() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_clip ? std::optional(Placement{m_clip, m_clipStart, m_isFadingOut}) : std::nullopt;
+}
+
+void Timeline::OnPlaced(std::function<void()> listener) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_listeners.push_back(std::move(listener));
+}
+
+void Timeline::SetGiven(RoomSlot& slot, std::int64_t next) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    slot.hasBegun = true;
+    slot.next = next;
+}
+
+Timeline::Clock::time_point Timeline::TimeAt(std::int64_t frame) const {
+    return Clock::time_point(std::chrono::nanoseconds(m_base) + TimeOf(frame));
 }
 
 bool Timeline::HasEnded(const RoomSlot& slot) const {
@@ -189,7 +214,7 @@ bool Timeline::HasPlayedClip(const RoomSlot& slot) const {
 
 bool Timeline::IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return slot.state == RoomSlot::State::Running && Now() > slot.next + FramesOf(limit);
+    return slot.state == RoomSlot::State::Running && slot.hasBegun && Now() > slot.next + FramesOf(limit);
 }
 
 } // namespace controller::audio

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -28,6 +29,13 @@ struct RoomSlot {
     bool hasFaded = false;
     bool isAborted = false;
     std::int64_t fadeFrom = -1; ///< The frame from which the clip fades out here; -1: it does not.
+};
+
+/// A clip's place on the timeline.
+struct Placement {
+    std::shared_ptr<Clip> clip;
+    std::int64_t start = 0; ///< its first frame
+    bool isFadingOut = false;
 };
 
 /// What a room is to play next.
@@ -82,6 +90,17 @@ public:
     /// Waits until it is the room's turn to be given a block, and says which.
     [[nodiscard]] Turn NextTurn(RoomSlot& slot);
 
+    /// For who feeds rooms without their turns: the clip, or nothing as long as there is none.
+    [[nodiscard]] std::optional<Placement> Placed() const;
+
+    /// Calls when a clip is placed, on the thread that does it.
+    void OnPlaced(std::function<void()> listener);
+
+    /// The room, which takes no turns, has been given all that comes before `next`.
+    void SetGiven(RoomSlot& slot, std::int64_t next);
+
+    [[nodiscard]] Clock::time_point TimeAt(std::int64_t frame) const;
+
     [[nodiscard]] bool HasClip() const;
     [[nodiscard]] RoomSlot::State StateOf(const RoomSlot& slot) const;
 
@@ -107,6 +126,7 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::vector<std::shared_ptr<RoomSlot>> m_rooms;
+    std::vector<std::function<void()>> m_listeners;
     std::shared_ptr<Clip> m_clip;
     std::int64_t m_clipStart = 0;
     bool m_isFadingOut = false;

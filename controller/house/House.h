@@ -20,6 +20,7 @@ struct House {
         unsigned maxVolume = 100;
         unsigned startVolume = 40; ///< never above `maxVolume`
         unsigned leadSilenceMs = 0;
+        bool isAnswering = true; ///< its output tells when it is not heard
     };
     struct Navigator {
         std::uint32_t id = 0;
@@ -47,6 +48,13 @@ struct House {
         std::filesystem::path key;
     };
 
+    /// What the file says may be meant, but probably is not.
+    struct Doubt {
+        int line = 0;
+        std::string key; ///< as "rooms[2].output"
+        std::string text;
+    };
+
     std::string name;
     std::string address = "127.0.0.1";
     std::uint16_t port = 8765;
@@ -60,6 +68,7 @@ struct House {
     std::vector<Voice> voices; ///< none: the installed espeak-ng
     std::vector<Token> tokens;
     Tls tls;
+    std::vector<Doubt> doubts;
 };
 
 } // namespace controller

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kMaxFile = std::uintmax_t{1024} * 1024;
+constexpr std::uintmax_t kMaxFile = std::uintmax_t{8} << 20U;
 
 std::string Describe(const fs::path& file, const std::vector<HouseMistake>& mistakes) {
     std::string text;
@@ -99,7 +99,7 @@ House ReadHouseFile(const std::filesystem::path& file) {
         throw HouseError(
             file, {{0, "", "cannot be read; `announcement-controller init` writes a house to start from"}});
     if (size > kMaxFile)
-        throw HouseError(file, {{0, "", "is larger than 1 MiB, and so no house file"}});
+        throw HouseError(file, {{0, "", "is larger than 8 MiB, and so no house file"}});
     std::ostringstream text;
     text << stream.rdbuf();
     return ReadHouse(text.str(), file.parent_path(), file);

@@ -10,7 +10,7 @@ namespace controller {
 namespace {
 
 constexpr std::size_t kMaxText = 1000;
-constexpr std::size_t kMaxEntries = 1000;
+constexpr std::size_t kMaxEntries = 10'000;
 
 int NodeLine(const YAML::Node& node) {
     return node.Mark().line + 1;

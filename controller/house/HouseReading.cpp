@@ -5,6 +5,7 @@
 #include <boost/asio/ip/address.hpp>
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -30,50 +31,13 @@ std::uint32_t HouseReading::ReadId(HouseMap& map) {
     return id;
 }
 
-/// `output: silent`, `output: "file: NAME"`, or the same as a key below `output`.
-audio::OutputDescription HouseReading::ReadOutput(HouseMap& map) {
-    const YAML::Node node = map.Node("output");
-    std::string text;
-    if (!node.IsDefined()) {
-        text = "auto";
-    } else if (node.IsScalar()) {
-        text = node.Scalar();
-    } else if (node.IsMap() && node.size() == 1 && node.begin()->second.IsScalar()) {
-        text = node.begin()->first.Scalar() + ": " + node.begin()->second.Scalar();
-    } else {
-        map.Mistake("output", "must be one output, as `output: auto` or `output: {file: NAME.wav}`");
-        return {};
-    }
-    try {
-        audio::OutputDescription output = audio::ParseOutput(text);
-        if (output.kind == "file")
-            output.text = Resolve(output.text).string();
-        return output;
-    } catch (const std::invalid_argument& error) {
-        map.Mistake("output", error.what());
-        return {};
-    }
-}
-
-/// Two rooms that record into one file would write over each other; `%r`, the room's id, tells them apart.
-void HouseReading::CheckRecording(HouseMap& map, const audio::OutputDescription& output) {
-    if (output.kind != "file" || output.text.find("%r") != std::string::npos)
-        return;
-    const bool isTaken =
-        std::any_of(m_house.rooms.begin(), m_house.rooms.end(), [&](const House::Room& other) {
-            return other.output.kind == output.kind && other.output.text == output.text;
-        });
-    if (isTaken)
-        map.Mistake("output", "another room records into this file already; write %r, which stands for the "
-                              "room's id, into its name");
-}
-
 void HouseReading::ReadRoom(HouseMap& map) {
     House::Room room;
     room.id = ReadId(map);
     room.name = map.Text("name");
     room.output = ReadOutput(map);
     CheckRecording(map, room.output);
+    CheckPlace(map, room);
     room.maxVolume = map.Number("max_volume", 1, 100, 100);
     room.startVolume = map.Number("start_volume", 0, 100, std::min(room.startVolume, room.maxVolume));
     room.leadSilenceMs = map.Number("lead_silence_ms", 0, 10000, 0);
@@ -193,14 +157,14 @@ void HouseReading::ReadAddress(HouseMap& map) {
 }
 
 void HouseReading::CheckNavigators() {
-    for (const NavigatorPlace& place : m_navigatorPlaces) {
-        const bool isThere = std::any_of(m_house.rooms.begin(), m_house.rooms.end(),
-                                         [&](const House::Room& room) { return room.id == place.room; });
-        if (!isThere)
+    std::set<std::uint32_t> rooms;
+    for (const House::Room& room : m_house.rooms)
+        rooms.insert(room.id);
+    for (const NavigatorPlace& place : m_navigatorPlaces)
+        if (rooms.count(place.room) == 0)
             m_mistakes.push_back({place.line, place.path,
                                   "there is no room " + std::to_string(place.room) +
                                       "; a navigator stands in one of the rooms of this file"});
-    }
 }
 
 void HouseReading::ReadLoudness(HouseMap& map) {

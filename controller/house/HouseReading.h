@@ -41,11 +41,13 @@ private:
     std::uint32_t ReadId(HouseMap& map);
     audio::OutputDescription ReadOutput(HouseMap& map);
     void CheckRecording(HouseMap& map, const audio::OutputDescription& output);
+    void CheckPlace(HouseMap& map, House::Room& room);
 
     std::filesystem::path m_folder;
     std::vector<HouseMistake>& m_mistakes;
     House m_house;
-    std::map<std::uint32_t, std::string> m_ids; ///< of rooms and navigators, with the entry that has it
+    std::map<std::uint32_t, std::string> m_ids;  ///< of rooms and navigators, with the entry that has it
+    std::map<std::string, std::string> m_places; ///< where rooms send, each with the entry that does
     struct NavigatorPlace {
         int line;
         std::string path;

@@ -12,7 +12,7 @@ struct HttpLimits {
     std::size_t connectionsPerNetwork = 400; ///< of strangers of one /24 or /64
     std::size_t headerBytes = 8192;
     std::size_t targetBytes = 2048;
-    std::size_t queuedMessages = 1000;               ///< of a WebSocket, behind the one that is being written
+    std::size_t queuedMessages = 10'000;             ///< of a WebSocket, behind the one that is being written
     std::size_t queuedBytes = std::size_t{1} << 20U; ///< likewise
     std::size_t messageBytes = 4096;                 ///< of a message that a client sends
     std::size_t messagesPerMinute = 600;             ///< that a client may send

@@ -36,6 +36,7 @@ const state: WholeState = {
       volume: 30,
       max_volume: 100,
       lead_silence_ms: 0,
+      answers: true,
       in_announcement: false,
       awake: false,
       trouble: null,

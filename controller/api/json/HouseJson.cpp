@@ -64,6 +64,7 @@ view::Room Room(const ApiContext& context, const House::Room& room) {
             room.leadSilenceMs,
             context.parts.volumes.IsTaken(room.id),
             context.watch.IsAwake(room.id),
+            room.isAnswering,
             context.watch.Trouble(room.id)};
 }
 

@@ -32,6 +32,8 @@ Object Room::Table() {
              Member<&Room::isInAnnouncement>("in_announcement",
                                              "An announcement has set the room up and not given it back"),
              Member<&Room::isAwake>("awake"),
+             Member<&Room::isAnswering>("answers", "Its output tells when it is not heard; loudspeakers at a "
+                                                   "multicast address never do"),
              Member<&Room::trouble>("trouble", "Why its output cannot be heard, since the last announcement")
                  .NullWhenEmpty(),
              fields::Made<&MeaningIn<&Room::trouble>>("trouble_means").LeftOutWhenEmpty()}};

@@ -38,6 +38,7 @@ struct Room {
     unsigned leadSilenceMs = 0;
     bool isInAnnouncement = false;
     bool isAwake = false;
+    bool isAnswering = true;
     std::string trouble;
 
     static Object Table();

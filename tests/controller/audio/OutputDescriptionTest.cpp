@@ -34,6 +34,9 @@ TEST(OutputDescriptionTest, EveryKindIsReadWithItsText) {
     const auto bin = ParseOutput("gstreamer: audioconvert ! fakesink name=a:b");
     EXPECT_EQ(bin.kind, "gstreamer");
     EXPECT_EQ(bin.text, "audioconvert ! fakesink name=a:b");
+    const auto zone = ParseOutput("multicast: 239.255.10.1:5004 codec=l16");
+    EXPECT_EQ(zone.kind, "multicast");
+    EXPECT_EQ(zone.text, "239.255.10.1:5004 codec=l16");
 }
 
 TEST(OutputDescriptionTest, AnUnknownKindIsAnsweredWithTheKnownOnes) {
@@ -66,11 +69,24 @@ TEST(OutputDescriptionTest, ABinDescriptionMustParseAndTakeSound) {
 
 TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
     const auto list = ListOutputs();
-    ASSERT_EQ(list.size(), 4U);
-    for (const char* kind : {"auto", "silent", "file", "gstreamer"})
+    ASSERT_EQ(list.size(), 5U);
+    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast"})
         EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
             return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
         })) << kind;
+}
+
+TEST(OutputDescriptionTest, OnlyOfAZoneThereIsAnythingToTellBeforehand) {
+    const auto facts = FactsOf(ParseOutput("multicast: 238.255.10.1:5004 ttl=4"));
+    EXPECT_EQ(facts.place, "238.255.10.1:5004");
+    EXPECT_EQ(facts.doubts.size(), 1U);
+    EXPECT_FALSE(facts.isAnswering);
+    for (const char* output : {"auto", "silent", "file: a.wav", "gstreamer: fakesink"}) {
+        const auto none = FactsOf(ParseOutput(output));
+        EXPECT_EQ(none.place, "") << output;
+        EXPECT_TRUE(none.doubts.empty()) << output;
+        EXPECT_TRUE(none.isAnswering) << output;
+    }
 }
 
 } // namespace controller::audio::test

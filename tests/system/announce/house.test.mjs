@@ -4,6 +4,7 @@ import { readFileSync, truncateSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
 import { json, onTerminal, run, withHouse } from '../harness/announce.mjs';
+import { House } from '../harness/house.mjs';
 import { clip, rate, writeSound } from '../harness/sounds.mjs';
 
 test("views are tables for people and the API's JSON for programs", () =>
@@ -30,6 +31,18 @@ test("views are tables for people and the API's JSON for programs", () =>
       assert.deepEqual(await json(house, [command]), await house.get(path));
     assert.equal((await json(house, ['status'])).house, 'Test house');
   }));
+
+test('of loudspeakers that never answer it is said', async () => {
+  const house = new House([{ name: 'School', output: 'multicast: 239.255.84.1:5004' }, { name: 'Kitchen' }]);
+  try {
+    await house.start();
+    const lines = (await run(house, ['rooms'])).output.split('\n');
+    assert.match(lines[1], /School.*multicast: 239\.255\.84\.1:5004 +never answers$/);
+    assert.match(lines[2], /Kitchen.*\.wav$/);
+  } finally {
+    await house.remove();
+  }
+});
 
 test('the volume of a room is set, and its limit is said', () =>
   withHouse(async (house) => {

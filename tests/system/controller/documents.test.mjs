@@ -27,6 +27,28 @@ test('the whole house file of the manual is in order, and the manual has a row f
     assert.match(manual, new RegExp(`^## .*\`${key}\`|^\\|.*\`${key}\`.*\\|`, 'm'), key);
 });
 
+test('the rooms that the manual shows are in order, and what is probably not meant is told with its line', async () => {
+  const house = new House();
+  const check = async (rooms) => {
+    writeFileSync(house.file, `name: H\nmedia_folder: media\ndata_folder: data\n${rooms}`);
+    const { status, output } = await house.run(['check', house.file]);
+    assert.equal(status, 0, output);
+    return output.replaceAll(house.file, 'FILE');
+  };
+  try {
+    const pages = readFileSync(new URL('../../../docs/rooms.md', import.meta.url), 'utf8');
+    for (const [, rooms] of pages.matchAll(/```yaml\n(rooms:[^]*?)```/g))
+      assert.match(await check(rooms), /^FILE: H is in order .*\n$/);
+    const zone = (id) => `  - {id: ${id}, name: A, output: {multicast: "239.255.10.1:5004"}}\n`;
+    assert.match(
+      await check(`rooms:\n${zone(1)}${zone(2)}`),
+      /^FILE:6: rooms\[2\]\.output: warning: 239\.255\.10\.1:5004 is the address of rooms\[1\] as well; .*\nFILE: H is in order/,
+    );
+  } finally {
+    await house.remove();
+  }
+});
+
 test('every key that the program knows stands in the manual', async () => {
   const house = new House();
   try {

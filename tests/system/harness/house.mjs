@@ -85,9 +85,11 @@ export class House {
     }
   }
 
-  async start({ words = [], env = {}, port = 0, ...options } = {}) {
+  // `wrapper`: what takes the program and its words as its own last words, and becomes it.
+  async start({ words = [], env = {}, port = 0, wrapper = [], ...options } = {}) {
     const file = this.file === undefined ? [] : [this.file];
-    this.program = new Program(process.env.CONTROLLER, [...file, '--port', `${port}`, '--stay', ...words], {
+    const [command, ...all] = [...wrapper, process.env.CONTROLLER, ...file, '--port', `${port}`, '--stay', ...words];
+    this.program = new Program(command, all, {
       env: { ...process.env, ...env },
       ...options,
     });

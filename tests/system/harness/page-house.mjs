@@ -17,9 +17,10 @@ variables:
 `;
 
 export class House extends Program {
-  /** `isRecording`: what the rooms hear is kept, for `heard`. */
-  static async open({ tokens = [], isRecording = false, loudness = 'as_it_is' } = {}) {
-    const rooms = ROOMS.map((room) => (isRecording ? room : { ...room, output: 'silent' }));
+  /** `isRecording`: what the rooms hear is kept, for `heard`. `output`: that of the kitchen. */
+  static async open({ tokens = [], isRecording = false, loudness = 'as_it_is', output = 'silent' } = {}) {
+    const outputs = [output, 'silent'];
+    const rooms = ROOMS.map((room, index) => (isRecording ? room : { ...room, output: outputs[index] }));
     const house = new House(rooms, '', SCREENS_AND_VARIABLES);
     house.loudness = loudness;
     house.write();

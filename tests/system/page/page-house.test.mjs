@@ -38,6 +38,16 @@ describe('the house', () => {
     await closePage(page);
   });
 
+  test('says of loudspeakers that never answer that nobody knows', async () => {
+    await house.close();
+    house = await House.open({ output: 'multicast: 239.255.84.1:5004' });
+    const page = await openApp(house, '#/house');
+    const told = page.getByText('Its loudspeakers never answer: nobody knows whether they are heard.');
+    await page.locator('room-card', { hasText: 'Kitchen', has: told }).waitFor();
+    assert.equal(await told.count(), 1);
+    await closePage(page);
+  });
+
   test('says which screens are there as they come and go', async () => {
     const page = await openApp(house, '#/house');
     const card = page.locator('screen-card', { hasText: 'Kitchen screen' });

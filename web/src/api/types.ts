@@ -1715,6 +1715,8 @@ export interface components {
       type: 'rest';
     };
     Room: {
+      /** @description Its output tells when it is not heard; loudspeakers at a multicast address never do */
+      answers: boolean;
       awake: boolean;
       id: number;
       /** @description An announcement has set the room up and not given it back */

@@ -62,7 +62,7 @@ export class RoomCard extends LitElement {
   private next: number | null = null;
 
   override render(): unknown {
-    const { name, volume, max_volume: highest, in_announcement: isPlaying, trouble } = this.room;
+    const { name, volume, max_volume: highest, in_announcement: isPlaying, trouble, answers } = this.room;
     const shown = this.wanted ?? volume;
     return html`<article class="card">
       <div class="title">
@@ -82,6 +82,7 @@ export class RoomCard extends LitElement {
         <output>${t.units.percent(shown)}</output>
       </div>
       ${trouble ? html`<p class="problem">${t.house.trouble(trouble)}</p>` : nothing}
+      ${answers ? nothing : html`<p class="soft small">${t.house.unanswered}</p>`}
       <div class="end">
         <span class="soft small">${highest < 100 ? t.house.highest(highest) : ''}</span>
         <sl-button @click=${this.test}

@@ -60,6 +60,7 @@ export const views = {
     quiet: 'Quiet',
     playing: 'Announcement',
     trouble: (why: string) => `Cannot be heard: ${why}`,
+    unanswered: 'Its loudspeakers never answer: nobody knows whether they are heard.',
     volume: (room: string) => `Volume of ${room}`,
     highest: (volume: number) => `At most ${volume} %`,
     testTone: 'Test tone',

@@ -63,6 +63,7 @@ export const views: typeof English = {
     quiet: 'Ruhig',
     playing: 'Durchsage',
     trouble: (why: string) => `Nicht zu hören: ${why}`,
+    unanswered: 'Die Lautsprecher antworten nie: Niemand weiß, ob sie zu hören sind.',
     volume: (room: string) => `Lautstärke in ${room}`,
     highest: (volume: number) => `Höchstens ${volume} %`,
     testTone: 'Testton',

@@ -1,0 +1,49 @@
+#include "controller/audio/IRoomPlayer.h"
+#include "controller/audio/Output.h"
+#include "controller/audio/multicast/PacketSender.h"
+#include "controller/audio/multicast/Zone.h"
+#include "controller/audio/multicast/ZoneStream.h"
+
+#include <utility>
+
+namespace controller::audio {
+
+namespace {
+
+/// A room that is a zone: what it does is done by the one sender.
+class ZonePlayer final : public IRoomPlayer {
+public:
+    ZonePlayer(PlayerOrder order, const Zone& zone)
+        : m_packets(order.context.packets)
+        , m_stream(std::make_shared<ZoneStream>(std::move(order), zone, RtpStream::Start::Random())) {}
+
+    void Start(OnEvent onEvent) override {
+        m_stream->Listen(std::move(onEvent));
+        m_packets->Add(m_stream);
+    }
+    void SetVolume(unsigned volume) override { m_stream->SetVolume(volume); }
+    void Stop() override { m_packets->Stop(m_stream); }
+    void Abort() override { m_packets->Abort(m_stream); }
+
+private:
+    const std::shared_ptr<PacketSender> m_packets;
+    const std::shared_ptr<ZoneStream> m_stream;
+};
+
+} // namespace
+
+Output CreateMulticastOutput(const std::string& text) {
+    PlayerOutput output;
+    output.leadSilence = kSilentPackets * kPacketTime;
+    output.make = [zone = ReadZone(text)](PlayerOrder order) {
+        return std::make_shared<ZonePlayer>(std::move(order), zone);
+    };
+    return output;
+}
+
+OutputFacts FactsOfMulticast(const std::string& text) {
+    const Zone zone = ReadZone(text);
+    return {zone.place, DoubtsAbout(zone), false};
+}
+
+} // namespace controller::audio

@@ -1,0 +1,72 @@
+// What leaves the controller for multicast zones, as loudspeakers take it: RTP on this machine's own network.
+import { createSocket } from 'node:dgram';
+import { within } from './waits.mjs';
+
+const lo = '127.0.0.1';
+
+// A sample of G.711 u-law, 16 bits.
+function fromMuLaw(code) {
+  const bits = ~code & 0xff;
+  const magnitude = ((((bits & 0x0f) << 3) + 132) << ((bits >> 4) & 7)) - 132;
+  return bits & 0x80 ? -magnitude : magnitude;
+}
+
+export function read(packet) {
+  const type = packet[1] & 0x7f;
+  const samples = [];
+  if (type === 0) for (const code of packet.subarray(12)) samples.push(fromMuLaw(code));
+  else for (let at = 12; at < packet.length; at += 2) samples.push(packet.readInt16BE(at));
+  return {
+    hasMarker: (packet[1] & 0x80) !== 0,
+    type,
+    sequence: packet.readUInt16BE(2),
+    timestamp: packet.readUInt32BE(4),
+    source: packet.readUInt32BE(8),
+    samples,
+  };
+}
+
+// Listens to a group at a free port. `take` is told of each packet; without it they are kept, each with the moment when
+// it came.
+export class Zone {
+  packets = [];
+
+  static async open(group, take) {
+    const zone = new Zone();
+    zone.socket = createSocket({ type: 'udp4', reuseAddr: true });
+    zone.socket.on('message', take ?? ((bytes) => zone.packets.push({ at: performance.now(), ...read(bytes) })));
+    await within('a socket', new Promise((resolve) => zone.socket.bind(0, group, resolve)));
+    zone.socket.addMembership(group, lo);
+    zone.address = `${group}:${zone.socket.address().port}`;
+    return zone;
+  }
+
+  close() {
+    this.socket.close();
+  }
+}
+
+// Whether this machine sends multicast to itself; a container may not.
+export async function isHeardHere() {
+  let hear;
+  const heard = new Promise((resolve) => {
+    hear = resolve;
+  });
+  const sender = createSocket('udp4');
+  let zone;
+  try {
+    zone = await Zone.open('239.255.84.9', () => hear(true));
+    await new Promise((resolve) => sender.bind(0, resolve));
+    sender.setMulticastInterface(lo);
+    sender.send('?', zone.socket.address().port, '239.255.84.9', (error) => error && hear(false));
+    const timer = setTimeout(() => hear(false), 5000);
+    const answer = await heard;
+    clearTimeout(timer);
+    return answer;
+  } catch {
+    return false;
+  } finally {
+    sender.close();
+    zone?.close();
+  }
+}
