@@ -5,6 +5,7 @@
 #include "controller/ModuleFile.h"
 #include "controller/api/MissingTargets.h"
 #include "controller/api/OpenApi.h"
+#include "controller/audio/BorrowGuard.h"
 #include "controller/driver/Text.h"
 #include "controller/house/HouseFile.h"
 #include "controller/house/NewHouse.h"
@@ -28,6 +29,9 @@ namespace controller {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Nobody calls it by hand: no help names it.
+constexpr const char* kGuard = "guard-borrowed";
 
 constexpr int kFailed = 1;
 constexpr int kWrongInput = 2;
@@ -90,6 +94,7 @@ void RunController(const Arguments& arguments) {
         house.port = *arguments.port;
     Controller::Options options;
     options.household.module = arguments.module.empty() ? FindModuleFile() : fs::path(arguments.module);
+    options.household.guard = {"/proc/self/exe", kGuard};
     options.play = arguments.play;
     options.household.isRecovering = arguments.isRecovering;
     options.isStaying = arguments.isStaying;
@@ -181,6 +186,10 @@ void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     importing->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     importing->add_option("file", arguments.file)->required()->option_text("FILE");
     importing->callback([&arguments] { Import(arguments); });
+    app.add_subcommand(kGuard)->group("")->callback([] {
+        if (const int status = audio::GuardBorrowed(STDIN_FILENO); status != EXIT_SUCCESS)
+            throw CLI::RuntimeError(status);
+    });
     app.add_subcommand("openapi", "Print the description of the API, as OpenAPI")->callback([] {
         std::cout << DescribeAsOpenApi(Operations());
     });

@@ -80,6 +80,7 @@ Household::Household(House house, Options options, Log& log)
     , m_popups(m_driver, m_variables, m_feed)
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
+    , m_guard(m_options.guard, log)
     , m_borrowings(
           m_driver,
           log,
@@ -150,6 +151,8 @@ void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, Write
 audio::ISoundEngine& Household::Engine() {
     if (m_options.engine != nullptr)
         return *m_options.engine;
+    if (!m_options.guard.empty())
+        m_borrowings.SetWatch([this](const auto& entries) { m_guard.Tell(entries); });
     return m_ownEngine.emplace(
         EngineRooms(m_house),
         audio::EngineServices{m_driver, m_log,

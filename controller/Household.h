@@ -11,6 +11,7 @@
 #include "controller/announcements/PassingSounds.h"
 #include "controller/api/ApiContext.h"
 #include "controller/audio/AudioEngine.h"
+#include "controller/audio/BorrowGuard.h"
 #include "controller/audio/Borrowings.h"
 #include "controller/driver/DriverThread.h"
 #include "controller/driver/Worker.h"
@@ -38,6 +39,7 @@ public:
         std::filesystem::path module;
         bool isRecovering = false;             ///< sets a damaged database aside
         audio::ISoundEngine* engine = nullptr; ///< borrowed for life; null: one of its own, which is heard
+        std::vector<std::string> guard = {};   ///< what runs the guard of what is borrowed; empty: nothing
     };
 
     /// Opens everything. `log` is borrowed for life. Throws `std::runtime_error`, which says what is wrong
@@ -106,6 +108,7 @@ private:
     Popups m_popups;
     Timers m_timers;
     NowPlaying m_playing;
+    audio::BorrowGuard m_guard;
     audio::Borrowings m_borrowings;
     std::optional<audio::AudioEngine> m_ownEngine;
     audio::ISoundEngine& m_engine;

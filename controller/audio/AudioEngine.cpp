@@ -22,6 +22,8 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
         const std::uint32_t id = room.id;
         m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { PostRoomChange(); });
     }
+    if (Borrowings* const borrowings = m_context->services.borrowings)
+        m_context->pulse->Begin(m_context->services.driver, *borrowings);
     // One tick waits on the driver thread at most, however slow that is.
     const auto isWaiting = std::make_shared<std::atomic<bool>>(false);
     m_ticker = std::make_unique<Ticker>(kTick, [this, mailbox = m_context->mailbox, isWaiting] {
@@ -38,6 +40,7 @@ AudioEngine::~AudioEngine() {
     m_ticker = nullptr;
     m_context->mailbox->Close();
     (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
+    m_context->pulse->Close();
 }
 
 void AudioEngine::OpenStream(OnReady onReady) {

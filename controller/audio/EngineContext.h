@@ -5,13 +5,15 @@
 #include "controller/audio/Mailbox.h"
 #include "controller/audio/Workers.h"
 #include "controller/audio/multicast/PacketSender.h"
+#include "controller/audio/pulse/PulseDesk.h"
 
 #include <memory>
 #include <utility>
 
 namespace controller::audio {
 
-/// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices and packets.
+/// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices, packets and the
+/// sound server.
 struct EngineContext {
     EngineContext(EngineServices theServices, const EngineLimits& theLimits)
         : services(std::move(theServices))
@@ -24,6 +26,7 @@ struct EngineContext {
     Workers workers;
     std::shared_ptr<DeviceSearch> devices = std::make_shared<DeviceSearch>();
     std::shared_ptr<PacketSender> packets = std::make_shared<PacketSender>();
+    std::shared_ptr<PulseDesk> pulse = std::make_shared<PulseDesk>(mailbox);
 };
 
 } // namespace controller::audio

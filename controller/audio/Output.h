@@ -17,6 +17,8 @@ class PacketSender;
 class Timeline;
 struct OutputFacts;
 struct RoomSlot;
+class Held;
+class PulseDesk;
 
 /// For whom an output opens, and with what help.
 struct OutputContext {
@@ -25,6 +27,8 @@ struct OutputContext {
     std::function<void(const std::string& reason)> silent; ///< Nothing will be heard, and why. Any thread.
     std::shared_ptr<DeviceSearch> devices;
     std::shared_ptr<PacketSender> packets;
+    std::shared_ptr<PulseDesk> pulse;
+    std::shared_ptr<Held> held;
 };
 
 /// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
@@ -70,6 +74,7 @@ Output CreateFileOutput(const std::string& text);
 Output CreateGstreamerOutput(const std::string& text);
 Output CreateMulticastOutput(const std::string& text);
 OutputFacts FactsOfMulticast(const std::string& text);
+Output CreatePulseOutput(const std::string& text);
 
 struct OutputDescription;
 

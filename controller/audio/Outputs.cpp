@@ -28,6 +28,11 @@ constexpr std::array kOutputKinds{
         "RTP to a multicast address, for IP loudspeakers and telephones; beside it codec: pcmu or l16, "
         "ttl, dscp, interface",
         &CreateMulticastOutput, "codec ttl dscp interface", &FactsOfMulticast},
+    OutputKind{
+        "pulse", "pulse: SINK",
+        "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
+        "meanwhile, as duck says: decibels, -15 where nothing is said, or off",
+        &CreatePulseOutput, "duck"},
 };
 
 std::string Trim(const std::string& text) {

@@ -1,5 +1,6 @@
 #include "controller/audio/RoomOutput.h"
 
+#include "controller/audio/Held.h"
 #include "controller/audio/RoomPipeline.h"
 
 #include <algorithm>
@@ -81,7 +82,8 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
                       m_slot,
                       m_config.volume,
                       LeadSilence(),
-                      {m_config.id, m_take, silent, m_context->devices, m_context->packets}};
+                      {m_config.id, m_take, silent, m_context->devices, m_context->packets, m_context->pulse,
+                       std::make_shared<Held>()}};
     if (const auto* own = std::get_if<PlayerOutput>(&m_output))
         return own->make(std::move(order));
     return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),

@@ -1,5 +1,7 @@
 #include "controller/audio/RoomPipeline.h"
 
+#include "controller/audio/Held.h"
+
 #include <chrono>
 #include <exception>
 #include <stdexcept>
@@ -47,6 +49,7 @@ void RoomPipeline::Stop() {
 
 void RoomPipeline::Abort() {
     m_timeline->Abort(m_slot);
+    m_context.held->LetGo();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_isAborted = true;
     m_changed.notify_all();
@@ -62,6 +65,7 @@ void RoomPipeline::Run() {
                    IsRunning() ? RoomTrouble::Kind::Failed : RoomTrouble::Kind::Refused, error.what()});
     }
     Close();
+    m_context.held->LetGo();
     m_onEvent({PlayerEvent::Kind::Gone, {}, {}});
 }
 
@@ -117,6 +121,7 @@ void RoomPipeline::PlayUntilStopped() {
         return;
     lock.unlock();
     m_timeline->SetDone(*m_slot);
+    m_context.held->LetGo();
     m_onEvent({PlayerEvent::Kind::Ended, {}, {}});
     lock.lock();
     m_changed.wait(lock, [this] { return m_isStopping || m_isAborted || !m_error.empty(); });

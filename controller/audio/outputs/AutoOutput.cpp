@@ -1,11 +1,18 @@
 #include "controller/audio/DeviceSearch.h"
 #include "controller/audio/Output.h"
+#include "controller/audio/pulse/PulseSink.h"
 
 #include <stdexcept>
+#include <string>
 
 namespace controller::audio {
 
 namespace {
+
+bool IsOfSoundServer(GstElement* sink) {
+    const GstElementFactory* const factory = gst_element_get_factory(sink);
+    return factory != nullptr && std::string(GST_OBJECT_NAME(factory)) == "pulsesink";
+}
 
 // The obvious autoaudiosink becomes a fake sink where there is no device, without a word. Devices come
 // and go, so each announcement asks anew.
@@ -18,6 +25,10 @@ GstElement* CreateElement(const OutputContext& context) {
     GstElement* sink = gst_device_create_element(device.get(), nullptr);
     if (!sink)
         throw std::runtime_error("the default sound device cannot be used");
+    if (IsOfSoundServer(sink)) {
+        MarkAsAnnouncement(sink);
+        LowerOthers("default", kDuckedDecibels, context);
+    }
     return sink;
 }
 

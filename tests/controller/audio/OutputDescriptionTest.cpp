@@ -67,10 +67,19 @@ TEST(OutputDescriptionTest, ABinDescriptionMustParseAndTakeSound) {
     ExpectRefused("gstreamer: fakesink !", "fakesink !");
 }
 
+TEST(OutputDescriptionTest, ASinkNeedsANameAndTakesWhatIsToHappenToOthers) {
+    ExpectRefused("pulse:", "needs a sink of the sound server");
+    ExpectRefused("pulse: kitchen loudly", "takes duck beside it, not \"loudly\"");
+    for (const char* value : {"loud", "-15dB", "3", "0", "-61", ""})
+        ExpectRefused(std::string("pulse: kitchen duck=") + value, "neither off nor a number of decibels");
+    for (const char* value : {"off", "-15", "-7.5", "-60"})
+        EXPECT_EQ(Refusal(std::string("pulse: default duck=") + value), "");
+}
+
 TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
     const auto list = ListOutputs();
-    ASSERT_EQ(list.size(), 5U);
-    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast"})
+    ASSERT_EQ(list.size(), 6U);
+    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "pulse"})
         EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
             return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
         })) << kind;

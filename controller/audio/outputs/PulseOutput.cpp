@@ -1,0 +1,77 @@
+#include "controller/audio/Output.h"
+#include "controller/audio/pulse/PulseDesk.h"
+#include "controller/audio/pulse/PulseSink.h"
+
+#include <cmath>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace controller::audio {
+
+namespace {
+
+constexpr const char* kServersChoice = "default";
+constexpr double kMostDecibels = -60;
+
+struct PulseRoom {
+    std::string sink;
+    std::optional<double> decibels = kDuckedDecibels; ///< nothing: others are left as they are
+};
+
+std::optional<double> DuckOf(const std::string& value) {
+    if (value == "off" || value == "false")
+        return std::nullopt;
+    std::istringstream number(value);
+    double decibels = 0;
+    if (number >> decibels && (number >> std::ws).eof() && decibels <= -1 && decibels >= kMostDecibels)
+        return decibels;
+    throw std::invalid_argument("duck: \"" + value +
+                                "\" is neither off nor a number of decibels from -60 to -1; -15 is usual");
+}
+
+PulseRoom PulseRoomOf(const std::string& text) {
+    std::istringstream words(text);
+    PulseRoom room;
+    words >> room.sink;
+    if (room.sink.empty())
+        throw std::invalid_argument(
+            "\"pulse:\" needs a sink of the sound server, such as \"pulse: default\"; "
+            "`pactl list short sinks` names them");
+    constexpr const char* kDuck = "duck=";
+    for (std::string word; words >> word;) {
+        if (word.rfind(kDuck, 0) != 0)
+            throw std::invalid_argument("\"pulse: " + room.sink + "\" takes duck beside it, not \"" + word +
+                                        "\"");
+        room.decibels = DuckOf(word.substr(std::string(kDuck).size()));
+    }
+    return room;
+}
+
+GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
+    if (room.decibels)
+        LowerOthers(room.sink, *room.decibels, context);
+    const std::string reason =
+        context.pulse ? context.pulse->WhyNot(room.sink) : "there is no way to the sound server";
+    if (!reason.empty()) {
+        context.silent(reason);
+        return MakeBin("fakesink sync=true");
+    }
+    GstElement* sink = MakeElement("pulsesink");
+    if (room.sink != kServersChoice)
+        g_object_set(sink, "device", room.sink.c_str(), nullptr); // NOLINT(*-vararg)
+    MarkAsAnnouncement(sink);
+    return sink;
+}
+
+} // namespace
+
+Output CreatePulseOutput(const std::string& text) {
+    const PulseRoom room = PulseRoomOf(text);
+    return [room](const OutputContext& context) {
+        return OpenSink(room, context);
+    };
+}
+
+} // namespace controller::audio

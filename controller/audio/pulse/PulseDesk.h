@@ -1,0 +1,54 @@
+#pragma once
+
+#include "controller/audio/Borrowings.h"
+#include "controller/audio/Mailbox.h"
+#include "controller/audio/pulse/Ducking.h"
+#include "controller/audio/pulse/PulseServer.h"
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace controller::audio {
+
+/// The sound server as the rooms use it: one connection for all of them, made when it is first needed, and
+/// what is lowered for them. It may outlive the engine in the hands of threads that are stuck in a device.
+/// Operations: any thread, where nothing else is said.
+class PulseDesk final : public std::enable_shared_from_this<PulseDesk> {
+public:
+    /// So long a room that opens waits for the server's answer.
+    static constexpr std::chrono::milliseconds kAnswer{1500};
+
+    explicit PulseDesk(std::shared_ptr<Mailbox> mailbox) : m_mailbox(std::move(mailbox)) {}
+    PulseDesk(const PulseDesk&) = delete;
+    PulseDesk& operator=(const PulseDesk&) = delete;
+    ~PulseDesk() = default;
+
+    /// From now on other programs' music is lowered, and what a former run has left is raised; without this,
+    /// nothing of other programs is touched. Driver thread; what is given is borrowed until `Close`.
+    void Begin(IScheduler& driver, Borrowings& borrowings);
+
+    /// Raises at once what is lowered, and touches nothing any more. Driver thread.
+    void Close();
+
+    /// Whether the server has answered, and nothing that it has is lowered. Driver thread.
+    [[nodiscard]] bool HasGivenBack() const;
+
+    /// Why nothing can be heard on the sink; empty when it can. Waits for the server, `kAnswer` at most.
+    [[nodiscard]] std::string WhyNot(const std::string& sink);
+
+    /// What others play on the sink is quieter by so many decibels (negative), for as long as what comes back
+    /// is kept.
+    [[nodiscard]] std::shared_ptr<void> Lower(const std::string& sink, double decibels);
+
+private:
+    [[nodiscard]] PulseServer& Server();
+
+    const std::shared_ptr<Mailbox> m_mailbox;
+    std::mutex m_mutex;
+    std::unique_ptr<Ducking> m_ducking; ///< Driver thread.
+    std::unique_ptr<PulseServer> m_server;
+};
+
+} // namespace controller::audio

@@ -1,0 +1,115 @@
+// Announcements on a sink of a sound server, PulseAudio and PipeWire: heard whole, other programs' music quieter
+// meanwhile and as it was afterwards, whatever happens in between.
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { House } from '../harness/house.mjs';
+import { rate } from '../harness/sounds.mjs';
+import { announcement, kinds, levels, music, SoundServer, tone } from '../harness/sound-server.mjs';
+
+const full = 65536;
+const ducked = 36854; // 15 dB below
+const near = (value, wanted) => value !== undefined && Math.abs(value - wanted) <= 65;
+const middle = (values) => [...values].sort((one, other) => one - other)[values.length >> 1];
+
+for (const [kind, isInstalled] of Object.entries(kinds)) {
+  const skip = isInstalled ? false : `${kind} is not installed; script/bootstrap installs it`;
+
+  // A house with one room on the server's sink, and an announcement of a second there.
+  const onServer = (name, output, body) =>
+    test(`${kind}: ${name}`, { skip }, async () => {
+      const server = new SoundServer(kind);
+      const house = new House([{ output }]);
+      try {
+        house.sound('clip', tone(announcement, 1));
+        await server.start();
+        await house.start({ env: { PULSE_SERVER: server.address } });
+        const id = await house.add({ audio: { file: 'clip', delay_ms: 500 }, rooms: [{ id: 1, volume: 100 }] });
+        await body(server, house, id);
+      } finally {
+        await house.remove();
+        await server.remove();
+      }
+    });
+
+  onServer(
+    'music is 15 dB quieter while it plays, and as loud as before afterwards',
+    'pulse: heard',
+    async (server, house, id) => {
+      await server.play();
+      const recording = await server.listen();
+      const seen = await house.playToItsEnd(id);
+      assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+      await server.until('the music to be raised', () => near(server.volume('music'), full));
+      const samples = await recording.end();
+      const [said, played] = [levels(samples, announcement), levels(samples, music)];
+      const first = said.findIndex((level) => level > -15);
+      const last = said.findLastIndex((level) => level > -15);
+      assert.ok(Math.abs(last - first - 49) <= 2, `the announcement was heard for ${(last - first + 1) * 20} ms`);
+      const before = middle(played.slice(0, 10));
+      const during = middle(played.slice(first, last + 1));
+      assert.ok(Math.abs(before - during - 15) < 1, `the music was at ${before} dB, then at ${during} dB`);
+      assert.ok(played[first] < before - 14, 'it is quiet before the first sample');
+      assert.ok(Math.max(...played.slice(first, last)) < before - 14, 'and until the last');
+      assert.doesNotMatch(house.output, /error|warning/);
+    },
+  );
+
+  onServer(
+    'auto is its own sink; what begins meanwhile is lowered too, what its user sets meanwhile is left',
+    'auto',
+    async (server, house, id) => {
+      await server.play('music');
+      const events = await house.watch();
+      await house.play(id);
+      await server.until('the music to be lowered', () => near(server.volume('music'), ducked));
+      await server.play('film');
+      await server.until('the film to be lowered', () => near(server.volume('film'), ducked));
+      server.setVolume('music', 0.8);
+      await events.until('announcement_ended', (data) => data.announcement === id);
+      await server.until('the film to be raised', () => near(server.volume('film'), full));
+      assert.ok(near(server.volume('music'), 0.8 * full));
+      events.socket.terminate();
+    },
+  );
+
+  onServer('duck: off leaves the music', { pulse: 'heard', duck: 'off' }, async (server, house, id) => {
+    await server.play();
+    const recording = await server.listen();
+    await house.playToItsEnd(id);
+    const played = levels(await recording.end(), music);
+    assert.ok(Math.min(...played.slice(5, -5)) > middle(played) - 1);
+  });
+
+  onServer(
+    'a server that was killed is trouble, and its room is heard again when it is back',
+    'pulse: heard',
+    async (server, house, id) => {
+      await house.playToItsEnd(id);
+      await server.kill();
+      const seen = await house.playToItsEnd(id);
+      assert.match(seen.find((event) => event.type === 'sound_ended').data.error, /no sound server answers/);
+      assert.match((await house.get('/api/rooms')).rooms[0].trouble, /no sound server answers/);
+      await server.start();
+      await server.play();
+      const again = await house.playToItsEnd(id);
+      assert.equal(again.find((event) => event.type === 'sound_ended').data.error, null);
+      assert.equal((await house.get('/api/rooms')).rooms[0].trouble, null);
+      await server.until('the music to be raised', () => near(server.volume('music'), full));
+    },
+  );
+
+  onServer(
+    'killed while the music is lowered, it is back at once, and for the program’s next stream',
+    'pulse: heard',
+    async (server, house, id) => {
+      const player = await server.play();
+      await house.play(id);
+      await server.until('the music to be lowered', () => near(server.volume('music'), ducked));
+      house.process.kill('SIGKILL');
+      await server.until('the music to be raised', () => near(server.volume('music'), full));
+      await player.stop();
+      await server.play();
+      assert.ok(near(server.volume('music'), full));
+    },
+  );
+}
