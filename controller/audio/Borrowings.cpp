@@ -16,7 +16,7 @@ struct Borrowings::Waiting {
     Alarm patience;
 };
 
-Borrowings::Borrowings(IScheduler& driver, Log& log, Write write, std::vector<Borrowed> left)
+Borrowings::Borrowings(IScheduler& driver, Log& log, Write write, const std::vector<Borrowed>& left)
     : m_driver(driver)
     , m_log(log)
     , m_write(std::move(write)) {
@@ -41,7 +41,7 @@ void Borrowings::Put(const std::vector<Borrowed>& entries) {
     }
 }
 
-bool Borrowings::Take(std::vector<Borrowed> entries, std::function<void()> change) {
+bool Borrowings::Take(const std::vector<Borrowed>& entries, std::function<void()> change) {
     m_driverOnly.Assert();
     if (m_entries.size() + entries.size() > kMost) {
         m_log.Warning("There is no room to remember what " + std::to_string(entries.size()) +

@@ -40,7 +40,7 @@ public:
     static constexpr std::size_t kMost = 1000;
 
     /// `left` is what the disk has. Scheduler and log are borrowed for life.
-    Borrowings(IScheduler& driver, Log& log, Write write, std::vector<Borrowed> left);
+    Borrowings(IScheduler& driver, Log& log, Write write, const std::vector<Borrowed>& left);
 
     Borrowings(const Borrowings&) = delete;
     Borrowings& operator=(const Borrowings&) = delete;
@@ -50,7 +50,7 @@ public:
 
     /// Writes the entries as one, each in the place of the one of its key, and then calls `change`, once,
     /// never within this call. False when there is no room for them; then nothing is done.
-    [[nodiscard]] bool Take(std::vector<Borrowed> entries, std::function<void()> change);
+    [[nodiscard]] bool Take(const std::vector<Borrowed>& entries, std::function<void()> change);
 
     /// The values are as their programs want them.
     void Strike(const std::vector<Borrowed>& entries);

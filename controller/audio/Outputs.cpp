@@ -31,7 +31,7 @@ constexpr std::array kOutputKinds{
     OutputKind{
         "pulse", "pulse: SINK",
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
-        "meanwhile, as duck says: decibels, -15 where nothing is said, or off",
+        "meanwhile, as duck says: decibels, -15 where nothing is said, off or pause",
         &CreatePulseOutput, "duck"},
 };
 

@@ -41,6 +41,7 @@ rooms:
     #   silent                    nowhere, but in real time
     #   "file: NAME.wav"          a recording of what the room hears
     #   "gstreamer: DESCRIPTION"  anything that GStreamer can play to, such as "gstreamer: alsasink device=hw:1"
+    #   "pulse: SINK"             a sink of PulseAudio or PipeWire; music there is quieter meanwhile
     #   "multicast: 239.255.10.1:5004"  IP loudspeakers and telephones that listen at this address
     # A value with a colon in it stands in quotes.
     output: auto

@@ -27,7 +27,7 @@ GstElement* CreateElement(const OutputContext& context) {
         throw std::runtime_error("the default sound device cannot be used");
     if (IsOfSoundServer(sink)) {
         MarkAsAnnouncement(sink);
-        LowerOthers("default", kDuckedDecibels, context);
+        LowerOthers("default", {}, context);
     }
     return sink;
 }

@@ -17,18 +17,21 @@ constexpr double kMostDecibels = -60;
 
 struct PulseRoom {
     std::string sink;
-    std::optional<double> decibels = kDuckedDecibels; ///< nothing: others are left as they are
+    std::optional<Duck> duck = Duck{}; ///< nothing: others are left as they are
 };
 
-std::optional<double> DuckOf(const std::string& value) {
+std::optional<Duck> DuckOf(const std::string& value) {
     if (value == "off" || value == "false")
         return std::nullopt;
+    if (value == "pause")
+        return Duck{Duck().decibels, true};
     std::istringstream number(value);
     double decibels = 0;
     if (number >> decibels && (number >> std::ws).eof() && decibels <= -1 && decibels >= kMostDecibels)
-        return decibels;
-    throw std::invalid_argument("duck: \"" + value +
-                                "\" is neither off nor a number of decibels from -60 to -1; -15 is usual");
+        return Duck{decibels};
+    throw std::invalid_argument(
+        "duck: \"" + value +
+        "\" is neither off, pause nor a number of decibels from -60 to -1; -15 is usual");
 }
 
 PulseRoom PulseRoomOf(const std::string& text) {
@@ -44,16 +47,19 @@ PulseRoom PulseRoomOf(const std::string& text) {
         if (word.rfind(kDuck, 0) != 0)
             throw std::invalid_argument("\"pulse: " + room.sink + "\" takes duck beside it, not \"" + word +
                                         "\"");
-        room.decibels = DuckOf(word.substr(std::string(kDuck).size()));
+        room.duck = DuckOf(word.substr(std::string(kDuck).size()));
     }
     return room;
 }
 
 GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
-    if (room.decibels)
-        LowerOthers(room.sink, *room.decibels, context);
+    if (room.duck)
+        LowerOthers(room.sink, *room.duck, context);
     const std::string reason =
         context.pulse ? context.pulse->WhyNot(room.sink) : "there is no way to the sound server";
+    // So late that silence would only be told to have missed the beginning.
+    if (reason == PulseServer::kNoAnswer)
+        throw std::runtime_error(reason);
     if (!reason.empty()) {
         context.silent(reason);
         return MakeBin("fakesink sync=true");

@@ -6,8 +6,6 @@
 
 namespace controller::audio {
 
-using namespace ducked_volume;
-
 namespace {
 
 constexpr const char* kDefaultSink = "default";
@@ -31,7 +29,7 @@ Ducking::Ducking(IScheduler& driver, Borrowings& borrowings, Server server)
     , m_server(std::move(server))
     , m_move(m_driver, "the volume of other programs")
     , m_retry(m_driver, "looking for the sound server") {
-    if (!m_borrowings.Of(kKind).empty())
+    if (!m_borrowings.Of(ducked_volume::kKind).empty())
         m_server.look();
 }
 
@@ -42,6 +40,10 @@ Ducking::~Ducking() {
         Strike(lowered.entry);
     }
     m_borrowings.Strike(m_struck);
+}
+
+bool Ducking::HasGivenBack() const {
+    return m_borrowings.Of(ducked_volume::kKind).empty() || (m_state.isThere && m_lowered.empty());
 }
 
 unsigned Ducking::Hold(const std::string& sink, double decibels) {
@@ -73,7 +75,7 @@ void Ducking::OnState(const PulseState& state) {
         m_left.clear();
     if (!state.isThere) {
         m_lowered.clear();
-        if (!m_holds.empty() || !m_borrowings.Of(kKind).empty())
+        if (!m_holds.empty() || !m_borrowings.Of(ducked_volume::kKind).empty())
             m_retry.Start(kRetry, [this] { m_server.look(); });
         return;
     }
@@ -96,9 +98,10 @@ void Ducking::Compare(const PulseState& state) {
         Lowered& lowered = place->second;
         const PulseStream* const stream = Find(state, place->first);
         const bool isOurs =
-            stream != nullptr && IsOurs(lowered.before, VolumeOf(lowered.entry.set), stream->volume);
+            stream != nullptr &&
+            ducked_volume::IsOurs(lowered.before, ducked_volume::VolumeOf(lowered.entry.set), stream->volume);
         const bool isBack = isOurs && lowered.step == 0 && lowered.isWritten && !DecibelsOn(stream->sink) &&
-                            AreSame(stream->volume, lowered.before);
+                            ducked_volume::AreSame(stream->volume, lowered.before);
         if (isOurs && !isBack) {
             lowered.sink = stream->sink;
             ++place;
@@ -115,13 +118,13 @@ void Ducking::Compare(const PulseState& state) {
 /// The entry of the stream, else one of a stream of the same program that is there no more.
 std::optional<Borrowed> Ducking::EntryFor(const PulseStream& stream) const {
     std::optional<Borrowed> found;
-    for (const Borrowed& entry : m_borrowings.Of(kKind)) {
-        if (IsOf(entry, stream))
+    for (const Borrowed& entry : m_borrowings.Of(ducked_volume::kKind)) {
+        if (ducked_volume::IsOf(entry, stream))
             return entry;
         const auto isThere = [&](const PulseStream& other) {
-            return IsOf(entry, other);
+            return ducked_volume::IsOf(entry, other);
         };
-        if (IsOfProgram(entry, stream.program) &&
+        if (ducked_volume::IsOfProgram(entry, stream.program) &&
             std::none_of(m_state.streams.begin(), m_state.streams.end(), isThere))
             found = entry;
     }
@@ -133,13 +136,14 @@ void Ducking::Consider(const PulseStream& stream) {
         return;
     PulseVolume before = stream.volume;
     const std::optional<Borrowed> entry = EntryFor(stream);
-    if (entry && IsOurs(VolumeOf(entry->before), VolumeOf(entry->set), stream.volume))
-        before = VolumeOf(entry->before);
-    const bool isLowered = !AreSame(before, stream.volume);
+    if (entry && ducked_volume::IsOurs(ducked_volume::VolumeOf(entry->before),
+                                       ducked_volume::VolumeOf(entry->set), stream.volume))
+        before = ducked_volume::VolumeOf(entry->before);
+    const bool isLowered = !ducked_volume::AreSame(before, stream.volume);
     if (DecibelsOn(stream.sink) && IsHeard(stream)) {
-        if (entry && !IsOf(*entry, stream))
+        if (entry && !ducked_volume::IsOf(*entry, stream))
             Strike(*entry);
-        Lower(stream, before, isLowered ? kSteps - 1 : 0);
+        Lower(stream, before, isLowered ? ducked_volume::kSteps - 1 : 0);
         return;
     }
     if (!entry)
@@ -148,13 +152,14 @@ void Ducking::Consider(const PulseStream& stream) {
         Strike(*entry);
         return;
     }
-    const double decibels = DecibelsBetween(before, VolumeOf(entry->set));
-    m_lowered[stream.index] = {*entry, before, decibels, stream.sink, kSteps, true};
+    const double decibels = ducked_volume::DecibelsBetween(before, ducked_volume::VolumeOf(entry->set));
+    m_lowered[stream.index] = {*entry, before, decibels, stream.sink, ducked_volume::kSteps, true};
 }
 
 void Ducking::Lower(const PulseStream& stream, const PulseVolume& before, int step) {
     const double decibels = *DecibelsOn(stream.sink);
-    const Borrowed entry = EntryOf(stream, before, Step(before, decibels, kSteps));
+    const Borrowed entry =
+        ducked_volume::EntryOf(stream, before, ducked_volume::Step(before, decibels, ducked_volume::kSteps));
     m_lowered[stream.index] = {entry, before, decibels, stream.sink, step, false};
     m_new.push_back(stream.index);
 }
@@ -164,6 +169,7 @@ void Ducking::TakeNew() {
         return;
     const auto streams = std::exchange(m_new, {});
     std::vector<Borrowed> entries;
+    entries.reserve(streams.size());
     for (const std::uint32_t index : streams)
         entries.push_back(m_lowered.at(index).entry);
     const auto change = [this, streams, isAlive = std::weak_ptr(m_isAlive)] {
@@ -175,7 +181,7 @@ void Ducking::TakeNew() {
         if (!m_move.IsRunning())
             Move();
     };
-    if (m_borrowings.Take(std::move(entries), change))
+    if (m_borrowings.Take(entries, change))
         return;
     for (const std::uint32_t index : streams) {
         m_lowered.erase(index);
@@ -187,11 +193,11 @@ void Ducking::TakeNew() {
 void Ducking::Move() {
     bool isMoving = false;
     for (auto& [index, lowered] : m_lowered) {
-        const int goal = DecibelsOn(lowered.sink) ? kSteps : 0;
+        const int goal = DecibelsOn(lowered.sink) ? ducked_volume::kSteps : 0;
         if (!lowered.isWritten || lowered.step == goal)
             continue;
         lowered.step += goal > lowered.step ? 1 : -1;
-        m_server.setVolume(index, Step(lowered.before, lowered.decibels, lowered.step));
+        m_server.setVolume(index, ducked_volume::Step(lowered.before, lowered.decibels, lowered.step));
         isMoving = true;
     }
     if (isMoving)

@@ -47,8 +47,8 @@ public:
 
     void OnState(const PulseState& state);
 
-    /// Whether the server has answered, and nothing that it has is lowered.
-    [[nodiscard]] bool HasGivenBack() const { return m_state.isThere && m_lowered.empty(); }
+    /// Whether nothing is lowered, as far as a server that is there knows.
+    [[nodiscard]] bool HasGivenBack() const;
 
 private:
     struct Lowered {

@@ -1,5 +1,7 @@
 #include "controller/audio/pulse/PulseDesk.h"
 
+#include "controller/audio/pulse/MediaPlayers.h"
+
 #include <stdexcept>
 #include <utility>
 
@@ -24,9 +26,11 @@ void PulseDesk::Begin(IScheduler& driver, Borrowings& borrowings) {
                                                   [this](std::uint32_t stream, const PulseVolume& volume) {
                                                       Server().SetVolume(stream, volume);
                                                   }});
+    m_pausing = std::make_unique<Pausing>(borrowings, MediaPlayersOfSession(m_mailbox));
 }
 
 void PulseDesk::Close() {
+    m_pausing = nullptr;
     m_ducking = nullptr;
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_server)
@@ -34,7 +38,7 @@ void PulseDesk::Close() {
 }
 
 bool PulseDesk::HasGivenBack() const {
-    return m_ducking && m_ducking->HasGivenBack();
+    return m_ducking && m_ducking->HasGivenBack() && m_pausing->HasGivenBack();
 }
 
 std::string PulseDesk::WhyNot(const std::string& sink) {
@@ -45,16 +49,22 @@ std::string PulseDesk::WhyNot(const std::string& sink) {
     }
 }
 
-std::shared_ptr<void> PulseDesk::Lower(const std::string& sink, double decibels) {
+std::shared_ptr<void> PulseDesk::Lower(const std::string& sink, const Duck& duck) {
     const auto number = std::make_shared<unsigned>(0);
-    m_mailbox->Post([self = shared_from_this(), number, sink, decibels] {
-        if (self->m_ducking)
-            *number = self->m_ducking->Hold(sink, decibels);
+    m_mailbox->Post([self = shared_from_this(), number, sink, duck] {
+        if (!self->m_ducking)
+            return;
+        *number = self->m_ducking->Hold(sink, duck.decibels);
+        if (duck.isPausing)
+            self->m_pausing->Hold();
     });
-    return {number.get(), [self = shared_from_this(), number](void* /*number*/) {
-                self->m_mailbox->Post([self, number] {
-                    if (self->m_ducking)
-                        self->m_ducking->Release(*number);
+    return {number.get(), [self = shared_from_this(), number, duck](void* /*number*/) {
+                self->m_mailbox->Post([self, number, duck] {
+                    if (!self->m_ducking)
+                        return;
+                    self->m_ducking->Release(*number);
+                    if (duck.isPausing)
+                        self->m_pausing->Release();
                 });
             }};
 }

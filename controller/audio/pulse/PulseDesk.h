@@ -3,6 +3,7 @@
 #include "controller/audio/Borrowings.h"
 #include "controller/audio/Mailbox.h"
 #include "controller/audio/pulse/Ducking.h"
+#include "controller/audio/pulse/Pausing.h"
 #include "controller/audio/pulse/PulseServer.h"
 
 #include <chrono>
@@ -11,6 +12,12 @@
 #include <string>
 
 namespace controller::audio {
+
+/// What happens to what others play while an announcement plays.
+struct Duck {
+    double decibels = -15;  ///< Negative: how much quieter it is.
+    bool isPausing = false; ///< Media players that can be paused are.
+};
 
 /// The sound server as the rooms use it: one connection for all of them, made when it is first needed, and
 /// what is lowered for them. It may outlive the engine in the hands of threads that are stuck in a device.
@@ -38,9 +45,8 @@ public:
     /// Why nothing can be heard on the sink; empty when it can. Waits for the server, `kAnswer` at most.
     [[nodiscard]] std::string WhyNot(const std::string& sink);
 
-    /// What others play on the sink is quieter by so many decibels (negative), for as long as what comes back
-    /// is kept.
-    [[nodiscard]] std::shared_ptr<void> Lower(const std::string& sink, double decibels);
+    /// Does that to others on the sink, for as long as what comes back is kept.
+    [[nodiscard]] std::shared_ptr<void> Lower(const std::string& sink, const Duck& duck);
 
 private:
     [[nodiscard]] PulseServer& Server();
@@ -48,6 +54,7 @@ private:
     const std::shared_ptr<Mailbox> m_mailbox;
     std::mutex m_mutex;
     std::unique_ptr<Ducking> m_ducking; ///< Driver thread.
+    std::unique_ptr<Pausing> m_pausing; ///< Driver thread.
     std::unique_ptr<PulseServer> m_server;
 };
 

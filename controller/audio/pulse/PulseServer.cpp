@@ -222,7 +222,7 @@ std::string PulseServer::WhyNot(const std::string& sink, std::chrono::millisecon
     Look();
     lock.lock();
     if (!m_changed.wait_for(lock, limit, [&] { return m_looks != before; }))
-        return "the sound server does not answer";
+        return kNoAnswer;
     if (!m_state.isThere)
         return m_state.reason;
     const std::string wanted = sink == "default" ? m_state.defaultSink : sink;

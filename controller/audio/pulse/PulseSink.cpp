@@ -1,7 +1,6 @@
 #include "controller/audio/pulse/PulseSink.h"
 
 #include "controller/audio/Held.h"
-#include "controller/audio/pulse/PulseDesk.h"
 
 namespace controller::audio {
 
@@ -14,9 +13,9 @@ void MarkAsAnnouncement(GstElement* pulsesink) {
     gst_structure_free(properties);
 }
 
-void LowerOthers(const std::string& sink, double decibels, const OutputContext& context) {
+void LowerOthers(const std::string& sink, const Duck& duck, const OutputContext& context) {
     if (context.pulse && context.held)
-        context.held->Keep(context.pulse->Lower(sink, decibels));
+        context.held->Keep(context.pulse->Lower(sink, duck));
 }
 
 } // namespace controller::audio

@@ -2,20 +2,18 @@
 
 #include "controller/audio/Gst.h"
 #include "controller/audio/Output.h"
+#include "controller/audio/pulse/PulseDesk.h"
 
 #include <optional>
 #include <string>
 
 namespace controller::audio {
 
-/// What happens to other programs' music on a sink: so many decibels (negative) quieter.
-constexpr double kDuckedDecibels = -15;
-
 /// A GStreamer sink that the sound server is told the purpose of, for those who have rules of their own for
 /// announcements, and by which it is known that it is not to be lowered.
 void MarkAsAnnouncement(GstElement* pulsesink);
 
-/// Lowers what others play on the sink until the room has heard its last sample.
-void LowerOthers(const std::string& sink, double decibels, const OutputContext& context);
+/// Lowers, and pauses, what others play on the sink until the room has heard its last sample.
+void LowerOthers(const std::string& sink, const Duck& duck, const OutputContext& context);
 
 } // namespace controller::audio

@@ -19,13 +19,13 @@ protected:
         Borrowings::Done done;
     };
 
-    void Make(std::vector<Borrowed> left = {}) {
+    void Make(const std::vector<Borrowed>& left = {}) {
         m_borrowings = std::make_unique<Borrowings>(
             m_scheduler, m_log.log,
             [this](const std::vector<Borrowed>& entries, Borrowings::Done done) {
                 m_written.push_back({entries, std::move(done)});
             },
-            std::move(left));
+            left);
     }
 
     static Borrowed Volume(const std::string& thing, const std::string& before, const std::string& set) {

@@ -3,7 +3,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { House } from '../harness/house.mjs';
-import { rate } from '../harness/sounds.mjs';
+import { clip, heard, rate } from '../harness/sounds.mjs';
+import { Program } from '../harness/program.mjs';
 import { announcement, kinds, levels, music, SoundServer, tone } from '../harness/sound-server.mjs';
 
 const full = 65536;
@@ -113,3 +114,79 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
     },
   );
 }
+
+const skipPlayers = kinds.PulseAudio ? false : 'PulseAudio is not installed; script/bootstrap installs it';
+
+test('a sound server that hangs keeps no other room waiting, and is told', { skip: skipPlayers }, async () => {
+  const server = new SoundServer('PulseAudio');
+  const house = new House([{ output: 'pulse: heard' }, {}]);
+  const sound = clip(rate / 2);
+  try {
+    house.sound('clip', sound);
+    await server.start();
+    server.server.process.kill('SIGSTOP');
+    await house.start({ env: { PULSE_SERVER: server.address } });
+    const volumes = [1, 2].map((id) => ({ id, volume: 100 }));
+    const seen = await house.playToItsEnd(await house.add({ audio: { file: 'clip', delay_ms: 1 }, rooms: volumes }));
+    assert.equal(seen.find((event) => event.type === 'sound_ended').data.error, null);
+    assert.ok(heard(house.recording(2), sound, 100).isWhole);
+    const [{ trouble }, other] = (await house.get('/api/rooms')).rooms;
+    assert.match(trouble, /the sound server does not answer/);
+    assert.equal(other.trouble, null);
+  } finally {
+    await house.remove();
+    await server.remove();
+  }
+});
+
+// A player on a bus of its own; `said` waits for what it says next.
+async function withPlayer(body) {
+  const server = new SoundServer('PulseAudio');
+  const house = new House([{ output: { pulse: 'heard', duck: 'pause' } }]);
+  const bus = new Program('dbus-daemon', [
+    '--session',
+    '--nofork',
+    '--print-address',
+    `--address=unix:dir=${server.folder}`,
+  ]);
+  const [address] = await bus.until('the address of the bus', (output) => /unix:\S+/.exec(output));
+  const env = { PULSE_SERVER: server.address, DBUS_SESSION_BUS_ADDRESS: address };
+  const player = new Program(process.env.MEDIA_PLAYER, ['book'], { env: { ...process.env, ...env } });
+  const said = (words) => player.until(words, (output) => output.trim().split('\n').join(' ') === words);
+  try {
+    house.sound('clip', tone(announcement, 0.5));
+    await said('Playing');
+    await server.start();
+    await house.start({ env });
+    const id = await house.add({ audio: { file: 'clip', delay_ms: 500 }, rooms: [{ id: 1, volume: 100 }] });
+    await body({ house, id, said, env });
+  } finally {
+    for (const program of [player, bus]) program.process.kill('SIGKILL');
+    await house.remove();
+    await server.remove();
+  }
+}
+
+test(
+  'duck: pause pauses a player that offers it, and has it play again after the announcement',
+  { skip: skipPlayers },
+  () =>
+    withPlayer(async ({ house, id, said }) => {
+      const events = await house.watch();
+      await house.play(id);
+      await said('Playing Paused');
+      await events.until('announcement_ended', (data) => data.announcement === id);
+      await said('Playing Paused Playing');
+      events.socket.terminate();
+      assert.doesNotMatch(house.output, /error|warning/);
+    }),
+);
+
+test('a player that is paused when the program is killed plays again', { skip: skipPlayers }, () =>
+  withPlayer(async ({ house, id, said }) => {
+    await house.play(id);
+    await said('Playing Paused');
+    house.process.kill('SIGKILL');
+    await said('Playing Paused Playing');
+  }),
+);

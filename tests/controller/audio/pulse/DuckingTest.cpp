@@ -28,7 +28,7 @@ protected:
         m_state.defaultSink = "kitchen";
     }
 
-    void Begin(std::vector<Borrowed> left = {}) {
+    void Begin(const std::vector<Borrowed>& left = {}) {
         m_borrowings = std::make_unique<Borrowings>(
             m_scheduler, m_log.log,
             [this](const std::vector<Borrowed>& entries, const Borrowings::Done& done) {
@@ -36,7 +36,7 @@ protected:
                 if (m_isDiskQuick)
                     m_scheduler.Post("disk", [done] { done(""); });
             },
-            std::move(left));
+            left);
         m_ducking =
             std::make_unique<Ducking>(m_scheduler, *m_borrowings,
                                       Ducking::Server{[this] { ++m_looks; },
