@@ -1,4 +1,5 @@
 import { afterEach, describe, expect, it } from 'vitest';
+import ofSounds from '../../controller/api/json/MeantSoundTexts.cpp?raw';
 import meant from '../../controller/api/json/MeantTexts.cpp?raw';
 import type { Code } from '../src/api/types';
 import { said as german } from '../src/texts/german/said';
@@ -7,7 +8,7 @@ import { read, said, saidInside } from '../src/texts/said';
 
 /** The controller's own table: each code with the texts that it stands for. */
 const TABLE = [
-  ...meant.replace('Meaning::kOther', '"other"').matchAll(/\{"(\w+)",\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}/g),
+  ...(meant + ofSounds).replace('Meaning::kOther', '"other"').matchAll(/\{"(\w+)",\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}/g),
 ].map(([, code = '', text = '']) => ({ code, text }));
 
 const valuesIn = (text: string): string[] => [...text.matchAll(/\{([a-z]\w*)\}/g)].map(([, name = '']) => name);

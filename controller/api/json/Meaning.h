@@ -21,6 +21,9 @@ struct MeantText {
 /// All of them. Where several fit, the first does: those with most letters of their own stand first.
 [[nodiscard]] const std::vector<MeantText>& MeantTexts();
 
+/// Those among them that tell of sounds, pictures and voices.
+[[nodiscard]] std::vector<MeantText> MeantTextsOfSounds();
+
 struct Meaning {
     /// Of a text that is in no row.
     static constexpr const char* kOther = "other";

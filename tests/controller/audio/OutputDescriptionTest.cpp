@@ -71,7 +71,8 @@ TEST(OutputDescriptionTest, ASinkNeedsANameAndTakesWhatIsToHappenToOthers) {
     ExpectRefused("pulse:", "needs a sink of the sound server");
     ExpectRefused("pulse: kitchen loudly", "takes duck beside it, not \"loudly\"");
     for (const char* value : {"loud", "-15dB", "3", "0", "-61", ""})
-        ExpectRefused(std::string("pulse: kitchen duck=") + value, "neither off, pause nor a number of decibels");
+        ExpectRefused(std::string("pulse: kitchen duck=") + value,
+                      "neither off, pause nor a number of decibels");
     for (const char* value : {"off", "pause", "-15", "-7.5", "-60"})
         EXPECT_EQ(Refusal(std::string("pulse: default duck=") + value), "");
 }
