@@ -3,50 +3,12 @@
 // FOLDER holds popup_fan_out and bare_fan_out; parts: see the end.
 import {spawn, execFileSync} from "node:child_process";
 import {once} from "node:events";
-import {closeSync, createReadStream, fdatasyncSync, mkdirSync, mkdtempSync, openSync, readFileSync, readdirSync, rmSync,
-        writeFileSync, writeSync} from "node:fs";
-import {Agent, request} from "node:http";
+import {closeSync, fdatasyncSync, mkdirSync, openSync, readFileSync, readdirSync, rmSync, writeFileSync, writeSync} from "node:fs";
 import {connect, createServer} from "node:net";
-import {tmpdir} from "node:os";
 import {join} from "node:path";
-import {House} from "../tests/system/harness/house.mjs";
 import {clip, rate} from "../tests/system/harness/sounds.mjs";
-
-const isQuick = process.argv.includes("--quick");
-const plays = isQuick ? 10 : 100;
-const rows = [];
-const scratch = mkdtempSync(join(tmpdir(), "controller-bench-"));
-
-const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
-const now = () => Number(process.hrtime.bigint()) / 1e6;
-const quantile = (values, share) => [...values].sort((a, b) => a - b)[Math.min(values.length - 1, Math.floor(values.length * share))];
-const median = (values) => quantile(values, 0.5);
-
-function row(what, value, unit, target, isGood, beside = "") {
-    rows.push({what, measured: `${value.toFixed(value < 10 ? 2 : 1)} ${unit}`, target, beside, verdict: isGood ? "yes" : "NO"});
-}
-
-// One request over a connection that stays; gives the milliseconds that it took.
-const agent = new Agent({keepAlive: true, maxSockets: 1});
-async function timed(house, method, path, body) {
-    const text = body === undefined ? "" : JSON.stringify(body);
-    const start = now();
-    const reply = await new Promise((resolve, reject) => {
-        const asked = request(house.base + path, {method, agent, headers: {
-            "Content-Length": Buffer.byteLength(text), ...(text && {"Content-Type": "application/json"})}}, resolve);
-        asked.on("error", reject).end(text);
-    });
-    reply.resume();
-    await once(reply, "end");
-    if (reply.statusCode >= 300) throw new Error(`${method} ${path}: ${reply.statusCode}`);
-    return now() - start;
-}
-
-async function repeat(count, body) {
-    const values = [];
-    for (let index = 0; index < count; ++index) values.push(await body(index));
-    return values;
-}
+import {command, conversion, say, sound, stop} from "./heard.mjs";
+import {fill, inHouse, isQuick, median, now, repeat, row, rows, scratch, sleep, timed} from "./measuring.mjs";
 
 async function freePort() {
     const server = createServer().listen(0, "127.0.0.1");
@@ -94,78 +56,6 @@ function wakeUpsSince(before, pid) {
     const woken = [...wakeUpsOf(pid)].map(([task, {name, count}]) => ({name, count: count - (before.get(task)?.count ?? 0)}))
         .filter(({count}) => count > 0);
     return {count: woken.reduce((sum, one) => sum + one.count, 0), names: woken.map(({name, count}) => `${name} ${count}`).join(", ")};
-}
-
-async function inHouse(rooms, body, prepare = () => {}) {
-    const house = new House(rooms);
-    try {
-        house.sound("click", clip(rate / 100));
-        await prepare(house);
-        await house.start();
-        await body(house);
-    } finally {
-        await house.remove();
-    }
-}
-
-// What the room hears comes over a pipe, as it is played; the first sample that is not silent counts.
-async function firstSample(pipe) {
-    const stream = createReadStream(pipe, {highWaterMark: 4096});
-    try {
-        for await (const bytes of stream)
-            for (let at = 0; at + 2 <= bytes.length; at += 2)
-                if (Math.abs(bytes.readInt16LE(at)) > 1000) return now();
-    } finally {
-        stream.destroy();
-    }
-    throw new Error("nothing was heard");
-}
-
-async function soundLatency(house, pipe, id, count) {
-    const {body} = await house.ask("POST", "/api/rehearsal", {announcement: id, stream_ready_ms: 0});
-    const own = body.timeline.find((entry) => entry.what === "sound_started").at_ms;
-    const events = await house.watch();
-    return repeat(count, async () => {
-        const heard = firstSample(pipe);
-        const start = now();
-        await house.play(id);
-        const taken = await heard - start - own;
-        await events.until("announcement_ended");
-        return taken;
-    });
-}
-
-// A room whose sound comes over a pipe.
-function pipedRoom(name) {
-    const pipe = join(scratch, name);
-    execFileSync("mkfifo", [pipe]);
-    return {pipe, output: {gstreamer: `audioconvert dithering=none ! audio/x-raw,format=S16LE ! filesink location=${pipe} sync=true buffer-mode=unbuffered`}};
-}
-
-async function sound(announcements = 0) {
-    const {pipe, output} = pipedRoom(`room-${announcements}`);
-    let values;
-    await inHouse([{output}], async (house) => {
-        const id = await house.add({audio: {file: "click"}, rooms: [{id: 1, volume: 100}]});
-        values = await soundLatency(house, pipe, id, announcements === 0 ? plays : 10);
-    }, (house) => announcements && fill(house, announcements));
-    return values;
-}
-
-async function fill(house, count) {
-    const one = (id) => `<announcement><id>${id}</id><name>Announcement ${id}</name><audio><file>none</file><delay>0</delay></audio>` +
-        `<video><file/><text>Text ${id}</text><delay>0</delay><timeout>5000</timeout><OKButton>true</OKButton></video>` +
-        "<rooms><room><id>1</id><volume>40</volume></room></rooms><navigators/></announcement>";
-    const file = join(house.folder, "first.xml");
-    writeFileSync(file, `<announcements>${Array.from({length: count}, (_, index) => one(index + 1)).join("")}</announcements>`);
-    const {status, output} = await house.run(["import", house.file, file]);
-    if (status !== 0) throw new Error(output);
-}
-
-async function command() {
-    const values = await sound();
-    row("command to first sample, p99", quantile(values, 0.99), "ms", "<= 20 ms", quantile(values, 0.99) <= 20,
-        `median ${median(values).toFixed(1)} ms, ${values.length} plays`);
 }
 
 async function popups() {
@@ -323,81 +213,6 @@ async function longestStay() {
         row("driver thread for a call, 10,000 stored", times[0].time, "ms", "<= 20 ms", times[0].time <= 20,
             times.map(({what, time}) => `${what} ${time.toFixed(1)}`).join(", "));
     }, (house) => fill(house, 10000));
-}
-
-// From the request to the last sample that can be heard.
-async function untilSilence(house, pipe, id) {
-    const stream = createReadStream(pipe, {highWaterMark: 4096});
-    const events = await house.watch();
-    await house.play(id);
-    let asked = 0;
-    let heard = 0;
-    for await (const bytes of stream) {
-        let isHeard = false;
-        for (let at = 0; at + 2 <= bytes.length; at += 2) isHeard ||= Math.abs(bytes.readInt16LE(at)) > 30;
-        if (isHeard) heard = now();
-        if (isHeard && asked === 0) {
-            asked = now();
-            void timed(house, "POST", "/api/stop");
-        }
-    }
-    await events.until("announcement_ended");
-    events.socket.terminate();
-    return heard - asked;
-}
-
-async function stop() {
-    const {pipe, output} = pipedRoom("stopped");
-    await inHouse([{output}], async (house) => {
-        house.sound("long", clip(rate * 15));
-        const id = await house.add({audio: {file: "long", delay_ms: 10}, rooms: [{id: 1, volume: 100}]});
-        const values = await repeat(isQuick ? 5 : 20, () => untilSilence(house, pipe, id));
-        row("stop to silence", median(values), "ms", "<= 100 ms", median(values) <= 100, "50 ms of them fade");
-    });
-}
-
-async function say() {
-    const {pipe, output} = pipedRoom("said");
-    const agentsOwn = 1000;
-    // A spoken sound begins with as much of silence, so that nothing of the first word is cut off.
-    const breath = 10;
-    await inHouse([{output}], async (house) => {
-        const events = await house.watch();
-        const said = async (number) => {
-            const heard = firstSample(pipe);
-            const start = now();
-            const text = `Dinner is ready, please come to the table ${number} now`;
-            await timed(house, "POST", "/api/say", {text, rooms: [{id: 1, volume: 100}]});
-            const taken = await heard - start - agentsOwn - breath;
-            await timed(house, "POST", "/api/stop");
-            await events.until("announcement_ended");
-            return taken;
-        };
-        const count = isQuick ? 3 : 10;
-        await said(0);
-        const fresh = await repeat(count, (index) => said(index + 1));
-        const kept = await repeat(count, (index) => said(index + 1));
-        row("10 words to first sample, not cached", median(fresh), "ms", "<= 150 ms", median(fresh) <= 150, `beyond the agent's second; most ${Math.max(...fresh).toFixed(1)} ms`);
-        row("10 words to first sample, cached", median(kept), "ms", "<= 20 ms", median(kept) <= 20, `beyond the agent's second; most ${Math.max(...kept).toFixed(1)} ms`);
-    });
-}
-
-// From the request to the reply: 20 s of MP3 that become a WAV file of the media folder, measured and on the disk.
-async function conversion() {
-    const file = join(scratch, "song.mp3");
-    execFileSync("gst-launch-1.0", ["-q", "audiotestsrc", "wave=pink-noise", "samplesperbuffer=4800", "num-buffers=200", "!",
-        "audio/x-raw,rate=48000,channels=2", "!", "audioconvert", "!", "lamemp3enc", "!", "filesink", `location=${file}`]);
-    const bytes = readFileSync(file);
-    await inHouse([{output: "silent"}], async (house) => {
-        const values = await repeat(isQuick ? 3 : 9, async () => {
-            const start = now();
-            // Encoders put silence in front: what is beyond 20 s is cut off.
-            const {status, text} = await house.ask("PUT", "/api/media/song.mp3?from_ms=0&to_ms=20000", bytes, {"Content-Type": "audio/mpeg"});
-            if (status >= 300) throw new Error(text);
-            return now() - start;
-        });
-        row("20 s of MP3 brought and converted", median(values), "ms", "<= 500 ms", median(values) <= 500, `most ${Math.max(...values).toFixed(1)} ms`);
-    });
 }
 
 const parts = {stop, say, conversion, startAndIdle, reads, writes, popups, command, manyAnnouncements, longestStay};
