@@ -60,10 +60,8 @@ test('put back, it is used again', () =>
 
 test('a database that cannot be written refuses the start with what to do', () =>
   killed(async (house, file) => {
-    const somebody = house.giveAway();
     for (const companion of ['', '-wal', '-shm']) chmodSync(file(companion), 0o400);
-    if (somebody.uid === undefined) chmodSync(file(), 0o400);
-    const { status, output } = await house.run([house.file], somebody);
+    const { status, output } = await house.run([house.file], { isBound: true });
     assert.equal(status, 3, output);
     assert.match(output, /controller\.db cannot be written\. It, and what stands beside it, must belong to the user/);
   }));

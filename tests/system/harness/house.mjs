@@ -1,6 +1,6 @@
 // A house in a folder of its own, and the real program that serves it, on a free port.
 import assert from 'node:assert/strict';
-import { chmodSync, chownSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
+import { chmodSync, existsSync, mkdirSync, mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { Program } from './program.mjs';
@@ -66,17 +66,12 @@ export class House {
     return existsSync(takes) ? readdirSync(takes).filter((name) => name.startsWith(`${id}-`)) : [];
   }
 
-  // The program runs as somebody without rights, whoever runs the tests.
-  giveAway() {
-    if (process.getuid() !== 0) return {};
-    for (const name of ['', ...readdirSync(this.folder, { recursive: true })])
-      chownSync(join(this.folder, name), 65534, 65534);
-    return { uid: 65534, gid: 65534 };
-  }
-
-  // Runs the program to its end, and gives its status and everything it printed.
-  async run(words, options = {}) {
-    const program = new Program(process.env.CONTROLLER, words, options);
+  // Runs the program to its end, and gives its status and everything it printed. `isBound` is it by permissions of
+  // files, whoever runs the tests.
+  async run(words, { isBound = false, ...options } = {}) {
+    const wrapper = isBound && process.getuid() === 0 ? ['setpriv', '--bounding-set', '-dac_override', '--'] : [];
+    const [command, ...all] = [...wrapper, process.env.CONTROLLER, ...words];
+    const program = new Program(command, all, options);
     try {
       const [status, signal] = await program.end();
       return { status, signal, output: program.output };
