@@ -74,7 +74,7 @@ Table::Cell RoomState(const Json& room) {
         return "plays an announcement";
     if (room.at("awake").get<bool>())
         return "screens awake";
-    return room.value("answers", true) ? "" : "never answers";
+    return room.at("answers").get<bool>() ? "" : "never answers";
 }
 
 } // namespace
