@@ -118,10 +118,10 @@ test('when a voice fails the chime alone is heard, and everybody is told why', a
         const { events } = await house.get('/api/events/recent?limit=200');
         const told = events.filter(({ type }) => type.startsWith('voice_'));
         assert.deepEqual(
-          told.map(({ type, data }) => [type, data]),
+          told.map(({ type, data }) => [type, data.voice, data.reason]),
           [
-            ['voice_failed', { voice: 'Fragile', reason: why }],
-            ['voice_recovered', { voice: 'Fragile' }],
+            ['voice_failed', 'Fragile', why],
+            ['voice_recovered', 'Fragile', undefined],
           ],
         );
       },
