@@ -9,7 +9,11 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include <signal.h>
 #include <unistd.h>
@@ -21,6 +25,8 @@ namespace {
 /// So long it tries, at most: then it is for the controller's next start to do.
 constexpr std::chrono::seconds kGuardPatience{5};
 constexpr std::chrono::milliseconds kGuardPace{20};
+/// What the controller sent last may be taken by a server as late as this.
+constexpr std::chrono::milliseconds kLastWords{300};
 
 /// What is borrowed when nobody writes any more.
 std::vector<Borrowed> ReadUntilClosed(int input, Borrowings& known) {
@@ -40,20 +46,14 @@ std::vector<Borrowed> ReadUntilClosed(int input, Borrowings& known) {
     }
 }
 
-} // namespace
+void WriteNowhere(const std::vector<Borrowed>& /*entries*/, const Borrowings::Done& done) {
+    done("");
+}
 
-int GuardBorrowed(int input) {
-    // Whoever ends the controller ends what belongs to it, too; this one ends when the pipe does.
-    for (const int ending : {SIGTERM, SIGINT, SIGHUP, SIGPIPE})
-        (void)::signal(ending, SIG_IGN); // cannot fail for these
-    Log log(STDERR_FILENO, Severity::Notice, Log::FormOfStandardError());
+/// Whether all is given back, as far as servers answer.
+bool GiveBack(const std::vector<Borrowed>& entries, Log& log) {
     DriverThread driver(log);
-    const auto write = [](const std::vector<Borrowed>& /*entries*/, const Borrowings::Done& done) {
-        done("");
-    };
-    Borrowings borrowings(driver, log, write, {});
-    if (ReadUntilClosed(input, borrowings).empty())
-        return 0;
+    Borrowings borrowings(driver, log, WriteNowhere, entries);
     const auto mailbox = std::make_shared<Mailbox>(driver);
     const auto desk = std::make_shared<PulseDesk>(mailbox);
     desk->Begin(driver, borrowings);
@@ -70,7 +70,24 @@ int GuardBorrowed(int input) {
     driver.Run();
     desk->Close();
     mailbox->Close();
-    return borrowings.All().empty() ? 0 : 1;
+    return borrowings.All().empty();
+}
+
+} // namespace
+
+int GuardBorrowed(int input) {
+    // Whoever ends the controller ends what belongs to it, too; this one ends when the pipe does.
+    for (const int ending : {SIGTERM, SIGINT, SIGHUP, SIGPIPE})
+        (void)::signal(ending, SIG_IGN); // cannot fail for these
+    Log log(STDERR_FILENO, Severity::Notice, Log::FormOfStandardError());
+    DriverThread driver(log);
+    Borrowings known(driver, log, WriteNowhere, {});
+    const std::vector<Borrowed> entries = ReadUntilClosed(input, known);
+    if (entries.empty())
+        return 0;
+    (void)GiveBack(entries, log);
+    std::this_thread::sleep_for(kLastWords);
+    return GiveBack(entries, log) ? 0 : 1;
 }
 
 } // namespace controller::audio

@@ -34,14 +34,14 @@ test('media are stored whole, sent back and removed', async () => {
 test('a photo is stored as screens need it, without its place, and shown small; a broken or huge one is refused', async () => {
   const demo = 'announcement-controller/demo';
   const type = { 'Content-Type': 'image/png' };
-  const photo = pngOf(2400, 1200, [pngChunk('tEXt', Buffer.from('Location\0 51.5N')), pngChunk('eXIf', turnedRight)]);
+  const photo = pngOf(2000, 300, [pngChunk('tEXt', Buffer.from('Location\0 51.5N')), pngChunk('eXIf', turnedRight)]);
   const stored = await house.ask('PUT', '/api/media/Our%20garden.jpg', photo, type);
   assert.equal(stored.status, 201, stored.text);
   const { name, kind, width, height, is_converted: isConverted } = stored.body;
-  assert.deepEqual([name, kind, width, height, isConverted], ['Our-garden.png', 'image', 960, 1920, true]);
+  assert.deepEqual([name, kind, width, height, isConverted], ['Our-garden.png', 'image', 288, 1920, true]);
   const { media } = (await house.ask('GET', '/api/media')).body;
   const listed = media.find((file) => file.name === name);
-  assert.deepEqual([listed.width, listed.height], [960, 1920]);
+  assert.deepEqual([listed.width, listed.height], [288, 1920]);
   const back = await fetch(`${house.base}/api/media/${name}`);
   assert.equal(Buffer.from(await back.arrayBuffer()).indexOf('51.5N'), -1);
   const small = `/api/media/${name}/thumbnail`;

@@ -1,7 +1,7 @@
 // A sound server of the test's own, PulseAudio or PipeWire, in a folder of its own, with one sink whose sound is read
 // back; and music that plays there.
 import { spawnSync } from 'node:child_process';
-import { existsSync, mkdtempSync, rmSync, symlinkSync } from 'node:fs';
+import { mkdirSync, mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { Program } from './program.mjs';
@@ -18,6 +18,10 @@ export const kinds = {
   PulseAudio: isInstalled('pulseaudio', 'parec'),
   PipeWire: isInstalled('pipewire', 'pipewire-pulse', 'wireplumber', 'dbus-run-session', 'parec', 'pactl'),
 };
+
+const PIPEWIRE = `trap "kill 0" EXIT
+  pipewire & until [ -S "$XDG_RUNTIME_DIR/pipewire-0" ]; do sleep 0.02; done
+  wireplumber & pipewire-pulse & wait`;
 
 // `seconds` of a tone, 16 bits, one channel.
 export function tone(hertz, seconds, stroke = 12000) {
@@ -47,7 +51,15 @@ export class SoundServer {
     };
   }
 
+  // Bluetooth asks who sits at the machine, and takes all the rest along where nobody knows.
+  #leaveOutBluetooth() {
+    const folder = join(this.folder, 'wireplumber', 'bluetooth.lua.d');
+    mkdirSync(folder, { recursive: true });
+    writeFileSync(join(folder, '50-bluez-config.lua'), 'bluez_monitor.enabled = false\n');
+  }
+
   async start() {
+    this.#leaveOutBluetooth();
     // With what a server has that people use: it remembers the volume of each program.
     this.server =
       this.kind === 'PulseAudio'
@@ -61,11 +73,7 @@ export class SoundServer {
             `--load=module-null-sink sink_name=${sink} rate=${rate} channels=2`,
             `--load=module-native-protocol-unix auth-anonymous=1 socket=${this.folder}/pulse/native`,
           ])
-        : this.#run(
-            'dbus-run-session',
-            ['--', 'sh', '-c', 'trap "kill 0" EXIT; pipewire & sleep 0.2; wireplumber & pipewire-pulse & wait'],
-            { detached: true },
-          );
+        : this.#run('dbus-run-session', ['--', 'sh', '-c', PIPEWIRE], { detached: true });
     await this.#until('the sound server', () => this.control('info') !== undefined);
     if (this.kind === 'PipeWire') {
       this.control('load-module', 'module-null-sink', `sink_name=${sink}`, `rate=${rate}`, 'channels=2');
