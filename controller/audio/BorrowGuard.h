@@ -42,7 +42,7 @@ private:
 };
 
 /// What the guard's program does: reads entries until nobody is left to write any, gives back what is still
-/// borrowed then, and gives the exit status. Waits for servers `kGuardPatience` at most.
+/// borrowed then, and gives the exit status. Waits for servers some seconds at most.
 [[nodiscard]] int GuardBorrowed(int input);
 
 } // namespace controller::audio
