@@ -1,8 +1,12 @@
 // The house of the pages' tests: two rooms with a screen each, in the words of somebody who looks at a page.
 import { readFile } from 'node:fs/promises';
 import { join } from 'node:path';
+import { eventually } from './browser.mjs';
 import { House as Program } from './house.mjs';
 import { wavFile } from './sounds.mjs';
+
+/** The largest sample, whatever its sign; 0 of none. */
+export const loudest = (samples) => (samples ?? []).reduce((most, one) => Math.max(most, Math.abs(one)), 0);
 
 const ROOMS = [
   { name: 'Kitchen', start_volume: 40, max_volume: 80 },
@@ -76,6 +80,11 @@ export class House extends Program {
     const announcement = await this.add({ name: 'Popup', video: { timeout_ms: 20000, ...video }, rooms, navigators });
     await this.play(announcement.id);
     return announcement;
+  }
+
+  /** Waits until something is heard in the kitchen in the announcement with this number, from 1. */
+  untilHeard(number) {
+    return eventually(async () => loudest(await this.heard(1, number)) > 0.005, `the kitchen hears number ${number}`);
   }
 
   /**

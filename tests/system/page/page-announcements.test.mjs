@@ -1,9 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from '../harness/browser.mjs';
-import { House, wav } from '../harness/page-house.mjs';
-
-const loudest = (samples) => samples.reduce((most, one) => Math.max(most, Math.abs(one)), 0);
+import { House, loudest, wav } from '../harness/page-house.mjs';
 
 describe('the list of announcements', () => {
   let house;
@@ -73,7 +71,7 @@ describe('the list of announcements', () => {
     await house.add({ name: 'Long', audio: { file: 'long' }, rooms: [{ id: 1, volume: 100 }] });
     const page = await openApp(house);
     await page.getByRole('button', { name: 'Play Long' }).click();
-    await eventually(async () => loudest((await house.heard(1, 1)) ?? [0]) > 0.01, 'the kitchen hears it');
+    await house.untilHeard(1);
     assert.equal(await page.getByRole('button', { name: /^Dismiss/ }).count(), 0);
     await page.locator('announcement-row').getByRole('button', { name: 'Stop Long' }).waitFor();
     await page.locator('now-bar').getByRole('button', { name: 'Stop Long' }).click();

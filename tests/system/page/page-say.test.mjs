@@ -3,8 +3,6 @@ import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, eventually, openApp, openNavigator } from '../harness/browser.mjs';
 import { House, memo } from '../harness/page-house.mjs';
 
-const loudest = (samples) => (samples ?? []).reduce((most, one) => Math.max(most, Math.abs(one)), 0);
-
 describe('announcing now', () => {
   let house;
   beforeEach(async () => {
@@ -13,8 +11,6 @@ describe('announcing now', () => {
   afterEach(() => house.close());
   after(closeBrowser);
 
-  const isHeard = (number) =>
-    eventually(async () => loudest(await house.heard(1, number)) > 0.005, `the kitchen hears number ${number}`);
   const media = async () => (await house.request('GET', '/api/media')).media.map((one) => one.name);
 
   test('says in the kitchen what was typed, shows it, and begins the next time where it was', async () => {
@@ -30,7 +26,7 @@ describe('announcing now', () => {
     await box.getByRole('button', { name: 'Kitchen screen' }).click();
     await box.getByLabel('What is to be said').press('Control+Enter');
     await page.locator('now-bar strong', { hasText: 'Dinner is ready' }).waitFor();
-    await isHeard(1);
+    await house.untilHeard(1);
     assert.equal(await screen.locator('#message').textContent(), 'Dinner is ready');
     assert.equal(await box.getByLabel('What is to be said').inputValue(), '');
     await page.getByRole('button', { name: 'Stop Dinner is ready' }).first().click();
@@ -59,7 +55,7 @@ describe('announcing now', () => {
     await box.getByRole('button', { name: 'Stop' }).click();
     await box.locator('sound-trimmer').waitFor();
     await box.getByRole('button', { name: 'Send' }).click();
-    await isHeard(1);
+    await house.untilHeard(1);
     await page.locator('now-bar section').waitFor({ state: 'detached' });
     await eventually(async () => (await media()).length === 0, 'the recording is gone');
     await closePage(page);
@@ -75,7 +71,7 @@ describe('announcing now', () => {
     await box.getByLabel('Which sound').selectOption('Voice-memo');
     await box.getByRole('button', { name: 'Kitchen', exact: true }).click();
     await box.getByRole('button', { name: 'Send' }).click();
-    await isHeard(1);
+    await house.untilHeard(1);
     await closePage(page);
   });
 
