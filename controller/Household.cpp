@@ -84,7 +84,9 @@ Household::Household(House house, Options options, Log& log)
     , m_borrowings(
           m_driver,
           log,
-          [this](const auto& entries, WriteDone done) { WriteBorrowed(entries, std::move(done)); },
+          [this](const std::vector<audio::Borrowed>& entries, WriteDone done) {
+              WriteBorrowed(entries, std::move(done));
+          },
           BorrowedAtStart(m_opened.state.borrowed))
     , m_engine(Engine())
     , m_volumes(RoomsAtStart(), VolumeParts())
