@@ -61,11 +61,12 @@ void RoomOutput::Open() {
         return;
     }
     m_current = MakePlayer();
+    const auto tell = [this, mailbox = m_context->mailbox,
+                       sender = m_current.get()](const PlayerEvent& event) {
+        mailbox->Post([this, sender, event] { OnEvent(sender, event); });
+    };
     try {
-        m_current->Start(
-            [this, mailbox = m_context->mailbox, sender = m_current.get()](const PlayerEvent& event) {
-                mailbox->Post([this, sender, event] { OnEvent(sender, event); });
-            });
+        m_current->Start(tell);
     } catch (const std::system_error& error) {
         m_timeline->Abort(m_slot);
         m_timeline = nullptr;

@@ -141,14 +141,18 @@ Tell TellOn(const std::shared_ptr<Mailbox>& mailbox, const char* status, const c
     };
 }
 
+using ListDone = std::function<void(const Pausing::Names& playing)>;
+
+void Answer(const std::shared_ptr<Mailbox>& mailbox, const ListDone& done, const Pausing::Names& playing) {
+    mailbox->Post([done, playing] { done(playing); });
+}
+
 } // namespace
 
 Pausing::Players MediaPlayersOfSession(const std::shared_ptr<Mailbox>& mailbox) {
-    const auto list = [mailbox](const std::function<void(const Pausing::Names&)>& done) {
-        const auto task = [mailbox, done] {
-            mailbox->Post([done, names = PlayingOnes()] { done(names); });
-        };
-        OnItsOwn(task, [mailbox, done] { mailbox->Post([done] { done({}); }); });
+    const auto list = [mailbox](const ListDone& done) {
+        OnItsOwn([mailbox, done] { Answer(mailbox, done, PlayingOnes()); },
+                 [mailbox, done] { Answer(mailbox, done, {}); });
     };
     return {list, TellOn(mailbox, "Playing", "Pause"), TellOn(mailbox, "Paused", "Play")};
 }
