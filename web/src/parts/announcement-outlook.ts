@@ -5,7 +5,7 @@ import { customElement, property, state } from 'lit/decorators.js';
 import { Problem, request } from '../api/request';
 import type { AnnouncementBody, Rehearsal } from '../api/objects';
 import { errorsIn } from '../model/draft';
-import { Reading } from '../store/live';
+import { Reading, store } from '../store/live';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 import './announcement-timeline';
@@ -31,6 +31,7 @@ export class AnnouncementOutlook extends LitElement {
   @state() private rehearsal: Rehearsal | null = null;
   @state() private problem = '';
   private asked = '';
+  private attempts = 0;
   private isMissed = false; // for want of a connection
   private timer = 0;
 
@@ -60,18 +61,21 @@ export class AnnouncementOutlook extends LitElement {
   }
 
   private async rehearse(text: string, announcement: AnnouncementBody): Promise<void> {
+    const attempt = ++this.attempts; // what an earlier one comes to counts no more
     this.isMissed = false;
     try {
       const rehearsal = await request('post', '/api/rehearsal', { body: { announcement } });
-      if (text !== this.asked) return;
+      if (attempt !== this.attempts || text !== this.asked) return;
       this.rehearsal = rehearsal;
       this.problem = '';
     } catch (problem) {
-      if (text !== this.asked) return;
-      if (problem instanceof Problem && problem.status === 503)
+      if (attempt !== this.attempts || text !== this.asked) return;
+      const status = problem instanceof Problem ? problem.status : undefined;
+      // A connection that has just come back loses requests.
+      if (status === 503 || (status === 0 && store.link.isConnected))
         this.timer = window.setTimeout(() => void this.rehearse(text, announcement), 2 * PAUSE);
       else this.problem = problem instanceof Problem ? problem.text : String(problem);
-      this.isMissed = problem instanceof Problem && problem.status === 0;
+      this.isMissed = status === 0;
     }
   }
 
