@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace controller::audio::test {
@@ -33,29 +34,31 @@ protected:
     /// What it was told, when it has ended so many times.
     std::vector<Borrowed> Told(std::size_t ends) {
         const auto latest = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        std::string text;
         while (std::chrono::steady_clock::now() < latest) {
-            text = std::filesystem::exists(m_file) ? ReadBytes(m_file) : "";
-            std::vector<Borrowed> entries;
-            std::size_t ended = 0;
-            for (bool isMore = true; isMore;) {
-                isMore = false;
-                while (auto entry = borrowed_text::TakeFirst(text)) {
-                    entries.push_back(*entry);
-                    isMore = true;
-                }
-                if (!text.empty() && text.front() == '.') {
-                    text.erase(0, 1);
-                    ++ended;
-                    isMore = true;
-                }
-            }
+            const auto [entries, ended] = Read(std::filesystem::exists(m_file) ? ReadBytes(m_file) : "");
             if (ended == ends)
                 return entries;
             std::this_thread::yield();
         }
-        ADD_FAILURE() << "waited in vain for the guard's end; it was told " << text;
+        ADD_FAILURE() << "waited in vain for the guard's end; it was told " << ReadBytes(m_file);
         return {};
+    }
+
+    /// The entries of all guards, each of which ends with a full stop, and how many did.
+    static std::pair<std::vector<Borrowed>, std::size_t> Read(std::string text) {
+        std::vector<Borrowed> entries;
+        std::size_t ended = 0;
+        while (!text.empty()) {
+            if (text.front() == '.') {
+                text.erase(0, 1);
+                ++ended;
+            } else if (auto entry = borrowed_text::TakeFirst(text)) {
+                entries.push_back(*entry);
+            } else {
+                break;
+            }
+        }
+        return {entries, ended};
     }
 
     TemporaryFolder m_folder;

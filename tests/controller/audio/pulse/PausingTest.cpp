@@ -29,7 +29,7 @@ protected:
             },
             left);
         Pausing::Players players;
-        players.list = [this](std::function<void(const Pausing::Names&)> answer) {
+        players.list = [this](const std::function<void(const Pausing::Names&)>& answer) {
             m_scheduler.Post("list", [this, answer] { answer(m_playing); });
         };
         players.pause = [this](const Pausing::Names& names, std::function<void()> done) {
@@ -41,9 +41,9 @@ protected:
         m_pausing = std::make_unique<Pausing>(*m_borrowings, players);
     }
 
-    void Do(const std::string& what, const Pausing::Names& names, std::function<void()> done) {
+    void Do(const char* what, const Pausing::Names& names, std::function<void()> done) {
         for (const std::string& name : names)
-            m_done.push_back(what + " " + name);
+            m_done.push_back(std::string(what).append(" ").append(name));
         m_scheduler.Post("players", std::move(done));
     }
 
