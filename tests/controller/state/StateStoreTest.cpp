@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <mutex>
 
 namespace controller {
 
@@ -78,11 +79,14 @@ TEST_F(StateStoreTest, WhatAnAnswerHoldsIsGivenBackAsAWhole) {
     const auto tried = std::make_shared<int>(0);
     std::vector<std::array<long, 3>> left;
     DroppingScheduler scheduler;
+    std::mutex asking; // what whoever asks holds meanwhile does not count
     scheduler.onDropped = [&] {
+        const std::lock_guard<std::mutex> lock(asking);
         left.push_back({write.use_count(), read.use_count(), tried.use_count()});
     };
     {
         StateStore store(std::make_unique<StateDatabase>(m_folder.Path()), scheduler);
+        const std::lock_guard<std::mutex> lock(asking);
         store.WriteVariable(9, 4, "21", [write](const std::string& /*error*/) {});
         store.ReadHistory(1, [read](const std::vector<HistoryEntry>&, const std::string&) {});
         store.WhenTried([tried] {});
