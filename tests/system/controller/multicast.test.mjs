@@ -81,9 +81,10 @@ test(
           const found = samples[each / 5 + at];
           assert.ok(Math.abs(found - wanted) <= 0.04 * Math.abs(wanted) + 40, `sample ${at}: ${found}, not ${wanted}`);
         }
-        // On the average there are 20 ms from one to the next; more where the machine is too busy for the last ones.
-        const pace = (packets.at(-1).at - packets[0].at) / (packets.length - 1);
-        assert.ok(pace > 18 && pace < 80, `${pace} ms`);
+        // The network and this program come between, now and then; half of the steps from one to the next are no longer.
+        const steps = packets.slice(1).map(({ at }, index) => at - packets[index].at);
+        const pace = steps.sort((one, other) => one - other)[steps.length >> 1];
+        assert.ok(Math.abs(pace - 20) < 2, `${pace} ms`);
       }
       await house.playToItsEnd(id);
       const again = zones[0].packets.slice(71);
