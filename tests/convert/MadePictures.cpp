@@ -1,6 +1,7 @@
 #include "tests/convert/MadePictures.h"
 
 #include "convert/PictureFormats.h"
+#include "tests/picture/PictureBytes.h"
 
 #include <array>
 #include <cstdio>
@@ -25,16 +26,8 @@ constexpr std::array<std::array<std::uint8_t, 3>, 4> kCorners{
     {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}}};
 const std::string kPlace = "it was taken at 51.5N";
 
-std::string Bytes(std::uint32_t number, unsigned bytes, bool isBigEndian = true) {
-    std::string text;
-    for (unsigned index = 0; index < bytes; ++index)
-        text += static_cast<char>(number >> (8 * (isBigEndian ? bytes - 1 - index : index)));
-    return text;
-}
-
-std::string JpegSegment(char marker, const std::string& content) {
-    return "\xff"s + marker + Bytes(static_cast<std::uint32_t>(content.size()) + 2, 2) + content;
-}
+using picture::test::Bytes;
+using picture::test::JpegSegment;
 
 std::string PngChunk(const std::string& name, const std::string& content) {
     const std::string summed = name + content;

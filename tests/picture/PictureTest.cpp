@@ -1,4 +1,5 @@
 #include "picture/PrivateData.h"
+#include "tests/picture/PictureBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -6,24 +7,15 @@ namespace {
 
 using namespace std::string_literals;
 using picture::Type;
-
-std::string InBytes(std::uint32_t number, unsigned bytes, bool isBigEndian = true) {
-    std::string text;
-    for (unsigned index = 0; index < bytes; ++index)
-        text += static_cast<char>(number >> (8 * (isBigEndian ? bytes - 1 - index : index)));
-    return text;
-}
-
-std::string Segment(char marker, const std::string& content) {
-    return "\xff"s + marker + InBytes(static_cast<std::uint32_t>(content.size()) + 2, 2) + content;
-}
+using picture::test::Bytes;
+using picture::test::JpegSegment;
 
 std::string PngChunk(const std::string& name, const std::string& content) {
-    return InBytes(static_cast<std::uint32_t>(content.size()), 4) + name + content + "sums";
+    return Bytes(static_cast<std::uint32_t>(content.size()), 4) + name + content + "sums";
 }
 
 std::string WebPChunk(const std::string& name, const std::string& content) {
-    return name + InBytes(static_cast<std::uint32_t>(content.size()), 4, false) + content +
+    return name + Bytes(static_cast<std::uint32_t>(content.size()), 4, false) + content +
            (content.size() % 2 != 0 ? "\0"s : "");
 }
 
@@ -32,30 +24,30 @@ std::string Camera(char orientation) {
     return "II\x2a\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0"s + orientation + "\0\0\0\0\0\0\0 51.5N 0.1W"s;
 }
 
-const std::string kHead = Segment('\xe0', "JFIF\0"s);
-const std::string kColours = Segment('\xe2', "ICC_PROFILE\0\x01\x01"s + std::string(16, ' ') + "RGB ...");
-const std::string kFrame = Segment('\xc0', "\x08\0\x30\0\x40\x03"s);
-const std::string kPixels = Segment('\xda', "scan") + "pix\xff\0els\xff\xd0more"s + "\xff\xd9";
+const std::string kHead = JpegSegment('\xe0', "JFIF\0"s);
+const std::string kColours = JpegSegment('\xe2', "ICC_PROFILE\0\x01\x01"s + std::string(16, ' ') + "RGB ...");
+const std::string kFrame = JpegSegment('\xc0', "\x08\0\x30\0\x40\x03"s);
+const std::string kPixels = JpegSegment('\xda', "scan") + "pix\xff\0els\xff\xd0more"s + "\xff\xd9";
 
 std::string Jpeg(const std::string& more) {
     return "\xff\xd8" + kHead + more + kColours + kFrame + kPixels;
 }
 
 std::string Png(std::uint32_t width, std::uint32_t height, const std::string& more = "") {
-    return "\x89PNG\r\n\x1a\n"s + PngChunk("IHDR", InBytes(width, 4) + InBytes(height, 4) + "\x08\x02") +
-           more + PngChunk("IDAT", "pixels") + PngChunk("IEND", "");
+    return "\x89PNG\r\n\x1a\n"s + PngChunk("IHDR", Bytes(width, 4) + Bytes(height, 4) + "\x08\x02") + more +
+           PngChunk("IDAT", "pixels") + PngChunk("IEND", "");
 }
 
 std::string Gif(const std::string& more) {
-    return "GIF89a"s + InBytes(64, 2, false) + InBytes(48, 2, false) + "\x80\0\0colour"s + more + "," +
+    return "GIF89a"s + Bytes(64, 2, false) + Bytes(48, 2, false) + "\x80\0\0colour"s + more + "," +
            std::string(8, '\0') + "\0\x02\x03xyz\0"s + ";";
 }
 
 std::string WebP(const std::string& more, char flags) {
     const std::string chunks =
-        WebPChunk("VP8X", flags + "\0\0\0"s + InBytes(63, 3, false) + InBytes(47, 3, false)) + more +
+        WebPChunk("VP8X", flags + "\0\0\0"s + Bytes(63, 3, false) + Bytes(47, 3, false)) + more +
         WebPChunk("VP8 ", "odd");
-    return "RIFF" + InBytes(static_cast<std::uint32_t>(chunks.size()) + 4, 4, false) + "WEBP" + chunks;
+    return "RIFF" + Bytes(static_cast<std::uint32_t>(chunks.size()) + 4, 4, false) + "WEBP" + chunks;
 }
 
 std::string Cleaned(const std::string& content) {
@@ -72,17 +64,17 @@ unsigned HeldIn(const std::string& content) {
 } // namespace
 
 TEST(PictureTest, JpegKeepsItsPixelsHeadAndColoursAndNothingElse) {
-    const std::string telling = Segment('\xe1', "Exif\0\0"s + Camera(6)) +
-                                Segment('\xe1', "http://ns.adobe.com/xap/ place") +
-                                Segment('\xe0', "JFXX\0small"s) + Segment('\xe2', "MPF\0pictures"s) +
-                                Segment('\xed', "Photoshop") + Segment('\xfe', "a comment");
+    const std::string telling = JpegSegment('\xe1', "Exif\0\0"s + Camera(6)) +
+                                JpegSegment('\xe1', "http://ns.adobe.com/xap/ place") +
+                                JpegSegment('\xe0', "JFXX\0small"s) + JpegSegment('\xe2', "MPF\0pictures"s) +
+                                JpegSegment('\xed', "Photoshop") + JpegSegment('\xfe', "a comment");
 
     EXPECT_EQ(Cleaned(Jpeg(telling) + "a film of where it was taken"), Jpeg(""));
-    EXPECT_EQ(Cleaned(Jpeg("\xff\xff"s + Segment('\xee', "Adobe").substr(1))),
-              Jpeg(Segment('\xee', "Adobe"))); // filled up
+    EXPECT_EQ(Cleaned(Jpeg("\xff\xff"s + JpegSegment('\xee', "Adobe").substr(1))),
+              Jpeg(JpegSegment('\xee', "Adobe"))); // filled up
     EXPECT_EQ(HeldIn(Jpeg(telling)), 6U);
     EXPECT_EQ(HeldIn(Jpeg("")), 1U);
-    EXPECT_EQ(HeldIn(Jpeg(Segment('\xe1', "Exif\0\0"s + Camera(99)))), 8U);
+    EXPECT_EQ(HeldIn(Jpeg(JpegSegment('\xe1', "Exif\0\0"s + Camera(99)))), 8U);
 }
 
 TEST(PictureTest, PngLosesTextsTimesAndWhatOnlyOneProgramKnows) {
@@ -127,7 +119,7 @@ TEST(PictureTest, SizeIsToldByTheHeaderAsThePictureIsShown) {
         return size ? std::to_string(size->width) + "x" + std::to_string(size->height) : "";
     };
     EXPECT_EQ(sidesOf(Jpeg("")), "64x48");
-    EXPECT_EQ(sidesOf(Jpeg(Segment('\xe1', "Exif\0\0"s + Camera(6)))), "48x64");
+    EXPECT_EQ(sidesOf(Jpeg(JpegSegment('\xe1', "Exif\0\0"s + Camera(6)))), "48x64");
     EXPECT_EQ(sidesOf(Jpeg("\xff\xff"s)), "64x48");
     EXPECT_EQ(sidesOf(Png(100000, 3)), "100000x3");
     EXPECT_EQ(sidesOf(Gif("")), "64x48");
@@ -151,7 +143,7 @@ TEST(PictureTest, ProfileIsOneForRedGreenAndBlue) {
     ASSERT_EQ(profileOf(Jpeg("")).size(), 1U);
     EXPECT_EQ(profileOf(Jpeg(""))[0].whole, kColours);
     EXPECT_EQ(
-        profileOf(Jpeg(Segment('\xe2', "ICC_PROFILE\0\x01\x01"s + std::string(16, ' ') + "GRAY"))).size(),
+        profileOf(Jpeg(JpegSegment('\xe2', "ICC_PROFILE\0\x01\x01"s + std::string(16, ' ') + "GRAY"))).size(),
         0U);
     EXPECT_EQ(profileOf(Png(1, 1, PngChunk("iCCP", "x"))).size(), 1U);
     EXPECT_EQ(profileOf(WebP(WebPChunk("ICCP", std::string(16, ' ') + "RGB ..."), '\x20')).size(), 1U);
