@@ -30,7 +30,7 @@ const damages = {
   'a sector is empty': (file, random) =>
     change(file, (bytes) => {
       const begin = random.below(Math.ceil(bytes.length / 512)) * 512;
-      bytes.fill(0, begin, begin + 512);
+      bytes.fill(0, begin, Math.min(bytes.length, begin + 512));
     }),
   'a page is another one': (file, random) =>
     change(file, (bytes) => {

@@ -70,6 +70,8 @@ test('a sound is stopped in its middle, what waits is played, taken back and mov
     await events.until('announcement_started', ({ announcement }) => announcement === 4);
     const heard = house.recording(1).filter((sample) => sample !== 0).length;
     assert.ok(heard < rate * 10, `${heard} frames were heard of ${15 * rate}`);
+    // What is acknowledged is on the disk, and all that came before it: also that what plays waits no more.
+    assert.equal((await house.ask('PUT', '/api/rooms/1/volume', { volume: 40 })).status, 200);
     house.process.kill('SIGKILL');
     await house.ended;
     await house.start();
