@@ -45,6 +45,7 @@ Controller::Controller(House house, Options options, Log& log)
     }))
     , m_signals(m_parts.driver.Context(), SIGINT, SIGTERM)
     , m_patience(m_parts.driver, "the end of patience") {
+    m_household.ServeSoundsAt({!m_parts.house.tls.certificate.empty(), m_server.Port()});
     m_household.Start();
 }
 

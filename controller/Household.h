@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/HouseSpeech.h"
+#include "controller/SoundAddresses.h"
 #include "controller/agent/AgentHost.h"
 #include "controller/agent/DeviceManager.h"
 #include "controller/agent/DigitalAudio.h"
@@ -56,6 +57,9 @@ public:
     /// there that hear of it. Throws as the constructor does.
     void Start();
 
+    /// Says where players in the house fetch their sounds; before `Start`.
+    void ServeSoundsAt(SoundAddresses::Served served) { m_addresses.ServeAt(served); }
+
     /// Whether something plays, or waits for that.
     [[nodiscard]] bool IsBusy() const { return m_playing.Current() || !m_queue.Waiting().empty(); }
 
@@ -110,6 +114,7 @@ private:
     NowPlaying m_playing;
     audio::BorrowGuard m_guard;
     audio::Borrowings m_borrowings;
+    SoundAddresses m_addresses;
     std::optional<audio::AudioEngine> m_ownEngine;
     audio::ISoundEngine& m_engine;
     RoomVolumes m_volumes;

@@ -15,6 +15,7 @@
 #include "controller/events/EventFeed.h"
 #include "controller/house/House.h"
 #include "controller/media/MediaShelf.h"
+#include "controller/media/OneTimeSounds.h"
 #include "controller/media/SoundLevels.h"
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
@@ -50,6 +51,7 @@ struct ControllerParts {
     Speech& speech;
     SpokenSounds& spoken;
     PassingSounds& passing;
+    OneTimeSounds& oneTime;
     SoundLevels& levels;
     std::function<void(const SoundLevels::Entry&, WriteDone)> keepLevel;
     StateStore& store;

@@ -32,8 +32,8 @@ ApiServer::ApiServer(ControllerParts parts, const HttpLimits& limits)
     : m_api(parts, &FindAsset)
     , m_server(parts.driver.Context(), m_api, parts.log, limits, TlsOf(parts.house)) {
     RequireSafeAddress(parts.house);
-    const std::uint16_t port = m_server.Listen(parts.house.address, parts.house.port);
-    m_addresses = served_at::Urls(parts.house, port, served_at::AddressesOfThisMachine());
+    m_port = m_server.Listen(parts.house.address, parts.house.port);
+    m_addresses = served_at::Urls(parts.house, m_port, served_at::AddressesOfThisMachine());
 }
 
 } // namespace controller

@@ -26,9 +26,12 @@ public:
     /// What people open, the best first: "http://192.168.1.20:8765/".
     [[nodiscard]] const std::vector<std::string>& Addresses() const noexcept { return m_addresses; }
 
+    [[nodiscard]] std::uint16_t Port() const noexcept { return m_port; }
+
 private:
     Api m_api;
     HttpServer m_server;
+    std::uint16_t m_port = 0;
     std::vector<std::string> m_addresses;
 };
 

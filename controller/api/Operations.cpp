@@ -85,6 +85,8 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
           {"passing", "Whether it goes when it has been heard: true or false"}}},
         {"get_media", "GET", "/api/media/{name}", Need::Screen, Kind::Plain, handlers::GetMedia,
          "A sound or image itself", Content::None(), 200, Content::File()},
+        {"get_one_time_sound", "GET", "/api/once/{name}", Need::Nothing, Kind::Plain, handlers::GetOneTimeSound,
+         "A sound that a player in the house was told to fetch, for a minute", Content::None(), 200, Content::File()},
         {"get_thumbnail", "GET", "/api/media/{name}/thumbnail", Need::Screen, Kind::Plain, handlers::GetThumbnail,
          "An image with at most 320 pixels on the longer side", Content::None(), 200, Content::File()},
         {"remove_media", "DELETE", "/api/media/{name}", Need::Admin, Kind::Plain, handlers::RemoveMedia,

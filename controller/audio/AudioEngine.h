@@ -16,6 +16,7 @@
 namespace controller::audio {
 
 class Borrowings;
+class ISoundAddresses;
 class RoomOutput;
 class Ticker;
 struct EngineContext;
@@ -49,6 +50,7 @@ struct EngineServices {
     Log& log;
     std::function<void(const RoomTrouble&)> roomTrouble; ///< Called on the driver thread. May be empty.
     Borrowings* borrowings = nullptr;                    ///< Null: nothing of other programs is touched.
+    ISoundAddresses* addresses = nullptr;                ///< Null: nobody can fetch a sound.
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.

@@ -54,6 +54,8 @@ void AudioEngine::StartPlayback(const PlayedSound& sound) {
     order.factor = FactorOf(sound.gain);
     order.leadFrames = FramesOf(lead);
     order.readiness = m_context->limits.readiness;
+    order.isKeptWhole = std::any_of(m_stream->rooms.begin(), m_stream->rooms.end(),
+                                    [this](std::uint32_t id) { return m_rooms.at(id)->NeedsWholeSound(); });
     order.onStarted = [this, mailbox, number](Playback::Clock::time_point begin) {
         mailbox->Post([this, number, begin] { OnStarted(number, begin); });
     };

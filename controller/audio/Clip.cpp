@@ -21,8 +21,12 @@ std::int64_t Clip::Chunk::End() const {
 }
 
 bool Clip::Append(std::vector<float> samples) {
+    if (m_whole)
+        m_whole->Append(samples);
+    const bool isInAHurry = m_whole && m_whole->IsOpen();
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_isAbandoned || m_decoded < m_furthestRead + kFramesAhead; });
+    m_changed.wait(lock,
+                   [&] { return isInAHurry || m_isAbandoned || m_decoded < m_furthestRead + kFramesAhead; });
     if (m_isAbandoned || m_isFinished)
         return false;
     m_chunks.push_back({m_decoded, std::move(samples)});
@@ -33,10 +37,14 @@ bool Clip::Append(std::vector<float> samples) {
 
 void Clip::Finish() {
     End({});
+    if (m_whole)
+        m_whole->Finish();
 }
 
 void Clip::Fail(const std::string& reason) {
     End(reason);
+    if (m_whole)
+        m_whole->Fail();
 }
 
 void Clip::End(const std::string& reason) {
@@ -48,9 +56,13 @@ void Clip::End(const std::string& reason) {
 }
 
 void Clip::Abandon() {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_isAbandoned = true;
-    m_changed.notify_all();
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isAbandoned = true;
+        m_changed.notify_all();
+    }
+    if (m_whole)
+        m_whole->Fail();
 }
 
 void Clip::WaitFor(std::int64_t end, std::unique_lock<std::mutex>& lock) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "controller/audio/WholeSound.h"
+
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -15,7 +18,14 @@ namespace controller::audio {
 /// long been given up by then). Any thread.
 class Clip final {
 public:
-    /// Adds frames (interleaved); waits while the window is full. False when nobody wants them any more.
+    /// Makes a file of all of it as well. Once, before anybody else has the clip.
+    void KeepWhole() { m_whole = std::make_shared<WholeSound>(); }
+
+    /// That file; null when none is made.
+    [[nodiscard]] const std::shared_ptr<WholeSound>& Whole() const { return m_whole; }
+
+    /// Adds frames (interleaved); waits while the window is full, unless a file is made of
+    /// them. False when nobody wants them any more.
     [[nodiscard]] bool Append(std::vector<float> samples);
 
     /// That was all.
@@ -48,6 +58,7 @@ private:
     void WaitFor(std::int64_t end, std::unique_lock<std::mutex>& lock);
     void DropBehind();
 
+    std::shared_ptr<WholeSound> m_whole;
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Chunk> m_chunks;

@@ -12,6 +12,7 @@
 namespace controller::audio {
 
 class DeviceSearch;
+class ISoundAddresses;
 class IRoomPlayer;
 class PacketSender;
 class Timeline;
@@ -29,6 +30,7 @@ struct OutputContext {
     std::shared_ptr<PacketSender> packets;
     std::shared_ptr<PulseDesk> pulse;
     std::shared_ptr<Held> held;
+    ISoundAddresses* addresses = nullptr; ///< borrowed for life; null: nothing can be fetched
 };
 
 /// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
@@ -50,6 +52,7 @@ struct PlayerOrder {
 struct PlayerOutput {
     std::function<std::shared_ptr<IRoomPlayer>(PlayerOrder order)> make;
     std::chrono::milliseconds leadSilence{0}; ///< that it needs before each clip, at least
+    bool needsWholeSound = false;             ///< as the clip's file, beside its samples
 };
 
 using Output = std::variant<ElementOutput, PlayerOutput>;

@@ -18,7 +18,10 @@ constexpr std::size_t kSamplesBeforeStart = static_cast<std::size_t>(kRate / 4) 
 
 Playback::Playback(std::shared_ptr<Timeline> timeline, Order order)
     : m_timeline(std::move(timeline))
-    , m_order(std::move(order)) {}
+    , m_order(std::move(order)) {
+    if (m_order.isKeptWhole)
+        m_clip->KeepWhole();
+}
 
 void Playback::Run() {
     bool hasStarted = false;

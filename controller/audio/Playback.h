@@ -22,6 +22,7 @@ public:
         float factor = 1; ///< on its samples
         std::int64_t leadFrames = 0;
         std::chrono::milliseconds readiness{0};
+        bool isKeptWhole = false;                          ///< a file is made of it as well
         std::function<void(Clock::time_point)> onStarted;  ///< With the clip's first moment.
         std::function<void(const std::string&)> onRefused; ///< The clip never started.
     };

@@ -84,7 +84,7 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
                       m_config.volume,
                       LeadSilence(),
                       {m_config.id, m_take, silent, m_context->devices, m_context->packets, m_context->pulse,
-                       std::make_shared<Held>()}};
+                       std::make_shared<Held>(), m_context->services.addresses}};
     if (const auto* own = std::get_if<PlayerOutput>(&m_output))
         return own->make(std::move(order));
     return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),
@@ -94,6 +94,11 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
 std::chrono::milliseconds RoomOutput::LeadSilence() const {
     const auto* own = std::get_if<PlayerOutput>(&m_output);
     return own != nullptr ? std::max(own->leadSilence, m_config.leadSilence) : m_config.leadSilence;
+}
+
+bool RoomOutput::NeedsWholeSound() const {
+    const auto* own = std::get_if<PlayerOutput>(&m_output);
+    return own != nullptr && own->needsWholeSound;
 }
 
 void RoomOutput::Leave() {

@@ -36,6 +36,9 @@ public:
 
     /// What it needs before a clip.
     [[nodiscard]] std::chrono::milliseconds LeadSilence() const;
+
+    /// Whether it hands the clip on as a file.
+    [[nodiscard]] bool NeedsWholeSound() const;
     [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
 
     /// The player that is closing, or null.

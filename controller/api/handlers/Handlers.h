@@ -51,6 +51,7 @@ void ListMedia(ApiContext& context, Call call);
 void PutLoudness(ApiContext& context, const ApiCallPointer& call);
 void PutMedia(ApiContext& context, Call call);
 void GetMedia(ApiContext& context, Call call);
+void GetOneTimeSound(ApiContext& context, Call call);
 void GetThumbnail(ApiContext& context, Call call);
 void RemoveMedia(ApiContext& context, Call call);
 void PutSpeech(ApiContext& context, Call call);

@@ -183,6 +183,18 @@ void GetMedia(ApiContext& context, Call call) {
         [call](const MediaShelf::File& file) { ReplyFile(call, file); });
 }
 
+/// For players in the house, which have no token: who knows the name has been told it.
+void GetOneTimeSound(ApiContext& context, Call call) {
+    auto sound = context.parts.oneTime.Fetch(call->Text("name"));
+    if (!sound)
+        throw ApiError(404, "there is no such sound, or it is over", "the address that a player was given");
+    HttpReply reply;
+    reply.contentType = media_name::TypeOf("sound.wav");
+    reply.body = std::move(sound);
+    reply.headers.emplace_back("Cache-Control", "no-store");
+    call->Reply(std::move(reply));
+}
+
 void GetThumbnail(ApiContext& context, Call call) {
     const std::string name = RequiredName(call);
     Elsewhere(

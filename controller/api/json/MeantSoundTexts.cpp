@@ -10,6 +10,7 @@ std::vector<MeantText> OfFiles() {
         {"no_sound_name", "no sound can have this name"},
         {"other_image", "{file} is {kind} image, which not every screen can show"},
         {"file_empty", "the body is empty"},
+        {"one_time_over", "there is no such sound, or it is over"},
         {"bad_query_value", "{name} is \"{text}\""},
         {"no_file", "there is no file {file} in the media folder"},
         {"file_in_use", "{file} is used by {number} announcement"},

@@ -44,12 +44,16 @@ public:
     void Reply(HttpReply reply) override {
         EXPECT_EQ(status, 0U) << m_path;
         status = reply.status;
+        body = ViewOf(reply.body);
+        headers = reply.headers;
         m_answered();
     }
     void TrustClient() override { isTrusted = true; }
     void Upgrade(std::function<void(std::shared_ptr<WebSocket>)> /*onOpen*/) override {}
 
     unsigned status = 0;
+    std::string body;
+    std::vector<std::pair<std::string, std::string>> headers;
     bool isTrusted = false;
 
 private:
@@ -129,6 +133,28 @@ TEST_F(ApiTest, OnlyAClientThatHasShownATokenIsTrustedWithItsConnection) {
         EXPECT_EQ(exchange->status, one.status) << one.path << " " << one.token;
         EXPECT_EQ(exchange->isTrusted, one.isTrusted) << one.path << " " << one.token;
     }
+}
+
+TEST_F(ApiTest, AOneTimeSoundIsFetchedWithoutATokenByWhoKnowsItsNameAndNothingElseIs) {
+    OneTimeSounds& sounds = m_household.Parts().oneTime;
+    const std::string name =
+        sounds.Add(std::make_shared<const std::string>("RIFF sound"), std::chrono::hours(1));
+    const Exchange right = Ask("/api/once/" + name, "");
+    std::vector<Exchange> wrong;
+    for (const char* other : {"0123456789abcdef0123456789abcdef.wav", "gong.wav", "..%2Fhouse.yaml", "%00"})
+        wrong.push_back(Ask(std::string("/api/once/") + other, ""));
+    Run();
+    EXPECT_EQ(right->status, 200U);
+    EXPECT_EQ(right->body, "RIFF sound");
+    EXPECT_EQ(right->headers,
+              (std::vector<std::pair<std::string, std::string>>{{"Cache-Control", "no-store"}}));
+    EXPECT_FALSE(right->isTrusted);
+    for (const Exchange& one : wrong)
+        EXPECT_EQ(one->status, 404U);
+    sounds.Remove(name);
+    const Exchange over = Ask("/api/once/" + name, "remote.secret");
+    Run();
+    EXPECT_EQ(over->status, 404U);
 }
 
 TEST_F(ApiTest, WrongSignInsHoldNobodysFilesUp) {

@@ -449,6 +449,23 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/once/{name}': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    /** A sound that a player in the house was told to fetch, for a minute */
+    get: operations['get_one_time_sound'];
+    put?: never;
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/openapi.json': {
     parameters: {
       query?: never;
@@ -1106,6 +1123,7 @@ export interface components {
       | 'no_file'
       | 'every_room_removed'
       | 'no_clear_end'
+      | 'one_time_over'
       | 'breaks_off'
       | 'is_file'
       | 'voice_gives_no_wav'
@@ -3112,6 +3130,38 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['Played'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  get_one_time_sound: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path: {
+        /** @description the name that is meant */
+        name: string;
+      };
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description A sound that a player in the house was told to fetch, for a minute */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/octet-stream': string;
         };
       };
       /** @description What is wrong, and what would be right */

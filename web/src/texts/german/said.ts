@@ -83,6 +83,7 @@ export const said = {
   no_sound_name: 'So kann kein Ton heißen',
   other_image: '{file} ist ein Bild, das nicht jeder Bildschirm zeigen kann',
   file_empty: 'Die Datei ist leer',
+  one_time_over: 'Diesen Ton gibt es nicht, oder er ist vorbei',
   bad_query_value: '{name} ist „{text}“',
   no_file: 'Es gibt keine Datei {file} im Medienordner',
   file_in_use: '{file} wird von Durchsagen gebraucht: {number}',

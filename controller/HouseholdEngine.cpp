@@ -1,0 +1,48 @@
+// What plays in the rooms, and what it changes of other programs meanwhile.
+#include "controller/Household.h"
+
+#include <utility>
+
+namespace controller {
+
+namespace {
+
+std::vector<audio::RoomConfig> EngineRooms(const House& house) {
+    std::vector<audio::RoomConfig> rooms;
+    for (const House::Room& room : house.rooms) {
+        audio::RoomConfig config;
+        config.id = room.id;
+        config.name = room.name;
+        config.output = room.output;
+        config.leadSilence = std::chrono::milliseconds(room.leadSilenceMs);
+        config.volume = room.startVolume;
+        rooms.push_back(std::move(config));
+    }
+    return rooms;
+}
+
+} // namespace
+
+void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done) {
+    BorrowedRows rows;
+    rows.reserve(entries.size());
+    for (const audio::Borrowed& entry : entries)
+        rows.push_back({entry.kind, entry.thing, entry.property, entry.before, entry.set});
+    m_store.WriteBorrowed(rows, std::move(done));
+}
+
+audio::ISoundEngine& Household::Engine() {
+    if (m_options.engine != nullptr)
+        return *m_options.engine;
+    if (!m_options.guard.empty())
+        m_borrowings.SetWatch([this](const auto& entries) { m_guard.Tell(entries); });
+    return m_ownEngine.emplace(
+        EngineRooms(m_house),
+        audio::EngineServices{m_driver, m_log,
+                              [this](const audio::RoomTrouble& trouble) {
+                                  m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
+                              },
+                              &m_borrowings, &m_addresses});
+}
+
+} // namespace controller
