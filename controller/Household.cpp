@@ -138,21 +138,6 @@ std::vector<Variables::Variable> Household::VariablesAtStart() const {
     return variables;
 }
 
-std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {
-    std::vector<RoomVolumes::Room> rooms;
-    for (const House::Room& room : m_house.rooms) {
-        const auto stored = m_opened.state.volumes.find(room.id);
-        const unsigned volume = stored != m_opened.state.volumes.end() ? stored->second : room.startVolume;
-        rooms.push_back({room.id, room.name, room.maxVolume, volume});
-    }
-    return rooms;
-}
-
-RoomVolumes::Parts Household::VolumeParts() {
-    return {[this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); }, m_store,
-            m_driver, m_feed, m_log};
-}
-
 DeviceManager::Hooks Household::DeviceHooks() {
     return {[this] { m_announcements.StateInvalidated(); },
             [this] { return m_playing.Current() ? m_playing.Current()->show : 0; },

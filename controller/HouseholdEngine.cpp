@@ -1,4 +1,4 @@
-// What plays in the rooms, and what it changes of other programs meanwhile.
+// What plays in the rooms and how loud, whether it is heard, and what it changes of other programs meanwhile.
 #include "controller/Household.h"
 
 #include <utility>
@@ -21,6 +21,20 @@ std::vector<audio::RoomConfig> EngineRooms(const House& house) {
     return rooms;
 }
 
+events::RoomHealth HealthOf(audio::Health::State state) {
+    switch (state) {
+    case audio::Health::State::Healthy:
+        return events::RoomHealth::Healthy;
+    case audio::Health::State::Silent:
+        return events::RoomHealth::Silent;
+    case audio::Health::State::Unheard:
+        return events::RoomHealth::Unheard;
+    case audio::Health::State::Unknown:
+        break;
+    }
+    return events::RoomHealth::Unknown;
+}
+
 } // namespace
 
 void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done) {
@@ -38,11 +52,30 @@ audio::ISoundEngine& Household::Engine() {
         m_borrowings.SetWatch([this](const auto& entries) { m_guard.Tell(entries); });
     return m_ownEngine.emplace(
         EngineRooms(m_house),
-        audio::EngineServices{m_driver, m_log,
-                              [this](const audio::RoomTrouble& trouble) {
-                                  m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
-                              },
-                              &m_borrowings, &m_addresses});
+        audio::EngineServices{
+            m_driver, m_log,
+            [this](const audio::RoomTrouble& trouble) {
+                m_feed.Publish(events::RoomOutputFailed{trouble.roomId, trouble.reason});
+            },
+            &m_borrowings, &m_addresses,
+            [this](std::uint32_t room, const audio::Health& health) {
+                m_feed.Publish(events::RoomHealthChanged{room, HealthOf(health.state), health.reason});
+            }});
+}
+
+std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {
+    std::vector<RoomVolumes::Room> rooms;
+    for (const House::Room& room : m_house.rooms) {
+        const auto stored = m_opened.state.volumes.find(room.id);
+        const unsigned volume = stored != m_opened.state.volumes.end() ? stored->second : room.startVolume;
+        rooms.push_back({room.id, room.name, room.maxVolume, volume});
+    }
+    return rooms;
+}
+
+RoomVolumes::Parts Household::VolumeParts() {
+    return {[this](std::uint32_t room, unsigned volume) { m_engine.SetVolume(room, volume); }, m_store,
+            m_driver, m_feed, m_log};
 }
 
 } // namespace controller

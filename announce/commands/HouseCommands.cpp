@@ -68,13 +68,16 @@ Table StatusTable(const Json& status, House& house) {
 }
 
 Table::Cell RoomState(const Json& room) {
+    const std::string health = room.at("health").get<std::string>();
     if (const Json& trouble = room.at("trouble"); !trouble.is_null())
-        return {trouble.get<std::string>(), Style::Bad};
+        return {(health == "silent" ? "silent: " : "") + trouble.get<std::string>(), Style::Bad};
     if (room.at("in_announcement").get<bool>())
         return "plays an announcement";
     if (room.at("awake").get<bool>())
         return "screens awake";
-    return room.at("answers").get<bool>() ? "" : "never answers";
+    if (!room.at("answers").get<bool>())
+        return "never answers";
+    return health == "unknown" ? "" : health;
 }
 
 } // namespace

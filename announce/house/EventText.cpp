@@ -29,6 +29,7 @@ const std::unordered_map<std::string, std::string>& Phrases() {
         {"volume_set", "{room} is at volume {volume}"},
         {"room_restored", "{room} is as it was[, at volume {volume}]"},
         {"room_output_failed", "{room} cannot be heard: {reason}"},
+        {"room_health_changed", "{room} is {health}[: {reason}]"},
         {"screens_woken", "the screens of {room} wake up"},
         {"screens_rested", "the screens of {room} go to rest"},
         {"sound_started", "{file} plays"},

@@ -2,6 +2,7 @@
 
 #include "controller/audio/AudioEngineParts.h"
 #include "controller/audio/Gst.h"
+#include "controller/audio/HealthWatch.h"
 
 #include <algorithm>
 #include <atomic>
@@ -16,7 +17,7 @@ constexpr std::chrono::milliseconds kTick{50};
 } // namespace
 
 AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services, EngineLimits limits)
-    : m_context(std::make_shared<EngineContext>(std::move(services), limits)) {
+    : m_context(std::make_shared<EngineContext>(WithHealth(std::move(services)), limits)) {
     StartGstreamer();
     for (RoomConfig& room : rooms) {
         const std::uint32_t id = room.id;
@@ -33,9 +34,12 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
                 OnTick();
             });
     });
+    if (m_context->services.roomHealth)
+        WatchHealth();
 }
 
 AudioEngine::~AudioEngine() {
+    m_health = nullptr;
     CloseStream({});
     m_ticker = nullptr;
     m_context->mailbox->Close();
@@ -51,6 +55,8 @@ void AudioEngine::OpenStream(OnReady onReady) {
     m_stream = std::make_unique<Stream>();
     m_stream->timeline = std::make_shared<Timeline>();
     m_stream->take = ++m_takes;
+    if (m_health)
+        m_health->Hold();
     m_context->mailbox->Post([this, take = m_takes, onReady = std::move(onReady)] {
         if (m_stream && m_stream->take == take && onReady)
             onReady();
@@ -97,6 +103,8 @@ void AudioEngine::CloseStream(OnClosed onClosed) {
         m_stream = nullptr;
         for (const auto& [id, room] : m_rooms)
             room->Leave();
+        if (m_health)
+            m_health->Resume();
     }
     PendingClose pending{std::move(onClosed), {}};
     for (const auto& [id, room] : m_rooms)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/audio/Health.h"
 #include "controller/audio/ISoundEngine.h"
 #include "controller/audio/OutputDescription.h"
 #include "controller/driver/IScheduler.h"
@@ -16,6 +17,7 @@
 namespace controller::audio {
 
 class Borrowings;
+class HealthWatch;
 class ISoundAddresses;
 class RoomOutput;
 class Ticker;
@@ -51,6 +53,9 @@ struct EngineServices {
     std::function<void(const RoomTrouble&)> roomTrouble; ///< Called on the driver thread. May be empty.
     Borrowings* borrowings = nullptr;                    ///< Null: nothing of other programs is touched.
     ISoundAddresses* addresses = nullptr;                ///< Null: nobody can fetch a sound.
+    /// Called on the driver thread when it has become known, or has changed, whether a room would be heard.
+    /// Empty: the rooms' outputs are not asked.
+    std::function<void(std::uint32_t roomId, const Health& health)> roomHealth = nullptr;
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.
@@ -103,6 +108,11 @@ private:
     void OnRoomChanged();
     void OnTick();
     void SwitchTicker();
+    [[nodiscard]] EngineServices WithHealth(EngineServices services);
+    void WatchHealth();
+    [[nodiscard]] bool AskKind(const std::string& kind,
+                               const std::vector<std::string>& texts,
+                               const std::function<void(std::vector<Health>)>& answer);
 
     const std::shared_ptr<EngineContext> m_context;
     std::map<std::uint32_t, std::unique_ptr<RoomOutput>> m_rooms;
@@ -113,6 +123,7 @@ private:
     unsigned m_plays = 0;
     bool m_isChangePosted = false;
     std::unique_ptr<Ticker> m_ticker;
+    std::unique_ptr<HealthWatch> m_health; ///< Null: nobody wants to know.
 };
 
 } // namespace controller::audio

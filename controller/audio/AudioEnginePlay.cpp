@@ -1,5 +1,6 @@
 #include "controller/audio/AudioEngine.h"
 #include "controller/audio/AudioEngineParts.h"
+#include "controller/audio/HealthWatch.h"
 #include "controller/audio/Loudness.h"
 #include "controller/audio/SoundFormat.h"
 
@@ -131,6 +132,9 @@ void AudioEngine::FinishPlay(const std::string& error, std::vector<std::uint32_t
         result.error.clear();
         result.rooms.clear();
     }
+    if (m_health)
+        for (const std::uint32_t room : result.rooms)
+            m_health->Heard(room);
     if (!result.error.empty())
         m_context->services.log.Error("the file was not played: " + result.error);
     m_context->mailbox->Post([onDone = play->onDone, result = std::move(result)] {

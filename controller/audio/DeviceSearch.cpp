@@ -79,4 +79,10 @@ GstPtr<GstDevice> DeviceSearch::FindDefault(unsigned take) {
     return GstPtr<GstDevice>(m_answer ? GST_DEVICE(gst_object_ref(m_answer.get())) : nullptr);
 }
 
+bool DeviceSearch::HasDevice() {
+    // One after the other: who looks at a card keeps others from opening it.
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_ask() != nullptr;
+}
+
 } // namespace controller::audio

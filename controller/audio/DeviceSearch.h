@@ -21,6 +21,9 @@ public:
     /// the number of the announcement's stream.
     [[nodiscard]] GstPtr<GstDevice> FindDefault(unsigned take);
 
+    /// Whether there is a device, for nobody who would use it.
+    [[nodiscard]] bool HasDevice();
+
 private:
     const Ask m_ask;
     std::mutex m_mutex;

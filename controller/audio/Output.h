@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/audio/Gst.h"
+#include "controller/audio/Health.h"
 
 #include <chrono>
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace controller::audio {
 
@@ -69,6 +71,10 @@ struct OutputKind {
     const char* options = "";
     /// What the text says about the place; null: nothing.
     OutputFacts (*facts)(const std::string& text) = nullptr;
+    /// Whether what plays at places with these texts now would be heard: an answer each, in their order.
+    /// Called on a thread of its own, never twice at a time; it may block, plays nothing, and opens nothing
+    /// that anybody would notice. Null: nobody knows before something has played there.
+    std::vector<Health> (*ask)(const std::vector<std::string>& texts, const OutputContext& context) = nullptr;
 };
 
 Output CreateAutoOutput(const std::string& text);
@@ -79,9 +85,17 @@ Output CreateMulticastOutput(const std::string& text);
 OutputFacts FactsOfMulticast(const std::string& text);
 Output CreatePulseOutput(const std::string& text);
 
+std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskSilent(const std::vector<std::string>& texts, const OutputContext& context);
+
 struct OutputDescription;
 
 /// @throws std::invalid_argument for an unknown kind or an unusable text.
 [[nodiscard]] Output CreateOutput(const OutputDescription& description);
+
+/// The row of the table; null for an unknown kind.
+[[nodiscard]] const OutputKind* FindOutputKind(const std::string& kind);
 
 } // namespace controller::audio

@@ -13,12 +13,12 @@ namespace {
 
 constexpr std::array kOutputKinds{
     OutputKind{"auto", "auto", "the machine's default sound device; silence in real time where there is none",
-               &CreateAutoOutput},
-    OutputKind{"silent", "silent", "no sound, in real time", &CreateSilentOutput},
+               &CreateAutoOutput, "", nullptr, &AskAuto},
+    OutputKind{"silent", "silent", "no sound, in real time", &CreateSilentOutput, "", nullptr, &AskSilent},
     OutputKind{"file", "file: PATTERN",
                "records what the room hears as WAV, one file for each announcement; in the pattern %n is its "
                "number since the start, %r the room's id, %% a percent sign; folders are created",
-               &CreateFileOutput},
+               &CreateFileOutput, "", nullptr, &AskFile},
     OutputKind{"gstreamer", "gstreamer: BIN",
                "a GStreamer bin description with one free input for raw audio, such as "
                "\"pulsesink device=kitchen\"",
@@ -32,7 +32,7 @@ constexpr std::array kOutputKinds{
         "pulse", "pulse: SINK",
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
         "meanwhile, as duck says: decibels, -15 where nothing is said, off or pause",
-        &CreatePulseOutput, "duck"},
+        &CreatePulseOutput, "duck", nullptr, &AskPulse},
 };
 
 std::string Trim(const std::string& text) {
@@ -48,16 +48,16 @@ std::string Forms() {
     return forms;
 }
 
-const OutputKind* FindKind(const std::string& kind) {
+} // namespace
+
+const OutputKind* FindOutputKind(const std::string& kind) {
     const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
                                    [&](const OutputKind& known) { return kind == known.kind; });
     return row != kOutputKinds.end() ? row : nullptr;
 }
 
-} // namespace
-
 Output CreateOutput(const OutputDescription& description) {
-    const OutputKind* row = FindKind(description.kind);
+    const OutputKind* row = FindOutputKind(description.kind);
     if (row == nullptr)
         throw std::invalid_argument("\"" + description.kind + "\" is no kind of output; there are " +
                                     Forms());
@@ -75,7 +75,7 @@ OutputDescription ParseOutput(const std::string& text) {
 }
 
 OutputFacts FactsOf(const OutputDescription& description) {
-    const OutputKind* row = FindKind(description.kind);
+    const OutputKind* row = FindOutputKind(description.kind);
     return row != nullptr && row->facts != nullptr ? row->facts(description.text) : OutputFacts{};
 }
 

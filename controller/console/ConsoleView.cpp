@@ -93,6 +93,15 @@ void ConsoleView::Show(const events::RoomRestored& event) {
             std::to_string(event.volume));
 }
 
+/// What nobody has missed needs no word when it is there.
+void ConsoleView::Show(const events::RoomHealthChanged& event) {
+    if (!event.reason.empty()) {
+        m_unheard.insert(event.room);
+        m_print(Room(event.room) + " cannot be heard: " + event.reason);
+    } else if (m_unheard.erase(event.room) != 0)
+        m_print(Room(event.room) + " can be heard again");
+}
+
 void ConsoleView::Show(const events::SoundStarted& event) {
     m_print("Playing " + SoundName(event.file) + " in " + m_roomsInSound);
 }

@@ -3,7 +3,9 @@
 #include "controller/events/EventFeed.h"
 #include "controller/house/House.h"
 
+#include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 
 namespace controller {
@@ -23,6 +25,7 @@ private:
     void Show(const events::AnnouncementEnded& event);
     void Show(const events::RoomSetUp& event);
     void Show(const events::RoomRestored& event);
+    void Show(const events::RoomHealthChanged& event);
     void Show(const events::SoundStarted& event);
     void Show(const events::SoundEnded& event);
     void Show(const events::PopupShown& event);
@@ -40,6 +43,7 @@ private:
     NameOf m_nameOf;
     Print m_print;
     std::string m_roomsInSound; ///< "Kitchen, Living room"
+    std::set<std::uint32_t> m_unheard;
     EventFeed::Subscription m_subscription;
 };
 

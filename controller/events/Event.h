@@ -109,6 +109,16 @@ struct RoomOutputFailed {
     std::string reason;
 };
 
+enum class RoomHealth { Unknown, Healthy, Silent, Unheard };
+
+/// It has become known, or is otherwise than before, whether the room would be heard now; `reason` says why
+/// it would not.
+struct RoomHealthChanged {
+    std::uint32_t room = 0;
+    RoomHealth health = RoomHealth::Unknown;
+    std::string reason;
+};
+
 /// The room's screens are wanted, or may go back to rest.
 struct ScreensWoken {
     std::uint32_t room = 0;
@@ -215,6 +225,7 @@ using EventData = std::variant<events::PlayAsked,
                                events::RoomVolumeChanged,
                                events::RoomRestored,
                                events::RoomOutputFailed,
+                               events::RoomHealthChanged,
                                events::ScreensWoken,
                                events::ScreensRested,
                                events::SoundStarted,

@@ -37,6 +37,7 @@ const state: WholeState = {
       max_volume: 100,
       lead_silence_ms: 0,
       answers: true,
+      health: 'healthy',
       in_announcement: false,
       awake: false,
       trouble: null,

@@ -55,6 +55,10 @@ std::string WhyOf(const Event& event) {
     return "replaced";
 }
 
+std::string HealthOf(const Event& event) {
+    return view::HealthName(std::get<events::RoomHealthChanged>(event.data).health);
+}
+
 view::Popup PopupOf(const Event& event) {
     const auto& shown = std::get<events::PopupShown>(event.data);
     return {shown.number,      shown.message,          house_json::ImageAddress(shown.image),
@@ -145,6 +149,11 @@ void AddRooms(KindList& list) {
                                {Data<&RoomOutputFailed::room>("room").AsId(),
                                 Data<&RoomOutputFailed::reason>("reason"),
                                 Made<&Meant<&RoomOutputFailed::reason>>("reason_means").LeftOutWhenEmpty()});
+    list.Add<RoomHealthChanged>(
+        "room_health_changed",
+        {Data<&RoomHealthChanged::room>("room").AsId(), Made<&HealthOf>("health").OneOf(view::HealthNames()),
+         Data<&RoomHealthChanged::reason>("reason", "Why it would not be heard now").NullWhenEmpty(),
+         Made<&Meant<&RoomHealthChanged::reason>>("reason_means").LeftOutWhenEmpty()});
     list.Add<ScreensWoken>("screens_woken", {Data<&ScreensWoken::room>("room").AsId()});
     list.AddForPage<ScreensWoken>("wake", {});
     list.Add<ScreensRested>("screens_rested", {Data<&ScreensRested::room>("room").AsId()});

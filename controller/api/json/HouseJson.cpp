@@ -65,6 +65,7 @@ view::Room Room(const ApiContext& context, const House::Room& room) {
             context.parts.volumes.IsTaken(room.id),
             context.watch.IsAwake(room.id),
             room.isAnswering,
+            view::HealthName(context.watch.Health(room.id)),
             context.watch.Trouble(room.id)};
 }
 

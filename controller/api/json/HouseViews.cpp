@@ -23,20 +23,32 @@ fields::Object events::TableOf(fields::For<ScreenSize> /*type*/) {
 
 namespace view {
 
+std::string HealthName(events::RoomHealth health) {
+    return HealthNames().at(static_cast<std::size_t>(health));
+}
+
+std::vector<const char*> HealthNames() {
+    return {"unknown", "healthy", "silent", "unheard"};
+}
+
 Object Room::Table() {
-    return {"Room",
-            {Member<&Room::id>("id").AsId(), Member<&Room::name>("name"), Member<&Room::output>("output"),
-             Member<&Room::volume>("volume").Between(0, 100),
-             Member<&Room::maxVolume>("max_volume").Between(0, 100),
-             Member<&Room::leadSilenceMs>("lead_silence_ms"),
-             Member<&Room::isInAnnouncement>("in_announcement",
-                                             "An announcement has set the room up and not given it back"),
-             Member<&Room::isAwake>("awake"),
-             Member<&Room::isAnswering>("answers", "Its output tells when it is not heard; loudspeakers at a "
-                                                   "multicast address never do"),
-             Member<&Room::trouble>("trouble", "Why its output cannot be heard, since the last announcement")
-                 .NullWhenEmpty(),
-             fields::Made<&MeaningIn<&Room::trouble>>("trouble_means").LeftOutWhenEmpty()}};
+    return {
+        "Room",
+        {Member<&Room::id>("id").AsId(), Member<&Room::name>("name"), Member<&Room::output>("output"),
+         Member<&Room::volume>("volume").Between(0, 100),
+         Member<&Room::maxVolume>("max_volume").Between(0, 100),
+         Member<&Room::leadSilenceMs>("lead_silence_ms"),
+         Member<&Room::isInAnnouncement>("in_announcement",
+                                         "An announcement has set the room up and not given it back"),
+         Member<&Room::isAwake>("awake"),
+         Member<&Room::isAnswering>("answers", "Its output tells when it is not heard; loudspeakers at a "
+                                               "multicast address never do"),
+         Member<&Room::health>("health", "Whether it would be heard now: silent, when what is played there "
+                                         "goes nowhere; unknown, when only playing can tell")
+             .OneOf(HealthNames()),
+         Member<&Room::trouble>("trouble", "Why it would not be heard, or was not in the last announcement")
+             .NullWhenEmpty(),
+         fields::Made<&MeaningIn<&Room::trouble>>("trouble_means").LeftOutWhenEmpty()}};
 }
 
 Object Popup::Table() {

@@ -26,6 +26,10 @@ fields::Object TableOf(fields::For<ScreenSize> type);
 
 namespace controller::view {
 
+/// "unknown", "healthy", "silent", "unheard"
+[[nodiscard]] std::string HealthName(events::RoomHealth health);
+[[nodiscard]] std::vector<const char*> HealthNames();
+
 using Time = std::chrono::system_clock::time_point;
 using fields::Object;
 
@@ -39,6 +43,7 @@ struct Room {
     bool isInAnnouncement = false;
     bool isAwake = false;
     bool isAnswering = true;
+    std::string health;
     std::string trouble;
 
     static Object Table();

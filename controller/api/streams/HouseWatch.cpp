@@ -20,7 +20,21 @@ std::vector<std::uint32_t> HouseWatch::Waiting() const {
 
 std::string HouseWatch::Trouble(std::uint32_t room) const {
     const auto place = m_trouble.find(room);
-    return place != m_trouble.end() ? place->second : "";
+    if (place != m_trouble.end())
+        return place->second;
+    const auto health = m_health.find(room);
+    return health != m_health.end() ? health->second.reason : "";
+}
+
+events::RoomHealth HouseWatch::Health(std::uint32_t room) const {
+    const auto place = m_health.find(room);
+    return place != m_health.end() ? place->second.health : events::RoomHealth::Unknown;
+}
+
+/// What is known now takes the place of what was then.
+void HouseWatch::Changed(const events::RoomHealthChanged& changed) {
+    m_health[changed.room] = changed;
+    m_trouble.erase(changed.room);
 }
 
 void HouseWatch::Asked(const events::PlayAsked& asked) {
@@ -75,7 +89,9 @@ void HouseWatch::Take(const Event& event) {
     else if (const auto* failed = std::get_if<RoomOutputFailed>(&event.data)) {
         m_trouble[failed->room] = failed->reason;
         ++m_counts.outputFailures;
-    } else if (std::holds_alternative<PopupShown>(event.data))
+    } else if (const auto* health = std::get_if<RoomHealthChanged>(&event.data))
+        Changed(*health);
+    else if (std::holds_alternative<PopupShown>(event.data))
         ++m_counts.popups;
     else if (std::holds_alternative<StateSaved>(event.data))
         m_stateError.reset();

@@ -44,7 +44,10 @@ public:
     [[nodiscard]] const std::optional<Sound>& CurrentSound() const noexcept { return m_sound; }
     [[nodiscard]] bool IsAwake(std::uint32_t room) const { return m_awake.count(room) != 0; }
 
-    /// Why the room's output could not be heard in the last announcement; empty when it could.
+    /// Whether the room would be heard now.
+    [[nodiscard]] events::RoomHealth Health(std::uint32_t room) const;
+
+    /// Why it was not heard in the last announcement, or would not be now; empty when all is well.
     [[nodiscard]] std::string Trouble(std::uint32_t room) const;
 
     /// Why the state is not on the disk; nothing when it is.
@@ -57,13 +60,15 @@ private:
     void Asked(const events::PlayAsked& asked);
     void Started(std::uint32_t announcement, Time time);
     void Removed(std::uint32_t announcement);
+    void Changed(const events::RoomHealthChanged& changed);
 
     std::optional<Playing> m_playing;
     std::deque<std::uint32_t> m_waiting; ///< in the agent's own queue
     std::vector<Queued> m_queue;
     std::optional<Sound> m_sound;
     std::set<std::uint32_t> m_awake;
-    std::map<std::uint32_t, std::string> m_trouble;
+    std::map<std::uint32_t, std::string> m_trouble; ///< of the last announcement
+    std::map<std::uint32_t, events::RoomHealthChanged> m_health;
     std::optional<std::string> m_stateError;
     Counts m_counts;
     EventFeed::Subscription m_subscription;

@@ -3,6 +3,9 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
+
+#include <unistd.h>
 
 namespace controller::audio {
 
@@ -58,7 +61,26 @@ GstElement* CreateElement(const std::string& pattern, const OutputContext& conte
     return bin;
 }
 
+/// Folders are made when there is something to record.
+Health HealthOf(const fs::path& file) {
+    std::error_code error;
+    fs::path folder = fs::absolute(file, error).parent_path();
+    while (!fs::exists(folder, error) && folder.has_relative_path())
+        folder = folder.parent_path();
+    if (fs::is_directory(folder, error) && access(folder.c_str(), W_OK | X_OK) == 0)
+        return {Health::State::Healthy, ""};
+    return {Health::State::Unheard, "nothing can be written to \"" + folder.string() + "\""};
+}
+
 } // namespace
+
+std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& /*context*/) {
+    std::vector<Health> answers;
+    answers.reserve(texts.size());
+    for (const std::string& text : texts)
+        answers.push_back(HealthOf(text));
+    return answers;
+}
 
 Output CreateFileOutput(const std::string& text) {
     if (text.empty())

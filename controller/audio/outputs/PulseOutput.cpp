@@ -7,6 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace controller::audio {
 
@@ -58,7 +59,7 @@ GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
     const std::string reason =
         context.pulse ? context.pulse->WhyNot(room.sink) : "there is no way to the sound server";
     // So late that silence would only be told to have missed the beginning.
-    if (reason == PulseServer::kNoAnswer)
+    if (reason == PulseDesk::kNoAnswer)
         throw std::runtime_error(reason);
     if (!reason.empty()) {
         context.silent(reason);
@@ -71,7 +72,25 @@ GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
     return sink;
 }
 
+Health HealthFor(const std::string& reason) {
+    if (reason.empty())
+        return {Health::State::Healthy, ""};
+    return {reason == PulseDesk::kNoAnswer ? Health::State::Unheard : Health::State::Silent, reason};
+}
+
 } // namespace
+
+std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context) {
+    std::vector<std::string> sinks;
+    sinks.reserve(texts.size());
+    for (const std::string& text : texts)
+        sinks.push_back(PulseRoomOf(text).sink);
+    std::vector<Health> answers;
+    answers.reserve(texts.size());
+    for (const std::string& reason : context.pulse->WhyNot(sinks))
+        answers.push_back(HealthFor(reason));
+    return answers;
+}
 
 Output CreatePulseOutput(const std::string& text) {
     const PulseRoom room = PulseRoomOf(text);

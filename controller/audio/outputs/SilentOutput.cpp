@@ -12,4 +12,8 @@ Output CreateSilentOutput(const std::string& text) {
     };
 }
 
+std::vector<Health> AskSilent(const std::vector<std::string>& texts, const OutputContext& /*context*/) {
+    return std::vector<Health>(texts.size(), {Health::State::Silent, ""});
+}
+
 } // namespace controller::audio

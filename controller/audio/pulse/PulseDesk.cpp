@@ -2,21 +2,51 @@
 
 #include "controller/audio/pulse/MediaPlayers.h"
 
+#include <optional>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 namespace controller::audio {
+
+namespace {
+
+std::string ReasonIn(const PulseState& state, const std::string& sink) {
+    if (!state.isThere)
+        return state.reason;
+    const std::string wanted = sink == "default" ? state.defaultSink : sink;
+    // The sink that a server without any device makes, so that programs have one.
+    if (sink == "default" && (wanted.empty() || wanted == "auto_null"))
+        return PulseDesk::kNoDevice;
+    if (state.sinks.count(wanted) != 0)
+        return "";
+    std::string known;
+    for (const auto& [name, index] : state.sinks)
+        known += (known.empty() ? "; it has " : ", ") + name;
+    return "the sound server has no sink \"" + wanted + "\"" + known;
+}
+
+} // namespace
 
 PulseServer& PulseDesk::Server() {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_server)
         m_server = std::make_unique<PulseServer>([this, mailbox = m_mailbox](const PulseState& state) {
-            mailbox->Post([this, state] {
-                if (m_ducking)
-                    m_ducking->OnState(state);
-            });
+            mailbox->Post([this, state] { OnState(state); });
         });
     return *m_server;
+}
+
+void PulseDesk::OnState(const PulseState& state) {
+    if (m_ducking)
+        m_ducking->OnState(state);
+    const auto of = [](const PulseState& one) {
+        return std::tie(one.isThere, one.sinks, one.defaultSink);
+    };
+    const bool isOther = of(m_last) != of(state);
+    m_last = state;
+    if (isOther && m_changed)
+        m_changed();
 }
 
 void PulseDesk::Begin(IScheduler& driver, Borrowings& borrowings) {
@@ -30,6 +60,7 @@ void PulseDesk::Begin(IScheduler& driver, Borrowings& borrowings) {
 }
 
 void PulseDesk::Close() {
+    m_changed = nullptr;
     m_pausing = nullptr;
     m_ducking = nullptr;
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -42,11 +73,19 @@ bool PulseDesk::HasGivenBack() const {
 }
 
 std::string PulseDesk::WhyNot(const std::string& sink) {
+    return WhyNot(std::vector{sink}).front();
+}
+
+std::vector<std::string> PulseDesk::WhyNot(const std::vector<std::string>& sinks) {
+    std::vector<std::string> reasons;
     try {
-        return Server().WhyNot(sink, kAnswer);
+        const std::optional<PulseState> state = Server().Wait(kAnswer);
+        for (const std::string& sink : sinks)
+            reasons.push_back(state ? ReasonIn(*state, sink) : kNoAnswer);
     } catch (const std::runtime_error& error) {
-        return error.what();
+        reasons.assign(sinks.size(), error.what());
     }
+    return reasons;
 }
 
 std::shared_ptr<void> PulseDesk::Lower(const std::string& sink, const Duck& duck) {

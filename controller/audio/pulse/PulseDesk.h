@@ -7,9 +7,12 @@
 #include "controller/audio/pulse/PulseServer.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace controller::audio {
 
@@ -32,6 +35,9 @@ public:
     PulseDesk& operator=(const PulseDesk&) = delete;
     ~PulseDesk() = default;
 
+    /// `changed` is called when the server has come or gone, or its sinks have. Driver thread, until `Close`.
+    void Listen(std::function<void()> changed) { m_changed = std::move(changed); }
+
     /// From now on other programs' music is lowered, and what a former run has left is raised; without this,
     /// nothing of other programs is touched. Driver thread; what is given is borrowed until `Close`.
     void Begin(IScheduler& driver, Borrowings& borrowings);
@@ -42,19 +48,31 @@ public:
     /// Whether the server has answered, and nothing that it has is lowered. Driver thread.
     [[nodiscard]] bool HasGivenBack() const;
 
-    /// Why nothing can be heard on the sink; empty when it can. Waits for the server, `kAnswer` at most.
+    /// What WhyNot gives when the time is over.
+    static constexpr const char* kNoAnswer = "the sound server does not answer";
+    /// Of a server that has nothing but what swallows all.
+    static constexpr const char* kNoDevice = "the sound server has no sound device";
+
+    /// Why nothing can be heard on the sink, "default" being the one that the server says; empty when it can.
+    /// Waits for the server, `kAnswer` at most.
     [[nodiscard]] std::string WhyNot(const std::string& sink);
+
+    /// The same of several, for the price of one.
+    [[nodiscard]] std::vector<std::string> WhyNot(const std::vector<std::string>& sinks);
 
     /// Does that to others on the sink, for as long as what comes back is kept.
     [[nodiscard]] std::shared_ptr<void> Lower(const std::string& sink, const Duck& duck);
 
 private:
     [[nodiscard]] PulseServer& Server();
+    void OnState(const PulseState& state);
 
     const std::shared_ptr<Mailbox> m_mailbox;
     std::mutex m_mutex;
     std::unique_ptr<Ducking> m_ducking; ///< Driver thread.
     std::unique_ptr<Pausing> m_pausing; ///< Driver thread.
+    std::function<void()> m_changed;    ///< Driver thread.
+    PulseState m_last;                  ///< Driver thread.
     std::unique_ptr<PulseServer> m_server;
 };
 

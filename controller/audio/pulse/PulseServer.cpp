@@ -115,7 +115,7 @@ PulseServer::~PulseServer() {
 void PulseServer::Flush() {
     // An answer says that what was sent before has been taken.
     if (IsReady())
-        (void)WhyNot({}, kGoodbye);
+        (void)Wait(kGoodbye);
 }
 
 bool PulseServer::IsReady() {
@@ -215,26 +215,15 @@ void PulseServer::SetVolume(std::uint32_t stream, const PulseVolume& volume) {
     Forget(pa_context_set_sink_input_volume(m_context, stream, &wanted, nullptr, nullptr));
 }
 
-std::string PulseServer::WhyNot(const std::string& sink, std::chrono::milliseconds limit) {
+std::optional<PulseState> PulseServer::Wait(std::chrono::milliseconds limit) {
     std::unique_lock<std::mutex> lock(m_mutex);
     const unsigned before = m_looks;
     lock.unlock();
     Look();
     lock.lock();
     if (!m_changed.wait_for(lock, limit, [&] { return m_looks != before; }))
-        return kNoAnswer;
-    if (!m_state.isThere)
-        return m_state.reason;
-    const std::string wanted = sink == "default" ? m_state.defaultSink : sink;
-    // The sink that a server without any device makes, so that programs have one.
-    if (sink == "default" && (wanted.empty() || wanted == "auto_null"))
-        return "the sound server has no sound device";
-    if (m_state.sinks.count(wanted) != 0)
-        return "";
-    std::string known;
-    for (const auto& [name, index] : m_state.sinks)
-        known += (known.empty() ? "; it has " : ", ") + name;
-    return "the sound server has no sink \"" + wanted + "\"" + known;
+        return std::nullopt;
+    return m_state;
 }
 
 } // namespace controller::audio

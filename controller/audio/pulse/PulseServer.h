@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 struct pa_context;
@@ -40,12 +41,8 @@ public:
 
     void SetVolume(std::uint32_t stream, const PulseVolume& volume);
 
-    /// What WhyNot gives when the time is over.
-    static constexpr const char* kNoAnswer = "the sound server does not answer";
-
-    /// Why nothing can be heard on the sink, "default" being the one that the server says; empty when it can.
-    /// Waits for the server's answer, so long at most.
-    [[nodiscard]] std::string WhyNot(const std::string& sink, std::chrono::milliseconds limit);
+    /// Waits for the server's next answer, so long at most; nothing when there is none.
+    [[nodiscard]] std::optional<PulseState> Wait(std::chrono::milliseconds limit);
 
 private:
     struct Calls; ///< what the library calls back

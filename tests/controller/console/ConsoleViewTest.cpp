@@ -45,6 +45,16 @@ TEST_F(ConsoleViewTest, APlayingIsToldByTheNamesOfTheHouse) {
                               "Hall stays at volume 55", "Announcement 3 (Dinner) is over"}));
 }
 
+TEST_F(ConsoleViewTest, ARoomThatCannotBeHeardIsToldAndWhenItCanBeAgain) {
+    using events::RoomHealth;
+    m_feed.Publish(events::RoomHealthChanged{13, RoomHealth::Healthy, ""});
+    m_feed.Publish(events::RoomHealthChanged{12, RoomHealth::Silent, "no sound device"});
+    m_feed.Publish(events::RoomHealthChanged{12, RoomHealth::Healthy, ""});
+    m_feed.Publish(events::RoomHealthChanged{13, RoomHealth::Silent, ""});
+
+    EXPECT_EQ(m_lines, (Texts{"Kitchen cannot be heard: no sound device", "Kitchen can be heard again"}));
+}
+
 TEST_F(ConsoleViewTest, ASoundThatCannotBePlayedIsToldWithItsReason) {
     m_feed.Publish(events::SoundEnded{"/media/announcements/x.wav", "there is no such file"});
     EXPECT_EQ(m_lines, Texts{"x.wav could not be played: there is no such file"});

@@ -46,6 +46,9 @@ struct ToText {
     std::string operator()(const events::RoomOutputFailed& e) const {
         return "trouble " + Id(e.room) + " " + e.reason;
     }
+    std::string operator()(const events::RoomHealthChanged& e) const {
+        return "health " + Id(e.room) + " " + Id(static_cast<std::uint32_t>(e.health)) + " " + e.reason;
+    }
     std::string operator()(const events::ScreensWoken& e) const { return "woken " + Id(e.room); }
     std::string operator()(const events::ScreensRested& e) const { return "rested " + Id(e.room); }
     std::string operator()(const events::SoundStarted& e) const { return "playing " + e.file; }

@@ -28,6 +28,22 @@ async function troubles(house) {
   return (await house.get('/api/rooms')).rooms.map((room) => room.trouble !== null);
 }
 
+test('without a sound card a room says that it cannot be heard before an announcement is lost there', () =>
+  inHouse([{ output: 'auto' }, { output: 'silent' }], async (house) => {
+    await house.program.until('that the room cannot be heard', (output) =>
+      /^Room 1 cannot be heard: this machine has no sound device/m.test(output),
+    );
+    const { rooms } = await house.get('/api/rooms');
+    assert.deepEqual(
+      rooms.map(({ health, trouble, trouble_means: means }) => [health, trouble !== null, means?.code]),
+      [
+        ['silent', true, 'no_sound_device'],
+        ['silent', false, undefined],
+      ],
+    );
+    assert.doesNotMatch(house.output, /Room 2 cannot be heard/);
+  }));
+
 test('without a sound card an announcement is silent in real time, which is trouble and no success', () =>
   inHouse([{ output: 'auto' }], async (house) => {
     const start = process.hrtime.bigint();

@@ -85,8 +85,13 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
     'a server that was killed is trouble, and its room is heard again when it is back',
     'pulse: heard',
     async (server, house, id) => {
+      const events = await house.watch();
       await house.playToItsEnd(id);
+      assert.equal((await house.get('/api/rooms')).rooms[0].health, 'healthy');
       await server.kill();
+      // Before anything is lost there.
+      await events.until('room_health_changed', ({ health }) => health === 'silent');
+      assert.match((await house.get('/api/rooms')).rooms[0].trouble, /no sound server answers/);
       const seen = await house.playToItsEnd(id);
       assert.match(seen.find((event) => event.type === 'sound_ended').data.error, /no sound server answers/);
       assert.match((await house.get('/api/rooms')).rooms[0].trouble, /no sound server answers/);
@@ -94,8 +99,10 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
       await server.play();
       const again = await house.playToItsEnd(id);
       assert.equal(again.find((event) => event.type === 'sound_ended').data.error, null);
-      assert.equal((await house.get('/api/rooms')).rooms[0].trouble, null);
+      const [{ health, trouble }] = (await house.get('/api/rooms')).rooms;
+      assert.deepEqual([health, trouble], ['healthy', null]);
       await server.until('the music to be raised', () => near(server.volume('music'), full));
+      events.socket.terminate();
     },
   );
 

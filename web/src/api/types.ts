@@ -1069,6 +1069,7 @@ export interface components {
       | 'known_kinds'
       | 'smaller_image'
       | 'good_name'
+      | 'card_forbidden'
       | 'part_of_it'
       | 'truncated'
       | 'too_large'
@@ -1107,6 +1108,7 @@ export interface components {
       | 'read_too_slowly'
       | 'unknown_variable'
       | 'file_not_written'
+      | 'no_sink'
       | 'announcement_changed'
       | 'conversion_failed'
       | 'agent_takes_no_such'
@@ -1130,6 +1132,7 @@ export interface components {
       | 'voice_or_screen'
       | 'tokens_wait'
       | 'http_version'
+      | 'server_without_device'
       | 'sound_removed'
       | 'variables_in_braces'
       | 'id_of_navigators'
@@ -1154,6 +1157,7 @@ export interface components {
       | 'no_such_address'
       | 'request_too_slow'
       | 'no_media_name'
+      | 'sound_server_hangs'
       | 'nothing_decoded'
       | 'took_too_long'
       | 'voice_unreachable'
@@ -1179,6 +1183,7 @@ export interface components {
       | 'agent_cannot_modify'
       | 'history_unreadable'
       | 'part_empty'
+      | 'not_writable'
       | 'chime_unplayable'
       | 'other_host'
       | 'body_not_taken'
@@ -1202,6 +1207,8 @@ export interface components {
       | 'limit_out_of_range'
       | 'no_announcement'
       | 'plays_already'
+      | 'no_sound_server'
+      | 'output_hangs'
       | 'one_removed'
       | 'other_method'
       | 'no_http'
@@ -1287,6 +1294,7 @@ export interface components {
       | components['schemas']['RoomVolumeChangedEvent']
       | components['schemas']['RoomRestoredEvent']
       | components['schemas']['RoomOutputFailedEvent']
+      | components['schemas']['RoomHealthChangedEvent']
       | components['schemas']['ScreensWokenEvent']
       | components['schemas']['ScreensRestedEvent']
       | components['schemas']['SoundStartedEvent']
@@ -1736,6 +1744,11 @@ export interface components {
       /** @description Its output tells when it is not heard; loudspeakers at a multicast address never do */
       answers: boolean;
       awake: boolean;
+      /**
+       * @description Whether it would be heard now: silent, when what is played there goes nowhere; unknown, when only playing can tell
+       * @enum {string}
+       */
+      health: 'unknown' | 'healthy' | 'silent' | 'unheard';
       id: number;
       /** @description An announcement has set the room up and not given it back */
       in_announcement: boolean;
@@ -1743,10 +1756,25 @@ export interface components {
       max_volume: number;
       name: string;
       output: string;
-      /** @description Why its output cannot be heard, since the last announcement */
+      /** @description Why it would not be heard, or was not in the last announcement */
       trouble: string | null;
       trouble_means?: components['schemas']['Meaning'];
       volume: number;
+    };
+    RoomHealthChangedEvent: {
+      data: {
+        /** @enum {string} */
+        health: 'unknown' | 'healthy' | 'silent' | 'unheard';
+        /** @description Why it would not be heard now */
+        reason: string | null;
+        reason_means?: components['schemas']['Meaning'];
+        room: number;
+      };
+      seq: number;
+      /** Format: date-time */
+      time: string;
+      /** @constant */
+      type: 'room_health_changed';
     };
     RoomList: {
       rooms: components['schemas']['Room'][];
@@ -2169,6 +2197,7 @@ export type Rehearsal = components['schemas']['Rehearsal'];
 export type RehearsalOrder = components['schemas']['RehearsalOrder'];
 export type RestPageEvent = components['schemas']['RestPageEvent'];
 export type Room = components['schemas']['Room'];
+export type RoomHealthChangedEvent = components['schemas']['RoomHealthChangedEvent'];
 export type RoomList = components['schemas']['RoomList'];
 export type RoomOutputFailedEvent = components['schemas']['RoomOutputFailedEvent'];
 export type RoomRestoredEvent = components['schemas']['RoomRestoredEvent'];

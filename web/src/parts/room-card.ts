@@ -62,12 +62,12 @@ export class RoomCard extends LitElement {
   private next: number | null = null;
 
   override render(): unknown {
-    const { name, volume, max_volume: highest, in_announcement: isPlaying, trouble, answers } = this.room;
+    const { name, volume, max_volume: highest, trouble, answers } = this.room;
     const shown = this.wanted ?? volume;
     return html`<article class="card">
       <div class="title">
         <h3 dir="auto">${name}</h3>
-        <span class="badge ${isPlaying ? 'good' : ''}">${isPlaying ? t.house.playing : t.house.quiet}</span>
+        ${this.badge()}
       </div>
       <div class="level">
         <sl-range
@@ -91,6 +91,14 @@ export class RoomCard extends LitElement {
         >
       </div>
     </article>`;
+  }
+
+  private badge(): unknown {
+    const { in_announcement: isPlaying, health, trouble } = this.room;
+    if (health === 'unheard' || (health === 'silent' && trouble))
+      return html`<span class="badge bad">${t.house.unheard}</span>`;
+    if (isPlaying) return html`<span class="badge good">${t.house.playing}</span>`;
+    return html`<span class="badge">${health === 'silent' ? t.house.silent : t.house.quiet}</span>`;
   }
 
   private level(event: Event): void {

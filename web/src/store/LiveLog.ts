@@ -37,6 +37,12 @@ const words: Handlers<HouseEvents, [names: Names], Said | null> = {
   room_volume_changed: (data, names) => say('rooms', t.log.volume(names.roomName(data.room), data.volume)),
   room_restored: (data, names) => say('rooms', t.log.restored(names.roomName(data.room), data.volume)),
   room_output_failed: (data, names) => say('rooms', t.log.failed(names.roomName(data.room), data.reason), 'error'),
+  room_health_changed: ({ room, health, reason }, names) =>
+    reason
+      ? say('rooms', t.log.unheard(names.roomName(room), reason), 'error')
+      : health === 'healthy'
+        ? say('rooms', t.log.healthy(names.roomName(room)), 'good')
+        : null,
   screens_woken: (data, names) => say('screens', t.log.woken(names.roomName(data.room))),
   screens_rested: (data, names) => say('screens', t.log.rested(names.roomName(data.room))),
   sound_started: (data) => say('playing', t.log.sound(soundOf(data.file))),

@@ -58,13 +58,19 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
     house.leaving.delete(announcement);
     if (house.status) house.changeStatus({ waiting: house.status.waiting.filter((id) => id !== announcement) });
   },
-  room_set_up: ({ room }, house) => house.changeRoom(room, { in_announcement: true, trouble: null }),
+  room_set_up({ room }, house) {
+    house.changeRoom(room, { in_announcement: true });
+    // What it says of itself stands, whatever is played.
+    const health = house.rooms.get(room)?.health;
+    if (health === 'healthy' || health === 'unknown') house.changeRoom(room, { trouble: null });
+  },
   room_volume_changed: ({ room, volume }, house) => house.changeRoom(room, { volume }),
   room_restored: ({ room, volume }, house) => house.changeRoom(room, { in_announcement: false, volume }),
   room_output_failed({ room, reason }, house) {
     house.changeRoom(room, { trouble: reason });
     house.failures = [...house.failures, t.log.failed(house.roomName(room), reason)];
   },
+  room_health_changed: ({ room, health, reason }, house) => house.changeRoom(room, { health, trouble: reason }),
   screens_woken: ({ room }, house) => house.changeRoom(room, { awake: true }),
   screens_rested: ({ room }, house) => house.changeRoom(room, { awake: false }),
   sound_started: ({ file }, house, time) => house.changeStatus({ sound: { file, since: time } }),

@@ -98,6 +98,8 @@ TEST(EventJsonTest, EveryKindIsTold) {
         {RoomVolumeChanged{12, 40}, R"(room_volume_changed {"room":12,"volume":40})"},
         {RoomRestored{12, 35, false}, R"(room_restored {"room":12,"volume":35,"changed_meanwhile":false})"},
         {RoomOutputFailed{12, "gone"}, R"(room_output_failed {"room":12,"reason":"gone"})"},
+        {RoomHealthChanged{12, RoomHealth::Silent, "gone"},
+         R"(room_health_changed {"room":12,"health":"silent","reason":"gone"})"},
         {ScreensWoken{12}, R"(screens_woken {"room":12})"},
         {ScreensRested{12}, R"(screens_rested {"room":12})"},
         {SoundStarted{"/media/announcements/a.wav"}, R"(sound_started {"file":"a"})"},

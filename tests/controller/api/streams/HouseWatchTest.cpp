@@ -90,6 +90,21 @@ TEST_F(HouseWatchTest, TroubleOfARoomLastsUntilTheNextAnnouncement) {
     EXPECT_EQ(m_watch.Totals().outputFailures, 1U);
 }
 
+TEST_F(HouseWatchTest, ARoomThatWouldNotBeHeardIsInTroubleWhateverIsPlayedElsewhere) {
+    EXPECT_EQ(m_watch.Health(12), events::RoomHealth::Unknown);
+    m_feed.Publish(events::RoomHealthChanged{12, events::RoomHealth::Silent, "no device"});
+    Start(1);
+    EXPECT_EQ(m_watch.Health(12), events::RoomHealth::Silent);
+    EXPECT_EQ(m_watch.Trouble(12), "no device");
+
+    m_feed.Publish(events::RoomOutputFailed{12, "gone"});
+    EXPECT_EQ(m_watch.Trouble(12), "gone");
+    m_feed.Publish(events::RoomHealthChanged{12, events::RoomHealth::Healthy, ""});
+
+    EXPECT_EQ(m_watch.Health(12), events::RoomHealth::Healthy);
+    EXPECT_EQ(m_watch.Trouble(12), "");
+}
+
 TEST_F(HouseWatchTest, StateThatIsNotOnTheDiskIsKnownUntilItIs) {
     m_feed.Publish(events::StateNotSaved{"full"});
     EXPECT_EQ(m_watch.StateError(), "full");

@@ -58,6 +58,8 @@ export const views = {
     noScreens: 'The house file names no screen yet. Any tablet or television with a browser can be one.',
     noValues: 'The house file names no variable. Messages can follow one: the outside temperature, who is at the door.',
     quiet: 'Quiet',
+    unheard: 'Cannot be heard',
+    silent: 'Silent',
     playing: 'Announcement',
     trouble: (why: string) => `Cannot be heard: ${why}`,
     unanswered: 'Its loudspeakers never answer: nobody knows whether they are heard.',

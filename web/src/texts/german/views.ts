@@ -61,6 +61,8 @@ export const views: typeof English = {
     noValues:
       'Die Hausdatei nennt keine Variable. Nachrichten können einer folgen: der Temperatur draußen, wer an der Tür ist.',
     quiet: 'Ruhig',
+    unheard: 'Nicht zu hören',
+    silent: 'Stumm',
     playing: 'Durchsage',
     trouble: (why: string) => `Nicht zu hören: ${why}`,
     unanswered: 'Die Lautsprecher antworten nie: Niemand weiß, ob sie zu hören sind.',
