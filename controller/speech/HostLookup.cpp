@@ -10,28 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include <netdb.h>
-#include <sys/socket.h>
-
 namespace controller {
-
-namespace {
-
-/// `flags`: as `getaddrinfo` takes them.
-HostLookup::Answer LookUp(const std::string& host, std::uint16_t port, int flags) {
-    addrinfo wanted{};
-    wanted.ai_socktype = SOCK_STREAM;
-    wanted.ai_flags = flags;
-    addrinfo* found = nullptr;
-    const int error = ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &wanted, &found);
-    if (error != 0)
-        return {nullptr, ::gai_strerror(error)};
-    return {std::shared_ptr<const addrinfo>(
-                found, [](const addrinfo* all) { ::freeaddrinfo(const_cast<addrinfo*>(all)); }), // NOLINT
-            ""};
-}
-
-} // namespace
 
 struct HostLookup::Asked {
     StopSignal isAnswered;
@@ -45,7 +24,7 @@ HostLookup::HostLookup(std::string host, std::uint16_t port, Ask ask)
     , m_ask(std::move(ask)) {}
 
 HostLookup::Answer HostLookup::AskMachine(const std::string& host, std::uint16_t port) {
-    return LookUp(host, port, 0);
+    return FindAddresses(host, port, AddressForm::Any);
 }
 
 void HostLookup::Begin() {
@@ -64,7 +43,7 @@ void HostLookup::Begin() {
 }
 
 std::shared_ptr<const addrinfo> HostLookup::Find(const Patience& patience) {
-    if (auto number = LookUp(m_host, m_port, AI_NUMERICHOST).addresses)
+    if (auto number = FindAddresses(m_host, m_port, AddressForm::Numeric).addresses)
         return number;
     if (!m_asked)
         Begin();

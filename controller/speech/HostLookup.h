@@ -1,13 +1,12 @@
 #pragma once
 
+#include "controller/driver/HostAddresses.h"
 #include "controller/speech/Patience.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
-
-struct addrinfo;
 
 namespace controller {
 
@@ -17,10 +16,7 @@ namespace controller {
 /// at a time.
 class HostLookup {
 public:
-    struct Answer {
-        std::shared_ptr<const ::addrinfo> addresses; ///< null where there are none
-        std::string error;
-    };
+    using Answer = HostAddresses;
     using Ask = std::function<Answer(const std::string& host, std::uint16_t port)>;
 
     /// `ask` may block; it runs on any thread, and may end when the object is long gone.
