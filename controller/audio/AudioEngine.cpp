@@ -3,6 +3,7 @@
 #include "controller/audio/AudioEngineParts.h"
 #include "controller/audio/Gst.h"
 #include "controller/audio/HealthWatch.h"
+#include "controller/audio/snapcast/SnapcastDesk.h"
 
 #include <algorithm>
 #include <atomic>
@@ -19,12 +20,15 @@ constexpr std::chrono::milliseconds kTick{50};
 AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services, EngineLimits limits)
     : m_context(std::make_shared<EngineContext>(WithHealth(std::move(services)), limits)) {
     StartGstreamer();
+    m_context->snapcast = std::make_shared<SnapcastDesk>(m_context->mailbox);
     for (RoomConfig& room : rooms) {
         const std::uint32_t id = room.id;
         m_rooms[id] = std::make_unique<RoomOutput>(std::move(room), m_context, [this] { PostRoomChange(); });
     }
-    if (Borrowings* const borrowings = m_context->services.borrowings)
+    if (Borrowings* const borrowings = m_context->services.borrowings) {
         m_context->pulse->Begin(m_context->services.driver, *borrowings);
+        m_context->snapcast->Begin(m_context->services.driver, m_context->services.log, *borrowings);
+    }
     // One tick waits on the driver thread at most, however slow that is.
     const auto isWaiting = std::make_shared<std::atomic<bool>>(false);
     m_ticker = std::make_unique<Ticker>(kTick, [this, mailbox = m_context->mailbox, isWaiting] {
@@ -45,6 +49,7 @@ AudioEngine::~AudioEngine() {
     m_context->mailbox->Close();
     (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
     m_context->pulse->Close();
+    m_context->snapcast->Close();
 }
 
 void AudioEngine::OpenStream(OnReady onReady) {

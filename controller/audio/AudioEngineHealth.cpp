@@ -81,6 +81,7 @@ bool AudioEngine::AskKind(const std::string& kind,
                              context.devices,
                              context.packets,
                              context.pulse,
+                             context.snapcast,
                              std::make_shared<Held>(),
                              context.services.addresses};
     const auto work = [row, texts, help, mailbox = context.mailbox, answer] {

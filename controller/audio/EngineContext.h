@@ -12,6 +12,8 @@
 
 namespace controller::audio {
 
+class SnapcastDesk;
+
 /// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices, packets and the
 /// sound server.
 struct EngineContext {
@@ -27,6 +29,7 @@ struct EngineContext {
     std::shared_ptr<DeviceSearch> devices = std::make_shared<DeviceSearch>();
     std::shared_ptr<PacketSender> packets = std::make_shared<PacketSender>();
     std::shared_ptr<PulseDesk> pulse = std::make_shared<PulseDesk>(mailbox);
+    std::shared_ptr<SnapcastDesk> snapcast; ///< made by the engine
 };
 
 } // namespace controller::audio

@@ -3,6 +3,7 @@
 #include "controller/audio/BorrowedText.h"
 #include "controller/audio/Borrowings.h"
 #include "controller/audio/pulse/PulseDesk.h"
+#include "controller/audio/snapcast/SnapcastDesk.h"
 #include "controller/driver/Alarm.h"
 #include "controller/driver/DriverThread.h"
 
@@ -57,11 +58,13 @@ bool GiveBack(const std::vector<Borrowed>& entries, Log& log) {
     const auto mailbox = std::make_shared<Mailbox>(driver);
     const auto desk = std::make_shared<PulseDesk>(mailbox);
     desk->Begin(driver, borrowings);
+    SnapcastDesk rooms(mailbox);
+    rooms.Begin(driver, log, borrowings);
     Alarm patience(driver, "the end of the guard's patience");
     Alarm look(driver, "looking whether all is given back");
     patience.Start(kGuardPatience, [&driver] { driver.Stop(); });
     const std::function<void()> check = [&] {
-        if (desk->HasGivenBack())
+        if (desk->HasGivenBack() && rooms.HasGivenBack())
             driver.Stop();
         else
             look.Start(kGuardPace, check);
@@ -69,6 +72,7 @@ bool GiveBack(const std::vector<Borrowed>& entries, Log& log) {
     check();
     driver.Run();
     desk->Close();
+    rooms.Close();
     mailbox->Close();
     return borrowings.All().empty();
 }

@@ -22,6 +22,7 @@ struct OutputFacts;
 struct RoomSlot;
 class Held;
 class PulseDesk;
+class SnapcastDesk;
 
 /// For whom an output opens, and with what help.
 struct OutputContext {
@@ -31,6 +32,7 @@ struct OutputContext {
     std::shared_ptr<DeviceSearch> devices;
     std::shared_ptr<PacketSender> packets;
     std::shared_ptr<PulseDesk> pulse;
+    std::shared_ptr<SnapcastDesk> snapcast;
     std::shared_ptr<Held> held;
     ISoundAddresses* addresses = nullptr; ///< borrowed for life; null: nothing can be fetched
 };
@@ -84,10 +86,13 @@ Output CreateGstreamerOutput(const std::string& text);
 Output CreateMulticastOutput(const std::string& text);
 OutputFacts FactsOfMulticast(const std::string& text);
 Output CreatePulseOutput(const std::string& text);
+Output CreateSnapcastOutput(const std::string& text);
+OutputFacts FactsOfSnapcast(const std::string& text);
 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskSnapcast(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskSilent(const std::vector<std::string>& texts, const OutputContext& context);
 
 struct OutputDescription;

@@ -33,6 +33,10 @@ constexpr std::array kOutputKinds{
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
         "meanwhile, as duck says: decibels, -15 where nothing is said, off or pause",
         &CreatePulseOutput, "duck", nullptr, &AskPulse},
+    OutputKind{"snapcast", "snapcast: CLIENT",
+               "a client of a Snapcast server, by its id; beside it server, and where they differ from the "
+               "usual stream, buffer_ms, source_port",
+               &CreateSnapcastOutput, "server stream buffer_ms source_port", &FactsOfSnapcast, &AskSnapcast},
 };
 
 std::string Trim(const std::string& text) {

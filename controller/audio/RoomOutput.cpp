@@ -84,7 +84,7 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
                       m_config.volume,
                       LeadSilence(),
                       {m_config.id, m_take, silent, m_context->devices, m_context->packets, m_context->pulse,
-                       std::make_shared<Held>(), m_context->services.addresses}};
+                       m_context->snapcast, std::make_shared<Held>(), m_context->services.addresses}};
     if (const auto* own = std::get_if<PlayerOutput>(&m_output))
         return own->make(std::move(order));
     return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),

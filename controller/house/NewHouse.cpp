@@ -43,6 +43,7 @@ rooms:
     #   "gstreamer: DESCRIPTION"  anything that GStreamer can play to, such as "gstreamer: alsasink device=hw:1"
     #   "pulse: SINK"             a sink of PulseAudio or PipeWire; music there is quieter meanwhile
     #   "multicast: 239.255.10.1:5004"  IP loudspeakers and telephones that listen at this address
+    #   "snapcast: CLIENT server=HOST"  a client of a Snapcast server
     # A value with a colon in it stands in quotes.
     output: auto
     # Volumes run from 0 to 100. Before the first change the room is at start_volume; no announcement is louder than

@@ -90,6 +90,24 @@ std::vector<MeantText> OfSounds() {
     };
 }
 
+std::vector<MeantText> OfSnapcast() {
+    return {
+        {"snapcast_unreachable", "the Snapcast server {server} cannot be reached: {why}"},
+        {"snapcast_unreachable", "the Snapcast server {server} cannot be found: {why}"},
+        {"snapcast_hangs", "the Snapcast server {server} does not answer"},
+        {"snapcast_hangs", "the Snapcast server {server} does not do as it is told"},
+        {"snapcast_ended", "the Snapcast server {server} has closed the connection"},
+        {"snapcast_nonsense", "the Snapcast server {server} answers what is no Snapcast server's"},
+        {"snapcast_refuses", "the Snapcast server {server} refuses {what}: {why}"},
+        {"snapcast_no_client", "the Snapcast server {server} knows no client {client}"},
+        {"snapcast_client_away", "the client {client} is not connected to the Snapcast server {server}"},
+        {"snapcast_no_stream", "the Snapcast server {server} has no stream {stream}; {right}"},
+        {"snapcast_stream_unusable", "the stream {stream} of the Snapcast server {server} is {why}"},
+        {"snapcast_source",
+         "the source of the stream {stream} at port {port} of the Snapcast server {server} {why}"},
+    };
+}
+
 std::vector<MeantText> OfVoices() {
     return {
         {"no_voice", "there is no voice {voice}"},
@@ -129,7 +147,7 @@ std::vector<MeantText> OfVoices() {
 
 std::vector<MeantText> MeantTextsOfSounds() {
     std::vector<MeantText> all = OfFiles();
-    for (const auto& some : {OfSounds(), OfVoices()})
+    for (const auto& some : {OfSounds(), OfSnapcast(), OfVoices()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

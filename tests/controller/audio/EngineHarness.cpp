@@ -83,13 +83,18 @@ EngineLimits EngineHarness::PatientLimits() {
     return limits;
 }
 
-EngineHarness::EngineHarness(const std::vector<std::string>& outputs, EngineLimits limits)
-    : EngineHarness(RoomsOf(outputs), limits) {}
+EngineHarness::EngineHarness(const std::vector<std::string>& outputs, EngineLimits limits, Borrows borrows)
+    : EngineHarness(RoomsOf(outputs), limits, borrows) {}
 
-EngineHarness::EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits) : m_roomCount(rooms.size()) {
-    EngineServices services{m_loop, m_log.log, [this](const RoomTrouble& trouble) {
-                                m_troubles.push_back(trouble);
-                            }};
+EngineHarness::EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits, Borrows borrows)
+    : m_roomCount(rooms.size())
+    , m_borrowings(m_loop,
+                   m_log.log,
+                   [](const std::vector<Borrowed>& /*entries*/, const Borrowings::Done& done) { done(""); },
+                   {}) {
+    EngineServices services{m_loop, m_log.log,
+                            [this](const RoomTrouble& trouble) { m_troubles.push_back(trouble); },
+                            borrows == Borrows::Yes ? &m_borrowings : nullptr};
     m_engine = std::make_unique<AudioEngine>(std::move(rooms), std::move(services), limits);
 }
 

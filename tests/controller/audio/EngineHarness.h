@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/audio/AudioEngine.h"
+#include "controller/audio/Borrowings.h"
 #include "tests/controller/support/TestLog.h"
 
 #include <condition_variable>
@@ -54,8 +55,15 @@ private:
 /// A real engine with what it said. Rooms are numbered from 1 in the order in which they are given.
 class EngineHarness final {
 public:
-    explicit EngineHarness(const std::vector<std::string>& outputs, EngineLimits limits = PatientLimits());
-    explicit EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits = PatientLimits());
+    /// Whether it may change what other programs have.
+    enum class Borrows { No, Yes };
+
+    explicit EngineHarness(const std::vector<std::string>& outputs,
+                           EngineLimits limits = PatientLimits(),
+                           Borrows borrows = Borrows::No);
+    explicit EngineHarness(std::vector<RoomConfig> rooms,
+                           EngineLimits limits = PatientLimits(),
+                           Borrows borrows = Borrows::No);
 
     /// Bounds that a machine under sanitizers keeps too: healthy outputs are never given up.
     static EngineLimits PatientLimits();
@@ -79,6 +87,8 @@ public:
     void RunPosted() { m_loop.RunPosted(); }
 
     [[nodiscard]] const std::vector<RoomTrouble>& Troubles() const { return m_troubles; }
+    /// What is borrowed and not given back.
+    [[nodiscard]] std::vector<Borrowed> Left() const { return m_borrowings.All(); }
     [[nodiscard]] const std::vector<std::string>& Log() const { return m_log.lines; }
     [[nodiscard]] bool HasTrouble(std::uint32_t roomId, RoomTrouble::Kind kind) const;
 
@@ -87,6 +97,7 @@ private:
     std::size_t m_roomCount;
     std::vector<RoomTrouble> m_troubles;
     TestLog m_log;
+    Borrowings m_borrowings;
     std::unique_ptr<AudioEngine> m_engine;
 };
 

@@ -79,18 +79,22 @@ TEST(OutputDescriptionTest, ASinkNeedsANameAndTakesWhatIsToHappenToOthers) {
 
 TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
     const auto list = ListOutputs();
-    ASSERT_EQ(list.size(), 6U);
-    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "pulse"})
+    ASSERT_EQ(list.size(), 7U);
+    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "pulse", "snapcast"})
         EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
             return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
         })) << kind;
 }
 
-TEST(OutputDescriptionTest, OnlyOfAZoneThereIsAnythingToTellBeforehand) {
+TEST(OutputDescriptionTest, OnlyOfZonesAndClientsThereIsAnythingToTellBeforehand) {
     const auto facts = FactsOf(ParseOutput("multicast: 238.255.10.1:5004 ttl=4"));
     EXPECT_EQ(facts.place, "238.255.10.1:5004");
     EXPECT_EQ(facts.doubts.size(), 1U);
     EXPECT_FALSE(facts.isAnswering);
+    const auto client = FactsOf(ParseOutput("snapcast: kitchen server=nas"));
+    EXPECT_EQ(client.place, "client kitchen of nas:1705");
+    EXPECT_TRUE(client.doubts.empty());
+    EXPECT_TRUE(client.isAnswering);
     for (const char* output : {"auto", "silent", "file: a.wav", "gstreamer: fakesink"}) {
         const auto none = FactsOf(ParseOutput(output));
         EXPECT_EQ(none.place, "") << output;

@@ -36,11 +36,14 @@ protected:
     TemporaryFolder m_folder;
 };
 
-TEST_F(HouseFileOutputsTest, AZoneIsReadFromKeysInAnyOrderAndFromOneText) {
+TEST_F(HouseFileOutputsTest, WhatBelongsToAnOutputIsReadFromKeysInAnyOrderAndFromOneText) {
     EXPECT_EQ(TextOf("{multicast: \"239.255.10.1:5004\"}"), "multicast|239.255.10.1:5004");
     EXPECT_EQ(TextOf("{codec: l16, multicast: \"239.255.10.1:5004\", ttl: 4}"),
               "multicast|239.255.10.1:5004 codec=l16 ttl=4");
     EXPECT_EQ(TextOf("\"multicast: 239.255.10.1:5004 dscp=0\""), "multicast|239.255.10.1:5004 dscp=0");
+    EXPECT_EQ(
+        TextOf("{snapcast: kitchen, server: \"nas:1705\", stream: said, buffer_ms: 400, source_port: 4954}"),
+        "snapcast|kitchen server=nas:1705 stream=said buffer_ms=400 source_port=4954");
 }
 
 TEST_F(HouseFileOutputsTest, KeysThatDoNotBelongToAKindAreRefused) {
@@ -53,6 +56,10 @@ TEST_F(HouseFileOutputsTest, KeysThatDoNotBelongToAKindAreRefused) {
     expect("{file: a.wav, ttl: 3}", "\"ttl\" is not known; beside file nothing may stand");
     expect("{multicast: \"239.1.1.1:1\", codec: l 16}", "codec \"l 16\" must be one word");
     expect("{multicast: \"239.1.1.1:1\", codec: g722}", "\"multicast:\" codec \"g722\" is neither");
+    expect("{snapcast: kitchen, server: nas, buffer_ms: 79}",
+           "\"snapcast:\" buffer_ms \"79\" is not a whole number from 80 to 10000");
+    expect("{snapcast: kitchen, server: \"nas:0\"}", "\"snapcast:\" server: the port \"0\" is not a port");
+    expect("{snapcast: kitchen}", "\"snapcast:\" needs the server of kitchen");
     expect("{multicast: \"239.1.1.1:1\", codec: [l16]}", "must be one output");
     expect("{multicast: \"239.1.1.1:1\", file: a.wav}", "must be one output");
     expect("{ttl: 3, codec: l16}", "\"\" is no kind of output");

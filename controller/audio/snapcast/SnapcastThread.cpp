@@ -1,0 +1,15 @@
+#include "controller/audio/snapcast/SnapcastThread.h"
+
+namespace controller::audio {
+
+SnapcastThread::SnapcastThread()
+    : m_context(std::make_shared<boost::asio::io_context>(1))
+    , m_work(m_context->get_executor())
+    , m_thread([context = m_context] { context->run(); }) {}
+
+SnapcastThread::~SnapcastThread() {
+    m_context->stop();
+    m_thread.join();
+}
+
+} // namespace controller::audio
