@@ -1,5 +1,6 @@
 // A program that a test has started: what it printed, and its end, which ends every wait for it.
 import { spawn } from 'node:child_process';
+import { readdirSync, readFileSync } from 'node:fs';
 import { within } from './waits.mjs';
 
 // Nothing outlives the tests, however they end.
@@ -87,4 +88,18 @@ export class Program {
     const how = this.result ? `the program has ended with ${signal ?? `status ${status}`}` : 'the program is running';
     return `${how}; it printed:\n${last(this.output)}`;
   }
+}
+
+// Processes of the program that have this word on their command line and were started by `parent`.
+export function children(parent, word) {
+  return readdirSync('/proc').filter((process) => {
+    try {
+      const of = readFileSync(`/proc/${process}/stat`, 'latin1')
+        .replace(/^.*\) \S /, '')
+        .split(' ')[0];
+      return Number(of) === parent && readFileSync(`/proc/${process}/cmdline`, 'latin1').includes(word);
+    } catch {
+      return false; // no process, or none any more
+    }
+  });
 }
