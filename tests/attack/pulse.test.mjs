@@ -2,9 +2,9 @@
 // within two seconds, and so is that program's next piece. In some rounds its guard is killed with it; then the next
 // start does that. ROUNDS=50 for a longer run.
 import assert from 'node:assert/strict';
-import { readdirSync, readFileSync } from 'node:fs';
 import { test } from 'node:test';
 import { House } from '../system/harness/house.mjs';
+import { children } from '../system/harness/program.mjs';
 import { announcement, kinds, SoundServer, tone } from '../system/harness/sound-server.mjs';
 import { allow } from '../system/harness/waits.mjs';
 import { randomFrom, seed } from './random.mjs';
@@ -12,20 +12,6 @@ import { randomFrom, seed } from './random.mjs';
 const rounds = Number(process.env.ROUNDS ?? 4);
 const full = 65536;
 const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, milliseconds));
-
-// Processes of the program that have this word on their command line and were started by `parent`.
-function children(parent, word) {
-  return readdirSync('/proc').filter((process) => {
-    try {
-      const of = readFileSync(`/proc/${process}/stat`, 'latin1')
-        .replace(/^.*\) \S /, '')
-        .split(' ')[0];
-      return Number(of) === parent && readFileSync(`/proc/${process}/cmdline`, 'latin1').includes(word);
-    } catch {
-      return false; // no process, or none any more
-    }
-  });
-}
 
 for (const [kind, isInstalled] of Object.entries(kinds)) {
   const skip = isInstalled ? false : `${kind} is not installed; script/bootstrap installs it`;
