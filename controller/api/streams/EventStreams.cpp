@@ -61,8 +61,10 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
             return;
         const auto place = m_pages.find(navigator);
         m_pageCount -= place->second.erase(id);
-        if (place->second.empty())
+        if (place->second.empty()) {
             m_pages.erase(place);
+            m_screensOf[m_parts.roomOf(navigator)].erase(navigator);
+        }
         TellPagesOf(navigator);
     });
     socket->OnMessage([this, life, navigator, id](std::string_view text) {
@@ -72,6 +74,7 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
     socket->Send(std::make_shared<const std::string>(fields::ToText(view::PageStateMessage{
         m_lastNumber, std::chrono::system_clock::now(), {m_parts.pageState(navigator)}})));
     m_pages[navigator].emplace(id, Page{std::move(socket), std::nullopt});
+    m_screensOf[m_parts.roomOf(navigator)].insert(navigator);
     ++m_pageCount;
     TellPagesOf(navigator);
 }
@@ -153,7 +156,8 @@ void EventStreams::TellPages(const Event& event) {
         room = woken->room;
     else if (const auto* rested = std::get_if<events::ScreensRested>(&event.data))
         room = rested->room;
-    if (room == 0 && m_pages.count(navigator) == 0)
+    const auto screens = m_screensOf.find(room);
+    if (room == 0 ? m_pages.count(navigator) == 0 : screens == m_screensOf.end())
         return;
     auto message = event_json::PageMessage(event);
     if (!message)
@@ -163,10 +167,8 @@ void EventStreams::TellPages(const Event& event) {
         TellNavigator(navigator, text);
         return;
     }
-    for (const auto& [id, sockets] : m_pages) {
-        if (m_parts.roomOf(id) == room)
-            TellNavigator(id, text);
-    }
+    for (const std::uint32_t id : screens->second)
+        TellNavigator(id, text);
 }
 
 } // namespace controller

@@ -78,6 +78,7 @@ private:
     std::uint64_t m_lastId = 0;
     std::map<std::uint64_t, Watcher> m_watchers;
     std::map<std::uint32_t, std::map<std::uint64_t, Page>> m_pages;
+    std::map<std::uint32_t, std::set<std::uint32_t>> m_screensOf; ///< by room, those that have pages
     std::size_t m_pageCount = 0;
     const std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< sockets may outlive this object
     EventFeed::Subscription m_subscription;

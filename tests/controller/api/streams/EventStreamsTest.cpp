@@ -42,7 +42,8 @@ protected:
     EventStreams::Parts Parts() {
         return {[this](const EventStreams::State& give) { m_give = give; },
                 [](std::uint32_t navigator) { return R"({"navigator":)" + std::to_string(navigator) + "}"; },
-                [](std::uint32_t navigator) {
+                [this](std::uint32_t navigator) {
+                    ++m_roomsAsked;
                     return navigator == 7 ? 13U : 12U;
                 }};
     }
@@ -60,6 +61,7 @@ protected:
 
     EventFeed m_feed;
     EventStreams::State m_give;
+    unsigned m_roomsAsked = 0;
     std::unique_ptr<EventStreams> m_streams = std::make_unique<EventStreams>(m_feed, Parts());
 };
 
@@ -108,6 +110,20 @@ TEST_F(EventStreamsTest, APageIsToldOfItsOwnPopupsAndItsOwnRoom) {
               (Texts{"4 wake", "5 popup_shown", "6 popup_changed", "7 popup_hidden", "8 rest"}));
     EXPECT_EQ(six->Take(), (Texts{"4 wake", "8 rest"}));
     EXPECT_EQ(seven->Take(), Texts{});
+}
+
+TEST_F(EventStreamsTest, RoomsThatWakeAskForNoRoomOfAnyScreen) {
+    const std::vector<std::shared_ptr<FakeSocket>> pages = {Page(5), Page(6), Page(7)};
+    const unsigned asked = m_roomsAsked;
+    for (std::uint32_t room = 1; room <= 1000; ++room)
+        m_feed.Publish(events::ScreensWoken{room});
+    EXPECT_EQ(m_roomsAsked, asked);
+    for (const auto& page : pages)
+        EXPECT_EQ(page->sent.back()["type"], "wake");
+    pages[0]->onClosed();
+    m_feed.Publish(events::ScreensRested{12});
+    EXPECT_EQ(pages[0]->sent.back()["type"], "wake");
+    EXPECT_EQ(pages[1]->sent.back()["type"], "rest");
 }
 
 TEST_F(EventStreamsTest, PagesAreCountedAsTheyComeAndGo) {
