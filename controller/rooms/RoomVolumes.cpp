@@ -118,9 +118,11 @@ void RoomVolumes::SetForAnnouncement(std::uint32_t room, unsigned volume) {
         return;
     }
     state->taken->waiting = std::min(volume, state->room.maxVolume);
+    m_waiting.insert(room);
     if (!m_patience.IsRunning())
         m_patience.Start(kPatience, [this] { ApplyWaiting(true); });
-    ApplyWaiting(false);
+    ApplyWaiting(*state, false);
+    TellApplied();
 }
 
 /// Sound that is late is worse than a journal that is. No waiting at all would lose no volume either: the
@@ -128,17 +130,21 @@ void RoomVolumes::SetForAnnouncement(std::uint32_t room, unsigned volume) {
 /// program that ends before the journal is written leaves there the room's own volume, and nothing that is
 /// loud: the volume is a factor in this program's memory, no state of a device.
 void RoomVolumes::ApplyWaiting(bool isPatienceOver) {
-    for (auto& [id, state] : m_rooms) {
-        if (!state.taken || !state.taken->waiting)
-            continue;
-        const bool isWritten = state.taken->write != 0 && state.taken->write <= m_answered;
-        if (!isWritten && !isPatienceOver)
-            continue;
-        state.taken->volumeSet = std::exchange(state.taken->waiting, std::nullopt);
-        Keep(state);
-        Change(state, *state.taken->volumeSet);
-    }
+    for (const std::uint32_t id : std::set<std::uint32_t>(m_waiting))
+        ApplyWaiting(m_rooms.at(id), isPatienceOver);
     TellApplied();
+}
+
+void RoomVolumes::ApplyWaiting(State& state, bool isPatienceOver) {
+    if (!state.taken || !state.taken->waiting)
+        return;
+    const bool isWritten = state.taken->write != 0 && state.taken->write <= m_answered;
+    if (!isWritten && !isPatienceOver)
+        return;
+    state.taken->volumeSet = std::exchange(state.taken->waiting, std::nullopt);
+    m_waiting.erase(state.room.id);
+    Keep(state);
+    Change(state, *state.taken->volumeSet);
 }
 
 void RoomVolumes::GiveBack(std::uint32_t room) {
@@ -147,6 +153,7 @@ void RoomVolumes::GiveBack(std::uint32_t room) {
     if (state == nullptr || !state->taken)
         return;
     const Taken taken = *std::exchange(state->taken, std::nullopt);
+    m_waiting.erase(room);
     Keep(*state);
     Change(*state, taken.volumeBefore);
     m_parts.feed.Publish(events::RoomRestored{room, state->room.volume, taken.isChangedMeanwhile});
@@ -199,10 +206,7 @@ void RoomVolumes::WhenApplied(std::function<void()> callback) {
 }
 
 void RoomVolumes::TellApplied() {
-    const bool isOneWaiting = std::any_of(m_rooms.begin(), m_rooms.end(), [](const auto& room) {
-        return room.second.taken && room.second.taken->waiting.has_value();
-    });
-    if (isOneWaiting)
+    if (!m_waiting.empty())
         return;
     m_patience.Stop();
     for (const auto& callback : std::exchange(m_whenApplied, {}))

@@ -101,11 +101,13 @@ private:
     void Write();
     void Written(std::uint64_t write, const std::string& names, const std::string& error);
     void ApplyWaiting(bool isPatienceOver);
+    void ApplyWaiting(State& state, bool isPatienceOver);
     void TellApplied();
 
     const Parts m_parts;
     std::map<std::uint32_t, State> m_rooms;
     std::set<std::uint32_t> m_unwritten;
+    std::set<std::uint32_t> m_waiting; ///< rooms whose volume waits for the journal
     std::vector<WriteDone> m_unwrittenDone;
     std::uint64_t m_lastWrite = 0;
     std::uint64_t m_answered = 0; ///< the last write that was answered
