@@ -5,6 +5,7 @@
 #include <chrono>
 #include <exception>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include <gst/audio/gstaudiobasesink.h>
@@ -27,24 +28,24 @@ void AddTo(GstElement* pipeline, GstElement* element) {
 
 } // namespace
 
-RoomPipeline::RoomPipeline(PlayerOrder order, ElementOutput output, Workers& workers)
+RoomPipeline::RoomPipeline(PlayerOrder order, ElementOutput output, Workers workers)
     : m_context(std::move(order.context))
     , m_output(std::move(output))
-    , m_workers(workers)
+    , m_workers(std::move(workers))
     , m_timeline(std::move(order.timeline))
     , m_slot(std::move(order.slot))
     , m_feed(m_timeline, m_slot, order.volume) {}
 
 void RoomPipeline::Start(OnEvent onEvent) {
     m_onEvent = std::move(onEvent);
-    m_workers.Start([self = shared_from_this()] { self->Run(); });
+    m_workers.Start([self = shared_from_this()] { self->Open(); });
 }
 
 void RoomPipeline::Stop() {
     m_timeline->Remove(m_slot);
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_isStopping = true;
-    m_changed.notify_all();
+    Advance();
 }
 
 void RoomPipeline::Abort() {
@@ -52,21 +53,24 @@ void RoomPipeline::Abort() {
     m_context.held->LetGo();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_isAborted = true;
-    m_changed.notify_all();
+    Advance();
 }
 
-void RoomPipeline::Run() {
+void RoomPipeline::Open() {
+    std::string error;
     try {
         Build();
-        Open();
-        PlayUntilStopped();
-    } catch (const std::exception& error) {
-        m_onEvent({PlayerEvent::Kind::Failed,
-                   IsRunning() ? RoomTrouble::Kind::Failed : RoomTrouble::Kind::Refused, error.what()});
+        if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
+            error = "the output does not open";
+    } catch (const std::exception& refusal) {
+        error = refusal.what();
     }
-    Close();
-    m_context.held->LetGo();
-    m_onEvent({PlayerEvent::Kind::Gone, {}, {}});
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isOpening = false;
+    m_lifeline = shared_from_this();
+    if (m_error.empty())
+        m_error = error;
+    Advance();
 }
 
 void RoomPipeline::Build() {
@@ -93,56 +97,67 @@ void RoomPipeline::Build() {
     gst_bus_set_sync_handler(bus.get(), &RoomPipeline::OnBusMessage, this, nullptr);
 }
 
-void RoomPipeline::Open() {
-    const auto result = gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
-    std::unique_lock<std::mutex> lock(m_mutex);
-    if (result == GST_STATE_CHANGE_FAILURE && m_error.empty())
-        m_error = "the output does not open";
-    m_changed.wait(lock, [this] {
-        return m_isRunning || m_isStopping || m_isAborted || m_hasEnded || !m_error.empty();
-    });
-    if (!m_error.empty())
-        throw std::runtime_error(m_error);
+/// Called with the lock when something has changed, on whatever thread that was.
+void RoomPipeline::Advance() {
+    if (m_isGone)
+        return;
+    Tell();
+    const bool isOver = m_isStopping || m_isAborted || !m_error.empty();
+    if (isOver && !m_isOpening && !m_isClosing)
+        BeginToClose();
+    m_changed.notify_all();
 }
 
-void RoomPipeline::PlayUntilStopped() {
-    if (IsRunning() && !m_timeline->SetRunning(*m_slot, HasDevice()))
-        m_onEvent({PlayerEvent::Kind::Late, {}, {}});
-    std::unique_lock<std::mutex> lock(m_mutex);
-    const auto hasEnded = [this] {
-        return m_hasEnded || m_isAborted || !m_error.empty();
-    };
-    m_changed.wait(lock, [&] { return hasEnded() || m_isStopping; });
-    if (m_isStopping && m_isRunning)
-        m_changed.wait_for(lock, kPlayOut, hasEnded);
-    if (!m_error.empty())
-        throw std::runtime_error(m_error);
-    if (!m_hasEnded || m_isStopping || m_isAborted)
+void RoomPipeline::Tell() {
+    if (!m_error.empty()) {
+        // What fails after its last sample has done its duty.
+        if (!m_isEndTold && !std::exchange(m_isErrorTold, true))
+            m_onEvent({PlayerEvent::Kind::Failed,
+                       m_isRunning ? RoomTrouble::Kind::Failed : RoomTrouble::Kind::Refused, m_error});
         return;
-    lock.unlock();
+    }
+    if (m_isRunning && !std::exchange(m_isRunningTold, true) && !m_timeline->SetRunning(*m_slot, HasDevice()))
+        m_onEvent({PlayerEvent::Kind::Late, {}, {}});
+    if (!m_hasEnded || m_isStopping || m_isAborted || std::exchange(m_isEndTold, true))
+        return;
     m_timeline->SetDone(*m_slot);
     m_context.held->LetGo();
     m_onEvent({PlayerEvent::Kind::Ended, {}, {}});
-    lock.lock();
-    m_changed.wait(lock, [this] { return m_isStopping || m_isAborted || !m_error.empty(); });
+}
+
+/// Without a thread it stays open, until it is given up and that is tried once more.
+void RoomPipeline::BeginToClose() {
+    try {
+        m_workers.Start([self = shared_from_this()] { self->Close(); });
+        m_isClosing = true;
+    } catch (const std::system_error&) {
+        m_isClosing = false;
+    }
 }
 
 void RoomPipeline::Close() {
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        if (m_isStopping && m_isRunning)
+            m_changed.wait_for(lock, kPlayOut,
+                               [this] { return m_hasEnded || m_isAborted || !m_error.empty(); });
+        m_isGone = true;
+    }
     // The source's thread must not wait for its turn any more when the pipeline waits for that thread.
     m_timeline->Abort(m_slot);
-    if (!m_pipeline)
-        return;
-    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
-    const GstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
-    gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    if (m_pipeline) {
+        gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+        const GstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
+        gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+    }
+    m_context.held->LetGo();
     GstPtr<GstElement> last;
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    last.swap(m_pipeline);
-}
-
-bool RoomPipeline::IsRunning() {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_isRunning;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        last.swap(m_pipeline);
+        m_lifeline = nullptr;
+    }
+    m_onEvent({PlayerEvent::Kind::Gone, {}, {}});
 }
 
 bool RoomPipeline::HasDevice() const {
@@ -181,7 +196,7 @@ void RoomPipeline::Handle(GstMessage* message) {
     default:
         return;
     }
-    m_changed.notify_all();
+    Advance();
 }
 
 } // namespace controller::audio

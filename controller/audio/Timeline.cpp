@@ -42,7 +42,7 @@ bool Timeline::SetRunning(RoomSlot& slot, bool hasOwnPace) {
     slot.state = RoomSlot::State::Running;
     slot.hasOwnPace = hasOwnPace;
     slot.opened = Clock::now();
-    m_changed.notify_all();
+    m_roomsChanged.notify_all();
     return !m_clip || Now() <= m_clipStart;
 }
 
@@ -54,15 +54,19 @@ void Timeline::SetDone(RoomSlot& slot) {
 void Timeline::Remove(const std::shared_ptr<RoomSlot>& slot) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     slot->isStopping = true;
-    m_rooms.erase(std::remove(m_rooms.begin(), m_rooms.end(), slot), m_rooms.end());
-    m_changed.notify_all();
+    TakeOut(slot);
 }
 
 void Timeline::Abort(const std::shared_ptr<RoomSlot>& slot) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     slot->isAborted = true;
+    TakeOut(slot);
+}
+
+void Timeline::TakeOut(const std::shared_ptr<RoomSlot>& slot) {
     m_rooms.erase(std::remove(m_rooms.begin(), m_rooms.end(), slot), m_rooms.end());
-    m_changed.notify_all();
+    slot->turn.notify_all();
+    m_roomsChanged.notify_all();
 }
 
 bool Timeline::MayStart(std::chrono::milliseconds readiness) const {
@@ -82,7 +86,7 @@ Timeline::StartClip(std::shared_ptr<Clip> clip, std::int64_t lead, std::chrono::
     std::unique_lock<std::mutex> lock(m_mutex);
     // A clip that was given up must not start in rooms that have come for the next one.
     while (!m_rooms.empty() && !clip->IsAbandoned() && !MayStart(readiness))
-        m_changed.wait_for(lock, kPoll);
+        m_roomsChanged.wait_for(lock, kPoll);
     if (m_rooms.empty() || clip->IsAbandoned())
         return std::nullopt;
     std::int64_t start = Now();
@@ -139,7 +143,7 @@ Turn Timeline::NextTurn(RoomSlot& slot) {
     Turn turn;
     const std::int64_t ahead = slot.hasOwnPace ? kOwnPaceAhead : kBlockFrames;
     while (!slot.isAborted && !slot.isStopping && slot.hasBegun && slot.next > Now() + ahead)
-        m_changed.wait_for(lock, TimeOf(slot.next - Now() - ahead));
+        slot.turn.wait_for(lock, TimeOf(slot.next - Now() - ahead));
     if (slot.isAborted) {
         turn.kind = Turn::Kind::Abort;
         return turn;

@@ -28,7 +28,8 @@ struct RoomSlot {
     bool isStopping = false;
     bool hasFaded = false;
     bool isAborted = false;
-    std::int64_t fadeFrom = -1; ///< The frame from which the clip fades out here; -1: it does not.
+    std::int64_t fadeFrom = -1;   ///< The frame from which the clip fades out here; -1: it does not.
+    std::condition_variable turn; ///< For who waits for the next one: of two hundred rooms, one is woken.
 };
 
 /// A clip's place on the timeline.
@@ -115,6 +116,7 @@ public:
     [[nodiscard]] bool IsStalled(const RoomSlot& slot, std::chrono::milliseconds limit) const;
 
 private:
+    void TakeOut(const std::shared_ptr<RoomSlot>& slot);
     [[nodiscard]] std::int64_t Now() const;
     [[nodiscard]] bool MayStart(std::chrono::milliseconds readiness) const;
     [[nodiscard]] bool HasEnded(const RoomSlot& slot) const;
@@ -124,7 +126,7 @@ private:
     GstPtr<GstClock> m_clock;
     GstClockTime m_base;
     mutable std::mutex m_mutex;
-    std::condition_variable m_changed;
+    std::condition_variable m_roomsChanged;
     std::vector<std::shared_ptr<RoomSlot>> m_rooms;
     std::vector<std::function<void()>> m_listeners;
     std::shared_ptr<Clip> m_clip;

@@ -9,7 +9,7 @@
 namespace controller::audio {
 
 /// Threads that may get stuck in a device: they are counted, waited for within limits, and left behind when
-/// that is not enough. What they need they own themselves. Any thread.
+/// that is not enough. What they need they own themselves. Copies are the same threads. Any thread.
 class Workers final {
 public:
     /// Runs the task on a thread of its own. The task must not throw.

@@ -85,6 +85,14 @@ void TestSoundServer::Kill() {
         (void)EndRecording();
 }
 
+void TestSoundServer::Pause() const {
+    kill(m_process, SIGSTOP);
+}
+
+void TestSoundServer::Resume() const {
+    kill(m_process, SIGCONT);
+}
+
 void TestSoundServer::Record() {
     unlink(m_recording.c_str());
     const std::string description = "pulsesrc device=heard.monitor ! audio/x-raw,format=S16LE ! "

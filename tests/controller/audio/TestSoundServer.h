@@ -26,6 +26,9 @@ public:
     [[nodiscard]] bool IsListening() const;
     /// Ends it without warning, as a crash does: its socket stays behind.
     void Kill();
+    /// It stands still, and takes and gives nothing, until it goes on.
+    void Pause() const;
+    void Resume() const;
 
     /// Records what its device plays from now on; `IsRecording` says when it does.
     void Record();
