@@ -7,6 +7,8 @@ import {closeSync, fdatasyncSync, mkdirSync, openSync, readFileSync, readdirSync
 import {connect, createServer} from "node:net";
 import {join} from "node:path";
 import {clip, rate} from "../tests/system/harness/sounds.mjs";
+import {rooms} from "./kinds.mjs";
+import {thousand, twoHundred} from "./scale.mjs";
 import {command, conversion, say, sound, stop} from "./heard.mjs";
 import {fill, inHouse, isQuick, median, now, repeat, row, rows, scratch, sleep, timed} from "./measuring.mjs";
 
@@ -215,7 +217,7 @@ async function longestStay() {
     }, (house) => fill(house, 10000));
 }
 
-const parts = {stop, say, conversion, startAndIdle, reads, writes, popups, command, manyAnnouncements, longestStay};
+const parts = {stop, say, conversion, startAndIdle, reads, writes, popups, command, manyAnnouncements, longestStay, rooms, twoHundred, thousand};
 const wanted = process.argv.slice(2).filter((word) => !word.startsWith("--"));
 for (const [name, part] of Object.entries(parts)) {
     if (wanted.length > 0 && !wanted.includes(name)) continue;

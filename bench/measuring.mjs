@@ -43,12 +43,12 @@ export async function repeat(count, body) {
     return values;
 }
 
-export async function inHouse(rooms, body, prepare = () => {}) {
-    const house = new House(rooms);
+export async function inHouse(rooms, body, prepare = () => {}, options = {}) {
+    const house = new House(rooms, "", rooms.length > 10 ? "" : undefined);
     try {
         house.sound("click", clip(rate / 100));
         await prepare(house);
-        await house.start();
+        await house.start(options);
         await body(house);
     } finally {
         await house.remove();
