@@ -38,12 +38,11 @@ void SnapcastControl::Look() {
 }
 
 void SnapcastControl::Call(std::string method, std::string params, Answered answered) {
-    boost::asio::post(*m_context, [link = m_link, mailbox = m_mailbox, method = std::move(method),
-                                   params = std::move(params), answered = std::move(answered)] {
-        link->Call(method, params, [mailbox, answered](const std::string& error) {
-            mailbox->Post([answered, error] { answered(error); });
-        });
-    });
+    const auto told = [mailbox = m_mailbox, answered = std::move(answered)](const std::string& error) {
+        mailbox->Post([answered, error] { answered(error); });
+    };
+    boost::asio::post(*m_context, [link = m_link, method = std::move(method), params = std::move(params),
+                                   told] { link->Call(method, params, told); });
 }
 
 void SnapcastControl::SetVolume(const std::string& client, const SnapcastVolume& volume, Answered answered) {

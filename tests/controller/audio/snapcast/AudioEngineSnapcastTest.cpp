@@ -34,7 +34,7 @@ protected:
         EXPECT_EQ(heard.end() - last, kRate / 5);
     }
 
-    void Begin(std::vector<std::string> outputs) {
+    void Begin(const std::vector<std::string>& outputs) {
         m_harness = std::make_unique<EngineHarness>(outputs, EngineHarness::PatientLimits(),
                                                     EngineHarness::Borrows::Yes);
     }
