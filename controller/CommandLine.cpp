@@ -3,6 +3,7 @@
 #include "controller/Controller.h"
 #include "controller/HouseSpeech.h"
 #include "controller/ModuleFile.h"
+#include "controller/OutputsCommand.h"
 #include "controller/api/MissingTargets.h"
 #include "controller/api/OpenApi.h"
 #include "controller/audio/BorrowGuard.h"
@@ -174,6 +175,12 @@ void DeclareMaintenance(CLI::App& app, Arguments& arguments) {
     CLI::App* check = app.add_subcommand("check", "Tell every mistake in a house file");
     check->add_option("house", arguments.house)->required()->option_text("HOUSE.yaml");
     check->callback([&arguments] { Check(arguments.house); });
+    CLI::App* outputs = app.add_subcommand(
+        "outputs", "List where rooms could be heard, each with its line for the house file");
+    outputs->add_option("house", arguments.house, "A house whose servers are asked as well")
+        ->option_text("HOUSE.yaml");
+    outputs->callback(
+        [&arguments] { PrintOutputs(arguments.house.empty() ? House{} : ReadHouseFile(arguments.house)); });
     CLI::App* init = app.add_subcommand("init", "Write a house to start from");
     init->add_option("folder", arguments.folder)->option_text("FOLDER");
     init->callback([&arguments] { Init(arguments.folder, arguments.program); });

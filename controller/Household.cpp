@@ -177,9 +177,8 @@ ControllerParts Household::Parts() {
             m_log,
             m_options.module.string(),
             m_dataFolder.Path() / "thumbnails",
-            [this] {
-                return !m_isEnding;
-            }};
+            [this] { return !m_isEnding; },
+            Outputs()};
 }
 
 void Household::ConnectAgent() {

@@ -85,6 +85,7 @@ private:
     [[nodiscard]] DeviceManager::Hooks DeviceHooks();
     [[nodiscard]] PlayQueue::Parts QueueParts();
     [[nodiscard]] HistoryRecorder::Parts HistoryParts();
+    [[nodiscard]] OutputDesk Outputs();
     void PrepareSound(const Announcement& announcement, const std::function<void()>& ready);
     [[nodiscard]] SoundLevels::Parts LevelParts();
     [[nodiscard]] static SoundLevelRow RowOf(const SoundLevels::Entry& entry);

@@ -1,4 +1,5 @@
 // What plays in the rooms and how loud, whether it is heard, and what it changes of other programs meanwhile.
+#include "controller/EngineRooms.h"
 #include "controller/Household.h"
 
 #include <utility>
@@ -6,20 +7,6 @@
 namespace controller {
 
 namespace {
-
-std::vector<audio::RoomConfig> EngineRooms(const House& house) {
-    std::vector<audio::RoomConfig> rooms;
-    for (const House::Room& room : house.rooms) {
-        audio::RoomConfig config;
-        config.id = room.id;
-        config.name = room.name;
-        config.output = room.output;
-        config.leadSilence = std::chrono::milliseconds(room.leadSilenceMs);
-        config.volume = room.startVolume;
-        rooms.push_back(std::move(config));
-    }
-    return rooms;
-}
 
 events::RoomHealth HealthOf(audio::Health::State state) {
     switch (state) {
@@ -36,6 +23,20 @@ events::RoomHealth HealthOf(audio::Health::State state) {
 }
 
 } // namespace
+
+std::vector<audio::RoomConfig> EngineRooms(const House& house) {
+    std::vector<audio::RoomConfig> rooms;
+    for (const House::Room& room : house.rooms) {
+        audio::RoomConfig config;
+        config.id = room.id;
+        config.name = room.name;
+        config.output = room.output;
+        config.leadSilence = std::chrono::milliseconds(room.leadSilenceMs);
+        config.volume = room.startVolume;
+        rooms.push_back(std::move(config));
+    }
+    return rooms;
+}
 
 void Household::WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done) {
     BorrowedRows rows;

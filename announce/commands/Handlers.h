@@ -29,6 +29,8 @@ ExitStatus AddMedia(Session& session);
 ExitStatus SpeakMedia(Session& session);
 ExitStatus RemoveMedia(Session& session);
 ExitStatus Voices(Session& session);
+ExitStatus Outputs(Session& session);
+ExitStatus TestOutput(Session& session);
 ExitStatus SetLoudness(Session& session);
 ExitStatus History(Session& session);
 ExitStatus Events(Session& session);

@@ -7,6 +7,7 @@
 #include "controller/announcements/PlayQueue.h"
 #include "controller/announcements/PlayStop.h"
 #include "controller/api/ApiCall.h"
+#include "controller/api/OutputDesk.h"
 #include "controller/api/streams/EventStreams.h"
 #include "controller/api/streams/HouseWatch.h"
 #include "controller/api/streams/RecentEvents.h"
@@ -59,6 +60,7 @@ struct ControllerParts {
     std::string moduleFile;                ///< of the agent, for rehearsals
     std::filesystem::path thumbnailFolder; ///< where small pictures are kept
     std::function<bool()> isAgentRunning;
+    OutputDesk outputs;
 };
 
 /// What a handler works with.

@@ -4,6 +4,7 @@
 #include "controller/api/json/EventJson.h"
 #include "controller/api/json/MediaJson.h"
 #include "controller/api/json/OperationJson.h"
+#include "controller/api/json/OutputViews.h"
 #include "controller/api/json/PlayViews.h"
 #include "controller/api/json/Replies.h"
 #include "controller/api/json/SayJson.h"
@@ -61,6 +62,10 @@ const std::vector<Operation>& Operations() { // NOLINT(readability-function-size
          "Sets a room's volume, at most its highest", Content::Of<view::Volume>(), 200, Content::Of<view::RoomVolume>()},
         {"test_room", "POST", "/api/rooms/{id}/test", Need::Play, Kind::Plain, handlers::TestRoom,
          "Plays a tone in the room, at its own volume", Content::None(), 202, Content::Of<view::Played>()},
+        {"list_outputs", "GET", "/api/outputs", Need::Admin, Kind::Plain, handlers::ListOutputs,
+         "Where rooms could be heard, each with its line for the house file", Content::None(), 200, Content::Of<view::OutputList>()},
+        {"test_output", "POST", "/api/outputs/test", Need::Play, Kind::Json, handlers::TestOutput,
+         "Plays a tone on an output, whether it is a room's or not", Content::Of<view::OutputTest>(), 200, Content::Of<view::OutputTested>()},
         {"list_navigators", "GET", "/api/navigators", Need::Play, Kind::Plain, handlers::ListNavigators,
          "The navigators", Content::None(), 200, Content::Of<view::NavigatorList>()},
         {"get_navigator", "GET", "/api/navigators/{id}", Need::Navigator, Kind::Plain, handlers::GetNavigator,

@@ -3,6 +3,7 @@
 #include "controller/audio/AudioEngineParts.h"
 #include "controller/audio/Gst.h"
 #include "controller/audio/HealthWatch.h"
+#include "controller/audio/OutputSearch.h"
 #include "controller/audio/snapcast/SnapcastDesk.h"
 
 #include <algorithm>
@@ -44,6 +45,7 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
 
 AudioEngine::~AudioEngine() {
     m_health = nullptr;
+    m_search = nullptr;
     CloseStream({});
     m_ticker = nullptr;
     m_context->mailbox->Close();
@@ -53,6 +55,8 @@ AudioEngine::~AudioEngine() {
 }
 
 void AudioEngine::OpenStream(OnReady onReady) {
+    if (m_stream && m_try)
+        EndTry("an announcement has begun");
     if (m_stream) {
         m_context->services.log.Warning("a stream was still open; it is closed for the next one");
         CloseStream({});
@@ -62,7 +66,7 @@ void AudioEngine::OpenStream(OnReady onReady) {
     m_stream->take = ++m_takes;
     if (m_health)
         m_health->Hold();
-    m_context->mailbox->Post([this, take = m_takes, onReady = std::move(onReady)] {
+    AfterTry([this, take = m_takes, onReady = std::move(onReady)] {
         if (m_stream && m_stream->take == take && onReady)
             onReady();
     });

@@ -18,10 +18,12 @@ namespace controller::audio {
 
 class Borrowings;
 class HealthWatch;
+class OutputSearch;
 class ISoundAddresses;
 class RoomOutput;
 class Ticker;
 struct EngineContext;
+struct FoundOutput;
 
 /// A room that can be heard.
 struct RoomConfig {
@@ -89,6 +91,19 @@ public:
     void StopPlay() override;
     void CloseStream(OnClosed onClosed) override;
 
+    /// Looks for places where a room could be heard.
+    void FindOutputs(const std::function<void(const std::vector<FoundOutput>&)>& found);
+
+    /// Told why the sound was not heard; empty: it was.
+    using OnTried = std::function<void(const std::string& trouble)>;
+
+    /// Plays the sound at a place that is no room. Refused while a stream is open or another place is tried;
+    /// a stream that is opened ends it.
+    void TryOutput(const OutputDescription& output,
+                   const PlayedSound& sound,
+                   unsigned volume,
+                   const OnTried& onTried);
+
     /// The room's volume, 0 for an unknown room.
     [[nodiscard]] unsigned Volume(std::uint32_t roomId) const;
 
@@ -96,6 +111,7 @@ private:
     struct Stream;
     struct CurrentPlay;
     struct PendingClose;
+    struct Try;
 
     void RenewStream();
     void StartPlayback(const PlayedSound& sound);
@@ -114,6 +130,14 @@ private:
                                const std::vector<std::string>& texts,
                                const std::function<void(std::vector<Health>)>& answer);
 
+    void FindOf(const std::string& kind, std::function<void(const std::vector<FoundOutput>&)> told);
+    void EndTry(const std::string& trouble);
+    void TryClosed();
+    void AfterTry(std::function<void()> task);
+
+    /// Of no room in a house, whose ids begin with 1.
+    static constexpr std::uint32_t kTriedRoom = 0;
+
     const std::shared_ptr<EngineContext> m_context;
     std::map<std::uint32_t, std::unique_ptr<RoomOutput>> m_rooms;
     std::unique_ptr<Stream> m_stream;    ///< Null: none is open.
@@ -124,6 +148,9 @@ private:
     bool m_isChangePosted = false;
     std::unique_ptr<Ticker> m_ticker;
     std::unique_ptr<HealthWatch> m_health; ///< Null: nobody wants to know.
+    std::unique_ptr<OutputSearch> m_search;
+    std::unique_ptr<Try> m_try; ///< Null: no place is tried.
+    std::vector<std::unique_ptr<RoomOutput>> m_hangingTries;
 };
 
 } // namespace controller::audio

@@ -39,8 +39,22 @@ Asked(const OutputKind& kind, const std::vector<std::string>& texts, const Outpu
 
 } // namespace
 
+OutputContext HelpWithoutRoom(const EngineContext& context) {
+    return {0,
+            0,
+            [](const std::string& /*reason*/) {},
+            context.devices,
+            context.packets,
+            context.pulse,
+            context.snapcast,
+            std::make_shared<Held>(),
+            context.services.addresses};
+}
+
 EngineServices AudioEngine::WithHealth(EngineServices services) {
     services.roomTrouble = [this, told = std::move(services.roomTrouble)](const RoomTrouble& trouble) {
+        if (trouble.roomId == kTriedRoom)
+            return; // Who tries it is told.
         if (m_health)
             m_health->NotHeard(trouble.roomId, HealthAfter(trouble));
         if (told)
@@ -75,15 +89,7 @@ bool AudioEngine::AskKind(const std::string& kind,
     if (row == nullptr || row->ask == nullptr)
         return false;
     const EngineContext& context = *m_context;
-    const OutputContext help{0,
-                             0,
-                             [](const std::string& /*reason*/) {},
-                             context.devices,
-                             context.packets,
-                             context.pulse,
-                             context.snapcast,
-                             std::make_shared<Held>(),
-                             context.services.addresses};
+    const OutputContext help = HelpWithoutRoom(context);
     const auto work = [row, texts, help, mailbox = context.mailbox, answer] {
         mailbox->Post([answer, answers = Asked(*row, texts, help)] { answer(answers); });
     };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/audio/FoundOutput.h"
 #include "controller/audio/Gst.h"
 #include "controller/audio/Health.h"
 
@@ -77,6 +78,10 @@ struct OutputKind {
     /// Called on a thread of its own, never twice at a time; it may block, plays nothing, and opens nothing
     /// that anybody would notice. Null: nobody knows before something has played there.
     std::vector<Health> (*ask)(const std::vector<std::string>& texts, const OutputContext& context) = nullptr;
+    /// The places of this kind that there are; `texts` are those of the house's rooms. Called as `ask` is.
+    /// Null: they cannot be looked for.
+    std::vector<FoundOutput> (*find)(const std::vector<std::string>& texts,
+                                     const OutputContext& context) = nullptr;
 };
 
 Output CreateAutoOutput(const std::string& text);
@@ -88,6 +93,10 @@ OutputFacts FactsOfMulticast(const std::string& text);
 Output CreatePulseOutput(const std::string& text);
 Output CreateSnapcastOutput(const std::string& text);
 OutputFacts FactsOfSnapcast(const std::string& text);
+
+std::vector<FoundOutput> FindCards(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<FoundOutput> FindClients(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<FoundOutput> FindSinks(const std::vector<std::string>& texts, const OutputContext& context);
 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
@@ -102,5 +111,8 @@ struct OutputDescription;
 
 /// The row of the table; null for an unknown kind.
 [[nodiscard]] const OutputKind* FindOutputKind(const std::string& kind);
+
+/// Those that can look for places.
+[[nodiscard]] std::vector<std::string> KindsThatFind();
 
 } // namespace controller::audio

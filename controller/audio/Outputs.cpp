@@ -22,7 +22,7 @@ constexpr std::array kOutputKinds{
     OutputKind{"gstreamer", "gstreamer: BIN",
                "a GStreamer bin description with one free input for raw audio, such as "
                "\"pulsesink device=kitchen\"",
-               &CreateGstreamerOutput},
+               &CreateGstreamerOutput, "", nullptr, nullptr, &FindCards},
     OutputKind{
         "multicast", "multicast: ADDRESS:PORT",
         "RTP to a multicast address, for IP loudspeakers and telephones; beside it codec: pcmu or l16, "
@@ -32,11 +32,12 @@ constexpr std::array kOutputKinds{
         "pulse", "pulse: SINK",
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
         "meanwhile, as duck says: decibels, -15 where nothing is said, off or pause",
-        &CreatePulseOutput, "duck", nullptr, &AskPulse},
+        &CreatePulseOutput, "duck", nullptr, &AskPulse, &FindSinks},
     OutputKind{"snapcast", "snapcast: CLIENT",
                "a client of a Snapcast server, by its id; beside it server, and where they differ from the "
                "usual stream, buffer_ms, source_port",
-               &CreateSnapcastOutput, "server stream buffer_ms source_port", &FactsOfSnapcast, &AskSnapcast},
+               &CreateSnapcastOutput, "server stream buffer_ms source_port", &FactsOfSnapcast, &AskSnapcast,
+               &FindClients},
 };
 
 std::string Trim(const std::string& text) {
@@ -58,6 +59,15 @@ const OutputKind* FindOutputKind(const std::string& kind) {
     const auto* row = std::find_if(kOutputKinds.begin(), kOutputKinds.end(),
                                    [&](const OutputKind& known) { return kind == known.kind; });
     return row != kOutputKinds.end() ? row : nullptr;
+}
+
+std::vector<std::string> KindsThatFind() {
+    // The cards behind a sound server come after its sinks.
+    std::vector<std::string> kinds;
+    for (auto row = kOutputKinds.rbegin(); row != kOutputKinds.rend(); ++row)
+        if (row->find != nullptr)
+            kinds.emplace_back(row->kind);
+    return kinds;
 }
 
 Output CreateOutput(const OutputDescription& description) {

@@ -41,6 +41,9 @@ public:
     [[nodiscard]] bool NeedsWholeSound() const;
     [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
 
+    /// Whether an output that was given up has not come back.
+    [[nodiscard]] bool IsHanging() const { return m_hanging > 0; }
+
     /// The player that is closing, or null.
     [[nodiscard]] const std::shared_ptr<IRoomPlayer>& Closing() const { return m_closing; }
 

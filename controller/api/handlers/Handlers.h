@@ -37,6 +37,8 @@ void ListRooms(ApiContext& context, Call call);
 void GetRoom(ApiContext& context, Call call);
 void SetRoomVolume(ApiContext& context, Call call);
 void TestRoom(ApiContext& context, Call call);
+void ListOutputs(ApiContext& context, Call call);
+void TestOutput(ApiContext& context, Call call);
 void TryAnnouncement(ApiContext& context, Call call);
 void ListNavigators(ApiContext& context, Call call);
 void GetNavigator(ApiContext& context, Call call);

@@ -92,6 +92,17 @@ std::vector<Health> AskPulse(const std::vector<std::string>& texts, const Output
     return answers;
 }
 
+std::vector<FoundOutput> FindSinks(const std::vector<std::string>& /*texts*/, const OutputContext& context) {
+    std::vector<FoundOutput> sinks;
+    const auto state = context.pulse->State();
+    if (!state)
+        return sinks;
+    for (const auto& [sink, name] : state->names)
+        if (sink != PulseDesk::kDummy)
+            sinks.push_back({"sound_server", name, {"pulse", sink}, sink == state->defaultSink});
+    return sinks;
+}
+
 Output CreatePulseOutput(const std::string& text) {
     const PulseRoom room = PulseRoomOf(text);
     return [room](const OutputContext& context) {

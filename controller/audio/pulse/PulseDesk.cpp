@@ -15,8 +15,7 @@ std::string ReasonIn(const PulseState& state, const std::string& sink) {
     if (!state.isThere)
         return state.reason;
     const std::string wanted = sink == "default" ? state.defaultSink : sink;
-    // The sink that a server without any device makes, so that programs have one.
-    if (sink == "default" && (wanted.empty() || wanted == "auto_null"))
+    if (sink == "default" && (wanted.empty() || wanted == PulseDesk::kDummy))
         return PulseDesk::kNoDevice;
     if (state.sinks.count(wanted) != 0)
         return "";
@@ -72,6 +71,10 @@ bool PulseDesk::HasGivenBack() const {
     return m_ducking && m_ducking->HasGivenBack() && m_pausing->HasGivenBack();
 }
 
+std::optional<PulseState> PulseDesk::State() {
+    return Server().Wait(kAnswer);
+}
+
 std::string PulseDesk::WhyNot(const std::string& sink) {
     return WhyNot(std::vector{sink}).front();
 }
@@ -79,7 +82,7 @@ std::string PulseDesk::WhyNot(const std::string& sink) {
 std::vector<std::string> PulseDesk::WhyNot(const std::vector<std::string>& sinks) {
     std::vector<std::string> reasons;
     try {
-        const std::optional<PulseState> state = Server().Wait(kAnswer);
+        const std::optional<PulseState> state = State();
         for (const std::string& sink : sinks)
             reasons.push_back(state ? ReasonIn(*state, sink) : kNoAnswer);
     } catch (const std::runtime_error& error) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,12 @@ public:
     static constexpr const char* kNoAnswer = "the sound server does not answer";
     /// Of a server that has nothing but what swallows all.
     static constexpr const char* kNoDevice = "the sound server has no sound device";
+
+    /// The sink that a server without any device makes, so that programs have one.
+    static constexpr const char* kDummy = "auto_null";
+
+    /// What the server has; nothing without an answer within `kAnswer`.
+    [[nodiscard]] std::optional<PulseState> State();
 
     /// Why nothing can be heard on the sink, "default" being the one that the server says; empty when it can.
     /// Waits for the server, `kAnswer` at most.

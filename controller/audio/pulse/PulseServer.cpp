@@ -77,8 +77,11 @@ struct PulseServer::Calls {
     static void OnSink(pa_context* /*context*/, const pa_sink_info* info, int end, void* server) {
         if (end != 0)
             Of(server).Answered();
-        else
+        else {
             Of(server).m_looking.sinks[info->name] = info->index;
+            Of(server).m_looking.names[info->name] =
+                info->description != nullptr ? info->description : info->name;
+        }
     }
     static void OnStream(pa_context* /*context*/, const pa_sink_input_info* info, int end, void* server) {
         if (end != 0)

@@ -25,6 +25,7 @@ struct PulseState {
     bool isThere = false;
     std::string reason; ///< Why it is not.
     std::map<std::string, std::uint32_t> sinks;
+    std::map<std::string, std::string> names; ///< of the sinks, for people
     std::string defaultSink;
     std::vector<PulseStream> streams; ///< Those that have a volume which can be set.
 };

@@ -88,6 +88,26 @@ std::string WhyNotHeard(const SnapcastState& state,
     return "";
 }
 
+std::vector<FoundOutput> FindClients(const std::vector<std::string>& texts,
+                                     const OutputContext& /*context*/) {
+    SnapcastSurvey survey;
+    std::map<std::string, std::string> options; ///< of the rooms at the server, which fit its other clients
+    for (const std::string& text : texts) {
+        const SnapcastPlace place = ReadSnapcastPlace(text);
+        survey.Add(place);
+        options.emplace(place.Server(), text.substr(text.find(' ')));
+    }
+    std::vector<FoundOutput> clients;
+    for (const auto& [server, state] : survey.Run())
+        for (const SnapcastGroup& group : state.groups)
+            for (const SnapcastClient& client : group.clients)
+                if (client.isConnected && client.id.find(' ') == std::string::npos)
+                    clients.push_back({"snapcast",
+                                       client.id + " (" + server + ")",
+                                       {"snapcast", client.id + options.at(server)}});
+    return clients;
+}
+
 std::vector<Health> AskSnapcast(const std::vector<std::string>& texts, const OutputContext& /*context*/) {
     SnapcastSurvey survey;
     std::vector<SnapcastPlace> places;

@@ -76,6 +76,7 @@ test('each token may do what its rights say, and nothing without one', () =>
     assert.deepEqual(await statuses('GET', '/api/navigators/12'), [401, 403, 200, 200]);
     assert.deepEqual(await statuses('POST', `/api/announcements/${id}/play`), [401, 403, 202, 202]);
     assert.deepEqual(await statuses('DELETE', `/api/announcements/${id}`), [401, 403, 403, 204]);
+    assert.deepEqual(await statuses('GET', '/api/outputs'), [401, 403, 403, 200]);
     assert.deepEqual(await statuses('GET', '/healthz'), [200, 200, 200, 200]);
 
     const refused = await ask(house, 'GET', '/api/status');

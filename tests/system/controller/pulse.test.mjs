@@ -4,6 +4,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { House } from '../harness/house.mjs';
 import { clip, heard, rate } from '../harness/sounds.mjs';
+import { run } from '../harness/announce.mjs';
 import { Program } from '../harness/program.mjs';
 import { announcement, kinds, levels, music, SoundServer, tone } from '../harness/sound-server.mjs';
 
@@ -72,6 +73,36 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
       events.socket.terminate();
     },
   );
+
+  onServer('its sinks are listed, and one is tried without being a room', 'silent', async (server, house) => {
+    const { outputs } = await house.get('/api/outputs');
+    const found = outputs.find(({ output }) => output === 'pulse: heard');
+    assert.deepEqual(
+      [found.kind, found.line, found.rooms],
+      ['sound_server', 'output: {pulse: heard}', []],
+      JSON.stringify(outputs),
+    );
+    assert.ok(found.name.length > 0);
+    const env = { ...process.env, PULSE_SERVER: server.address };
+    assert.match((await house.run(['outputs'], { env })).output, /^.* {2}output: \{pulse: heard\}$/m);
+    const table = (await run(house, ['outputs'])).output;
+    assert.match(table, /^pulse: heard +.* {2}sound server(, default)? +output: \{pulse: heard\}$/m);
+    const recording = await server.listen();
+    assert.deepEqual(
+      await house.ask('POST', '/api/outputs/test', { output: 'pulse: heard' }).then(({ body }) => body),
+      {
+        heard: true,
+        trouble: null,
+      },
+    );
+    const samples = await recording.end();
+    assert.ok(
+      samples.some((sample) => Math.abs(sample) > 100),
+      'the tone is heard',
+    );
+    await server.kill();
+    assert.match((await house.run(['outputs'], { env })).output, /^Nothing was found/);
+  });
 
   onServer('duck: off leaves the music', { pulse: 'heard', duck: 'off' }, async (server, house, id) => {
     await server.play();

@@ -15,10 +15,10 @@ export const announcement = {
 };
 
 export class DemoHouse extends House {
-  static async open() {
+  static async open(env = {}) {
     const house = new DemoHouse();
     house.file = undefined;
-    await house.start({ env: { XDG_STATE_HOME: house.folder } });
+    await house.start({ env: { XDG_STATE_HOME: house.folder, ...env } });
     house.contract = new Contract((await house.ask('GET', '/api/openapi.json')).body);
     return house;
   }

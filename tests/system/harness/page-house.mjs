@@ -22,7 +22,7 @@ variables:
 
 export class House extends Program {
   /** `isRecording`: what the rooms hear is kept, for `heard`. `output`: that of the kitchen. */
-  static async open({ tokens = [], isRecording = false, loudness = 'as_it_is', output = 'silent' } = {}) {
+  static async open({ tokens = [], isRecording = false, loudness = 'as_it_is', output = 'silent', env } = {}) {
     const outputs = [output, 'silent'];
     const rooms = ROOMS.map((room, index) => (isRecording ? room : { ...room, output: outputs[index] }));
     const house = new House(rooms, '', SCREENS_AND_VARIABLES);
@@ -30,7 +30,7 @@ export class House extends Program {
     house.write();
     house.tokens = {};
     for (const right of tokens) house.tokens[right] = await house.addToken(right);
-    return house.start();
+    return house.start({ env });
   }
 
   async close() {

@@ -2,6 +2,7 @@ import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
 import { closeBrowser, closePage, eventually, openApp, openNavigator, toast } from '../harness/browser.mjs';
 import { House, loudest } from '../harness/page-house.mjs';
+import { kinds, SoundServer } from '../harness/sound-server.mjs';
 
 describe('the house', () => {
   let house;
@@ -46,6 +47,29 @@ describe('the house', () => {
     await page.locator('room-card', { hasText: 'Kitchen', has: told }).waitFor();
     assert.equal(await told.count(), 1);
     await closePage(page);
+  });
+
+  const skip = kinds.PulseAudio ? false : 'PulseAudio is not installed; script/bootstrap installs it';
+  test('says which room cannot be heard, and lists where rooms could be, to be tried', { skip }, async () => {
+    await house.close();
+    const server = new SoundServer();
+    try {
+      await server.start();
+      house = await House.open({ output: 'pulse: nowhere', env: { PULSE_SERVER: server.address } });
+      const page = await openApp(house, '#/house');
+      const room = page.locator('room-card', { hasText: 'Kitchen' });
+      await room.getByText('Cannot be heard', { exact: true }).waitFor();
+      await room.getByText('Cannot be heard: the sound server has no sink "nowhere"').waitFor();
+      const card = page.locator('output-card', { hasText: 'output: {pulse: heard}' });
+      await card.getByText('No room yet.').waitFor();
+      await card.getByRole('button', { name: 'Copy the line' }).click();
+      await toast(page, 'The line is copied');
+      await card.getByRole('button', { name: 'Play a test tone' }).click();
+      await page.locator('.toast', { hasText: 'The tone was played' }).waitFor();
+      await closePage(page);
+    } finally {
+      await server.remove();
+    }
   });
 
   test('says which screens are there as they come and go', async () => {

@@ -8,6 +8,7 @@ export type {
   Loudness,
   MediaFile,
   Moment,
+  Output,
   Popup,
   Queued,
   Rehearsal,

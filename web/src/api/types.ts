@@ -500,6 +500,46 @@ export interface paths {
     patch?: never;
     trace?: never;
   };
+  '/api/outputs': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    /**
+     * Where rooms could be heard, each with its line for the house file
+     * @description Needs the right: admin
+     */
+    get: operations['list_outputs'];
+    put?: never;
+    post?: never;
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
+  '/api/outputs/test': {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    get?: never;
+    put?: never;
+    /**
+     * Plays a tone on an output, whether it is a room's or not
+     * @description Needs the right: play
+     */
+    post: operations['test_output'];
+    delete?: never;
+    options?: never;
+    head?: never;
+    patch?: never;
+    trace?: never;
+  };
   '/api/queue': {
     parameters: {
       query?: never;
@@ -1128,6 +1168,7 @@ export interface components {
       | 'websocket_too_early'
       | 'no_variable'
       | 'image_has_no_parts'
+      | 'tests_hang'
       | 'default_unusable'
       | 'snapcast_no_client'
       | 'voice_broken_off'
@@ -1176,6 +1217,7 @@ export interface components {
       | 'address_no_number'
       | 'no_size'
       | 'id_of_rooms'
+      | 'listed_output'
       | 'stored_id'
       | 'whole_sound'
       | 'playable_sound'
@@ -1185,6 +1227,7 @@ export interface components {
       | 'other_rehearsals'
       | 'address_no_id'
       | 'part_too_long'
+      | 'test_running'
       | 'voice_silent'
       | 'text_or_sound'
       | 'room_or_navigator'
@@ -1223,6 +1266,7 @@ export interface components {
       | 'other_method'
       | 'no_http'
       | 'file_too_large'
+      | 'test_interrupted'
       | 'no_whole_picture'
       | 'broken'
       | 'ended_by_signal'
@@ -1241,6 +1285,7 @@ export interface components {
       | 'later'
       | 'value_no_truth'
       | 'value_too_long'
+      | 'no_output'
       | 'file_not_removed'
       | 'not_closed'
       | 'no_speed'
@@ -1268,6 +1313,7 @@ export interface components {
       | 'unreadable'
       | 'entries_at_most'
       | 'member_unknown'
+      | 'test_too_long'
       | 'value_no_text'
       | 'damaged'
       | 'whole_request'
@@ -1510,6 +1556,36 @@ export interface components {
       in: 'path' | 'query';
       name: string;
       summary: string;
+    };
+    Output: {
+      /** @description What its server or machine takes by itself */
+      default: boolean;
+      /** @enum {string} */
+      kind: 'sound_server' | 'sound_card' | 'snapcast' | 'page';
+      /** @description What stands with a room in the house file */
+      line: string;
+      /** @description As its server or machine calls it */
+      name: string;
+      /** @description As a room has it */
+      output: string;
+      /** @description Those of the house that are heard there, by id */
+      rooms: number[];
+    };
+    OutputList: {
+      outputs: components['schemas']['Output'][];
+    };
+    OutputTest: {
+      /** @description One that GET /api/outputs lists */
+      output: string;
+      /** @default 40 */
+      volume?: number;
+    };
+    OutputTested: {
+      /** @description To its last sample, as far as that can be known */
+      heard: boolean;
+      /** @description Why it was not */
+      trouble: string | null;
+      trouble_means?: components['schemas']['Meaning'];
     };
     PageMessage:
       | components['schemas']['PageStateMessage']
@@ -2181,6 +2257,10 @@ export type Nothing = components['schemas']['Nothing'];
 export type Operation = components['schemas']['Operation'];
 export type OperationList = components['schemas']['OperationList'];
 export type OperationParameter = components['schemas']['OperationParameter'];
+export type Output = components['schemas']['Output'];
+export type OutputList = components['schemas']['OutputList'];
+export type OutputTest = components['schemas']['OutputTest'];
+export type OutputTested = components['schemas']['OutputTested'];
 export type PageMessage = components['schemas']['PageMessage'];
 export type PagesChangedEvent = components['schemas']['PagesChangedEvent'];
 export type PageState = components['schemas']['PageState'];
@@ -3259,6 +3339,68 @@ export interface operations {
         };
         content: {
           'application/json': components['schemas']['OperationList'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  list_outputs: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody?: never;
+    responses: {
+      /** @description Where rooms could be heard, each with its line for the house file */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['OutputList'];
+        };
+      };
+      /** @description What is wrong, and what would be right */
+      default: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/problem+json': components['schemas']['Problem'];
+        };
+      };
+    };
+  };
+  test_output: {
+    parameters: {
+      query?: never;
+      header?: never;
+      path?: never;
+      cookie?: never;
+    };
+    requestBody: {
+      content: {
+        'application/json': components['schemas']['OutputTest'];
+      };
+    };
+    responses: {
+      /** @description Plays a tone on an output, whether it is a room's or not */
+      200: {
+        headers: {
+          [name: string]: unknown;
+        };
+        content: {
+          'application/json': components['schemas']['OutputTested'];
         };
       };
       /** @description What is wrong, and what would be right */

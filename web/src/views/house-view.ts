@@ -3,6 +3,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
+import '../parts/output-list';
 import '../parts/room-card';
 import '../parts/screen-card';
 import '../parts/value-card';
@@ -67,7 +68,7 @@ export class HouseView extends LitElement {
           (one) => `${one.device} ${one.variable}`,
           (value) => html`<value-card .value=${value}></value-card>`,
         ),
-      )}`;
+      )}<output-list></output-list>`;
   }
 
   private group(title: string, none: string, count: number, cards: unknown): unknown {

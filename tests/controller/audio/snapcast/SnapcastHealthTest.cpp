@@ -42,4 +42,16 @@ TEST(SnapcastHealthTest, SaysOfEachClientWhetherItWouldBeHeardAndWhyNotWhateverO
     EXPECT_EQ(server.Text(), "bath=80+kitchen=100:music hall=50:radio") << "nothing is changed";
 }
 
+TEST(SnapcastHealthTest, FindsTheClientsThatAreConnectedToTheServersOfTheHouseWhateverOneServerDoes) {
+    StandInServer server;
+    StandInServer hanging(StandInServer::Manner::Hangs);
+    server.Change([](SnapcastModel& model) { model.Client("bath").isConnected = false; });
+    std::vector<std::string> found;
+    for (const FoundOutput& place : FindClients({TextOf(hanging, "kitchen"), TextOf(server, "attic")}, {})) {
+        EXPECT_EQ(place.kind, "snapcast");
+        found.push_back(place.output.text);
+    }
+    EXPECT_EQ(found, (std::vector<std::string>{TextOf(server, "kitchen"), TextOf(server, "hall")}));
+}
+
 } // namespace controller::audio::test

@@ -1,0 +1,58 @@
+// Where rooms could be heard, as the API wants it from the sound engine.
+#include "controller/Household.h"
+#include "controller/audio/FoundOutput.h"
+#include "controller/audio/OutputSearch.h"
+
+#include <system_error>
+#include <utility>
+
+namespace controller {
+
+namespace {
+
+std::vector<OutputDesk::Place> PlacesFor(const std::vector<audio::FoundOutput>& found, const House& house) {
+    std::vector<OutputDesk::Place> places;
+    places.reserve(found.size());
+    for (const audio::FoundOutput& one : found) {
+        OutputDesk::Place place{
+            one.kind, one.name, audio::TextOf(one.output), audio::LineFor(one.output), one.isDefault, {}};
+        for (const House::Room& room : house.rooms)
+            if (audio::IsAt(room.output, one.output))
+                place.rooms.push_back(room.id);
+        places.push_back(std::move(place));
+    }
+    return places;
+}
+
+} // namespace
+
+OutputDesk Household::Outputs() {
+    OutputDesk desk;
+    desk.find = [this](const OutputDesk::Found& found) {
+        if (m_ownEngine)
+            m_ownEngine->FindOutputs(
+                [this, found](const auto& places) { found(PlacesFor(places, m_house)); });
+        else
+            found({});
+    };
+    desk.tryOut = [this](const std::string& output, unsigned volume, const OutputDesk::Tried& tried) {
+        m_measuring.Submit([this, output, volume, tried] {
+            std::string tone;
+            std::string error;
+            try {
+                tone = TestTone(m_dataFolder.Path()).File();
+            } catch (const std::system_error& failure) {
+                error = failure.what();
+            }
+            m_driver.Post("the test of an output", [this, output, volume, tried, tone, error] {
+                if (error.empty())
+                    m_ownEngine->TryOutput(audio::ParseOutput(output), tone, volume, tried);
+                else
+                    tried(error);
+            });
+        });
+    };
+    return desk;
+}
+
+} // namespace controller
