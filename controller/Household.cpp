@@ -64,6 +64,7 @@ Household::Household(House house, Options options, Log& log)
                m_opened.state.spokenSounds,
                {m_driver, m_feed, m_log, m_variables, m_store})
     , m_popups(m_driver, m_variables, m_feed)
+    , m_speakers(PagesThatPlay(m_house))
     , m_timers(m_driver, log)
     , m_playing(m_timers, m_feed)
     , m_guard(m_options.guard, log)
@@ -163,6 +164,7 @@ ControllerParts Household::Parts() {
             m_stop,
             m_progress,
             m_popups,
+            m_speakers,
             m_variables,
             m_volumes,
             m_speech.Voices(),

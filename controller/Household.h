@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller/HouseSpeech.h"
+#include "controller/PageSpeakers.h"
 #include "controller/SoundAddresses.h"
 #include "controller/agent/AgentHost.h"
 #include "controller/agent/DeviceManager.h"
@@ -111,6 +112,8 @@ private:
     Variables m_variables;
     HouseSpeech m_speech;
     Popups m_popups;
+    ScreenSpeakers m_speakers;
+    PageSpeakers m_pages{m_speakers};
     Timers m_timers;
     NowPlaying m_playing;
     audio::BorrowGuard m_guard;

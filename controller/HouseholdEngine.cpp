@@ -61,7 +61,8 @@ audio::ISoundEngine& Household::Engine() {
             &m_borrowings, &m_addresses,
             [this](std::uint32_t room, const audio::Health& health) {
                 m_feed.Publish(events::RoomHealthChanged{room, HealthOf(health.state), health.reason});
-            }});
+            },
+            &m_pages});
 }
 
 std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {

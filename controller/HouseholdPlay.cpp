@@ -7,6 +7,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace controller {
 
@@ -55,10 +56,17 @@ void Household::PrepareSound(const Announcement& announcement, const std::functi
         return;
     }
     const std::string path = audio::MediaFolder::kPrefix + announcement.audio.file + ".wav";
-    const auto measure = [this, path, ready] {
+    std::vector<std::uint32_t> rooms;
+    for (const Announcement::Room& room : announcement.rooms)
+        rooms.push_back(room.id);
+    const auto measure = [this, path, rooms, ready] {
         ready();
-        // How loud it is, is found out in the second that the agent leaves before a sound, and not behind it.
-        FindSound(path, [](const audio::PlayedSound& /*sound*/, const std::string& /*error*/) {});
+        // How loud it is, is found out in the second that the agent leaves before a sound, and not behind it;
+        // and who has to fetch it does.
+        FindSound(path, [this, rooms](const audio::PlayedSound& sound, const std::string& error) {
+            if (error.empty())
+                m_engine.Prepare(sound, rooms);
+        });
     };
     if (!m_speech.Sounds().Prepare(announcement.audio.file, measure))
         measure();

@@ -90,6 +90,7 @@ EventStreams::Parts Api::StreamParts() {
             const auto* const found = house_json::FindNavigator(m_parts.house, navigator);
             return found != nullptr ? found->room : 0;
         },
+        &m_parts.speakers,
     };
 }
 

@@ -20,6 +20,7 @@
 #include "controller/media/SoundLevels.h"
 #include "controller/rooms/Popups.h"
 #include "controller/rooms/RoomVolumes.h"
+#include "controller/rooms/ScreenSpeakers.h"
 #include "controller/rooms/Variables.h"
 #include "controller/speech/SpokenSounds.h"
 #include "controller/state/StateStore.h"
@@ -47,6 +48,7 @@ struct ControllerParts {
     PlayStop& stop;
     PlayProgress& progress;
     Popups& popups;
+    ScreenSpeakers& speakers;
     Variables& variables;
     RoomVolumes& volumes;
     Speech& speech;

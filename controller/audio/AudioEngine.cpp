@@ -30,6 +30,9 @@ AudioEngine::AudioEngine(std::vector<RoomConfig> rooms, EngineServices services,
         m_context->pulse->Begin(m_context->services.driver, *borrowings);
         m_context->snapcast->Begin(m_context->services.driver, m_context->services.log, *borrowings);
     }
+    const EngineServices& with = m_context->services;
+    if (with.pages != nullptr && with.addresses != nullptr)
+        m_context->pages->Begin(with.driver, *with.pages, *with.addresses);
     // One tick waits on the driver thread at most, however slow that is.
     const auto isWaiting = std::make_shared<std::atomic<bool>>(false);
     m_ticker = std::make_unique<Ticker>(kTick, [this, mailbox = m_context->mailbox, isWaiting] {
@@ -52,6 +55,7 @@ AudioEngine::~AudioEngine() {
     (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
     m_context->pulse->Close();
     m_context->snapcast->Close();
+    m_context->pages->Close();
 }
 
 void AudioEngine::OpenStream(OnReady onReady) {

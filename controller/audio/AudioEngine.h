@@ -18,6 +18,7 @@ namespace controller::audio {
 
 class Borrowings;
 class HealthWatch;
+class IPageSpeakers;
 class OutputSearch;
 class ISoundAddresses;
 class RoomOutput;
@@ -58,6 +59,7 @@ struct EngineServices {
     /// Called on the driver thread when it has become known, or has changed, whether a room would be heard.
     /// Empty: the rooms' outputs are not asked.
     std::function<void(std::uint32_t roomId, const Health& health)> roomHealth = nullptr;
+    IPageSpeakers* pages = nullptr; ///< Null: no screen's page plays.
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.
@@ -83,6 +85,7 @@ public:
     AudioEngine(const AudioEngine&) = delete;
     AudioEngine& operator=(const AudioEngine&) = delete;
 
+    void Prepare(const PlayedSound& sound, const std::vector<std::uint32_t>& roomIds) override;
     void OpenStream(OnReady onReady) override;
     void AddRoom(std::uint32_t roomId) override;
     void RemoveRoom(std::uint32_t roomId) override;

@@ -4,6 +4,7 @@
 #include "controller/audio/HealthWatch.h"
 #include "controller/audio/Held.h"
 #include "controller/audio/Output.h"
+#include "controller/audio/page/IPageSpeakers.h"
 
 #include <exception>
 #include <system_error>
@@ -48,7 +49,8 @@ OutputContext HelpWithoutRoom(const EngineContext& context) {
             context.pulse,
             context.snapcast,
             std::make_shared<Held>(),
-            context.services.addresses};
+            context.services.addresses,
+            context.pages};
 }
 
 EngineServices AudioEngine::WithHealth(EngineServices services) {
@@ -79,6 +81,8 @@ void AudioEngine::WatchHealth() {
         for (const char* const kind : {"pulse", "auto"})
             m_health->LookAgain(kind);
     });
+    if (services.pages != nullptr)
+        services.pages->Listen([this] { m_health->LookAgain("page"); });
     m_health->Begin();
 }
 

@@ -11,6 +11,30 @@
 
 namespace controller::audio {
 
+void AudioEngine::Prepare(const PlayedSound& sound, const std::vector<std::uint32_t>& roomIds) {
+    std::vector<RoomOutput::Preparation> preparations;
+    for (const std::uint32_t id : roomIds) {
+        const auto room = m_rooms.find(id);
+        if (room == m_rooms.end())
+            continue;
+        if (auto preparation = room->second->GetPreparation())
+            preparations.push_back(std::move(preparation));
+    }
+    if (preparations.empty())
+        return;
+    try {
+        m_context->workers.Start([mailbox = m_context->mailbox, preparations = std::move(preparations),
+                                  path = sound.path, factor = FactorOf(sound.gain)] {
+            mailbox->Post([preparations, file = MakeWholeSound(path, factor)] {
+                for (const auto& preparation : preparations)
+                    preparation(file);
+            });
+        });
+    } catch (const std::system_error&) {
+        // It is fetched when it is played, then.
+    }
+}
+
 void AudioEngine::Play(const PlayedSound& sound, OnDone onDone) {
     std::string refusal;
     if (!m_stream)

@@ -5,6 +5,7 @@
 #include "controller/audio/Mailbox.h"
 #include "controller/audio/Workers.h"
 #include "controller/audio/multicast/PacketSender.h"
+#include "controller/audio/page/PageDesk.h"
 #include "controller/audio/pulse/PulseDesk.h"
 
 #include <memory>
@@ -30,6 +31,7 @@ struct EngineContext {
     std::shared_ptr<PacketSender> packets = std::make_shared<PacketSender>();
     std::shared_ptr<PulseDesk> pulse = std::make_shared<PulseDesk>(mailbox);
     std::shared_ptr<SnapcastDesk> snapcast; ///< made by the engine
+    std::shared_ptr<PageDesk> pages = std::make_shared<PageDesk>(mailbox);
 };
 
 } // namespace controller::audio

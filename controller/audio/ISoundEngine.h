@@ -38,6 +38,10 @@ public:
     using OnDone = std::function<void(const PlayResult&)>;
     using OnClosed = std::function<void()>;
 
+    /// These rooms will probably play the sound soon: who has to fetch it may do that now. It is played, or
+    /// not, all the same.
+    virtual void Prepare(const PlayedSound& /*sound*/, const std::vector<std::uint32_t>& /*roomIds*/) {}
+
     /// Opens the stream of one announcement, then calls onReady. A stream that is still open is closed first
     /// (its Play ends with an error). onReady does not come if the stream is closed before.
     virtual void OpenStream(OnReady onReady) = 0;

@@ -18,6 +18,7 @@ class DeviceSearch;
 class ISoundAddresses;
 class IRoomPlayer;
 class PacketSender;
+class PageDesk;
 class Timeline;
 struct OutputFacts;
 struct RoomSlot;
@@ -36,6 +37,7 @@ struct OutputContext {
     std::shared_ptr<SnapcastDesk> snapcast;
     std::shared_ptr<Held> held;
     ISoundAddresses* addresses = nullptr; ///< borrowed for life; null: nothing can be fetched
+    std::shared_ptr<PageDesk> pages = nullptr;
 };
 
 /// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
@@ -58,6 +60,9 @@ struct PlayerOutput {
     std::function<std::shared_ptr<IRoomPlayer>(PlayerOrder order)> make;
     std::chrono::milliseconds leadSilence{0}; ///< that it needs before each clip, at least
     bool needsWholeSound = false;             ///< as the clip's file, beside its samples
+    /// Is given the file of what will probably be played soon; null: it need not know. Driver thread.
+    std::function<void(const OutputContext& context, const std::shared_ptr<const std::string>& file)>
+        prepare = nullptr;
 };
 
 using Output = std::variant<ElementOutput, PlayerOutput>;
@@ -90,6 +95,7 @@ Output CreateFileOutput(const std::string& text);
 Output CreateGstreamerOutput(const std::string& text);
 Output CreateMulticastOutput(const std::string& text);
 OutputFacts FactsOfMulticast(const std::string& text);
+Output CreatePageOutput(const std::string& text);
 Output CreatePulseOutput(const std::string& text);
 Output CreateSnapcastOutput(const std::string& text);
 OutputFacts FactsOfSnapcast(const std::string& text);
@@ -100,6 +106,7 @@ std::vector<FoundOutput> FindSinks(const std::vector<std::string>& texts, const 
 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskPage(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskSnapcast(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskSilent(const std::vector<std::string>& texts, const OutputContext& context);

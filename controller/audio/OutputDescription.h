@@ -13,6 +13,10 @@ struct OutputDescription {
     std::string text;
 };
 
+/// The text of "page: own", the screen of the room itself; the house file's reader puts its id in place of
+/// it.
+constexpr const char* kOwnPage = "own";
+
 /// What a kind of output is, for help and for messages.
 struct OutputHelp {
     std::string kind;

@@ -29,6 +29,11 @@ constexpr std::array kOutputKinds{
         "ttl, dscp, interface",
         &CreateMulticastOutput, "codec ttl dscp interface", &FactsOfMulticast},
     OutputKind{
+        "page", "page: NAVIGATOR",
+        "the page of a screen, by the id of its navigator, or \"own\" for the one of the room: a tablet "
+        "on the wall is the loudspeaker",
+        &CreatePageOutput, "", nullptr, &AskPage},
+    OutputKind{
         "pulse", "pulse: SINK",
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "
         "meanwhile, as duck says: decibels, -15 where nothing is said, off or pause",

@@ -16,6 +16,24 @@ constexpr std::size_t kSamplesBeforeStart = static_cast<std::size_t>(kRate / 4) 
 
 } // namespace
 
+WholeSound::File MakeWholeSound(const std::string& path, float factor) {
+    WholeSound whole;
+    try {
+        const auto reader = OpenClipReader(path);
+        std::vector<float> samples = reader->Read();
+        for (; !samples.empty() && whole.IsOpen(); samples = reader->Read()) {
+            Amplify(samples, factor);
+            whole.Append(samples);
+        }
+        whole.Finish();
+    } catch (const std::exception&) {
+        whole.Fail(); // Who plays it says why.
+    }
+    WholeSound::File made;
+    whole.WhenMade([&made](const WholeSound::File& file) { made = file; });
+    return made;
+}
+
 Playback::Playback(std::shared_ptr<Timeline> timeline, Order order)
     : m_timeline(std::move(timeline))
     , m_order(std::move(order)) {

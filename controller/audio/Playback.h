@@ -2,6 +2,7 @@
 
 #include "controller/audio/Clip.h"
 #include "controller/audio/Timeline.h"
+#include "controller/audio/WholeSound.h"
 
 #include <chrono>
 #include <cstdint>
@@ -10,6 +11,9 @@
 #include <string>
 
 namespace controller::audio {
+
+/// Decodes all of a sound into a file, as a Play of it does; null when it cannot, or is too long. Blocks.
+[[nodiscard]] WholeSound::File MakeWholeSound(const std::string& path, float factor);
 
 /// One Play: opens the file, starts its clip on the timeline, decodes ahead of the rooms. Its Run fills a
 /// thread of its own.

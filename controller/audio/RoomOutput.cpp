@@ -79,16 +79,34 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
     const auto silent = [this, mailbox = m_context->mailbox, sender = m_slot](const std::string& reason) {
         mailbox->Post([this, sender, reason] { OnSilent(sender, reason); });
     };
-    PlayerOrder order{m_timeline,
-                      m_slot,
-                      m_config.volume,
-                      LeadSilence(),
-                      {m_config.id, m_take, silent, m_context->devices, m_context->packets, m_context->pulse,
-                       m_context->snapcast, std::make_shared<Held>(), m_context->services.addresses}};
+    PlayerOrder order{m_timeline, m_slot, m_config.volume, LeadSilence(), Context(silent)};
     if (const auto* own = std::get_if<PlayerOutput>(&m_output))
         return own->make(std::move(order));
     return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),
                                           m_context->workers);
+}
+
+OutputContext RoomOutput::Context(std::function<void(const std::string&)> silent) const {
+    return {m_config.id,
+            m_take,
+            std::move(silent),
+            m_context->devices,
+            m_context->packets,
+            m_context->pulse,
+            m_context->snapcast,
+            std::make_shared<Held>(),
+            m_context->services.addresses,
+            m_context->pages};
+}
+
+RoomOutput::Preparation RoomOutput::GetPreparation() {
+    const auto* own = std::get_if<PlayerOutput>(&m_output);
+    if (own == nullptr || !own->prepare)
+        return nullptr;
+    return [prepare = own->prepare,
+            context = Context([](const std::string& /*reason*/) {})](const WholeSound::File& file) {
+        prepare(context, file);
+    };
 }
 
 std::chrono::milliseconds RoomOutput::LeadSilence() const {

@@ -4,6 +4,7 @@
 #include "controller/audio/IRoomPlayer.h"
 #include "controller/audio/Output.h"
 #include "controller/audio/Timeline.h"
+#include "controller/audio/WholeSound.h"
 
 #include <chrono>
 #include <functional>
@@ -37,6 +38,10 @@ public:
     /// What it needs before a clip.
     [[nodiscard]] std::chrono::milliseconds LeadSilence() const;
 
+    /// What it does with the file of a sound that it will probably play; null: nothing.
+    using Preparation = std::function<void(const WholeSound::File& file)>;
+    [[nodiscard]] Preparation GetPreparation();
+
     /// Whether it hands the clip on as a file.
     [[nodiscard]] bool NeedsWholeSound() const;
     [[nodiscard]] const std::string& LastTrouble() const { return m_lastTrouble; }
@@ -52,6 +57,7 @@ private:
 
     void Open();
     [[nodiscard]] std::shared_ptr<IRoomPlayer> MakePlayer();
+    [[nodiscard]] OutputContext Context(std::function<void(const std::string&)> silent) const;
     void OnEvent(const IRoomPlayer* sender, const PlayerEvent& event);
     void OnFailed(const IRoomPlayer* sender, const PlayerEvent& event);
     void OnGone(const IRoomPlayer* sender);

@@ -133,9 +133,15 @@ bool Timeline::HasEnded(const RoomSlot& slot) const {
 }
 
 bool Timeline::FadeOut() {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_isFadingOut = m_clip != nullptr;
-    return m_isFadingOut;
+    std::unique_lock<std::mutex> lock(m_mutex);
+    if (!m_clip)
+        return false;
+    m_isFadingOut = true;
+    const auto listeners = m_listeners;
+    lock.unlock();
+    for (const auto& listener : listeners)
+        listener();
+    return true;
 }
 
 Turn Timeline::NextTurn(RoomSlot& slot) {

@@ -94,7 +94,7 @@ public:
     /// For who feeds rooms without their turns: the clip, or nothing as long as there is none.
     [[nodiscard]] std::optional<Placement> Placed() const;
 
-    /// Calls when a clip is placed, on the thread that does it.
+    /// Calls when a clip is placed, and when it begins to fade out, on the thread that does it.
     void OnPlaced(std::function<void()> listener);
 
     /// The room, which takes no turns, has been given all that comes before `next`.

@@ -174,6 +174,7 @@ struct PagesChanged {
     std::uint32_t navigator = 0;
     std::size_t pages = 0;
     std::optional<ScreenSize> size = std::nullopt; ///< of the page that told its size and came last
+    std::optional<bool> isArmed = std::nullopt;    ///< whether one can be heard; where rooms play on it
 };
 
 struct VariableChanged {

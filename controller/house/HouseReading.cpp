@@ -44,6 +44,8 @@ void HouseReading::ReadRoom(HouseMap& map) {
     if (room.startVolume > room.maxVolume)
         map.Mistake("start_volume", std::to_string(room.startVolume) + " is above max_volume, which is " +
                                         std::to_string(room.maxVolume));
+    if (room.output.kind == "page")
+        m_pagePlaces[m_house.rooms.size()] = {map.LineOf("output"), map.Path() + ".output"};
     m_house.rooms.push_back(std::move(room));
 }
 
@@ -190,6 +192,7 @@ House HouseReading::Read(const YAML::Node& root) {
     ReadTls(map);
     ReadLoudness(map);
     CheckNavigators();
+    CheckPages();
     map.RefuseUnknown();
     return std::move(m_house);
 }

@@ -22,6 +22,11 @@ public:
     House Read(const YAML::Node& root);
 
 private:
+    struct EntryPlace {
+        int line = 0;
+        std::string path;
+    };
+
     [[nodiscard]] std::filesystem::path Resolve(const std::string& text) const {
         return text.empty() ? std::filesystem::path() : m_folder / text;
     }
@@ -38,6 +43,8 @@ private:
     void ReadAddress(HouseMap& map);
     Rights ReadRights(HouseMap& map);
     void CheckNavigators();
+    void CheckPages();
+    void CheckPage(const EntryPlace& place, House::Room& room);
     std::uint32_t ReadId(HouseMap& map);
     audio::OutputDescription ReadOutput(HouseMap& map);
     void CheckRecording(HouseMap& map, const audio::OutputDescription& output);
@@ -54,6 +61,7 @@ private:
         std::uint32_t room;
     };
     std::vector<NavigatorPlace> m_navigatorPlaces;
+    std::map<std::size_t, EntryPlace> m_pagePlaces; ///< of the rooms that play on pages
 };
 
 } // namespace controller

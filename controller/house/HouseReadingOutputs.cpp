@@ -104,4 +104,36 @@ void HouseReading::CheckPlace(HouseMap& map, House::Room& room) {
                  "them or both at once"});
 }
 
+void HouseReading::CheckPages() {
+    for (const auto& [index, place] : m_pagePlaces)
+        CheckPage(place, m_house.rooms[index]);
+}
+
+/// The page of a screen that there is, whichever the room means by its own; and one room alone on it.
+void HouseReading::CheckPage(const EntryPlace& place, House::Room& room) {
+    const auto refuse = [&](const std::string& text) {
+        m_mistakes.push_back({place.line, place.path, text});
+    };
+    const bool isOwn = room.output.text.empty() || room.output.text == audio::kOwnPage;
+    std::vector<std::string> found;
+    for (const House::Navigator& navigator : m_house.navigators) {
+        const std::string id = std::to_string(navigator.id);
+        if (isOwn ? navigator.room == room.id : id == room.output.text)
+            found.push_back(id);
+    }
+    if (found.empty())
+        refuse(isOwn
+                   ? "no navigator of this file stands in the room; name the one whose page plays, as "
+                     "`page: ID`"
+                   : "there is no navigator " + room.output.text + "; name one of this file, as `page: ID`");
+    else if (found.size() > 1)
+        refuse("the room has " + std::to_string(found.size()) +
+               " navigators; name the one whose page plays, as `page: " + found.front() + "`");
+    else if (const auto [other, isNew] = m_places.emplace("page: " + found.front(), place.path); !isNew)
+        refuse("the page of screen " + found.front() + " is " + other->second +
+               " already, and plays one sound at a time");
+    else
+        room.output.text = found.front();
+}
+
 } // namespace controller

@@ -42,6 +42,7 @@ rooms:
     #   "file: NAME.wav"          a recording of what the room hears
     #   "gstreamer: DESCRIPTION"  anything that GStreamer can play to, such as "gstreamer: alsasink device=hw:1"
     #   "pulse: SINK"             a sink of PulseAudio or PipeWire; music there is quieter meanwhile
+    #   "page: 11"                the page of the screen with this id, a tablet that hangs there
     #   "multicast: 239.255.10.1:5004"  IP loudspeakers and telephones that listen at this address
     #   "snapcast: CLIENT server=HOST"  a client of a Snapcast server
     # A value with a colon in it stands in quotes.

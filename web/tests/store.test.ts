@@ -43,7 +43,7 @@ const state: WholeState = {
       trouble: null,
     },
   ],
-  navigators: [{ id: 5, name: 'Tablet', room: 7, pages: 0, awake: false, popup: null, size: null }],
+  navigators: [{ id: 5, name: 'Tablet', room: 7, pages: 0, awake: false, popup: null, size: null, armed: null }],
   variables: [{ device: 9, variable: 4, name: 'Outside', value: 'x' }],
 };
 const popup = { number: 3, message: 'Hi', image: '', ok_button: true, remaining_ms: 1000, ends: '' };

@@ -32,7 +32,7 @@ describe('the loudness of a sound', () => {
 });
 
 describe('the sizes of a preview', () => {
-  const screen = { room: 1, pages: 1, awake: true, popup: null };
+  const screen = { room: 1, pages: 1, awake: true, popup: null, armed: null };
   const screens = new Map([
     [11, { ...screen, id: 11, name: 'Hall', size: { width: 1280, height: 720 } }],
     [12, { ...screen, id: 12, name: 'Bath', pages: 0, size: null }],

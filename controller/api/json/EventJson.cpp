@@ -2,6 +2,7 @@
 
 #include "controller/api/json/AnnouncementJson.h"
 #include "controller/api/json/EventKinds.h"
+#include "controller/api/json/SoundMessages.h"
 
 #include <nlohmann/json.hpp>
 
@@ -116,9 +117,11 @@ const fields::Type& WatcherMessage::Table() {
 }
 
 const fields::Type& PageMessage::Table() {
-    static const AnyMessage kType(
-        "PageMessage", AllMessages(&EventKind::pageMessage,
-                                   {&fields::TypeOf<PageStateMessage>(), &fields::TypeOf<Alive>()}));
+    static const AnyMessage kType("PageMessage", [] {
+        auto first = SoundMessages();
+        first.insert(first.begin(), {&fields::TypeOf<PageStateMessage>(), &fields::TypeOf<Alive>()});
+        return AllMessages(&EventKind::pageMessage, std::move(first));
+    }());
     return kType;
 }
 

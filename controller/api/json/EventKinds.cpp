@@ -180,7 +180,8 @@ void AddPopups(KindList& list) {
     list.AddForPage<PopupHidden>("popup_hidden", {number, why});
     list.Add<PagesChanged>("pages_changed",
                            {Data<&PagesChanged::navigator>("navigator").AsId(),
-                            Data<&PagesChanged::pages>("pages"), Data<&PagesChanged::size>("size")});
+                            Data<&PagesChanged::pages>("pages"), Data<&PagesChanged::size>("size"),
+                            Data<&PagesChanged::isArmed>("armed", view::Navigator::kArmed)});
 }
 
 void AddOthers(KindList& list) {

@@ -91,7 +91,8 @@ view::Navigator Navigator(const ApiContext& context, const House::Navigator& nav
             context.streams.PagesOf(navigator.id),
             context.watch.IsAwake(navigator.room),
             PopupOn(context, navigator.id),
-            context.streams.SizeOf(navigator.id)};
+            context.streams.SizeOf(navigator.id),
+            context.streams.IsArmed(navigator.id)};
 }
 
 view::NavigatorList Navigators(const ApiContext& context) {
@@ -133,11 +134,9 @@ view::WholeState WholeState(const ApiContext& context, view::SharedAnnouncements
 
 view::PageState PageState(const ApiContext& context, const House::Navigator& navigator) {
     const auto* const room = FindRoom(context.parts.house, navigator.room);
-    return {{navigator.id, navigator.name},
-            {navigator.room, room != nullptr ? room->name : ""},
-            context.parts.house.name,
-            context.watch.IsAwake(navigator.room),
-            PopupOn(context, navigator.id)};
+    return {{navigator.id, navigator.name}, {navigator.room, room != nullptr ? room->name : ""},
+            context.parts.house.name,       context.watch.IsAwake(navigator.room),
+            PopupOn(context, navigator.id), context.parts.speakers.IsSpeaker(navigator.id)};
 }
 
 } // namespace controller::house_json

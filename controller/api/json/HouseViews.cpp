@@ -65,11 +65,8 @@ Object Navigator::Table() {
              Member<&Navigator::room>("room").AsId(),
              Member<&Navigator::pages>("pages", "How many of its pages are connected"),
              Member<&Navigator::isAwake>("awake"), Member<&Navigator::popup>("popup"),
-             Member<&Navigator::size>("size", "Of the window that its page is shown in; null when none is")}};
-}
-
-Object PageSays::Table() {
-    return {"PageSays", {Member<&PageSays::size>("size").Required()}};
+             Member<&Navigator::size>("size", "Of the window that its page is shown in; null when none is"),
+             Member<&Navigator::isArmed>("armed", kArmed)}};
 }
 
 Object House::Table() {
@@ -86,7 +83,8 @@ Object PageState::Table() {
     return {"PageState",
             {Member<&PageState::navigator>("navigator"), Member<&PageState::room>("room"),
              Member<&PageState::house>("house"), Member<&PageState::isAwake>("awake"),
-             Member<&PageState::popup>("popup")}};
+             Member<&PageState::popup>("popup"),
+             Member<&PageState::isSpeaker>("speaker", "Rooms play on this page")}};
 }
 
 } // namespace view

@@ -68,13 +68,10 @@ struct Navigator {
     bool isAwake = false;
     std::optional<Popup> popup;
     std::optional<events::ScreenSize> size;
+    std::optional<bool> isArmed;
 
-    static Object Table();
-};
-
-/// What a navigator's page says over its socket.
-struct PageSays {
-    events::ScreenSize size;
+    static constexpr const char* kArmed =
+        "Whether one of its pages can be heard; null where no room plays on it";
 
     static Object Table();
 };
@@ -118,6 +115,7 @@ struct PageState {
     std::string house;
     bool isAwake = false;
     std::optional<Popup> popup;
+    bool isSpeaker = false;
 
     static Object Table();
 };

@@ -112,6 +112,23 @@ std::vector<MeantText> OfSnapcast() {
     };
 }
 
+std::vector<MeantText> OfPages() {
+    return {
+        {"page_not_open", "the page of screen {screen} is not open anywhere"},
+        {"page_not_armed",
+         "the page of screen {screen} waits for somebody to tap on it once, before which its browser plays "
+         "nothing"},
+        {"page_too_late", "the page of screen {screen} did not begin to play in time"},
+        {"page_gone", "the page of screen {screen} went away while it played"},
+        {"page_silenced", "the page of screen {screen} was silenced while it played"},
+        {"page_stopped", "the page of screen {screen} stopped before the end"},
+        {"page_cannot_play", "the page of screen {screen} cannot play the sound"},
+        {"sound_not_for_pages", "the sound is too long for a page, or cannot be read to its end"},
+        {"sound_not_offered", "the sound cannot be offered to pages"},
+        {"no_pages", "there is no way to the pages of screens"},
+    };
+}
+
 std::vector<MeantText> OfVoices() {
     return {
         {"no_voice", "there is no voice {voice}"},
@@ -151,7 +168,7 @@ std::vector<MeantText> OfVoices() {
 
 std::vector<MeantText> MeantTextsOfSounds() {
     std::vector<MeantText> all = OfFiles();
-    for (const auto& some : {OfSounds(), OfSnapcast(), OfVoices()})
+    for (const auto& some : {OfSounds(), OfPages(), OfSnapcast(), OfVoices()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

@@ -3,6 +3,7 @@
 #include "controller/api/json/EventJson.h"
 #include "controller/api/json/HouseViews.h"
 #include "controller/api/json/ParseJson.h"
+#include "controller/api/json/SoundMessages.h"
 
 #include <nlohmann/json.hpp>
 
@@ -52,20 +53,21 @@ void EventStreams::Begin(std::uint64_t id, std::uint64_t number, const std::stri
         watcher.socket->Send(text);
 }
 
+EventStreams::~EventStreams() {
+    if (m_parts.speakers == nullptr)
+        return;
+    for (const auto& [navigator, pages] : m_pages)
+        for (const auto& [id, page] : pages)
+            m_parts.speakers->Close(navigator, id);
+}
+
 void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> socket) {
     m_driverOnly.Assert();
     const std::uint64_t id = ++m_lastId;
     const std::weak_ptr<bool> life = m_life;
     socket->OnClosed([this, life, navigator, id] {
-        if (life.expired())
-            return;
-        const auto place = m_pages.find(navigator);
-        m_pageCount -= place->second.erase(id);
-        if (place->second.empty()) {
-            m_pages.erase(place);
-            m_screensOf[m_parts.roomOf(navigator)].erase(navigator);
-        }
-        TellPagesOf(navigator);
+        if (!life.expired())
+            PageClosed(navigator, id);
     });
     socket->OnMessage([this, life, navigator, id](std::string_view text) {
         if (!life.expired())
@@ -73,27 +75,63 @@ void EventStreams::AddPage(std::uint32_t navigator, std::shared_ptr<WebSocket> s
     });
     socket->Send(std::make_shared<const std::string>(fields::ToText(view::PageStateMessage{
         m_lastNumber, std::chrono::system_clock::now(), {m_parts.pageState(navigator)}})));
+    if (m_parts.speakers != nullptr)
+        m_parts.speakers->Open(navigator, id, [&to = *socket](const ScreenSpeakers::Order& order) {
+            to.Send(std::make_shared<const std::string>(view::TextOf(order)));
+        });
     m_pages[navigator].emplace(id, Page{std::move(socket), std::nullopt});
     m_screensOf[m_parts.roomOf(navigator)].insert(navigator);
     ++m_pageCount;
     TellPagesOf(navigator);
 }
 
-void EventStreams::TellPagesOf(std::uint32_t navigator) {
-    m_feed.Publish(events::PagesChanged{navigator, PagesOf(navigator), SizeOf(navigator)});
+void EventStreams::PageClosed(std::uint32_t navigator, std::uint64_t id) {
+    if (m_parts.speakers != nullptr)
+        m_parts.speakers->Close(navigator, id);
+    const auto place = m_pages.find(navigator);
+    m_pageCount -= place->second.erase(id);
+    if (place->second.empty()) {
+        m_pages.erase(place);
+        m_screensOf[m_parts.roomOf(navigator)].erase(navigator);
+    }
+    TellPagesOf(navigator);
 }
 
-/// What is no size is thrown away, as is all that other sockets send: later pages may say more.
+void EventStreams::TellPagesOf(std::uint32_t navigator) {
+    m_feed.Publish(
+        events::PagesChanged{navigator, PagesOf(navigator), SizeOf(navigator), IsArmed(navigator)});
+}
+
+/// What is not understood is thrown away, as is all that other sockets send: later pages may say more.
 void EventStreams::Hear(std::uint32_t navigator, std::uint64_t id, std::string_view text) {
     m_driverOnly.Assert();
+    Page& page = m_pages.at(navigator).at(id);
     const auto former = SizeOf(navigator);
+    const auto wasArmed = IsArmed(navigator);
+    view::PageSays says;
     try {
-        m_pages.at(navigator).at(id).size = fields::Read<view::PageSays>(ParseJson(std::string(text))).size;
+        says = fields::Read<view::PageSays>(ParseJson(std::string(text)));
     } catch (const std::exception&) {
         return;
     }
-    if (!IsSame(former, SizeOf(navigator)))
+    if (says.ping)
+        page.socket->Send(std::make_shared<const std::string>(
+            fields::ToText(view::Pong{*says.ping, view::MicrosecondsOf(std::chrono::steady_clock::now())})));
+    if (says.size)
+        page.size = says.size;
+    if (says.isArmed && m_parts.speakers != nullptr)
+        m_parts.speakers->SetArmed(navigator, id, *says.isArmed);
+    const auto news = says.play ? view::NewsOf(says.play->news) : std::nullopt;
+    if (news && m_parts.speakers != nullptr)
+        m_parts.speakers->Hear(navigator, id, says.play->play, *news);
+    if (!IsSame(former, SizeOf(navigator)) || wasArmed != IsArmed(navigator))
         TellPagesOf(navigator);
+}
+
+std::optional<bool> EventStreams::IsArmed(std::uint32_t navigator) const {
+    if (m_parts.speakers == nullptr || !m_parts.speakers->IsSpeaker(navigator))
+        return std::nullopt;
+    return m_parts.speakers->IsArmed(navigator);
 }
 
 std::optional<events::ScreenSize> EventStreams::SizeOf(std::uint32_t navigator) const {

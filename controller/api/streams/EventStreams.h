@@ -3,6 +3,7 @@
 #include "controller/driver/DriverOnly.h"
 #include "controller/events/EventFeed.h"
 #include "controller/http/HttpExchange.h"
+#include "controller/rooms/ScreenSpeakers.h"
 
 #include <cstdint>
 #include <functional>
@@ -29,12 +30,14 @@ public:
         std::function<void(const State& give)> wholeState;
         std::function<std::string(std::uint32_t navigator)> pageState;
         std::function<std::uint32_t(std::uint32_t navigator)> roomOf;
+        ScreenSpeakers* speakers = nullptr; ///< borrowed for life; null: no page is a loudspeaker
     };
 
     /// `feed` is borrowed for life.
     EventStreams(EventFeed& feed, Parts parts);
     EventStreams(const EventStreams&) = delete;
     EventStreams& operator=(const EventStreams&) = delete;
+    ~EventStreams();
 
     /// Sends the state, and from then on everything.
     void AddWatcher(std::shared_ptr<WebSocket> socket);
@@ -47,6 +50,9 @@ public:
 
     /// How large its screen is, as its page says; of several, the one that came last.
     [[nodiscard]] std::optional<events::ScreenSize> SizeOf(std::uint32_t navigator) const;
+
+    /// Whether one of its pages can be heard; nothing where no room plays on them.
+    [[nodiscard]] std::optional<bool> IsArmed(std::uint32_t navigator) const;
 
     /// How many sockets there are.
     [[nodiscard]] std::size_t Size() const noexcept { return m_watchers.size() + m_pageCount; }
@@ -65,6 +71,7 @@ private:
     };
 
     void Take(const Event& event);
+    void PageClosed(std::uint32_t navigator, std::uint64_t id);
     void Hear(std::uint32_t navigator, std::uint64_t id, std::string_view text);
     void TellPagesOf(std::uint32_t navigator);
     void TellWatchers(const Event& event);

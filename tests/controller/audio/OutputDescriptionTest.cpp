@@ -79,8 +79,8 @@ TEST(OutputDescriptionTest, ASinkNeedsANameAndTakesWhatIsToHappenToOthers) {
 
 TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
     const auto list = ListOutputs();
-    ASSERT_EQ(list.size(), 7U);
-    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "pulse", "snapcast"})
+    ASSERT_EQ(list.size(), 8U);
+    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "page", "pulse", "snapcast"})
         EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
             return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
         })) << kind;

@@ -12,10 +12,11 @@ const AXE = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.mi
 
 let browser = null;
 
-async function launch() {
+export async function launch(options = {}) {
   if (!existsSync(BROWSER)) throw new Error(`there is no browser at ${BROWSER}; script/bootstrap installs it`);
-  browser = await chromium.launch({
+  return chromium.launch({
     executablePath: BROWSER,
+    ...options,
     args: [
       '--no-sandbox',
       '--disable-gpu',
@@ -39,7 +40,7 @@ export async function closeBrowser() {
  * content policy; refusals by the controller, which the browser reports too, are left out with `refusals: true`.
  */
 export async function openPage(house, path, { refusals = false, ...options } = {}) {
-  if (!browser) await launch();
+  browser ??= await launch();
   const context = await browser.newContext({ viewport: { width: 1024, height: 768 }, ...options });
   context.setDefaultTimeout(PATIENCE);
   const page = await context.newPage();

@@ -1106,6 +1106,7 @@ export interface components {
      * @enum {string}
      */
     Code:
+      | 'page_not_armed'
       | 'known_kinds'
       | 'smaller_image'
       | 'good_name'
@@ -1118,6 +1119,7 @@ export interface components {
       | 'character_not_kept'
       | 'snapcast_source'
       | 'ends_before_sound'
+      | 'sound_not_for_pages'
       | 'later_when_played'
       | 'no_sound_device'
       | 'snapcast_nonsense'
@@ -1127,9 +1129,11 @@ export interface components {
       | 'text_too_long_filled'
       | 'voice_not_installed'
       | 'other_file_or_wav'
+      | 'page_too_late'
       | 'nothing_there'
       | 'strange_channels'
       | 'still_hangs'
+      | 'page_silenced'
       | 'no_plain_file'
       | 'voice_stopped'
       | 'other_name_or_spoken_removed'
@@ -1141,6 +1145,7 @@ export interface components {
       | 'websocket_version'
       | 'not_on_disk'
       | 'sound_missing'
+      | 'page_gone'
       | 'other_image'
       | 'token_made'
       | 'too_many_wrong_tokens'
@@ -1151,13 +1156,16 @@ export interface components {
       | 'too_long'
       | 'sound_empty'
       | 'read_too_slowly'
+      | 'page_stopped'
       | 'unknown_variable'
       | 'file_not_written'
       | 'no_sink'
+      | 'page_cannot_play'
       | 'snapcast_unreachable'
       | 'snapcast_stream_unusable'
       | 'announcement_changed'
       | 'conversion_failed'
+      | 'page_not_open'
       | 'agent_takes_no_such'
       | 'header_only'
       | 'snapcast_no_stream'
@@ -1170,6 +1178,7 @@ export interface components {
       | 'image_has_no_parts'
       | 'tests_hang'
       | 'default_unusable'
+      | 'no_pages'
       | 'snapcast_no_client'
       | 'voice_broken_off'
       | 'no_file'
@@ -1183,6 +1192,7 @@ export interface components {
       | 'tokens_wait'
       | 'http_version'
       | 'server_without_device'
+      | 'sound_not_offered'
       | 'sound_removed'
       | 'variables_in_braces'
       | 'id_of_navigators'
@@ -1526,6 +1536,8 @@ export interface components {
       name: string;
     };
     Navigator: {
+      /** @description Whether one of its pages can be heard; null where no room plays on it */
+      armed: boolean | null;
       awake: boolean;
       id: number;
       name: string;
@@ -1590,6 +1602,11 @@ export interface components {
     PageMessage:
       | components['schemas']['PageStateMessage']
       | components['schemas']['Alive']
+      | components['schemas']['Pong']
+      | components['schemas']['SoundFetchMessage']
+      | components['schemas']['SoundPlayMessage']
+      | components['schemas']['SoundGainMessage']
+      | components['schemas']['SoundStopMessage']
       | components['schemas']['WakePageEvent']
       | components['schemas']['RestPageEvent']
       | components['schemas']['PopupShownPageEvent']
@@ -1597,6 +1614,8 @@ export interface components {
       | components['schemas']['PopupHiddenPageEvent'];
     PagesChangedEvent: {
       data: {
+        /** @description Whether one of its pages can be heard; null where no room plays on it */
+        armed: boolean | null;
         navigator: number;
         pages: number;
         size: components['schemas']['ScreenSize'] | null;
@@ -1613,6 +1632,8 @@ export interface components {
       navigator: components['schemas']['Named'];
       popup: components['schemas']['Popup'] | null;
       room: components['schemas']['Named'];
+      /** @description Rooms play on this page */
+      speaker: boolean;
     };
     PageStateMessage: {
       data: components['schemas']['PageState'];
@@ -1675,6 +1696,15 @@ export interface components {
       file: string;
       /** Format: date-time */
       since: string;
+    };
+    Pong: {
+      data: {
+        /** @description Microseconds of the controller's clock */
+        now: number;
+        ping: number;
+      };
+      /** @constant */
+      type: 'pong';
     };
     Popup: {
       /** Format: date-time */
@@ -2003,12 +2033,47 @@ export interface components {
       /** @constant */
       type: 'sound_ended';
     };
+    SoundFetch: {
+      /** @description Of a WAV file */
+      address: string;
+      sound: number;
+    };
+    SoundFetchMessage: {
+      data: components['schemas']['SoundFetch'];
+      /** @constant */
+      type: 'sound_fetch';
+    };
+    SoundGain: {
+      /** @description A factor */
+      gain: number;
+      play: number;
+    };
+    SoundGainMessage: {
+      data: components['schemas']['SoundGain'];
+      /** @constant */
+      type: 'sound_gain';
+    };
     SoundNow: {
       file: string;
       /** @description 0 while it is not known */
       length_ms: number;
       /** Format: date-time */
       since: string;
+    };
+    SoundPlay: {
+      /** @description Of a WAV file */
+      address: string;
+      /** @description Microseconds of the controller's clock */
+      at: number;
+      /** @description A factor */
+      gain: number;
+      play: number;
+      sound: number;
+    };
+    SoundPlayMessage: {
+      data: components['schemas']['SoundPlay'];
+      /** @constant */
+      type: 'sound_play';
     };
     SoundStartedEvent: {
       data: {
@@ -2019,6 +2084,14 @@ export interface components {
       time: string;
       /** @constant */
       type: 'sound_started';
+    };
+    SoundStop: {
+      play: number;
+    };
+    SoundStopMessage: {
+      data: components['schemas']['SoundStop'];
+      /** @constant */
+      type: 'sound_stop';
     };
     SpeechRecipe: {
       /** @description A sound of the media folder that is heard before; empty: none */
@@ -2271,6 +2344,7 @@ export type Played = components['schemas']['Played'];
 export type Playing = components['schemas']['Playing'];
 export type PlayingChangedEvent = components['schemas']['PlayingChangedEvent'];
 export type PlayingSound = components['schemas']['PlayingSound'];
+export type Pong = components['schemas']['Pong'];
 export type Popup = components['schemas']['Popup'];
 export type PopupChangedEvent = components['schemas']['PopupChangedEvent'];
 export type PopupChangedPageEvent = components['schemas']['PopupChangedPageEvent'];
@@ -2302,8 +2376,16 @@ export type ScreensRestedEvent = components['schemas']['ScreensRestedEvent'];
 export type ScreensWokenEvent = components['schemas']['ScreensWokenEvent'];
 export type ShownPopup = components['schemas']['ShownPopup'];
 export type SoundEndedEvent = components['schemas']['SoundEndedEvent'];
+export type SoundFetch = components['schemas']['SoundFetch'];
+export type SoundFetchMessage = components['schemas']['SoundFetchMessage'];
+export type SoundGain = components['schemas']['SoundGain'];
+export type SoundGainMessage = components['schemas']['SoundGainMessage'];
 export type SoundNow = components['schemas']['SoundNow'];
+export type SoundPlay = components['schemas']['SoundPlay'];
+export type SoundPlayMessage = components['schemas']['SoundPlayMessage'];
 export type SoundStartedEvent = components['schemas']['SoundStartedEvent'];
+export type SoundStop = components['schemas']['SoundStop'];
+export type SoundStopMessage = components['schemas']['SoundStopMessage'];
 export type SpeechRecipe = components['schemas']['SpeechRecipe'];
 export type SpeechRecipeBody = components['schemas']['SpeechRecipeBody'];
 export type StateMessage = components['schemas']['StateMessage'];

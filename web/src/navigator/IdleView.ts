@@ -47,6 +47,11 @@ export class IdleView {
     this.tellLink();
   }
 
+  /** The browser lets a page play only when somebody has touched it. */
+  askForTap(isNeeded: boolean): void {
+    elements.tap.hidden = !isNeeded;
+  }
+
   rest(isResting: boolean): void {
     document.body.classList.toggle('resting', isResting);
   }

@@ -49,6 +49,10 @@ export class PopupView {
     this.clock.start(popup.remaining_ms, !isSame);
   }
 
+  get isShown(): boolean {
+    return this.shown !== null;
+  }
+
   change(number: number, message: string): void {
     if (this.shown?.number === number) this.face.change(message);
   }

@@ -16,6 +16,7 @@ export const elements = {
   date: find('date', HTMLElement),
   room: find('room', HTMLElement),
   linkText: find('link-text', HTMLElement),
+  tap: find('tap', HTMLButtonElement),
   language: find('language', HTMLButtonElement),
   tokenForm: find('token-form', HTMLFormElement),
   tokenCommand: find('token-command', HTMLElement),

@@ -9,8 +9,11 @@ import { handle, type Handlers, type ScreenEvents } from '../api/events';
 import { Problem, request } from '../api/request';
 import { IdleView } from './IdleView';
 import { PopupView } from './PopupView';
+import { ServerClock } from './ServerClock';
+import { Speaker } from './Speaker';
 import { screenText } from '../texts/screen';
 import { speak } from './speech';
+import { Update } from './Update';
 import { Wakefulness } from './Wakefulness';
 
 const id = location.pathname.split('/').pop() ?? '';
@@ -32,6 +35,25 @@ const popup = new PopupView({
   onOk: (number) => void confirm(number),
   onClockJumped: () => void stream.reconnect(),
 });
+
+const clock = new ServerClock((ping) => stream.tell({ ping }));
+const speaker = new Speaker({
+  onArmed: (isArmed) => {
+    idle.askForTap(!isArmed);
+    stream.tell({ armed: isArmed });
+  },
+  onNews: (play, news) => stream.tell({ play: { play, news } }),
+  pageTime: (moment) => clock.pageTime(moment),
+});
+const update = new Update(() => !popup.isShown && !speaker.isPlaying);
+
+/** The first news of a connection: the controller knows of none before. */
+function beHeard(): void {
+  speaker.begin();
+  idle.askForTap(!speaker.armed);
+  stream.tell({ armed: speaker.armed });
+  clock.restart();
+}
 
 /** Tells the controller, which closes the popup on every screen. Lost on the way: told again with the next state. */
 async function confirm(number: number): Promise<void> {
@@ -57,7 +79,14 @@ const handlers: Handlers<ScreenEvents, []> = {
     if (!state.popup) popup.hide();
     else if (popup.isConfirmed(state.popup)) void confirm(state.popup.number);
     else popup.show(state.popup);
+    if (state.speaker) beHeard();
+    void update.check();
   },
+  pong: ({ ping, now }) => clock.hear(ping, now),
+  sound_fetch: ({ sound, address }) => speaker.fetch(sound, address),
+  sound_play: (order) => void speaker.play(order),
+  sound_gain: ({ play, gain }) => speaker.setGain(play, gain),
+  sound_stop: ({ play }) => speaker.stop(play),
   wake: () => wake(true),
   rest: () => wake(false),
   popup_shown: (data) => popup.show(data.popup),

@@ -22,6 +22,7 @@ function offer(): void {
   elements.language.lang = next;
   elements.language.addEventListener('click', () => {
     keepLanguage(next);
-    location.reload();
+    // Not by a reload, after which the browser would let the page play nothing.
+    location.assign(location.pathname + location.search);
   });
 }

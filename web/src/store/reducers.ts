@@ -86,7 +86,7 @@ export const reducers: Handlers<HouseEvents, [house: House, time: string]> = {
   popup_hidden({ navigator, number }, house) {
     if (house.popupOn(navigator)?.number === number) house.changeScreen(navigator, { popup: null });
   },
-  pages_changed: ({ navigator, pages, size }, house) => house.changeScreen(navigator, { pages, size }),
+  pages_changed: ({ navigator, pages, size, armed }, house) => house.changeScreen(navigator, { pages, size, armed }),
   variable_changed({ device, variable, value }, house) {
     house.variables = house.variables.map((one) =>
       one.device === device && one.variable === variable ? { ...one, value } : one,

@@ -73,7 +73,7 @@ TEST(EventJsonTest, WatchersAreToldOfPagesThatComeAndGo) {
     const Event event = At(events::PagesChanged{11, 2});
 
     EXPECT_STREQ(event_json::TypeOf(event), "pages_changed");
-    EXPECT_EQ(DataOf(event), R"({"navigator":11,"pages":2,"size":null})");
+    EXPECT_EQ(DataOf(event), R"({"navigator":11,"pages":2,"size":null,"armed":null})");
     EXPECT_EQ(event_json::PageMessage(event), std::nullopt);
 }
 
@@ -110,7 +110,7 @@ TEST(EventJsonTest, EveryKindIsTold) {
         {PopupChanged{7, 5, "n"}, R"(popup_changed {"navigator":5,"number":7,"message":"n"})"},
         {PopupHidden{7, 5, PopupEnd::Replaced},
          R"(popup_hidden {"navigator":5,"number":7,"why":"replaced"})"},
-        {PagesChanged{5, 1}, R"(pages_changed {"navigator":5,"pages":1,"size":null})"},
+        {PagesChanged{5, 1}, R"(pages_changed {"navigator":5,"pages":1,"size":null,"armed":null})"},
         {VariableChanged{9, 4, "v"}, R"(variable_changed {"device":9,"variable":4,"value":"v"})"},
         {MediaStored{"a.wav"}, R"(media_stored {"name":"a.wav"})"},
         {MediaRemoved{"a.wav"}, R"(media_removed {"name":"a.wav"})"},

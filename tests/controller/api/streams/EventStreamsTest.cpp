@@ -179,6 +179,65 @@ TEST_F(EventStreamsTest, WhatAPageSaysThatIsNoSizeIsThrownAway) {
     EXPECT_FALSE(page->closed);
 }
 
+TEST_F(EventStreamsTest, APageIsToldTheTimeAndWhatToPlayAndItsNewsAreHeard) {
+    ScreenSpeakers speakers({5});
+    EventStreams::Parts parts = Parts();
+    parts.speakers = &speakers;
+    m_streams = std::make_unique<EventStreams>(m_feed, parts);
+    std::vector<std::optional<bool>> told;
+    const auto subscription = m_feed.Subscribe(
+        [&](const Event& event) { told.push_back(std::get<events::PagesChanged>(event.data).isArmed); });
+    const auto page = Page(5);
+    (void)Page(6);
+    page->onMessage(R"({"armed":true})");
+    page->onMessage(R"({"armed":true})");
+    EXPECT_EQ(told, (decltype(told){false, std::nullopt, true}));
+    EXPECT_EQ(m_streams->IsArmed(5), std::optional(true));
+    EXPECT_EQ(m_streams->IsArmed(6), std::nullopt);
+
+    std::vector<ScreenSpeakers::News> news;
+    const ScreenSpeakers::Time at(std::chrono::microseconds(1234567));
+    speakers.Prepare(5, {3, "/a"});
+    const auto play = speakers.Begin(5, {3, "/a"}, at, 0.125, [&](auto one) { news.push_back(one); });
+    page->sent.clear();
+    page->onMessage(R"({"ping":7})");
+    EXPECT_EQ(page->sent.at(0)["type"], "pong");
+    EXPECT_EQ(page->sent.at(0)["data"]["ping"], 7);
+    EXPECT_GT(page->sent.at(0)["data"]["now"], 0);
+    for (const char* text : {"started", "late", "ended", "failed", "dancing"})
+        page->onMessage(R"({"play":{"play":1,"news":")" + std::string(text) + "\"}}");
+    speakers.SetGain(play, 1);
+    speakers.End(play);
+    const auto sent = std::exchange(page->sent, {});
+    EXPECT_EQ(sent.at(1), Json::parse(R"({"type":"sound_gain","data":{"play":1,"gain":1.0}})"));
+    EXPECT_EQ(sent.at(2), Json::parse(R"({"type":"sound_stop","data":{"play":1}})"));
+    EXPECT_EQ(news, (std::vector{ScreenSpeakers::News::Started, ScreenSpeakers::News::Late,
+                                 ScreenSpeakers::News::Ended, ScreenSpeakers::News::Failed}));
+    page->onClosed();
+    EXPECT_FALSE(speakers.IsArmed(5));
+    EXPECT_EQ(told.back(), std::optional(false));
+    m_streams = nullptr;
+}
+
+TEST_F(EventStreamsTest, APageIsToldOfASoundBeforeAndWhenItIsToPlayIt) {
+    ScreenSpeakers speakers({5});
+    EventStreams::Parts parts = Parts();
+    parts.speakers = &speakers;
+    m_streams = std::make_unique<EventStreams>(m_feed, parts);
+    const auto page = Page(5);
+    page->onMessage(R"({"armed":true})");
+    page->sent.clear();
+    speakers.Prepare(5, {3, "/a"});
+    (void)speakers.Begin(5, {3, "/a"}, ScreenSpeakers::Time(std::chrono::microseconds(1234567)), 0.125,
+                         [](auto /*news*/) {});
+    EXPECT_EQ(page->sent,
+              (std::vector{Json::parse(R"({"type":"sound_fetch","data":{"sound":3,"address":"/a"}})"),
+                           Json::parse(R"({"type":"sound_play","data":{"play":1,"sound":3,"address":"/a",)"
+                                       R"("at":1234567,"gain":0.125}})")}));
+    m_streams = nullptr;
+    EXPECT_FALSE(speakers.IsArmed(5)) << "nothing is sent to sockets that may be gone";
+}
+
 TEST_F(EventStreamsTest, ASocketThatHasGoneIsToldNothing) {
     const auto socket = Watch();
     m_give("{}");

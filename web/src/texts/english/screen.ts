@@ -19,6 +19,7 @@ export const screen = {
     tokenLabel: 'This screen needs a token. Make one on the controller and enter it here:',
     connect: 'Connect',
     ok: 'OK',
+    tap: 'Tap once to hear announcements here',
   },
   labels: { dialog: 'Announcement', left: 'Closes in' },
 };

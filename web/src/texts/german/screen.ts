@@ -20,6 +20,7 @@ export const screen: typeof English = {
     tokenLabel: 'Dieser Bildschirm braucht ein Token. Auf der Steuerung eines machen und hier eingeben:',
     connect: 'Verbinden',
     ok: 'OK',
+    tap: 'Einmal tippen, um Durchsagen hier zu hören',
   },
   labels: { dialog: 'Durchsage', left: 'Schließt in' },
 };
