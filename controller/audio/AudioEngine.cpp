@@ -53,6 +53,7 @@ AudioEngine::~AudioEngine() {
     m_ticker = nullptr;
     m_context->mailbox->Close();
     (void)m_context->workers.Wait(m_context->limits.closing); // What hangs longer is left behind.
+    m_context->houses->Close();
     m_context->pulse->Close();
     m_context->snapcast->Close();
     m_context->pages->Close();

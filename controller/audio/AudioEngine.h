@@ -3,6 +3,7 @@
 #include "controller/audio/Health.h"
 #include "controller/audio/ISoundEngine.h"
 #include "controller/audio/OutputDescription.h"
+#include "controller/audio/home_assistant/HouseLimits.h"
 #include "controller/driver/IScheduler.h"
 #include "controller/driver/Log.h"
 
@@ -68,6 +69,7 @@ struct EngineLimits {
     std::chrono::milliseconds opening{5000};  ///< An output that has not opened by then hangs.
     std::chrono::milliseconds stall{1500};    ///< An output that takes no sound for so long hangs.
     std::chrono::milliseconds closing{3000};  ///< An output that has not closed by then hangs.
+    HouseLimits houses;                       ///< of Home Assistant and its players
     unsigned hangingPerRoom = 4;              ///< Given-up outputs of a room before it is refused at once.
 };
 

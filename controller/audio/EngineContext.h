@@ -4,6 +4,7 @@
 #include "controller/audio/DeviceSearch.h"
 #include "controller/audio/Mailbox.h"
 #include "controller/audio/Workers.h"
+#include "controller/audio/home_assistant/HomeAssistantDesk.h"
 #include "controller/audio/multicast/PacketSender.h"
 #include "controller/audio/page/PageDesk.h"
 #include "controller/audio/pulse/PulseDesk.h"
@@ -15,8 +16,8 @@ namespace controller::audio {
 
 class SnapcastDesk;
 
-/// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices, packets and the
-/// sound server.
+/// What the engine and its rooms share. Driver thread, except for mailbox, workers, devices, packets, houses
+/// and the sound server.
 struct EngineContext {
     EngineContext(EngineServices theServices, const EngineLimits& theLimits)
         : services(std::move(theServices))
@@ -29,6 +30,7 @@ struct EngineContext {
     Workers workers;
     std::shared_ptr<DeviceSearch> devices = std::make_shared<DeviceSearch>();
     std::shared_ptr<PacketSender> packets = std::make_shared<PacketSender>();
+    std::shared_ptr<HomeAssistantDesk> houses = std::make_shared<HomeAssistantDesk>(limits.houses);
     std::shared_ptr<PulseDesk> pulse = std::make_shared<PulseDesk>(mailbox);
     std::shared_ptr<SnapcastDesk> snapcast; ///< made by the engine
     std::shared_ptr<PageDesk> pages = std::make_shared<PageDesk>(mailbox);

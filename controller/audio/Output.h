@@ -15,6 +15,7 @@
 namespace controller::audio {
 
 class DeviceSearch;
+class HomeAssistantDesk;
 class ISoundAddresses;
 class IRoomPlayer;
 class PacketSender;
@@ -38,6 +39,7 @@ struct OutputContext {
     std::shared_ptr<Held> held;
     ISoundAddresses* addresses = nullptr; ///< borrowed for life; null: nothing can be fetched
     std::shared_ptr<PageDesk> pages = nullptr;
+    std::shared_ptr<HomeAssistantDesk> houses = nullptr;
 };
 
 /// A place where a room's sound can go: gives an element or bin, floating, whose "sink" pad takes raw audio;
@@ -99,6 +101,8 @@ Output CreatePageOutput(const std::string& text);
 Output CreatePulseOutput(const std::string& text);
 Output CreateSnapcastOutput(const std::string& text);
 OutputFacts FactsOfSnapcast(const std::string& text);
+Output CreateHomeAssistantOutput(const std::string& text);
+OutputFacts FactsOfHomeAssistant(const std::string& text);
 
 std::vector<FoundOutput> FindCards(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<FoundOutput> FindClients(const std::vector<std::string>& texts, const OutputContext& context);
@@ -107,6 +111,7 @@ std::vector<FoundOutput> FindSinks(const std::vector<std::string>& texts, const 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPage(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskHomeAssistant(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskSnapcast(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskSilent(const std::vector<std::string>& texts, const OutputContext& context);

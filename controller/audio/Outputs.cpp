@@ -43,6 +43,11 @@ constexpr std::array kOutputKinds{
                "usual stream, buffer_ms, source_port",
                &CreateSnapcastOutput, "server stream buffer_ms source_port", &FactsOfSnapcast, &AskSnapcast,
                &FindClients},
+    OutputKind{"home_assistant", "home_assistant: PLAYER",
+               "a player of Home Assistant, such as media_player.kitchen, which announces; beside it url, "
+               "token_file and, where players find this controller elsewhere, our_url",
+               &CreateHomeAssistantOutput, "url token_file our_url", &FactsOfHomeAssistant,
+               &AskHomeAssistant},
 };
 
 std::string Trim(const std::string& text) {

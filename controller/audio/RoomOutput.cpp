@@ -96,7 +96,8 @@ OutputContext RoomOutput::Context(std::function<void(const std::string&)> silent
             m_context->snapcast,
             std::make_shared<Held>(),
             m_context->services.addresses,
-            m_context->pages};
+            m_context->pages,
+            m_context->houses};
 }
 
 RoomOutput::Preparation RoomOutput::GetPreparation() {

@@ -8,9 +8,9 @@ namespace controller::audio {
 
 namespace {
 
-constexpr std::size_t kBytesOfSample = 2;
-constexpr std::size_t kMostBytes =
-    static_cast<std::size_t>(WholeSound::kMostFrames) * kChannels * kBytesOfSample;
+constexpr std::uint32_t kBytesOfSample = 2;
+constexpr std::uint32_t kBytesOfFrame = kChannels * kBytesOfSample;
+constexpr std::size_t kMostBytes = static_cast<std::size_t>(WholeSound::kMostFrames) * kBytesOfFrame;
 
 void AppendNumber(std::string& bytes, std::uint32_t number, unsigned size) {
     for (unsigned index = 0; index < size; ++index)
@@ -26,8 +26,8 @@ std::string HeaderFor(std::size_t dataBytes) {
     AppendNumber(bytes, 1, 2); // plain samples
     AppendNumber(bytes, kChannels, 2);
     AppendNumber(bytes, kRate, 4);
-    AppendNumber(bytes, kRate * kChannels * kBytesOfSample, 4);
-    AppendNumber(bytes, kChannels * kBytesOfSample, 2);
+    AppendNumber(bytes, kRate * kBytesOfFrame, 4);
+    AppendNumber(bytes, kBytesOfFrame, 2);
     AppendNumber(bytes, 8 * kBytesOfSample, 2);
     bytes += "data";
     AppendNumber(bytes, size, 4);

@@ -47,6 +47,7 @@ private:
     void CheckPage(const EntryPlace& place, House::Room& room);
     std::uint32_t ReadId(HouseMap& map);
     audio::OutputDescription ReadOutput(HouseMap& map);
+    void ResolveTokenFile(std::string& text) const;
     void CheckRecording(HouseMap& map, const audio::OutputDescription& output);
     void CheckPlace(HouseMap& map, House::Room& room);
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string_view>
 
 namespace controller {
 
@@ -59,6 +60,17 @@ std::string OutputOfKeys(const YAML::Node& node) {
 
 } // namespace
 
+/// A file that belongs to an output stands beside the house file, unless it says its whole path.
+void HouseReading::ResolveTokenFile(std::string& text) const {
+    constexpr std::string_view kKey = " token_file=";
+    const auto key = text.find(kKey);
+    if (key == std::string::npos)
+        return;
+    const auto begin = key + kKey.size();
+    const auto end = std::min(text.find(' ', begin), text.size());
+    text.replace(begin, end - begin, Resolve(text.substr(begin, end - begin)).string());
+}
+
 /// `output: silent`, `output: "file: NAME"`, or the same as a key below `output`, with what belongs to it
 /// beside it.
 audio::OutputDescription HouseReading::ReadOutput(HouseMap& map) {
@@ -71,6 +83,7 @@ audio::OutputDescription HouseReading::ReadOutput(HouseMap& map) {
         audio::OutputDescription output = audio::ParseOutput(text);
         if (output.kind == "file")
             output.text = Resolve(output.text).string();
+        ResolveTokenFile(output.text);
         return output;
     } catch (const std::invalid_argument& error) {
         map.Mistake("output", error.what());

@@ -164,11 +164,39 @@ std::vector<MeantText> OfVoices() {
     };
 }
 
+std::vector<MeantText> OfHouses() {
+    return {
+        {"house_token_unreadable", "the token of Home Assistant cannot be read from {file}: {why}"},
+        {"house_token_open",
+         "everybody on this machine can read the token in {file}; `chmod 640` takes that away"},
+        {"house_no_token",
+         "there is no token of Home Assistant in {file}, or more than one; it is one long word"},
+        {"house_refuses", "{house} does not take the token in {file}"},
+        {"house_no_player", "{house} knows no {player}"},
+        {"house_answers", "{house} answers {status} to {player}"},
+        {"house_other_answer", "{house} answers as Home Assistant does not"},
+        {"house_unreachable", "{house} cannot be reached: {why}"},
+        {"house_unsafe", "{house} cannot be reached safely: {why}"},
+        {"house_slow", "{house} has not answered within {time}"},
+        {"house_broken_off", "{house} has broken off: {why}"},
+        {"house_lost", "in the midst of the sound: {why}"},
+        {"player_unavailable", "{player} is unavailable at {house}"},
+        {"player_is_group", "{player} is a group of players, which would not go on with its music "
+                            "afterwards; name a single one"},
+        {"player_not_stopped", "{player} could not be stopped: {why}"},
+        {"player_fetches_nothing", "{player} has not fetched the sound from {address} within {time}"},
+        {"player_too_late", "has come too late for this announcement, which was begun without it"},
+        {"sound_no_address", "there is no address at which a player could fetch the sound"},
+        {"sound_no_file", "the sound cannot be handed on as a file, for it cannot be decoded or lasts longer "
+                          "than a minute"},
+    };
+}
+
 } // namespace
 
 std::vector<MeantText> MeantTextsOfSounds() {
     std::vector<MeantText> all = OfFiles();
-    for (const auto& some : {OfSounds(), OfPages(), OfSnapcast(), OfVoices()})
+    for (const auto& some : {OfSounds(), OfPages(), OfSnapcast(), OfVoices(), OfHouses()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

@@ -83,10 +83,16 @@ EngineLimits EngineHarness::PatientLimits() {
     return limits;
 }
 
-EngineHarness::EngineHarness(const std::vector<std::string>& outputs, EngineLimits limits, Borrows borrows)
-    : EngineHarness(RoomsOf(outputs), limits, borrows) {}
+EngineHarness::EngineHarness(const std::vector<std::string>& outputs,
+                             EngineLimits limits,
+                             Borrows borrows,
+                             ISoundAddresses* addresses)
+    : EngineHarness(RoomsOf(outputs), limits, borrows, addresses) {}
 
-EngineHarness::EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits, Borrows borrows)
+EngineHarness::EngineHarness(std::vector<RoomConfig> rooms,
+                             EngineLimits limits,
+                             Borrows borrows,
+                             ISoundAddresses* addresses)
     : m_roomCount(rooms.size())
     , m_borrowings(m_loop,
                    m_log.log,
@@ -94,7 +100,7 @@ EngineHarness::EngineHarness(std::vector<RoomConfig> rooms, EngineLimits limits,
                    {}) {
     EngineServices services{m_loop, m_log.log,
                             [this](const RoomTrouble& trouble) { m_troubles.push_back(trouble); },
-                            borrows == Borrows::Yes ? &m_borrowings : nullptr};
+                            borrows == Borrows::Yes ? &m_borrowings : nullptr, addresses};
     m_engine = std::make_unique<AudioEngine>(std::move(rooms), std::move(services), limits);
 }
 

@@ -60,10 +60,12 @@ public:
 
     explicit EngineHarness(const std::vector<std::string>& outputs,
                            EngineLimits limits = PatientLimits(),
-                           Borrows borrows = Borrows::No);
+                           Borrows borrows = Borrows::No,
+                           ISoundAddresses* addresses = nullptr);
     explicit EngineHarness(std::vector<RoomConfig> rooms,
                            EngineLimits limits = PatientLimits(),
-                           Borrows borrows = Borrows::No);
+                           Borrows borrows = Borrows::No,
+                           ISoundAddresses* addresses = nullptr);
 
     /// Bounds that a machine under sanitizers keeps too: healthy outputs are never given up.
     static EngineLimits PatientLimits();

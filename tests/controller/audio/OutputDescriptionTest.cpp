@@ -79,8 +79,9 @@ TEST(OutputDescriptionTest, ASinkNeedsANameAndTakesWhatIsToHappenToOthers) {
 
 TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
     const auto list = ListOutputs();
-    ASSERT_EQ(list.size(), 8U);
-    for (const char* kind : {"auto", "silent", "file", "gstreamer", "multicast", "page", "pulse", "snapcast"})
+    ASSERT_EQ(list.size(), 9U);
+    for (const char* kind :
+         {"auto", "silent", "file", "gstreamer", "multicast", "page", "pulse", "snapcast", "home_assistant"})
         EXPECT_TRUE(std::any_of(list.begin(), list.end(), [&](const OutputHelp& help) {
             return help.kind == kind && help.form.rfind(kind, 0) == 0 && !help.meaning.empty();
         })) << kind;

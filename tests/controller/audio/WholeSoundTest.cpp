@@ -22,9 +22,9 @@ std::vector<float> Second() {
 }
 
 /// What a listener was told: nothing yet, or a file, or none.
-using Told = std::optional<WholeSound::File>;
+using GivenFile = std::optional<WholeSound::File>;
 
-WholeSound::Listener Into(Told& told) {
+WholeSound::Listener Into(GivenFile& told) {
     return [&told](const WholeSound::File& file) {
         EXPECT_FALSE(told) << "once";
         told = file;
@@ -35,7 +35,7 @@ WholeSound::Listener Into(Told& told) {
 
 TEST(WholeSoundTest, IsAWavFileOf16BitsStereo48KilohertzOfAllSamples) {
     WholeSound sound;
-    Told before;
+    GivenFile before;
     sound.WhenMade(Into(before));
     sound.Append({0, 0.5F});
     sound.Append({-1, 1});
@@ -47,7 +47,7 @@ TEST(WholeSoundTest, IsAWavFileOf16BitsStereo48KilohertzOfAllSamples) {
         Bytes({8, 0, 0, 0, 0, 0, 0, 0x40, 0, 0x80, 0xff, 0x7f});
     ASSERT_TRUE(before && *before);
     EXPECT_EQ(**before, expected);
-    Told behind;
+    GivenFile behind;
     sound.WhenMade(Into(behind));
     ASSERT_TRUE(behind);
     EXPECT_EQ(behind->get(), before->get()) << "shared by all who need it";
@@ -58,7 +58,7 @@ TEST(WholeSoundTest, IsAWavFileOf16BitsStereo48KilohertzOfAllSamples) {
 TEST(WholeSoundTest, HasNoFileWhenItFailsOrLastsLongerThanAMinute) {
     WholeSound failed;
     failed.Append({0, 0});
-    Told told;
+    GivenFile told;
     failed.WhenMade(Into(told));
     failed.Fail();
     failed.Finish();
@@ -72,7 +72,7 @@ TEST(WholeSoundTest, HasNoFileWhenItFailsOrLastsLongerThanAMinute) {
     minute.Append({0, 0});
     EXPECT_FALSE(minute.IsOpen());
     minute.Finish();
-    Told none;
+    GivenFile none;
     minute.WhenMade(Into(none));
     ASSERT_TRUE(none);
     EXPECT_EQ(*none, nullptr);
@@ -82,7 +82,7 @@ TEST(WholeSoundTest, AClipThatIsKeptWholeIsDecodedAtOnceToItsEnd) {
     Clip clip;
     EXPECT_EQ(clip.Whole(), nullptr);
     clip.KeepWhole();
-    Told told;
+    GivenFile told;
     clip.Whole()->WhenMade(Into(told));
     for (int second = 0; second < 20; ++second)
         ASSERT_TRUE(clip.Append(Second())); // Nobody reads: it would wait for that.
@@ -97,7 +97,7 @@ TEST(WholeSoundTest, AClipThatIsKeptWholeIsDecodedAtOnceToItsEnd) {
 TEST(WholeSoundTest, OfAClipThatIsGivenUpThereIsNoFile) {
     Clip clip;
     clip.KeepWhole();
-    Told told;
+    GivenFile told;
     clip.Whole()->WhenMade(Into(told));
     ASSERT_TRUE(clip.Append(Second()));
     clip.Abandon();

@@ -66,6 +66,27 @@ TEST_F(HouseFileOutputsTest, KeysThatDoNotBelongToAKindAreRefused) {
     expect("{}", "must be one output");
 }
 
+TEST_F(HouseFileOutputsTest, ATokenStandsBesideTheHouseFileAndWhatIsWrongWithItIsToldInALine) {
+    const std::string player =
+        "{home_assistant: media_player.kitchen, url: \"http://10.0.0.2\", token_file: ";
+    EXPECT_EQ(TextOf(player + "/etc/token, our_url: \"http://10.0.0.1:80\"}"),
+              "home_assistant|media_player.kitchen url=http://10.0.0.2 token_file=/etc/token "
+              "our_url=http://10.0.0.1:80");
+    const std::string file = (m_folder.Path() / "token").string();
+    EXPECT_EQ(TextOf(player + "token}"),
+              "home_assistant|media_player.kitchen url=http://10.0.0.2 token_file=" + file);
+    const House house = ReadRooms({player + "token}", player + "token}"});
+    ASSERT_EQ(house.doubts.size(), 3U);
+    EXPECT_EQ(house.doubts[0].line, 5);
+    EXPECT_EQ(house.doubts[0].key, "rooms[1].output");
+    EXPECT_EQ(house.doubts[0].text,
+              "the token of Home Assistant cannot be read from " + file + ": No such file or directory");
+    EXPECT_EQ(house.doubts[2].key, "rooms[2].output");
+    EXPECT_NE(house.doubts[2].text.find(
+                  "media_player.kitchen of http://10.0.0.2:8123 is the address of rooms[1] as well"),
+              std::string::npos);
+}
+
 TEST_F(HouseFileOutputsTest, WhatIsProbablyNotMeantIsTakenAndTold) {
     const House house = ReadRooms({"{multicast: \"239.255.1.1:5004\"}", "silent",
                                    "{multicast: \"239.255.1.1:5004\"}", "{multicast: \"239.255.1.1:5006\"}",
