@@ -1,10 +1,10 @@
 #include "controller/audio/snapcast/SnapcastLink.h"
 
+#include "controller/audio/snapcast/SnapcastJson.h"
 #include "controller/audio/snapcast/SnapcastSearch.h"
 #include "controller/driver/Text.h"
 
 #include <boost/asio/post.hpp>
-#include <nlohmann/json.hpp>
 
 #include <stdexcept>
 #include <utility>
@@ -18,9 +18,8 @@ using Json = nlohmann::json;
 constexpr std::size_t kMostReason = 200;
 
 std::string ReasonOf(const Json& error) {
-    const std::string message = error.value("message", "");
-    const Json data = error.value("data", Json());
-    return OneLine(data.is_string() ? data.get<std::string>() : message).substr(0, kMostReason);
+    const std::string data = TextIn(error, "data");
+    return OneLine(data.empty() ? TextIn(error, "message") : data).substr(0, kMostReason);
 }
 
 } // namespace
@@ -153,7 +152,8 @@ void SnapcastLink::OnAnswer(const std::string& line) {
         StartClock();
     m_isReused = true;
     const bool isError = json.contains("error") && json["error"].is_object();
-    answered(isError, isError ? ReasonOf(json["error"]) : json.value("result", Json()).dump());
+    const auto result = json.find("result");
+    answered(isError, isError ? ReasonOf(json["error"]) : (result != json.end() ? *result : Json()).dump());
 }
 
 void SnapcastLink::OnNotification(const std::string& line) {

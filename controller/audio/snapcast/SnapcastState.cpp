@@ -1,8 +1,7 @@
 #include "controller/audio/snapcast/SnapcastState.h"
 
+#include "controller/audio/snapcast/SnapcastJson.h"
 #include "controller/driver/Text.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <stdexcept>
@@ -41,14 +40,14 @@ SnapcastGroup ReadGroup(const Json& json) {
 
 SnapcastStream ReadStream(const Json& json) {
     const Json& uri = json.at("uri");
-    const Json query = uri.value("query", Json::object());
-    const std::string host = uri.value("host", "");
+    const std::string host = TextIn(uri, "host");
     const auto colon = host.rfind(':');
     const auto port = colon == std::string::npos
                           ? std::nullopt
                           : ReadNumber<std::uint16_t>(host.substr(colon + 1), 1, 65535);
-    return {json.at("id").get<std::string>(), uri.value("scheme", ""), query.value("sampleformat", ""),
-            port.value_or(kUsualSourcePort)};
+    const auto query = uri.find("query");
+    return {json.at("id").get<std::string>(), TextIn(uri, "scheme"),
+            query != uri.end() ? TextIn(*query, "sampleformat") : "", port.value_or(kUsualSourcePort)};
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace controller::audio::test {
 
 namespace {
 
-constexpr const char* kBefore = "bath=80+kitchen=100:music hall=50:radio";
+constexpr const char* kHouseBefore = "bath=80+kitchen=100:music hall=50:radio";
 
 } // namespace
 
@@ -45,7 +45,8 @@ protected:
     }
 
     bool IsAsBefore() {
-        return m_harness->RunUntil([&] { return m_server.Text() == kBefore && m_harness->Left().empty(); });
+        return m_harness->RunUntil(
+            [&] { return m_server.Text() == kHouseBefore && m_harness->Left().empty(); });
     }
 
     /// In an announcement for the kitchen and another room, which is heard whole, the kitchen is not, and
@@ -130,7 +131,7 @@ TEST_F(AudioEngineSnapcastTest, WhatIsStoppedInMidPlayIsGivenBack) {
     ASSERT_TRUE(
         m_harness->RunUntil([&] { return m_server.Text().find("announcements") == std::string::npos; }));
     m_harness->DestroyEngine();
-    EXPECT_EQ(m_server.Text(), kBefore);
+    EXPECT_EQ(m_server.Text(), kHouseBefore);
 }
 
 TEST_F(AudioEngineSnapcastTest, AnEngineThatEndsInMidPlayGivesBackFirst) {
@@ -139,7 +140,7 @@ TEST_F(AudioEngineSnapcastTest, AnEngineThatEndsInMidPlayGivesBackFirst) {
     m_harness->Engine().Play(m_clip, {});
     ASSERT_TRUE(m_harness->RunUntil([&] { return !m_server.Heard().empty(); }));
     m_harness->DestroyEngine();
-    EXPECT_EQ(m_server.Text(), kBefore);
+    EXPECT_EQ(m_server.Text(), kHouseBefore);
 }
 
 TEST_F(AudioEngineSnapcastTest, AServerThatIsGoneIsToldAndIsHeardAgainWhenItIsBack) {
@@ -176,18 +177,20 @@ TEST_F(AudioEngineSnapcastTest, WhateverElseAnswersThereIsTold) {
     ExpectTrouble(RoomTrouble::Kind::Refused, "answers what is no Snapcast server's");
     m_server.SetManner(Manner::RefusesStatus);
     ExpectTrouble(RoomTrouble::Kind::Refused, "refuses to say what it has: Not today");
+    m_server.SetManner(Manner::RefusesWithoutWords);
+    ExpectTrouble(RoomTrouble::Kind::Refused, "refuses to say what it has");
     m_server.SetManner(Manner::RefusesChanges);
     ExpectTrouble(RoomTrouble::Kind::Refused, "refuses to set the client out of its group: Not today");
     m_server.SetManner(Manner::ClosesAtChanges);
     ExpectTrouble(RoomTrouble::Kind::Refused, "has closed the connection");
-    EXPECT_EQ(m_server.Text(), kBefore);
+    EXPECT_EQ(m_server.Text(), kHouseBefore);
 }
 
 TEST_F(AudioEngineSnapcastTest, ASourceThatRefusesIsToldAndTheClientGivenBack) {
     m_server.SetManner(Manner::IgnoresSource);
     ExpectTrouble(RoomTrouble::Kind::Failed, "has closed the connection");
     m_harness->DestroyEngine();
-    EXPECT_EQ(m_server.Text(), kBefore);
+    EXPECT_EQ(m_server.Text(), kHouseBefore);
 }
 
 TEST_F(AudioEngineSnapcastTest, AServerThatIsKilledInMidPlayIsTold) {

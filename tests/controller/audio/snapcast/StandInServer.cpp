@@ -163,6 +163,10 @@ struct StandInServer::Parts {
             answer["result"] = StatusOf(model, sourcePort);
         else if (isChange)
             error = Apply(model, method, asked["params"]);
+        if (isStatus && now == Manner::RefusesWithoutWords) {
+            answer.erase("result");
+            answer["error"] = {{"code", "none"}, {"message", 7}, {"data", Json::array()}};
+        }
         if (!error.empty()) {
             answer.erase("result");
             answer["error"] = {{"code", -32603}, {"message", "Internal error"}, {"data", error}};

@@ -20,6 +20,7 @@ public:
         Hangs,         ///< takes what it is asked, and never answers
         TalksNonsense, ///< answers each line with one that is no JSON
         RefusesStatus,
+        RefusesWithoutWords, ///< with numbers where its words should be
         RefusesChanges,
         ClosesAtChanges,
         IgnoresSource, ///< closes what feeds it
