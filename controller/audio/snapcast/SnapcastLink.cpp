@@ -19,7 +19,7 @@ constexpr std::size_t kMostReason = 200;
 
 std::string ReasonOf(const Json& error) {
     const std::string data = TextIn(error, "data");
-    return OneLine(data.empty() ? TextIn(error, "message") : data).substr(0, kMostReason);
+    return OneLine((data.empty() ? TextIn(error, "message") : data).substr(0, kMostReason));
 }
 
 } // namespace
