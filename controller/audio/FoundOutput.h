@@ -9,7 +9,7 @@ namespace controller::audio {
 
 /// A place where a room could be heard, as it was found on this machine, or with the servers of the house.
 struct FoundOutput {
-    std::string kind; ///< "sound_server", "sound_card", "snapcast"
+    std::string kind; ///< "sound_server", "sound_card", "snapcast", "page"
     std::string name; ///< for people
     OutputDescription output;
     bool isDefault = false; ///< what its server or machine would take by itself

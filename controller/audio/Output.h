@@ -106,6 +106,7 @@ OutputFacts FactsOfHomeAssistant(const std::string& text);
 
 std::vector<FoundOutput> FindCards(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<FoundOutput> FindClients(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<FoundOutput> FindPages(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<FoundOutput> FindSinks(const std::vector<std::string>& texts, const OutputContext& context);
 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);

@@ -32,7 +32,7 @@ constexpr std::array kOutputKinds{
         "page", "page: NAVIGATOR",
         "the page of a screen, by the id of its navigator, or \"own\" for the one of the room: a tablet "
         "on the wall is the loudspeaker",
-        &CreatePageOutput, "", nullptr, &AskPage},
+        &CreatePageOutput, "", nullptr, &AskPage, &FindPages},
     OutputKind{
         "pulse", "pulse: SINK",
         "a sink of PulseAudio or PipeWire by its name, or \"default\"; what others play there is lowered "

@@ -5,6 +5,7 @@
 #include "controller/driver/Text.h"
 
 #include <chrono>
+#include <cstddef>
 #include <future>
 #include <limits>
 #include <memory>
@@ -68,6 +69,15 @@ std::vector<Health> AskPage(const std::vector<std::string>& texts, const OutputC
     if (answer.wait_for(kPatience) != std::future_status::ready)
         throw std::runtime_error("its output does not answer");
     return answer.get();
+}
+
+std::vector<FoundOutput> FindPages(const std::vector<std::string>& texts, const OutputContext& context) {
+    const std::vector<Health> answers = AskPage(texts, context);
+    std::vector<FoundOutput> pages;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (answers[i].state == Health::State::Healthy)
+            pages.push_back({"page", "Screen " + texts[i], {"page", texts[i]}});
+    return pages;
 }
 
 } // namespace controller::audio

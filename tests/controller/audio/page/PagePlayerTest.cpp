@@ -268,6 +268,23 @@ TEST_F(PagePlayerTest, WhetherPagesWouldBeHeardIsAskedOnAnyThread) {
     EXPECT_EQ(ask(), std::vector<Health>(2, {Health::State::Unheard, "nobody has tapped"}));
 }
 
+TEST_F(PagePlayerTest, PagesThatWouldBeHeardAreFound) {
+    OutputContext context;
+    context.pages = m_desk;
+    const auto find = [&] {
+        auto answers = std::async(std::launch::async,
+                                  [&] { return FindPages(std::vector<std::string>{"11"}, context); });
+        m_driver.DoNextPosted();
+        return answers.get();
+    };
+    const auto found = find();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].name, "Screen 11");
+    EXPECT_EQ(LineFor(found[0].output), "output: {page: \"11\"}");
+    m_pages.whyNot = "nobody has tapped";
+    EXPECT_TRUE(find().empty());
+}
+
 TEST_F(PagePlayerTest, WithoutScreensNoPagePlays) {
     m_desk->Close();
     EXPECT_FALSE(m_pages.isListening);
