@@ -24,6 +24,20 @@ std::vector<OutputDesk::Place> PlacesFor(const std::vector<audio::FoundOutput>& 
     return places;
 }
 
+/// What a test plays, or why there is nothing.
+struct Tone {
+    std::string file;
+    std::string error;
+};
+
+Tone ToneIn(const std::string& folder) {
+    try {
+        return {TestTone(folder).File(), ""};
+    } catch (const std::system_error& failure) {
+        return {"", failure.what()};
+    }
+}
+
 } // namespace
 
 OutputDesk Household::Outputs() {
@@ -36,21 +50,17 @@ OutputDesk Household::Outputs() {
             found({});
     };
     desk.tryOut = [this](const std::string& output, unsigned volume, const OutputDesk::Tried& tried) {
-        m_measuring.Submit([this, output, volume, tried] {
-            std::string tone;
-            std::string error;
-            try {
-                tone = TestTone(m_dataFolder.Path()).File();
-            } catch (const std::system_error& failure) {
-                error = failure.what();
-            }
-            m_driver.Post("the test of an output", [this, output, volume, tried, tone, error] {
-                if (error.empty())
-                    m_ownEngine->TryOutput(audio::ParseOutput(output), tone, volume, tried);
-                else
-                    tried(error);
-            });
-        });
+        const auto play = [this, output, volume, tried](const Tone& tone) {
+            if (tone.error.empty())
+                m_ownEngine->TryOutput(audio::ParseOutput(output), tone.file, volume, tried);
+            else
+                tried(tone.error);
+        };
+        const auto make = [this, play] {
+            m_driver.Post("the test of an output",
+                          [play, tone = ToneIn(m_dataFolder.Path())] { play(tone); });
+        };
+        m_measuring.Submit(make);
     };
     return desk;
 }

@@ -135,7 +135,7 @@ private:
                                const std::vector<std::string>& texts,
                                const std::function<void(std::vector<Health>)>& answer);
 
-    void FindOf(const std::string& kind, std::function<void(const std::vector<FoundOutput>&)> told);
+    void FindOf(const std::string& kind, const std::function<void(const std::vector<FoundOutput>&)>& told);
     void EndTry(const std::string& trouble);
     void TryClosed();
     void AfterTry(std::function<void()> task);

@@ -32,21 +32,23 @@ void AudioEngine::FindOutputs(const std::function<void(const std::vector<FoundOu
     if (!m_search)
         m_search = std::make_unique<OutputSearch>(
             m_context->services.driver, KindsThatFind(),
-            [this](const std::string& kind, OutputSearch::Found told) { FindOf(kind, std::move(told)); });
+            [this](const std::string& kind, const OutputSearch::Found& told) { FindOf(kind, told); });
     m_search->Find(found);
 }
 
-void AudioEngine::FindOf(const std::string& kind, std::function<void(const std::vector<FoundOutput>&)> told) {
+void AudioEngine::FindOf(const std::string& kind,
+                         const std::function<void(const std::vector<FoundOutput>&)>& told) {
     std::vector<std::string> texts;
     for (const auto& [id, room] : m_rooms)
         if (room->Config().output.kind == kind)
             texts.push_back(room->Config().output.text);
     const auto mailbox = m_context->mailbox;
+    const auto work = [row = FindOutputKind(kind), texts = std::move(texts),
+                       help = HelpWithoutRoom(*m_context), mailbox, told] {
+        mailbox->Post([told, places = FoundBy(*row, texts, help)] { told(places); });
+    };
     try {
-        m_context->workers.Start([row = FindOutputKind(kind), texts = std::move(texts),
-                                  help = HelpWithoutRoom(*m_context), mailbox, told] {
-            mailbox->Post([told, places = FoundBy(*row, texts, help)] { told(places); });
-        });
+        m_context->workers.Start(work);
     } catch (const std::system_error&) {
         mailbox->Post([told] { told({}); });
     }

@@ -22,14 +22,15 @@ void AudioEngine::Prepare(const PlayedSound& sound, const std::vector<std::uint3
     }
     if (preparations.empty())
         return;
-    try {
-        m_context->workers.Start([mailbox = m_context->mailbox, preparations = std::move(preparations),
-                                  path = sound.path, factor = FactorOf(sound.gain)] {
-            mailbox->Post([preparations, file = MakeWholeSound(path, factor)] {
-                for (const auto& preparation : preparations)
-                    preparation(file);
-            });
+    const auto work = [mailbox = m_context->mailbox, preparations = std::move(preparations),
+                       path = sound.path, factor = FactorOf(sound.gain)] {
+        mailbox->Post([preparations, file = MakeWholeSound(path, factor)] {
+            for (const auto& preparation : preparations)
+                preparation(file);
         });
+    };
+    try {
+        m_context->workers.Start(work);
     } catch (const std::system_error&) {
         // It is fetched when it is played, then.
     }

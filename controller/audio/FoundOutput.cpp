@@ -97,7 +97,7 @@ std::vector<FoundOutput> CardsIn(const std::string& folder) {
         const std::string address =
             "CARD=" + (id.empty() ? std::to_string(card) : id) + ",DEV=" + std::to_string(device);
         cards.push_back({"sound_card",
-                         id.empty() ? name : id + ": " + name,
+                         id.empty() ? name : std::string(id).append(": ").append(name),
                          {"gstreamer", "alsasink device=plughw:" + address},
                          card == 0 && device == 0});
     }

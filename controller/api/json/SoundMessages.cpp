@@ -80,6 +80,7 @@ const fields::Type& Gain::Table() {
 
 Object PlayNews::Table() {
     std::vector<const char*> texts;
+    texts.reserve(kPlayNews.size());
     for (const auto& [text, news] : kPlayNews)
         texts.push_back(text);
     return {"PlayNews",

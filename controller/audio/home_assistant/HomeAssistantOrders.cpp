@@ -112,7 +112,7 @@ void HomeAssistantPlay::LookWhetherFetched() {
         Fail(m_room.player + " has not fetched the sound from " + OurUrl() + within);
 }
 
-void HomeAssistantPlay::StopPlayer(std::function<void(const std::string& error)> stopped) {
+void HomeAssistantPlay::StopPlayer(const std::function<void(const std::string& error)>& stopped) {
     if (m_timer)
         m_timer->cancel();
     if (m_playing)

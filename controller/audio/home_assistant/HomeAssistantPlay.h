@@ -47,7 +47,7 @@ private:
     void Ordered(const HttpOutcome& outcome);
     void Lost();
     void LookWhetherFetched();
-    void StopPlayer(std::function<void(const std::string& error)> stopped);
+    void StopPlayer(const std::function<void(const std::string& error)>& stopped);
     void End();
     void Fail(const std::string& reason);
     void Leave();

@@ -55,16 +55,18 @@ void NameSearch::Find(const std::string& host, std::uint16_t port, Found found) 
     waiting.push_back(std::move(found));
     if (waiting.size() > 1)
         return;
+    const auto search = [place, gate = m_gate] {
+        const HostAddresses answer = FindAddresses(place.first, place.second, AddressForm::Any);
+        const auto tell = [gate, place, answer] {
+            if (gate->search != nullptr) // This thread is the one that closes it.
+                gate->search->Answer(place, EndpointsIn(answer), answer.error);
+        };
+        const std::lock_guard<std::mutex> lock(gate->mutex);
+        if (gate->search != nullptr)
+            boost::asio::post(gate->search->m_context, tell);
+    };
     try {
-        std::thread([place, gate = m_gate] {
-            const HostAddresses answer = FindAddresses(place.first, place.second, AddressForm::Any);
-            const std::lock_guard<std::mutex> lock(gate->mutex);
-            if (NameSearch* const search = gate->search)
-                boost::asio::post(search->m_context, [gate, place, answer] {
-                    if (gate->search != nullptr) // This thread is the one that closes it.
-                        gate->search->Answer(place, EndpointsIn(answer), answer.error);
-                });
-        }).detach();
+        std::thread(search).detach();
     } catch (const std::system_error& error) {
         boost::asio::post(m_context, [gate = m_gate, place, what = std::string(error.what())] {
             if (gate->search != nullptr)
