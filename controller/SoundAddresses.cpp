@@ -10,8 +10,10 @@ namespace {
 /// As in the table of operations.
 constexpr const char* kPlace = "/api/once/";
 
+/// Empty for an address that is none of these.
 std::string NameIn(const std::string& path) {
-    return path.substr(std::string(kPlace).size());
+    const std::string place = kPlace;
+    return path.rfind(place, 0) == 0 ? path.substr(place.size()) : "";
 }
 
 } // namespace

@@ -113,8 +113,7 @@ void HomeAssistantPlay::LookWhetherFetched() {
 }
 
 void HomeAssistantPlay::StopPlayer(const std::function<void(const std::string& error)>& stopped) {
-    if (m_timer)
-        m_timer->cancel();
+    ++m_turn; // What is due comes no more, also when its time has been.
     if (m_playing)
         std::exchange(m_playing, nullptr)->Cancel();
     if (m_path.empty()) {

@@ -145,8 +145,8 @@ void HomeAssistantPlay::Leave() {
 
 void HomeAssistantPlay::After(Clock::time_point moment, void (HomeAssistantPlay::*next)()) {
     m_timer->expires_at(moment);
-    m_timer->async_wait([self = shared_from_this(), next](const boost::system::error_code& error) {
-        if (!error && self->m_isOpen)
+    m_timer->async_wait([self = shared_from_this(), next, turn = ++m_turn](const auto& /*error*/) {
+        if (turn == self->m_turn && self->m_isOpen)
             (*self.*next)();
     });
 }

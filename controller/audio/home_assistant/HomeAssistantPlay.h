@@ -64,6 +64,7 @@ private:
     std::atomic<unsigned> m_volume;
     IRoomPlayer::OnEvent m_onEvent;
     std::optional<boost::asio::steady_timer> m_timer;
+    unsigned m_turn = 0;                 ///< Counts what the timer was set for.
     std::shared_ptr<HttpCall> m_call;    ///< that asks what the player is, or stops it
     std::shared_ptr<HttpCall> m_playing; ///< that has told it to play
     std::optional<Placement> m_clip;

@@ -1,5 +1,7 @@
 #include "controller/media/OneTimeSounds.h"
 
+#include "controller/SoundAddresses.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -80,6 +82,19 @@ TEST_F(OneTimeSoundsTest, TheOldestGoesForWantOfRoomAndASharedSoundCountsOnce) {
         EXPECT_NE(m_sounds.Fetch(name), nullptr);
     EXPECT_EQ(m_sounds.Add(Sound("12345678901"), seconds(60)), "");
     EXPECT_NE(m_sounds.Fetch(third), nullptr) << "nothing goes for what has no room at all";
+}
+
+TEST(SoundAddressesTest, WhatIsNoAddressOfASoundIsNone) {
+    SoundAddresses addresses;
+    const std::string path = addresses.Offer(std::make_shared<const std::string>("sound"), seconds(60));
+    EXPECT_NE(addresses.Sounds().Fetch(path.substr(path.rfind('/') + 1)), nullptr);
+    for (const char* const other : {"", "/", "/api/once", "/api/rooms/1/volume"}) {
+        EXPECT_FALSE(addresses.WasFetched(other)) << other;
+        addresses.Withdraw(other);
+    }
+    EXPECT_TRUE(addresses.WasFetched(path));
+    addresses.Withdraw(path);
+    EXPECT_FALSE(addresses.WasFetched(path));
 }
 
 } // namespace controller

@@ -33,7 +33,7 @@ export class Zone {
 
   static async open(group, take) {
     const zone = new Zone();
-    zone.socket = createSocket({ type: 'udp4', reuseAddr: true });
+    zone.socket = createSocket('udp4'); // Its port is its own.
     zone.socket.on('message', take ?? ((bytes) => zone.packets.push({ at: performance.now(), ...read(bytes) })));
     await within('a socket', new Promise((resolve) => zone.socket.bind(0, group, resolve)));
     zone.socket.addMembership(group, lo);
