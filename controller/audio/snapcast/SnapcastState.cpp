@@ -13,6 +13,7 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr std::uint16_t kUsualSourcePort = 4953;
+constexpr const char* kNoServer = "what answers is no Snapcast server";
 
 template <class Thing>
 const Thing* FindById(const std::vector<Thing>& things, const std::string& id) {
@@ -40,6 +41,8 @@ SnapcastGroup ReadGroup(const Json& json) {
 
 SnapcastStream ReadStream(const Json& json) {
     const Json& uri = json.at("uri");
+    if (!uri.is_object())
+        throw std::runtime_error(kNoServer);
     const std::string host = TextIn(uri, "host");
     const auto colon = host.rfind(':');
     const auto port = colon == std::string::npos
@@ -91,7 +94,7 @@ SnapcastState ReadSnapcastState(const std::string& result) {
             state.streams.push_back(ReadStream(stream));
         return state;
     } catch (const Json::exception&) {
-        throw std::runtime_error("what answers is no Snapcast server");
+        throw std::runtime_error(kNoServer);
     }
 }
 

@@ -10,6 +10,9 @@ SnapcastThread::SnapcastThread()
 SnapcastThread::~SnapcastThread() {
     m_context->stop();
     m_thread.join();
+    // What is to be closed is, and is not kept for ever by what it waits for.
+    m_context->restart();
+    m_context->poll();
 }
 
 } // namespace controller::audio

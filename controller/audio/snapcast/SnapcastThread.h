@@ -15,7 +15,7 @@ public:
     SnapcastThread();
     SnapcastThread(const SnapcastThread&) = delete;
     SnapcastThread& operator=(const SnapcastThread&) = delete;
-    /// What is still to be done is dropped.
+    /// What can be done at once is done, and what would have to be waited for is dropped.
     ~SnapcastThread();
 
     [[nodiscard]] const std::shared_ptr<boost::asio::io_context>& Context() const { return m_context; }
