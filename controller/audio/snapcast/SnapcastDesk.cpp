@@ -90,7 +90,7 @@ std::shared_ptr<SnapcastFeed> SnapcastDesk::FeedOf(const std::shared_ptr<Timelin
     boost::system::error_code unusable; // Then it is the address of nobody, which cannot be reached.
     const auto address = boost::asio::ip::make_address(state.address, unusable);
     auto feed = std::make_shared<SnapcastFeed>(
-        *m_thread->Context(),
+        m_thread->Context(),
         SnapcastFeed::Order{timeline,
                             {address, port},
                             place.buffer,

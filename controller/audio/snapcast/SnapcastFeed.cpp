@@ -26,10 +26,11 @@ std::int64_t SignedFramesOf(SnapcastFeed::Clock::duration time) {
 
 } // namespace
 
-SnapcastFeed::SnapcastFeed(boost::asio::io_context& context, Order order)
-    : m_order(std::move(order))
-    , m_socket(context)
-    , m_timer(context) {}
+SnapcastFeed::SnapcastFeed(std::shared_ptr<boost::asio::io_context> context, Order order)
+    : m_context(std::move(context))
+    , m_order(std::move(order))
+    , m_socket(*m_context)
+    , m_timer(*m_context) {}
 
 void SnapcastFeed::Add(std::shared_ptr<RoomSlot> slot, Listener listener) {
     if (m_isClosed) {

@@ -45,7 +45,7 @@ public:
         std::string place; ///< of the source, for people
     };
 
-    SnapcastFeed(boost::asio::io_context& context, Order order);
+    SnapcastFeed(std::shared_ptr<boost::asio::io_context> context, Order order);
 
     void Add(std::shared_ptr<RoomSlot> slot, Listener listener);
 
@@ -75,6 +75,7 @@ private:
     void StartTimer(std::chrono::milliseconds delay, void (SnapcastFeed::*then)());
     [[nodiscard]] bool HasEnded(Clock::time_point now) const;
 
+    const std::shared_ptr<boost::asio::io_context> m_context;
     const Order m_order;
     boost::asio::ip::tcp::socket m_socket;
     boost::asio::steady_timer m_timer;

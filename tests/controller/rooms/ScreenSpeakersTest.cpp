@@ -142,6 +142,7 @@ TEST_F(ScreenSpeakersTest, WhoHearsThatAPageIsGoneMayEndAllThatPlaysThere) {
     Arm(50);
     int gone = 0;
     std::vector<std::uint64_t> plays;
+    plays.reserve(3);
     for (int count = 0; count < 3; ++count)
         plays.push_back(m_speakers.Begin(5, m_sound, {}, 1, [&](News) {
             ++gone;
