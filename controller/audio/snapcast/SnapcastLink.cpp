@@ -178,13 +178,18 @@ void SnapcastLink::OnStatus(const std::string& result) {
         Look();
 }
 
-/// A connection that was there before may have been lost long ago, and the server be back since.
+/// A connection that was there before may have been lost long ago, and the server be back since. Who asks in
+/// the moment in which that is noticed is told of the server, not of the connection.
 void SnapcastLink::Drop(const std::string& reason) {
-    const bool isOnlyLooking = m_isLooking ? m_asked.size() == 1 : m_isDue && m_asked.empty();
-    if (!std::exchange(m_isReused, false) || !isOnlyLooking) {
+    const auto now = std::chrono::steady_clock::now();
+    const bool isAwaited = m_isLooking || m_isDue;
+    const bool isChanging = m_asked.size() > (m_isLooking ? 1U : 0U);
+    const bool isTooOften = !isAwaited && now < m_lastReturn + kAnswer;
+    if (!std::exchange(m_isReused, false) || isChanging || isTooOften) {
         Lose(reason, false);
         return;
     }
+    m_lastReturn = now;
     Reset();
     Look();
 }

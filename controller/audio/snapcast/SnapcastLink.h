@@ -67,6 +67,7 @@ private:
     bool m_isSearching = false;
     bool m_isClosed = false;
     bool m_isReused = false; ///< The connection has answered before, and may have been lost since.
+    std::chrono::steady_clock::time_point m_lastReturn{-kAnswer}; ///< to a server whose connection was lost
     int m_connected = 0;
     std::shared_ptr<LineConnection> m_calls;
     std::shared_ptr<LineConnection> m_notifications;

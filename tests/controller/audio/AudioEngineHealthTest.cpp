@@ -42,7 +42,7 @@ protected:
     /// Waits for what is told of the room next.
     Health Next(std::uint32_t room) {
         EXPECT_TRUE(IsTold(room)) << "nothing is told of room " << room;
-        const Health health = m_health[room];
+        Health health = m_health[room];
         m_health.erase(room);
         return health;
     }

@@ -152,6 +152,7 @@ TEST_F(AudioEngineHomeAssistantTest, EachThatIsNotHeardSaysWhyAndTheOthersPlayWh
          "the token of Home Assistant cannot be read from " + m_tokenFile + "-missing"},
     };
     std::vector<std::string> outputs;
+    outputs.reserve(expected.size() + 2);
     for (const auto& [output, reason] : expected)
         outputs.push_back(output);
     outputs.push_back(Player("good"));

@@ -21,7 +21,7 @@ std::string TestAddresses::Offer(std::shared_ptr<const std::string> file,
                                  std::chrono::milliseconds /*life*/) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_lastFile = std::move(file);
-    const std::string path = "/api/once/" + std::to_string(++m_offers) + ".wav";
+    std::string path = "/api/once/" + std::to_string(++m_offers) + ".wav";
     m_fetched[path] = false;
     return path;
 }

@@ -153,7 +153,7 @@ TEST_F(PagePlayerTest, SaysWhyItsPageIsNotHeardAtTheStartAndWhenTheClipComes) {
 
 TEST_F(PagePlayerTest, APageThatDoesNotBeginInTimeIsToldToStop) {
     Start();
-    (void)Place(5 * kRate);
+    (void)Place(std::int64_t{5} * kRate);
     m_driver.Advance(std::chrono::milliseconds(1800));
     EXPECT_TRUE(m_events.empty());
     m_driver.Advance(std::chrono::milliseconds(200));
@@ -169,7 +169,7 @@ TEST_F(PagePlayerTest, APageThatHasNotBegunByTheEndOfAShortClipIsNotHeard) {
 
 TEST_F(PagePlayerTest, APageThatBeginsLatePlaysToTheEnd) {
     Start();
-    (void)Place(5 * kRate);
+    (void)Place(std::int64_t{5} * kRate);
     m_pages.tell(PageNews::Late);
     EXPECT_EQ(m_events, Texts{"late"});
     m_driver.Advance(std::chrono::seconds(6));
@@ -186,7 +186,7 @@ TEST_F(PagePlayerTest, APageThatGoesIsSilencedStopsOrCannotPlayIsTheRoomsTrouble
         m_timeline = std::make_shared<Timeline>();
         m_events.clear();
         Start();
-        (void)Place(5 * kRate);
+        (void)Place(std::int64_t{5} * kRate);
         m_pages.tell(PageNews::Started);
         m_pages.tell(news);
         ExpectFailed(reason);
@@ -196,7 +196,7 @@ TEST_F(PagePlayerTest, APageThatGoesIsSilencedStopsOrCannotPlayIsTheRoomsTrouble
 
 TEST_F(PagePlayerTest, WhatIsStoppedFadesOutOnThePageAndEnds) {
     Start();
-    (void)Place(5 * kRate);
+    (void)Place(std::int64_t{5} * kRate);
     EXPECT_TRUE(m_timeline->FadeOut());
     m_driver.DoPosted();
     EXPECT_EQ(m_pages.told.back(), "end 7");
