@@ -3,6 +3,7 @@
 #include "controller/audio/FoundOutput.h"
 #include "controller/audio/OutputSearch.h"
 
+#include <functional>
 #include <system_error>
 #include <utility>
 
@@ -38,6 +39,11 @@ Tone ToneIn(const std::string& folder) {
     }
 }
 
+/// Calls on the driver thread.
+void WithTone(IScheduler& driver, const std::string& folder, const std::function<void(const Tone&)>& play) {
+    driver.Post("the test of an output", [play, tone = ToneIn(folder)] { play(tone); });
+}
+
 } // namespace
 
 OutputDesk Household::Outputs() {
@@ -56,11 +62,7 @@ OutputDesk Household::Outputs() {
             else
                 tried(tone.error);
         };
-        const auto make = [this, play] {
-            m_driver.Post("the test of an output",
-                          [play, tone = ToneIn(m_dataFolder.Path())] { play(tone); });
-        };
-        m_measuring.Submit(make);
+        m_measuring.Submit([this, play] { WithTone(m_driver, m_dataFolder.Path(), play); });
     };
     return desk;
 }
