@@ -44,10 +44,12 @@ class Attack {
 
   async restartServer() {
     await this.server.start();
-    for (const id of ['kitchen', 'bath'])
-      // One in twenty clients does not outlive its server.
-      if (this.clients[id].program.result) this.clients[id] = await this.server.client(id);
-      else await this.server.until(`${id} to be back`, () => this.server.isConnected(id));
+    // One in twenty clients does not outlive its server, or does not come back to it.
+    for (const id of ['kitchen', 'bath']) {
+      this.clients[id].program.process.kill('SIGKILL');
+      await this.clients[id].program.end();
+      this.clients[id] = await this.server.client(id);
+    }
   }
 
   async startController() {
