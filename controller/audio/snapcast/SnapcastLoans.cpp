@@ -81,6 +81,7 @@ void SnapcastLoans::SetVolume(unsigned hold, unsigned percent) {
 void SnapcastLoans::OnState(const SnapcastState& state) {
     m_state = state;
     if (!state.isThere) {
+        m_changing.clear();
         m_returning.clear();
         FailAll(state);
         if (!HasGivenBack())
@@ -119,7 +120,7 @@ void SnapcastLoans::Step(unsigned hold) {
     const std::string reason = WhyNotHeard(m_state, m_name, held.wish.client, held.wish.stream);
     if (!reason.empty())
         Fail(hold, RoomTrouble::Kind::Refused, reason);
-    else if (held.isReady || held.isAsking || m_returning.count(held.wish.client) != 0)
+    else if (held.isReady || held.isAsking || IsUnderWay(held.wish.client))
         return;
     else if (held.writtenPercent == held.wish.percent)
         Change(hold);
@@ -196,12 +197,20 @@ void SnapcastLoans::Change(unsigned hold) {
     held.listener.ready(m_state);
 }
 
+/// What was told may be done although its hold is gone: only a state from then on shows what is to be given
+/// back.
 ISnapcastServer::Answered SnapcastLoans::OnAnswer(unsigned hold, const std::string& what) {
-    return [this, hold, what, isAlive = std::weak_ptr(m_isAlive)](const std::string& error) {
-        if (isAlive.expired() || m_holds.count(hold) == 0)
+    const std::string client = m_holds.at(hold)->wish.client;
+    m_changing.insert(client);
+    return [this, hold, client, what, isAlive = std::weak_ptr(m_isAlive)](const std::string& error) {
+        if (isAlive.expired())
             return;
-        m_holds.at(hold)->isAsking = false;
-        if (error.empty())
+        if (const auto place = m_changing.find(client); place != m_changing.end())
+            m_changing.erase(place);
+        const bool isHeld = m_holds.count(hold) != 0;
+        if (isHeld)
+            m_holds.at(hold)->isAsking = false;
+        if (error.empty() || !isHeld)
             m_server.Look();
         else
             Fail(hold, RoomTrouble::Kind::Refused,

@@ -59,7 +59,8 @@ public:
 
     void OnState(const SnapcastState& state);
 
-    /// Lets go of all, and tells the server at once, without a look at what it has.
+    /// Lets go of all, and tells the server at once, without a look at what it has; what is being changed in
+    /// that moment stays written down.
     void GiveBackNow();
 
     /// Whether nothing is left to be given back.
@@ -85,6 +86,7 @@ private:
     [[nodiscard]] std::vector<Borrowed> Entries() const;
     [[nodiscard]] std::vector<Borrowed> EntriesOf(const std::string& client) const;
     [[nodiscard]] bool IsHeld(const std::string& client) const;
+    [[nodiscard]] bool IsUnderWay(const std::string& client) const;
     [[nodiscard]] bool IsBesideHeld(const std::string& client) const;
     [[nodiscard]] bool IsShared(const SnapcastGroup& group) const;
     [[nodiscard]] std::vector<std::string> NotHeld(const SnapcastGroup& group) const;
@@ -110,6 +112,7 @@ private:
     SnapcastState m_state;
     unsigned m_lastHold = 0;
     std::map<unsigned, std::unique_ptr<Held>> m_holds;
+    std::multiset<std::string> m_changing;        ///< clients of changes for them that are not answered yet
     std::set<std::string> m_cut;                  ///< clients that have been cut off just now
     std::map<std::string, Returning> m_returning; ///< by client
     std::map<std::string, unsigned> m_refusals;   ///< by client

@@ -43,6 +43,11 @@ bool SnapcastLoans::IsHeld(const std::string& client) const {
                        [&](const auto& hold) { return hold.second->wish.client == client; });
 }
 
+/// What is known of the client may be about to change.
+bool SnapcastLoans::IsUnderWay(const std::string& client) const {
+    return m_changing.count(client) != 0 || m_returning.count(client) != 0;
+}
+
 /// Whose group cannot be given another stream yet.
 bool SnapcastLoans::IsBesideHeld(const std::string& client) const {
     const SnapcastGroup* const group = m_state.GroupOf(client);
@@ -54,7 +59,7 @@ void SnapcastLoans::GiveBack() {
     for (const Borrowed& entry : Entries())
         clients.insert(entries::ClientOf(entry));
     for (const std::string& client : clients)
-        if (!IsBesideHeld(client) && m_cut.count(client) == 0 && m_returning.count(client) == 0)
+        if (!IsBesideHeld(client) && m_cut.count(client) == 0 && !IsUnderWay(client))
             GiveBackOf(client);
 }
 

@@ -1,6 +1,6 @@
 #include "controller/audio/snapcast/SnapcastLoans.h"
 
-#include "tests/controller/audio/snapcast/SnapcastModel.h"
+#include "tests/controller/audio/snapcast/FakeSnapcastServer.h"
 #include "tests/controller/support/FakeScheduler.h"
 #include "tests/controller/support/TestLog.h"
 
@@ -16,53 +16,6 @@ namespace controller::audio::test {
 namespace {
 
 constexpr const char* kBefore = "bath=80+kitchen=100:music hall=50:radio";
-
-/// A server that does at once what it is told, and answers when posted work is done.
-class FakeServer final : public ISnapcastServer {
-public:
-    explicit FakeServer(IScheduler& driver) : m_driver(driver) {}
-
-    void Look() override {
-        m_driver.Post("look", [this] {
-            if (isAnswering && loans != nullptr)
-                loans->OnState(model.state);
-        });
-    }
-    void SetVolume(const std::string& client, const SnapcastVolume& volume, Answered answered) override {
-        Answer("volume " + client, answered, [&] { return model.SetVolume(client, volume); });
-    }
-    void SetStream(const std::string& group, const std::string& stream, Answered answered) override {
-        Answer("stream " + stream, answered, [&] { return model.SetStream(group, stream); });
-    }
-    void SetMute(const std::string& group, bool isMuted, Answered answered) override {
-        Answer("mute " + group, answered, [&] { return model.SetMute(group, isMuted); });
-    }
-    void SetClients(const std::string& group,
-                    const std::vector<std::string>& clients,
-                    Answered answered) override {
-        Answer("clients " + group, answered, [&] { return model.SetClients(group, clients); });
-    }
-
-    SnapcastModel model;
-    SnapcastLoans* loans = nullptr;
-    bool isAnswering = true;
-    int refusedAt = 0; ///< The n-th call, from 1; 0: none.
-    int refusedFrom = 0;
-    std::vector<std::string> calls;
-
-private:
-    template <class Change>
-    void Answer(const std::string& call, const Answered& answered, const Change& change) {
-        calls.push_back(call);
-        const int number = static_cast<int>(calls.size());
-        const bool isRefused = number == refusedAt || (refusedFrom > 0 && number >= refusedFrom);
-        const std::string error = isRefused ? "Not today" : change();
-        if (isAnswering)
-            m_driver.Post("answer", [answered, error] { answered(error); });
-    }
-
-    IScheduler& m_driver;
-};
 
 } // namespace
 
@@ -114,7 +67,7 @@ protected:
 
     FakeScheduler m_scheduler;
     TestLog m_log;
-    FakeServer m_server{m_scheduler};
+    FakeSnapcastServer m_server{m_scheduler};
     std::vector<Borrowed> m_written;
     std::unique_ptr<Borrowings> m_borrowings;
     std::unique_ptr<SnapcastLoans> m_loans;
@@ -379,6 +332,23 @@ TEST_F(SnapcastLoansTest, AClientThatLeavesInMidPlayIsToldAndGivenBack) {
     EXPECT_EQ(m_kind, RoomTrouble::Kind::Failed);
     EXPECT_EQ(Model(), kBefore);
     EXPECT_EQ(Left(), 0U);
+}
+
+TEST_F(SnapcastLoansTest, AClientThatLeavesBeforeTheServerHasDoneWhatItWasToldIsGivenBack) {
+    for (std::size_t number = 1; number <= 3; ++number) {
+        m_server.model = {};
+        m_server.isSlow = true;
+        m_server.calls.clear();
+        Begin();
+        (void)Hold("kitchen");
+        while (m_server.calls.size() < number)
+            m_scheduler.DoNextPosted();
+        m_server.model.Client("kitchen").isConnected = false;
+        m_loans->OnState(m_server.model.state);
+        m_scheduler.DoPosted();
+        EXPECT_EQ(Model(), kBefore) << number;
+        EXPECT_EQ(Left(), 0U) << number;
+    }
 }
 
 TEST_F(SnapcastLoansTest, AtTheEndEverythingIsGivenBackAtOnce) {

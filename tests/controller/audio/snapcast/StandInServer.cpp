@@ -48,14 +48,14 @@ Json StatusOf(const SnapcastModel& model, std::uint16_t port) {
 }
 
 std::string Apply(SnapcastModel& model, const std::string& method, const Json& params) {
-    const auto id = params.value("id", "");
+    const auto id = params.at("id").get<std::string>();
     if (method == "Client.SetVolume")
-        return model.SetVolume(id, {params["volume"]["percent"], params["volume"]["muted"]});
+        return model.SetVolume(id, {params.at("volume").at("percent"), params.at("volume").at("muted")});
     if (method == "Group.SetStream")
-        return model.SetStream(id, params["stream_id"]);
+        return model.SetStream(id, params.at("stream_id"));
     if (method == "Group.SetMute")
-        return model.SetMute(id, params["mute"]);
-    return model.SetClients(id, params["clients"].get<std::vector<std::string>>());
+        return model.SetMute(id, params.at("mute"));
+    return model.SetClients(id, params.at("clients").get<std::vector<std::string>>());
 }
 
 } // namespace
@@ -145,7 +145,7 @@ struct StandInServer::Parts {
 
     void Answer(const Pointer& connection, const Json& asked) {
         const auto now = CurrentManner();
-        const std::string method = asked["method"];
+        const auto method = asked.at("method").get<std::string>();
         const bool isStatus = method == "Server.GetStatus";
         const bool isChange = method.find(".Set") != std::string::npos;
         if (now == Manner::Hangs)
@@ -154,7 +154,7 @@ struct StandInServer::Parts {
             return Write(connection, "SSH-2.0-nonsense");
         if (isChange && now == Manner::ClosesAtChanges)
             return connection->socket.close();
-        Json answer{{"jsonrpc", "2.0"}, {"id", asked["id"]}, {"result", Json::object()}};
+        Json answer{{"jsonrpc", "2.0"}, {"id", asked.at("id")}, {"result", Json::object()}};
         std::string error;
         const std::lock_guard<std::mutex> lock(mutex);
         if ((isStatus && now == Manner::RefusesStatus) || (isChange && now == Manner::RefusesChanges))
@@ -162,7 +162,7 @@ struct StandInServer::Parts {
         else if (isStatus)
             answer["result"] = StatusOf(model, sourcePort);
         else if (isChange)
-            error = Apply(model, method, asked["params"]);
+            error = Apply(model, method, asked.at("params"));
         if (isStatus && now == Manner::RefusesWithoutWords) {
             answer.erase("result");
             answer["error"] = {{"code", "none"}, {"message", 7}, {"data", Json::array()}};
