@@ -27,7 +27,9 @@ protected:
         std::vector<FoundOutput> places;
         for (const std::string& name : names)
             places.push_back({"sound_server", name, {kind, name}});
-        m_looking.extract(kind).mapped()(places);
+        const auto found = m_looking.at(kind);
+        m_looking.erase(kind);
+        found(places);
     }
 
     FakeScheduler m_scheduler;

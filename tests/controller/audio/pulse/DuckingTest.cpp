@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace controller::audio::test {
@@ -42,15 +44,15 @@ protected:
                                       Ducking::Server{[this] { ++m_looks; },
                                                       [this](std::uint32_t index, const PulseVolume& volume) {
                                                           m_sets.emplace_back(index, volume.at(0));
-                                                          if (PulseStream* const stream = Find(index))
-                                                              stream->volume = volume;
+                                                          Find(index).volume = volume;
                                                       }});
     }
 
-    PulseStream* Find(std::uint32_t index) {
-        const auto place = std::find_if(m_state.streams.begin(), m_state.streams.end(),
-                                        [&](const auto& stream) { return stream.index == index; });
-        return place == m_state.streams.end() ? nullptr : &*place;
+    PulseStream& Find(std::uint32_t index) {
+        for (PulseStream& stream : m_state.streams)
+            if (stream.index == index)
+                return stream;
+        throw std::out_of_range("no stream " + std::to_string(index));
     }
 
     void Play(std::uint32_t index, const std::string& program, std::uint32_t volume = kFull) {
@@ -70,7 +72,7 @@ protected:
         m_scheduler.DoPosted();
     }
 
-    std::uint32_t VolumeOf(std::uint32_t index) { return Find(index)->volume.at(0); }
+    std::uint32_t VolumeOf(std::uint32_t index) { return Find(index).volume.at(0); }
     std::size_t Entries() { return m_borrowings->Of("pulse").size(); }
     unsigned Hold(const std::string& sink = "kitchen", double decibels = -15) {
         return m_ducking->Hold(sink, decibels);
@@ -120,17 +122,17 @@ TEST_F(DuckingTest, MusicIsLoweredByFifteenDecibelsInFiveStepsOfTwentyMillisecon
 TEST_F(DuckingTest, WhatPlaysElsewhereIsOursIsPausedOrMutedIsLeft) {
     Begin();
     Play(1, "elsewhere");
-    Find(1)->sink = kOtherSink;
+    Find(1).sink = kOtherSink;
     Play(2, "ours");
-    Find(2)->isOurs = true;
+    Find(2).isOurs = true;
     Play(3, "paused");
-    Find(3)->isPaused = true;
+    Find(3).isPaused = true;
     Play(4, "silent", 0);
     (void)Hold();
     Look();
     EXPECT_TRUE(m_sets.empty());
     EXPECT_EQ(Entries(), 0U);
-    Find(3)->isPaused = false;
+    Find(3).isPaused = false;
     Look();
     EXPECT_EQ(VolumeOf(3), kDucked) << "once it goes on it is lowered too";
 }
@@ -157,7 +159,7 @@ TEST_F(DuckingTest, AVolumeThatItsUserSetsMeanwhileIsLeftAndNotLoweredAgain) {
     Play(2, "film");
     const unsigned hold = Hold();
     Look();
-    Find(1)->volume = {50000, 50000};
+    Find(1).volume = {50000, 50000};
     m_sets.clear();
     Look();
     EXPECT_TRUE(m_sets.empty());
@@ -288,7 +290,7 @@ TEST_F(DuckingTest, AServerThatCountsInOtherUnitsIsStillKnownAgain) {
     Play(1, "music");
     const unsigned hold = Hold();
     Look();
-    Find(1)->volume = {kDucked + 20, kDucked - 20};
+    Find(1).volume = {kDucked + 20, kDucked - 20};
     m_ducking->Release(hold);
     Look();
     EXPECT_EQ(VolumeOf(1), kFull);
