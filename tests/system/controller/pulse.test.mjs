@@ -109,7 +109,9 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
     const recording = await server.listen();
     await house.playToItsEnd(id);
     const played = levels(await recording.end(), music);
-    assert.ok(Math.min(...played.slice(5, -5)) > middle(played) - 1);
+    // Lowered it would be for a second; a busy machine's gaps are shorter.
+    const lowered = played.slice(5, -5).filter((level) => level < Math.max(...played) - 10);
+    assert.ok(lowered.length < 25, `the music was lowered for ${lowered.length * 20} ms: ${lowered}`);
   });
 
   onServer(
