@@ -66,6 +66,8 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
       await server.until('the music to be lowered', () => near(server.volume('music'), ducked));
       await server.play('film');
       await server.until('the film to be lowered', () => near(server.volume('film'), ducked));
+      const roles = server.streams().map(({ properties }) => properties['media.role']);
+      assert.ok(roles.includes('announcement'), `${roles}`);
       server.setVolume('music', 0.8);
       await events.until('announcement_ended', (data) => data.announcement === id);
       await server.until('the film to be raised', () => near(server.volume('film'), full));
@@ -74,7 +76,10 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
     },
   );
 
-  onServer('its sinks are listed, and one is tried without being a room', 'silent', async (server, house) => {
+  onServer('its sinks are listed, and one is tried without being a room', 'pulse: nowhere', async (server, house) => {
+    const [{ health, trouble }] = (await house.get('/api/rooms')).rooms;
+    assert.equal(health, 'silent');
+    assert.match(trouble, /the sound server has no sink "nowhere"/);
     const { outputs } = await house.get('/api/outputs');
     const found = outputs.find(({ output }) => output === 'pulse: heard');
     assert.deepEqual(
@@ -141,11 +146,11 @@ for (const [kind, isInstalled] of Object.entries(kinds)) {
 
   onServer(
     'killed while the music is lowered, it is back at once, and for the program’s next stream',
-    'pulse: heard',
+    { pulse: 'heard', duck: -20 },
     async (server, house, id) => {
       const player = await server.play();
       await house.play(id);
-      await server.until('the music to be lowered', () => near(server.volume('music'), ducked));
+      await server.until('the music to be lowered', () => near(server.volume('music'), 30419));
       house.process.kill('SIGKILL');
       await server.until('the music to be raised', () => near(server.volume('music'), full));
       await player.stop();
