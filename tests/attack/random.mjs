@@ -14,3 +14,10 @@ export function randomFrom(start) {
     branch: () => randomFrom(below(4294967296)),
   };
 }
+
+// Of one of several that go on at a time; it depends on the seed and the lane, counted from 1, alone.
+export function randomOfLane(lane) {
+  const root = randomFrom(seed);
+  for (let before = 1; before < lane; ++before) root.branch();
+  return root.branch();
+}
