@@ -70,8 +70,8 @@ void HomeAssistantPlay::Opened(const std::string& ourAddress) {
         if (const auto self = weak.lock())
             self->m_desk.Post([self] { self->ClipChanged(); });
     });
-    if (!m_order.timeline->SetRunning(*m_order.slot, true))
-        m_onEvent({PlayerEvent::Kind::Late, {}, {}});
+    // However late it comes, its player begins at the clip's beginning.
+    (void)m_order.timeline->SetRunning(*m_order.slot, true);
     ClipChanged();
 }
 

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <future>
 #include <map>
 
 #include <sys/stat.h>
@@ -60,7 +61,10 @@ protected:
             return {401, "401: Unauthorized"};
         const std::string kStates = "GET /api/states/media_player.";
         if (request.line.compare(0, kStates.size(), kStates) == 0) {
-            const auto state = m_states.find(request.line.substr(kStates.size()));
+            const std::string player = request.line.substr(kStates.size());
+            if (player == "slow")
+                m_slow.wait_for(std::chrono::seconds(20));
+            const auto state = m_states.find(player);
             return state != m_states.end() ? state->second : StateOf("playing");
         }
         const json order = json::parse(request.body);
@@ -78,6 +82,8 @@ protected:
     std::map<std::string, HouseReply> m_states;
     std::map<std::string, HouseReply> m_orders;
     std::set<std::string> m_silent; ///< players that fetch nothing
+    std::promise<void> m_answer;    ///< Until then the house does not say what the slow player is.
+    const std::future<void> m_slow = m_answer.get_future();
     TestHouse m_house{[this](const HouseRequest& request) {
         return Answer(request);
     }};
@@ -233,6 +239,26 @@ TEST_F(AudioEngineHomeAssistantTest, ARoomThatLeavesInMidPlayIsStoppedAndTheOthe
     EXPECT_EQ(result->rooms, Rooms{2});
     EXPECT_TRUE(harness.CloseAndWait());
     EXPECT_EQ(Asked(kToStop).size(), 1U);
+    ExpectWholeClip("room.wav");
+}
+
+TEST_F(AudioEngineHomeAssistantTest, APlayerWhoseHouseAnswersAfterTheStartPlaysAllAndMissesNoBeginning) {
+    EngineLimits limits = Limits();
+    limits.readiness = std::chrono::seconds(1);
+    EngineHarness harness({Player("slow"), FileOutput("room.wav")}, limits, EngineHarness::Borrows::No,
+                          &m_addresses);
+    harness.OpenWithAllRooms();
+    std::optional<PlayResult> result;
+    harness.Engine().Play(m_clip, [&](const PlayResult& played) { result = played; });
+    ASSERT_TRUE(
+        harness.RunUntil([&] { return SizeOf("room.wav") > 0 && Recorded("room.wav").First() >= 0; }));
+    m_answer.set_value();
+    ASSERT_TRUE(harness.RunUntil([&] { return result.has_value(); }));
+    EXPECT_EQ(result->error, "");
+    EXPECT_EQ(result->rooms, (Rooms{1, 2}));
+    EXPECT_EQ(Asked(kToPlay).size(), 1U);
+    EXPECT_TRUE(harness.Troubles().empty());
+    EXPECT_TRUE(harness.CloseAndWait());
     ExpectWholeClip("room.wav");
 }
 
