@@ -86,9 +86,9 @@ test('a test gets nothing of the environment that it is run in but what is meant
   ];
   const polluted = Object.fromEntries(foreign.map((name) => [name, 'foreign']));
   assert.deepEqual(environment(polluted), environment({}));
-  const meant = { SEED: '1', ROUNDS: '2', TSAN_OPTIONS: 'a=b' };
+  const meant = { SEED: '1', ROUNDS: '2', LANES: '3', TSAN_OPTIONS: 'a=b' };
   assert.deepEqual(
     environment({ ...polluted, ...meant }).sort(),
-    [...environment({}), 'ROUNDS=2', 'SEED=1', 'TSAN_OPTIONS=a=b'].sort(),
+    [...environment({}), 'ROUNDS=2', 'SEED=1', 'LANES=3', 'TSAN_OPTIONS=a=b'].sort(),
   );
 });
