@@ -50,7 +50,9 @@ protected:
     TemporaryFolder m_folder;
     TemporaryFolder m_data;
     TemporaryFolder m_programs;
-    std::optional<MediaShelf> m_shelf{std::in_place, m_folder.Path(), Converter(), nullptr,
+    /// Without optimization, on a busy machine, a photo takes longer than people are to wait.
+    std::optional<MediaShelf> m_shelf{std::in_place, m_folder.Path(),
+                                      Converter({Converter::FindProgram(), 60s}), nullptr,
                                       m_data.Path() / "thumbnails"};
 };
 
