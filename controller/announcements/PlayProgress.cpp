@@ -90,8 +90,11 @@ bool PlayProgress::TakeSound(const Event& event) {
     return true;
 }
 
-/// A popup of another one that stands still is none that can be dismissed.
+/// A popup of another one that stands still is none that can be dismissed. Of a thousand screens only what
+/// changes what is known is worth a word.
 bool PlayProgress::TakePopup(const Event& event) {
+    const bool couldBeDismissed = m_now->canBeDismissed;
+    const auto formerEnd = m_popupsEnd;
     if (std::holds_alternative<events::PopupShown>(event.data))
         ++m_popups;
     else if (const auto* hidden = std::get_if<events::PopupHidden>(&event.data); hidden && m_popups != 0) {
@@ -101,7 +104,7 @@ bool PlayProgress::TakePopup(const Event& event) {
     } else
         return false;
     m_now->canBeDismissed = m_popups != 0;
-    return true;
+    return couldBeDismissed != m_now->canBeDismissed || formerEnd != m_popupsEnd;
 }
 
 void PlayProgress::Expect() {

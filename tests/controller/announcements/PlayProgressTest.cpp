@@ -2,6 +2,8 @@
 
 #include "tests/controller/announcements/AnnouncementsFixture.h"
 
+#include <algorithm>
+
 namespace controller {
 
 namespace {
@@ -59,6 +61,24 @@ TEST_F(PlayProgressTest, OfAPopupThatStandsLongerItsEndCounts) {
     Publish(events::PopupHidden{7, 11, events::PopupEnd::Dismissed});
     EXPECT_FALSE(m_progress.Now()->canBeDismissed);
     EXPECT_EQ(Expected(), seconds(3));
+}
+
+TEST_F(PlayProgressTest, OfManyPopupsTheFirstAndTheLastAreTold) {
+    const auto told = [this] {
+        const auto texts = m_events.Take();
+        return std::count_if(texts.begin(), texts.end(),
+                             [](const std::string& text) { return text.rfind("now ", 0) == 0; });
+    };
+    Store(10, 60'000);
+    Publish(events::AnnouncementStarted{1});
+    (void)told();
+    for (std::uint32_t screen = 1; screen <= 100; ++screen)
+        Publish(events::PopupShown{screen, screen, "One", "", seconds(60), true});
+    EXPECT_EQ(told(), 1) << "it can be dismissed";
+    for (std::uint32_t screen = 1; screen <= 100; ++screen)
+        Publish(events::PopupHidden{screen, screen, events::PopupEnd::TimeIsUp});
+    EXPECT_FALSE(m_progress.Now()->canBeDismissed);
+    EXPECT_EQ(told(), 1) << "it cannot any more";
 }
 
 TEST_F(PlayProgressTest, WhatIsStoppedIsOverWhenTheRoomsHaveSettled) {
