@@ -32,6 +32,9 @@ export function spentBy(pid) {
     return (Number(fields[11]) + Number(fields[12])) / 100;
 }
 
+// Milliseconds of processor time of the driver thread, which is the program's first.
+const spentByDriver = (pid) => Number(readFileSync(`/proc/${pid}/task/${pid}/schedstat`, "utf8").split(" ")[0]) / 1e6;
+
 // The longest stays on the driver thread that the program has named, in milliseconds: those over 50 ms.
 const stays = (output) => [...output.matchAll(/was busy for (\d+) ms with (.*)/g)].map(([, time, what]) => ({time: Number(time), what}));
 
@@ -82,9 +85,11 @@ async function onePlay(house, id, zones, screens, number) {
     const events = await house.watch();
     const popups = popupsOn(screens);
     const before = spentBy(house.process.pid);
+    const driverBefore = spentByDriver(house.process.pid);
     const start = now();
     await house.play(id);
     const shown = Math.max(...await popups) - start;
+    const driverSpent = spentByDriver(house.process.pid) - driverBefore;
     await events.until("sound_started");
     const threads = threadsOf(house.process.pid);
     const files = readdirSync(`/proc/${house.process.pid}/fd`).length;
@@ -96,7 +101,7 @@ async function onePlay(house, id, zones, screens, number) {
     const {rooms} = await house.get("/api/rooms");
     events.socket.terminate();
     return {
-        shown, spent, threads, files,
+        shown, spent, driverSpent, threads, files,
         spread: Math.max(...first) - Math.min(...first), zones: counts.filter((count) => count === 70).length,
         whole: recordings.filter((one) => one.isWhole).length,
         steps: new Set(recordings.map((one) => one.first)).size,
@@ -120,6 +125,9 @@ export async function thousand() {
         const played = await repeat(plays, (index) => onePlay(house, id, zones, screens, index + 1));
         const shown = median(played.map((play) => play.shown));
         row("1,000 rooms: the last of 1,000 popups", shown, "ms", "<= 60 ms", shown <= 60, `most ${Math.max(...played.map((play) => play.shown)).toFixed(0)} ms`);
+        // What it would take on a machine that does nothing else; who shows the screens here takes a processor, too.
+        const driverSpent = median(played.map((play) => play.driverSpent));
+        row("1,000 rooms: the driver thread until then", driverSpent, "ms", "<= 60 ms", driverSpent <= 60, "processor time");
         const troubles = played.flatMap((play) => play.trouble);
         row("1,000 rooms: rooms in trouble", troubles.length, "", "none", troubles.length === 0, troubles[0] ?? `${plays} plays`);
         const zonesWhole = Math.min(...played.map((play) => play.zones));
