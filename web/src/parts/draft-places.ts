@@ -3,13 +3,15 @@
 import type SlRange from '@shoelace-style/shoelace/dist/components/range/range.js';
 import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
 import { css, html, nothing } from 'lit';
-import { customElement } from 'lit/decorators.js';
+import { customElement, state } from 'lit/decorators.js';
 import type { RoomTarget } from '../api/objects';
+import { excerpt } from '../model/excerpt';
 import { volume } from '../model/format';
 import { changed, isKeeping, toggled } from '../model/places';
 import { store } from '../store/live';
 import { t } from '../texts/page';
 import { DraftPart } from './draft-part';
+import { excerptSearch } from './excerpt-search';
 import { named } from './named';
 
 const USUAL = 40; // where a room of the announcement is not in the house
@@ -55,6 +57,8 @@ export class DraftPlaces extends DraftPart {
     `,
   ];
 
+  @state() private words: Record<string, string> = {}; // by title of the places
+
   override render(): unknown {
     return html`<section class="card" aria-labelledby="where">
       <h2 id="where">${t.editor.sections.where}</h2>
@@ -70,9 +74,24 @@ export class DraftPlaces extends DraftPart {
     );
     return html`<div role="group" aria-labelledby="rooms">
       <h3 id="rooms">${t.editor.sections.rooms}</h3>
-      ${rooms.length === 0 ? html`<p class="hint">${t.editor.noRooms}</p>` : rooms.map((room) => this.renderRoom(room))}
+      ${rooms.length === 0 ? html`<p class="hint">${t.editor.noRooms}</p>` : nothing}
+      ${this.renderPlaces(t.editor.sections.rooms, rooms, this.draft.rooms, (room) => this.renderRoom(room))}
       ${this.wrong('rooms')}
     </div>`;
+  }
+
+  private renderPlaces(
+    label: string,
+    all: Place[],
+    chosen: { id: number }[],
+    render: (place: Place) => unknown,
+  ): unknown {
+    const ids = new Set(chosen.map(({ id }) => id));
+    const words = this.words[label] ?? '';
+    const shown = excerpt(all, words, ({ id }) => ids.has(id));
+    return html`${excerptSearch({ label, all, shown }, words, (now) => {
+      this.words = { ...this.words, [label]: now };
+    })}${shown.map(render)}`;
   }
 
   private renderRoom(room: Place): unknown {
@@ -125,11 +144,8 @@ export class DraftPlaces extends DraftPart {
     );
     return html`<div role="group" aria-labelledby="screens">
       <h3 id="screens">${t.editor.sections.screens}</h3>
-      ${
-        screens.length === 0
-          ? html`<p class="hint">${t.editor.noScreens}</p>`
-          : screens.map((screen) => this.renderScreen(screen))
-      }
+      ${screens.length === 0 ? html`<p class="hint">${t.editor.noScreens}</p>` : nothing}
+      ${this.renderPlaces(t.editor.sections.screens, screens, this.draft.navigators, (one) => this.renderScreen(one))}
       ${this.wrong('navigators')}
     </div>`;
   }
@@ -149,6 +165,7 @@ export class DraftPlaces extends DraftPart {
 
 /** Also those that the announcement names and the house does not have any more. */
 function withStrange(known: Place[], ids: number[], nameOf: (id: number) => string): Place[] {
-  const strange = ids.filter((id) => !known.some((one) => one.id === id));
+  const knownIds = new Set(known.map(({ id }) => id));
+  const strange = ids.filter((id) => !knownIds.has(id));
   return [...known, ...strange.map((id) => ({ id, name: nameOf(id) }))];
 }

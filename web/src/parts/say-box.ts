@@ -4,12 +4,14 @@ import type SlTextarea from '@shoelace-style/shoelace/dist/components/textarea/t
 import { LitElement, html, nothing } from 'lit';
 import { customElement, query, state } from 'lit/decorators.js';
 import { Problem } from '../api/request';
+import { excerpt } from '../model/excerpt';
 import { missingIn, send, type Saying, type Way } from '../model/saying';
 import { keepTargets, keptTargets, targetsFrom, toggled, type Targets } from '../model/targets';
 import { Following, Reading, store } from '../store/live';
 import { sayStyles } from '../styles/say';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
+import { excerptSearch } from './excerpt-search';
 import './sound-choice';
 import type { Recorded } from './sound-recorder';
 import { attempt, toast } from './ui-toasts';
@@ -27,6 +29,7 @@ export class SayBox extends LitElement {
   @state() private sound = '';
   @state() private recorded: Recorded = null;
   @state() private targets: Targets = { rooms: [], screens: [], voice: '' };
+  @state() private words: Record<string, string> = {}; // by label of the places
   @state() private problem = '';
   @state() private isSending = false;
   @query('sl-textarea') private readonly field!: SlTextarea;
@@ -136,10 +139,16 @@ export class SayBox extends LitElement {
       </button>`;
     const isAll = chosen.length === places.length;
     if (places.length === 0) return nothing;
-    return html`<div role="group" aria-label=${label}>
-      ${places.length > 2 ? chip(t.say.all, isAll, () => take(isAll ? [] : places.map(({ id }) => id))) : nothing}
-      ${places.map(({ id, name }) => chip(name, chosen.includes(id), () => take(toggled(chosen, id))))}
-    </div>`;
+    const ids = new Set(chosen);
+    const words = this.words[label] ?? '';
+    const shown = excerpt(places, words, ({ id }) => !isAll && ids.has(id));
+    return html`${excerptSearch({ label, all: places, shown }, words, (now) => {
+        this.words = { ...this.words, [label]: now };
+      })}
+      <div role="group" aria-label=${label}>
+        ${places.length > 2 ? chip(t.say.all, isAll, () => take(isAll ? [] : places.map(({ id }) => id))) : nothing}
+        ${shown.map(({ id, name }) => chip(name, ids.has(id), () => take(toggled(chosen, id))))}
+      </div>`;
   }
 
   private renderVoices(): unknown {

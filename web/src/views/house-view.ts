@@ -1,8 +1,10 @@
 // Rooms with their volumes, screens with what they show, and values that messages can follow.
 
 import { LitElement, css, html, nothing } from 'lit';
-import { customElement } from 'lit/decorators.js';
+import { customElement, state } from 'lit/decorators.js';
 import { repeat } from 'lit/directives/repeat.js';
+import { excerpt } from '../model/excerpt';
+import { excerptSearch } from '../parts/excerpt-search';
 import '../parts/output-list';
 import '../parts/room-card';
 import '../parts/screen-card';
@@ -25,6 +27,8 @@ export class HouseView extends LitElement {
     `,
   ];
 
+  @state() private words: Record<string, string> = {}; // by title of the group
+
   constructor() {
     super();
     new Following(this);
@@ -36,46 +40,46 @@ export class HouseView extends LitElement {
   }
 
   override render(): unknown {
-    const rooms = [...store.rooms.values()];
-    const screens = [...store.screens.values()];
     return html`<div class="head"><h1>${t.house.title}</h1></div>
       ${this.group(
         t.house.rooms,
         t.house.noRooms,
-        rooms.length,
-        repeat(
-          rooms,
-          (one) => one.id,
-          (room) => html`<room-card .room=${room}></room-card>`,
-        ),
+        [...store.rooms.values()],
+        (one) => one.id,
+        (room) => html`<room-card .room=${room}></room-card>`,
       )}
       ${this.group(
         t.house.screens,
         t.house.noScreens,
-        screens.length,
-        repeat(
-          screens,
-          (one) => one.id,
-          (screen) => html`<screen-card .screen=${screen}></screen-card>`,
-        ),
+        [...store.screens.values()],
+        (one) => one.id,
+        (screen) => html`<screen-card .screen=${screen}></screen-card>`,
       )}
       ${this.group(
         t.house.values,
         t.house.noValues,
-        store.variables.length,
-        repeat(
-          store.variables,
-          (one) => `${one.device} ${one.variable}`,
-          (value) => html`<value-card .value=${value}></value-card>`,
-        ),
+        store.variables,
+        (one) => `${one.device} ${one.variable}`,
+        (value) => html`<value-card .value=${value}></value-card>`,
       )}<output-list></output-list>`;
   }
 
-  private group(title: string, none: string, count: number, cards: unknown): unknown {
+  private group<One extends { name: string }>(
+    title: string,
+    none: string,
+    all: One[],
+    keyOf: (one: One) => unknown,
+    card: (one: One) => unknown,
+  ): unknown {
+    const words = this.words[title] ?? '';
+    const shown = excerpt(all, words);
     return html`<section class="group" aria-label=${title}>
       <h2>${title}</h2>
-      ${count === 0 ? html`<p class="none">${none}</p>` : nothing}
-      <div class="tiles">${cards}</div>
+      ${all.length === 0 ? html`<p class="none">${none}</p>` : nothing}
+      ${excerptSearch({ label: title, all, shown }, words, (now) => {
+        this.words = { ...this.words, [title]: now };
+      })}
+      <div class="tiles">${repeat(shown, keyOf, card)}</div>
     </section>`;
   }
 }

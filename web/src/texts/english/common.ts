@@ -29,6 +29,10 @@ export const common = {
     testTone: 'test tone',
     variable: (device: number, variable: number) => `variable ${variable} of device ${device}`,
   },
+  excerpt: {
+    search: (list: string) => `Search ${list}`,
+    shown: (shown: number, all: number) => `${number(shown)} of ${number(all)}. Search for the others by name.`,
+  },
   units: {
     secondsName: 's',
     seconds: (value: number) => `${number(value)} s`,

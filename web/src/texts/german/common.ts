@@ -30,6 +30,11 @@ export const common: typeof English = {
     testTone: 'Testton',
     variable: (device: number, variable: number) => `Variable ${variable} von Gerät ${device}`,
   },
+  excerpt: {
+    search: (list: string) => `${list} durchsuchen`,
+    shown: (shown: number, all: number) =>
+      `${number(shown)} von ${number(all)}. Die anderen sind mit ihrem Namen zu finden.`,
+  },
   units: {
     secondsName: 's',
     seconds: (value: number) => `${number(value)} s`,
