@@ -21,7 +21,8 @@ Ticker::~Ticker() {
 void Ticker::Switch(bool isOn) {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_isOn = isOn;
+        if (std::exchange(m_isOn, isOn) == isOn)
+            return;
     }
     m_changed.notify_all();
 }

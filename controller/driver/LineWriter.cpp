@@ -83,9 +83,12 @@ void LineWriter::Write(std::string line) {
         ++m_queue->dropped;
         return;
     }
+    // Only who found none waits: each word to it may take the processor away from who writes.
+    const bool isFirst = m_queue->lines.empty();
     m_queue->bytes += line.size();
     m_queue->lines.push_back(std::move(line));
-    m_queue->changed.notify_all();
+    if (isFirst)
+        m_queue->changed.notify_all();
 }
 
 void LineWriter::Work(Queue& queue) {

@@ -85,11 +85,15 @@ void PacketSender::Start() {
 }
 
 void PacketSender::Order(What what, std::shared_ptr<ZoneStream> zone) {
+    bool isFirst = false;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
+        isFirst = m_commands.empty();
         m_commands.push_back({what, std::move(zone)});
     }
-    m_waker->Wake();
+    // The thread takes all that waits when it wakes.
+    if (isFirst)
+        m_waker->Wake();
 }
 
 void PacketSender::Run(int timer) {
