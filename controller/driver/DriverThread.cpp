@@ -103,13 +103,13 @@ void DriverThread::Rearm() {
 }
 
 void DriverThread::DoDue() {
-    const TimePoint now = Clock::now();
-    while (!m_later.empty() && m_later.begin()->first.first <= now) {
+    const TimePoint start = Clock::now();
+    while (!m_later.empty() && m_later.begin()->first.first <= start && Clock::now() - start <= kTurn) {
         const auto due = m_later.extract(m_later.begin());
         m_dueOf.erase(due.key().second);
         Do(due.mapped().what, due.mapped().work);
     }
-    Rearm();
+    Rearm(); // What is left has been due already: it is done behind what else waits.
 }
 
 } // namespace controller

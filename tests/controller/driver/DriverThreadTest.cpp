@@ -94,6 +94,23 @@ TEST_F(DriverThreadTest, LaterWorkIsDoneInTheOrderOfItsTimesAndCancelledWorkIsNo
     EXPECT_EQ(m_done, (Texts{"now", "first", "last"}));
 }
 
+TEST_F(DriverThreadTest, MuchThatIsDueTogetherLetsInBetweenWhatElseWaits) {
+    m_driver.After(0ms, "long", [this] {
+        m_driver.Post("between", [this] { m_done.push_back("between"); });
+        m_done.push_back("long");
+        const auto end = std::chrono::steady_clock::now() + DriverThread::kTurn + 1ms;
+        while (std::chrono::steady_clock::now() < end) {
+        }
+    });
+    m_driver.After(0ms, "second", [this] { m_done.push_back("second"); });
+    m_driver.After(0ms, "third", [this] {
+        m_done.push_back("third");
+        m_driver.Stop();
+    });
+    m_driver.Run();
+    EXPECT_EQ(m_done, (Texts{"long", "between", "second", "third"}));
+}
+
 TEST_F(DriverThreadTest, AnAlarmIsStoppedByItsDestruction) {
     auto alarm = std::make_unique<Alarm>(m_driver, "alarm");
     alarm->Start(1ms, [this] { m_done.push_back("alarm"); });
