@@ -2,20 +2,27 @@
 // they are. A kind is an entry of `kinds`; it gives
 //   skip      why it cannot be measured here, if so
 //   buffer    milliseconds that it takes by its own nature, beyond the agent's delays
+//   most      of its rooms are measured where 50 would mostly measure who hears them
 //   open      makes what its rooms are heard by: `rooms` gives the house file's lines of so many, `env` what the program is
-//             to know, `hear` from before the command until the end gives a moment of the first sample for each room, `heard`
-//             gives those instead from what is there after the end, `restored` waits until what is not the controller's own
-//             is as before, `close` ends it all.
+//             to know, `rest` the house's screens, `ready` waits until they can be played on, `hear` from before the
+//             command until the end gives a moment of the first sample for each room, `heard` gives those instead from
+//             what is there after the end, `restored` waits until what is not the controller's own is as before, `close`
+//             ends it all.
 import {spawn} from "node:child_process";
+import {writeFileSync} from "node:fs";
+import {join} from "node:path";
+import {HomeAssistant} from "../tests/system/harness/home-assistant.mjs";
 import {Zone, isHeardHere} from "../tests/system/harness/multicast.mjs";
+import {SnapcastServer, isInstalled as hasSnapcast} from "../tests/system/harness/snapcast.mjs";
 import {SoundServer, announcement, kinds as servers, levels, sink, tone} from "../tests/system/harness/sound-server.mjs";
 import {clip, heard, rate} from "../tests/system/harness/sounds.mjs";
 import {spentBy} from "./scale.mjs";
-import {firstSample, inHouse, isQuick, median, now, pipedRoom, repeat, rows, sleep} from "./measuring.mjs";
+import {firstSample, inHouse, isQuick, median, now, pipedRoom, repeat, rows, scratch, sleep} from "./measuring.mjs";
 
 const plays = isQuick ? 3 : 10;
 const delay = 200;
 const settling = 2000; // the agent's, before it gives rooms back
+const snapcastBuffer = 400;
 const many = (count, make) => Array.from({length: count}, (_, index) => make(index));
 
 // The moment of the first packet that is no silence, in a zone of u-law.
@@ -67,6 +74,11 @@ const kinds = {
     // Its buffer: pulsesink's, and that of who records it.
     ...Object.fromEntries(Object.entries(servers).map(([name, isInstalled]) => [`pulse, ${name}`, {
         skip: isInstalled ? "" : `${name} is not installed`, buffer: 200, open: () => openServer(name)}])),
+    snapcast: {skip: hasSnapcast ? "" : "Snapcast is not installed", buffer: snapcastBuffer, most: 2, open: openSnapcast},
+    // Named so far ahead that the pages have it by then.
+    page: {buffer: 400, open: openPages},
+    // Until its house is told; what players take is theirs.
+    home_assistant: {buffer: 0, open: openHomeAssistant},
 };
 
 // Reads the sink back; `first` is the moment when the announcement was heard after it had been set to undefined.
@@ -111,8 +123,106 @@ async function openServer(name) {
     };
 }
 
+// Two clients in one group, whose stream is another one before and after.
+async function openSnapcast() {
+    const server = await new SnapcastServer({buffer: snapcastBuffer}).start();
+    const names = ["kitchen", "bath"];
+    const clients = [];
+    for (const name of names) clients.push(await server.client(name));
+    await server.arrange({kitchen: 100, bath: 80});
+    const before = await server.text();
+    const firstOf = ({program}) => new Promise((resolve) => {
+        const look = (piece) => {
+            const bytes = Buffer.from(piece, "latin1");
+            for (let at = 0; at + 2 <= bytes.length; at += 2) {
+                if (Math.abs(bytes.readInt16LE(at)) <= 1000) continue;
+                program.process.stdout.off("data", look);
+                resolve(now());
+                return;
+            }
+        };
+        program.process.stdout.on("data", look);
+    });
+    return {
+        rooms: (count) => names.slice(0, count).map((name) => ({output: server.room(name)})),
+        hear: (house) => Promise.all(clients.slice(0, house.rooms.length).map(firstOf)),
+        restored: () => server.untilText(before),
+        close: () => server.remove(),
+    };
+}
+
+// A page without a browser, armed. `heard` is the moment that it was told last, by the clock here: pages are as far apart
+// as they are wrong about the controller's clock.
+async function openPage(house, id) {
+    const page = {};
+    const watcher = await house.watch(`/api/navigators/${id}/events`);
+    const say = (words) => watcher.socket.send(JSON.stringify(words));
+    watcher.socket.on("message", (text) => {
+        const {type, data} = JSON.parse(text);
+        if (type === "sound_play") void play(data);
+    });
+    const play = async ({play: number, address, at}) => {
+        page.heard = at / 1000 - page.ahead;
+        await (await fetch(house.base + address)).arrayBuffer();
+        say({play: {play: number, news: "started"}});
+    };
+    await watcher.until("state");
+    let least = Infinity;
+    await repeat(5, async (ping) => {
+        const sent = now();
+        say({ping});
+        const {now: theirs} = await watcher.until("pong");
+        const taken = now() - sent;
+        if (taken < least) page.ahead = theirs / 1000 - sent - taken / 2;
+        least = Math.min(least, taken);
+    });
+    say({armed: true});
+    const isArmed = async () => (await house.get("/api/navigators")).navigators.some((one) => one.id === id && one.armed);
+    while (!await isArmed()) await sleep(5);
+    return page;
+}
+
+function openPages() {
+    const first = 2001;
+    let opened;
+    return {
+        rest: (count) => `navigators:\n${many(count, (index) => `  - {id: ${first + index}, name: Page ${index}, room: ${index + 1}}\n`).join("")}`,
+        rooms: (count) => many(count, () => ({output: "page"})),
+        ready: async (house) => {
+            opened ??= await Promise.all(house.rooms.map((_, index) => openPage(house, first + index)));
+        },
+        hear: async (house, events) => {
+            await events.until("sound_ended");
+            return opened.map(({heard: moment}) => moment);
+        },
+    };
+}
+
+// One player, which all rooms are.
+async function openHomeAssistant() {
+    const token = "eyJ.long.lived";
+    const assistant = await new HomeAssistant(token).start();
+    const file = join(scratch, "home-assistant.token");
+    writeFileSync(file, token, {mode: 0o600});
+    let told;
+    assistant.server.on("request", ({url}) => {
+        if (url.endsWith("/play_media")) told ??= now();
+    });
+    return {
+        rooms: (count) => many(count, () => ({output: {home_assistant: "media_player.kitchen", url: assistant.url, token_file: file}})),
+        hear: async (house, events) => {
+            told = undefined;
+            await events.until("sound_ended");
+            // How far apart they are is up to the players.
+            return [told];
+        },
+        close: () => assistant.stop(),
+    };
+}
+
 async function onePlay(house, place, id, take) {
     const events = await house.watch();
+    await place.ready?.(house);
     const hearing = place.hear?.(house, await house.watch());
     const before = spentBy(house.process.pid);
     const start = now();
@@ -145,7 +255,7 @@ async function measure(kind, count) {
                 const play = await onePlay(house, place, id, index + 1);
                 return {...play, first: play.first - own - kind.buffer};
             });
-        }, (house) => house.sound("sound", place.env ? tone(announcement, 1) : clip(rate)), {env: place.env});
+        }, (house) => house.sound("sound", place.env ? tone(announcement, 1) : clip(rate)), {env: place.env, rest: place.rest?.(count)});
     } finally {
         await place.close?.();
     }
@@ -163,10 +273,11 @@ export async function rooms() {
             continue;
         }
         const one = await measure(kind, 1);
-        const fifty = await measure(kind, 50);
+        const count = kind.most ?? 50;
+        const fifty = await measure(kind, count);
         const spread = fifty("spread");
         rows.push({what: `a room: ${name}`, measured: `${one("first").toFixed(1)} ms`, target: "<= 20 ms", verdict: one("first") <= 20 ? "yes" : "NO",
             beside: `beyond its own ${kind.buffer} ms; as before ${one("restored").toFixed(0)} ms after the end; ` +
-                `50 of it ${fifty("spent").toFixed(2)} s${spread === undefined ? "" : `, ${spread.toFixed(1)} ms apart`}`});
+                `${count} of it ${fifty("spent").toFixed(2)} s${spread === undefined ? "" : `, ${spread.toFixed(1)} ms apart`}`});
     }
 }

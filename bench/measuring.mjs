@@ -43,8 +43,9 @@ export async function repeat(count, body) {
     return values;
 }
 
-export async function inHouse(rooms, body, prepare = () => {}, options = {}) {
-    const house = new House(rooms, "", rooms.length > 10 ? "" : undefined);
+// `rest`: the house's screens and variables.
+export async function inHouse(rooms, body, prepare = () => {}, {rest, ...options} = {}) {
+    const house = new House(rooms, "", rest ?? (rooms.length > 10 ? "" : undefined));
     try {
         house.sound("click", clip(rate / 100));
         await prepare(house);
