@@ -79,6 +79,7 @@ private:
     void WriteBorrowed(const std::vector<audio::Borrowed>& entries, WriteDone done);
     void ForgetGoneSounds(Opened& opened) const;
     [[nodiscard]] audio::ISoundEngine& Engine();
+    [[nodiscard]] bool IsUrgent() const;
     [[nodiscard]] std::vector<Variables::Variable> VariablesAtStart() const;
     [[nodiscard]] std::vector<RoomVolumes::Room> RoomsAtStart() const;
     [[nodiscard]] RoomVolumes::Parts VolumeParts();

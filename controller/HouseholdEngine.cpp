@@ -62,7 +62,17 @@ audio::ISoundEngine& Household::Engine() {
             [this](std::uint32_t room, const audio::Health& health) {
                 m_feed.Publish(events::RoomHealthChanged{room, HealthOf(health.state), health.reason});
             },
-            &m_pages});
+            &m_pages,
+            [this] {
+                return IsUrgent();
+            }});
+}
+
+/// What plays has been told of before it asks for its stream.
+bool Household::IsUrgent() const {
+    const auto& playing = m_playing.Current();
+    const AnnouncementPointer announcement = playing ? m_announcements.Find(playing->id) : nullptr;
+    return announcement && announcement->house.isUrgent;
 }
 
 std::vector<RoomVolumes::Room> Household::RoomsAtStart() const {

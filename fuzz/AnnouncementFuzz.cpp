@@ -25,7 +25,8 @@ void CheckRoundTrip(const Announcement& announcement) {
     Require(static_cast<bool>(document), "what is handed to the agent is XML");
     Announcement kept = announcement_xml::FromXml(*document->GetRootNode());
     kept.house = announcement_xml::HouseFromXml(announcement_xml::ToXml(announcement.house));
-    Require(kept.house.tags == announcement.house.tags, "what the house adds is kept as it is");
+    Require(kept.house.tags == announcement.house.tags && kept.house.isUrgent == announcement.house.isUrgent,
+            "what the house adds is kept as it is");
     const std::string json = announcement_json::ToText(kept);
     const Announcement again = announcement_json::Read(ParseJson(json), kId);
     Require(announcement_xml::ToXml(again) == announcement_xml::ToXml(kept),

@@ -49,6 +49,11 @@ std::string VariableName(const Json& variable) {
     return name.empty() ? IdOf(variable) : name;
 }
 
+/// What is as it is when nothing is said may be left out.
+Json ValueOf(const Field& field, const Json& announcement) {
+    return announcement.value(field.member, field.otherwise);
+}
+
 /// The value in the words of a view; empty when there is nothing to say.
 std::string Told(const Field& field, const Json& value) {
     if (field.kind == Kind::Variable) {
@@ -93,6 +98,9 @@ const std::vector<Field>& All() {
          "how long the popup stands; 0 ms is 30 s", "/video/timeout_ms"_json_pointer, 0, Completes::Nothing, "for {}", 30000},
         {"ok_button", Kind::YesNo, "--ok-button", "yes|no", "Whether the popup has an OK button; it has when nothing is said",
          "yes or no", "/video/ok_button"_json_pointer, true, Completes::Nothing, "with an OK button|without an OK button"},
+        {"urgent", Kind::YesNo, "--urgent", "yes|no",
+         "Whether loudspeakers that have an urgent address get it there; they do not when nothing is said", "yes or no",
+         "/urgent"_json_pointer, false, Completes::Nothing, "urgent|"},
     };
     return kAll;
 }
@@ -124,7 +132,7 @@ Json Read(const Field& field, const std::string& what, const std::string& text, 
 }
 
 std::string Write(const Field& field, const Json& announcement) {
-    const Json& value = announcement.at(field.member);
+    const Json value = ValueOf(field, announcement);
     if (field.kind == Kind::Length)
         return times::LengthText(value);
     if (field.kind == Kind::YesNo)
@@ -138,7 +146,7 @@ std::string Write(const Field& field, const Json& announcement) {
 }
 
 std::string Phrase(const Field& field, const Json& announcement, House& house) {
-    const Json& value = announcement.at(field.member);
+    const Json value = ValueOf(field, announcement);
     if (field.IsList())
         return targets::Phrase(field, value, house);
     const std::string phrase = field.phrase;

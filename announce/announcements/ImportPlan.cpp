@@ -19,12 +19,16 @@ Json WithoutId(Json announcement) {
     return announcement;
 }
 
-/// Whether `wanted` says what is there. Members that it leaves out have their usual values in the API.
-bool IsSame(const Json& present, const Json& wanted) {
+/// Members that it leaves out have their usual values in the API.
+Json Whole(const Json& announcement) {
     Json whole = fields::Nothing();
-    whole.update(wanted, true);
-    // The order of the members says nothing.
-    return nlohmann::json(WithoutId(present)) == nlohmann::json(WithoutId(whole));
+    whole.update(WithoutId(announcement), true);
+    return whole;
+}
+
+/// The order of the members says nothing.
+bool IsSame(const Json& present, const Json& wanted) {
+    return nlohmann::json(Whole(present)) == nlohmann::json(Whole(wanted));
 }
 
 /// The place of the one that `wanted` stands for: the same content, else the same id and name, else the same
@@ -87,7 +91,7 @@ ImportPlan ImportPlan::Make(const std::vector<Json>& wanted, const Json& present
         if (IsSame(left[place], one))
             ++plan.unchanged;
         else
-            plan.changes.push_back({WithoutId(one), left[place]});
+            plan.changes.push_back({Whole(one), left[place]}); // What it leaves out would stay there.
         left.erase(left.begin() + static_cast<std::ptrdiff_t>(place));
     }
     return plan;

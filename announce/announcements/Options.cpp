@@ -42,11 +42,10 @@ Options Changing(Options before) {
 
 void Apply(const Arguments& arguments, House& house, Json& announcement) {
     for (const fields::Field& field : fields::All()) {
-        Json& member = announcement[field.member];
         if (field.IsList())
-            ApplyList(field, arguments, house, member);
+            ApplyList(field, arguments, house, announcement[field.member]);
         else if (const auto text = arguments.Find(KeyOf(field)))
-            member = fields::Read(field, field.option, *text, house);
+            announcement[field.member] = fields::Read(field, field.option, *text, house);
     }
 }
 

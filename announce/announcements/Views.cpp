@@ -33,7 +33,7 @@ Table Whole(const Json& announcement, House& house) {
     };
     add("id", announcement.at("id").dump());
     add("name", Of("name", announcement, house), Style::Bold);
-    add("sound", told({"sound", "sound_delay"}));
+    add("sound", told({"sound", "sound_delay", "urgent"}));
     add("rooms", told({"rooms"}));
     add("text", Message(announcement, house));
     add("image", told({"image"}));

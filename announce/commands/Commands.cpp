@@ -58,6 +58,7 @@ std::vector<CommandDefinition> AnnouncementCommands() {
           {"--sound", "SOUND", "A sound that is played in place of speech", Completes::Sound},
           {"--chime", "SOUND", "A sound that is heard in front of the text", Completes::Sound},
           {"--popup-time", "TIME", "How long the popup stands; 10 s when nothing is said"},
+          {"--urgent", "", "Loudspeakers that have an urgent address get it there, and interrupt what they play"},
           {"--wait", "", "Wait for its end, and say how it ended"}},
          {{"In the kitchen, and on the screen in the hall", "announce say \"Dinner is ready\" --room Kitchen --screen Hall"}},
          handlers::Say},

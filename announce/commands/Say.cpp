@@ -29,6 +29,8 @@ Json OrderOf(Session& session) {
         order["navigators"].push_back({{"id", screen.at("id")}});
     if (const auto time = session.arguments.Find("popup-time"))
         order["timeout_ms"] = times::ReadMilliseconds("--popup-time", *time);
+    if (session.arguments.Has("urgent"))
+        order["urgent"] = true;
     return order;
 }
 

@@ -13,6 +13,7 @@ namespace controller {
 struct HouseAddition {
     std::vector<std::string> tags; ///< words that people find the announcement by, each once
     bool isPassing = false;        ///< there for one play; left over, it is gone at the next start
+    bool isUrgent = false;         ///< loudspeakers interrupt what they play, where they can
 };
 
 /// One announcement: a sound in some rooms, and a message on some navigators. Times are milliseconds.

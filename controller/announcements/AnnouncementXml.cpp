@@ -185,6 +185,8 @@ HouseAddition HouseFromXml(const std::string& text) {
                                addition.tags.end();
             if (child.GetName() == "passing")
                 addition.isPassing = true;
+            if (child.GetName() == "urgent")
+                addition.isUrgent = true;
             if (child.GetName() == "tag" && !child.GetValue().empty() && isNew)
                 addition.tags.push_back(child.GetValue());
         });
@@ -192,7 +194,7 @@ HouseAddition HouseFromXml(const std::string& text) {
 }
 
 std::string ToXml(const HouseAddition& addition) {
-    if (addition.tags.empty() && !addition.isPassing)
+    if (addition.tags.empty() && !addition.isPassing && !addition.isUrgent)
         return "";
     Writer writer;
     writer.Element("house", [&] {
@@ -200,6 +202,8 @@ std::string ToXml(const HouseAddition& addition) {
             writer.Text("tag", tag);
         if (addition.isPassing)
             writer.Text("passing", "");
+        if (addition.isUrgent)
+            writer.Text("urgent", "");
     });
     return writer.Take();
 }

@@ -35,7 +35,7 @@ std::optional<Announcement> RecordIn(const AgentAnswer& answer, std::uint32_t id
 
 bool AreSame(const Announcement& one, const Announcement& other) {
     return announcement_xml::ToXml(one) == announcement_xml::ToXml(other) &&
-           one.house.tags == other.house.tags;
+           one.house.tags == other.house.tags && one.house.isUrgent == other.house.isUrgent;
 }
 
 } // namespace

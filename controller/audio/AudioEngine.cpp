@@ -69,6 +69,8 @@ void AudioEngine::OpenStream(OnReady onReady) {
     m_stream = std::make_unique<Stream>();
     m_stream->timeline = std::make_shared<Timeline>();
     m_stream->take = ++m_takes;
+    // A place that is tried is no announcement.
+    m_stream->isUrgent = !m_try && m_context->services.isUrgent && m_context->services.isUrgent();
     if (m_health)
         m_health->Hold();
     AfterTry([this, take = m_takes, onReady = std::move(onReady)] {
@@ -86,7 +88,7 @@ void AudioEngine::AddRoom(std::uint32_t roomId) {
         return;
     }
     if (m_stream->rooms.insert(roomId).second)
-        room->second->Join(m_stream->timeline, m_stream->take);
+        room->second->Join(m_stream->timeline, m_stream->take, m_stream->isUrgent);
 }
 
 void AudioEngine::RemoveRoom(std::uint32_t roomId) {

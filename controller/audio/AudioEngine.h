@@ -61,6 +61,8 @@ struct EngineServices {
     /// Empty: the rooms' outputs are not asked.
     std::function<void(std::uint32_t roomId, const Health& health)> roomHealth = nullptr;
     IPageSpeakers* pages = nullptr; ///< Null: no screen's page plays.
+    /// Whether the announcement is urgent for which a stream is opened; empty: none is.
+    std::function<bool()> isUrgent = nullptr;
 };
 
 /// Bounds of waiting. The defaults are for people; tests and slow machines may stretch them.

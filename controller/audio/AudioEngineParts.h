@@ -23,6 +23,7 @@ namespace controller::audio {
 struct AudioEngine::Stream {
     std::shared_ptr<Timeline> timeline;
     unsigned take = 0;
+    bool isUrgent = false;
     std::set<std::uint32_t> rooms;
 };
 

@@ -65,7 +65,7 @@ void AudioEngine::RenewStream() {
     m_stream->timeline = std::make_shared<Timeline>();
     m_stream->take = ++m_takes;
     for (const std::uint32_t id : m_stream->rooms)
-        m_rooms.at(id)->Join(m_stream->timeline, m_stream->take);
+        m_rooms.at(id)->Join(m_stream->timeline, m_stream->take, m_stream->isUrgent);
 }
 
 void AudioEngine::StartPlayback(const PlayedSound& sound) {

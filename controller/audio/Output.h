@@ -55,6 +55,7 @@ struct PlayerOrder {
     unsigned volume = 0;
     std::chrono::milliseconds leadSilence{0}; ///< that the room is to get before the clip
     OutputContext context;
+    bool isUrgent = false; ///< as the announcement is
 };
 
 /// A place that is no GStreamer bin: its rooms have players of their own.

@@ -27,7 +27,7 @@ struct OutputHelp {
 
 /// What can be told of an output without opening it.
 struct OutputFacts {
-    std::string place; ///< where it sends, for those that can stand in each other's way; or empty
+    std::vector<std::string> places; ///< where it sends, for those that can stand in each other's way
     std::vector<std::string> doubts; ///< What is allowed, and probably not meant.
     bool isAnswering = true;         ///< Whether it can be known that it is not heard.
 };

@@ -41,10 +41,11 @@ RoomOutput::RoomOutput(RoomConfig config,
     , m_context(std::move(context))
     , m_onChange(std::move(onChange)) {}
 
-void RoomOutput::Join(std::shared_ptr<Timeline> timeline, unsigned take) {
+void RoomOutput::Join(std::shared_ptr<Timeline> timeline, unsigned take, bool isUrgent) {
     Leave();
     m_timeline = std::move(timeline);
     m_take = take;
+    m_isUrgent = isUrgent;
     m_slot = m_timeline->AddRoom(m_config.id, m_isReadyInTime);
     m_lastTrouble.clear();
     m_isSilent = false;
@@ -79,7 +80,7 @@ std::shared_ptr<IRoomPlayer> RoomOutput::MakePlayer() {
     const auto silent = [this, mailbox = m_context->mailbox, sender = m_slot](const std::string& reason) {
         mailbox->Post([this, sender, reason] { OnSilent(sender, reason); });
     };
-    PlayerOrder order{m_timeline, m_slot, m_config.volume, LeadSilence(), Context(silent)};
+    PlayerOrder order{m_timeline, m_slot, m_config.volume, LeadSilence(), Context(silent), m_isUrgent};
     if (const auto* own = std::get_if<PlayerOutput>(&m_output))
         return own->make(std::move(order));
     return std::make_shared<RoomPipeline>(std::move(order), std::get<ElementOutput>(m_output),

@@ -22,7 +22,7 @@ public:
     /// `onChange` is called when the state has changed by itself, and when a player has closed.
     RoomOutput(RoomConfig config, std::shared_ptr<EngineContext> context, std::function<void()> onChange);
 
-    void Join(std::shared_ptr<Timeline> timeline, unsigned take);
+    void Join(std::shared_ptr<Timeline> timeline, unsigned take, bool isUrgent);
     void Leave();
     void SetVolume(unsigned volume);
 
@@ -74,6 +74,7 @@ private:
     std::shared_ptr<Timeline> m_timeline; ///< Null: the room is in no stream.
     std::shared_ptr<RoomSlot> m_slot;
     unsigned m_take = 0;
+    bool m_isUrgent = false;
     std::shared_ptr<IRoomPlayer> m_current; ///< Null while it waits for the former one to close.
     std::shared_ptr<IRoomPlayer> m_closing;
     Clock::time_point m_closingSince;

@@ -106,15 +106,15 @@ void HouseReading::CheckPlace(HouseMap& map, House::Room& room) {
     room.isAnswering = facts.isAnswering;
     for (const std::string& doubt : facts.doubts)
         m_house.doubts.push_back({map.LineOf("output"), map.Path() + ".output", doubt});
-    if (facts.place.empty())
-        return;
-    const auto [place, isNew] = m_places.emplace(facts.place, map.Path());
-    if (!isNew)
-        m_house.doubts.push_back(
-            {map.LineOf("output"), map.Path() + ".output",
-             facts.place + " is the address of " + place->second +
-                 " as well; in an announcement for both, loudspeakers there play either one of "
-                 "them or both at once"});
+    for (const std::string& address : facts.places) {
+        const auto [place, isNew] = m_places.emplace(address, map.Path());
+        if (!isNew)
+            m_house.doubts.push_back(
+                {map.LineOf("output"), map.Path() + ".output",
+                 address + " is the address of " + place->second +
+                     " as well; in an announcement for both, loudspeakers there play either one of "
+                     "them or both at once"});
+    }
 }
 
 void HouseReading::CheckPages() {

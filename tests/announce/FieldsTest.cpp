@@ -27,7 +27,8 @@ protected:
 TEST_F(FieldsTest, WithoutAWordAnAnnouncementIsEmptyAndItsPopupHasAButton) {
     EXPECT_EQ(nlohmann::json(fields::Nothing()), nlohmann::json::parse(R"({
         "name": "", "audio": {"file": "", "delay_ms": 0}, "rooms": [], "navigators": [],
-        "video": {"image": "", "text": "", "delay_ms": 0, "timeout_ms": 0, "ok_button": true, "variable": null}})"));
+        "video": {"image": "", "text": "", "delay_ms": 0, "timeout_ms": 0, "ok_button": true, "variable": null},
+        "urgent": false})"));
 }
 
 TEST_F(FieldsTest, NamesBecomeWhatTheApiHasForThem) {
@@ -82,6 +83,8 @@ TEST_F(FieldsTest, AViewSaysAValueInWordsAndNothingOfWhatIsNotThere) {
     EXPECT_EQ(Phrase("popup_time", 0), "for 30 s");
     EXPECT_EQ(Phrase("ok_button", true), "with an OK button");
     EXPECT_EQ(Phrase("ok_button", false), "without an OK button");
+    EXPECT_EQ(Phrase("urgent", true), "urgent");
+    EXPECT_EQ(Phrase("urgent", false), "");
     EXPECT_EQ(Phrase("variable", {{"device", 9}, {"variable", 4}, {"name", "Outside"}}),
               "the value of Outside");
     EXPECT_EQ(Phrase("variable", {{"device", 9}, {"variable", 5}, {"name", ""}}),

@@ -64,6 +64,15 @@ TEST(ImportPlanTest, OneWithOtherContentWouldTakeThePlaceOfTheOneWithItsName) {
     EXPECT_EQ(plan.changes[0].present.at("id"), 5);
 }
 
+TEST(ImportPlanTest, WhatIsUrgentAndIsNotInTheFileIsAnotherAndBecomesCalm) {
+    Json urgent = Stored(5, "Dinner", "ready");
+    urgent["urgent"] = true;
+    const auto plan = ImportPlan::Make({Written("Dinner", "ready")}, Json::array({urgent}));
+    ASSERT_EQ(plan.changes.size(), 1U);
+    EXPECT_EQ(plan.changes[0].announcement.at("urgent"), false);
+    EXPECT_EQ(ImportPlan::Make({urgent}, Json::array({urgent})).unchanged, 1U);
+}
+
 TEST(ImportPlanTest, OfSeveralWithTheNameTheIdDecidesAndWithoutOneNobodyGuesses) {
     const Json present = Json::array({Stored(5, "Dinner", "a"), Stored(6, "Dinner", "b")});
     Json wanted = Written("Dinner", "c");

@@ -23,6 +23,7 @@ TEST(ViewsTest, AnAnnouncementIsShownALineForEachOfItsParts) {
     SmallHouse small;
     const Json dinner = Dinner({{"sound", {"chime"}},
                                 {"sound-delay", {"1.5s"}},
+                                {"urgent", {"yes"}},
                                 {"room", {"Kitchen:40", "Hall: left"}},
                                 {"text", {"Ready"}},
                                 {"variable", {"Outside"}},
@@ -35,7 +36,7 @@ TEST(ViewsTest, AnAnnouncementIsShownALineForEachOfItsParts) {
     EXPECT_EQ(announcement_text::Whole(dinner, small.house).Text({}),
               "id       1\n"
               "name     Dinner\n"
-              "sound    chime.wav, 1.5 s later\n"
+              "sound    chime.wav, 1.5 s later, urgent\n"
               "rooms    Kitchen 40, Hall: left\n"
               "text     the value of Outside\n"
               "image    door.png\n"

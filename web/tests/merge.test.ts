@@ -19,6 +19,7 @@ describe('two changes of one announcement', () => {
       ...base,
       audio: { file: 'gong', delay_ms: 0 },
       video: { ...base.video, timeout_ms: 5000 },
+      urgent: true,
       rooms: [
         { id: 1, volume: 30 },
         { id: 2, volume: -1 },
@@ -37,6 +38,7 @@ describe('two changes of one announcement', () => {
       ],
       navigators: [{ id: 11, room: 1, onscreen: true }],
       tags: ['meals', 'evening'],
+      urgent: true,
     });
   });
 

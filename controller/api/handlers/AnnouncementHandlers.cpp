@@ -103,6 +103,15 @@ Announcements::Done AnswerStored(ApiContext& context, Call call, unsigned status
     });
 }
 
+/// Who knows nothing of what the house adds takes nothing of it away.
+void KeepUntold(const nlohmann::json& told, const HouseAddition& present, HouseAddition& wanted) {
+    if (!told.contains("tags"))
+        wanted.tags = present.tags;
+    if (!told.contains("urgent"))
+        wanted.isUrgent = present.isUrgent;
+    wanted.isPassing = present.isPassing;
+}
+
 } // namespace
 
 void ListAnnouncements(ApiContext& context, Call call) {
@@ -130,9 +139,7 @@ void ReplaceAnnouncement(ApiContext& context, Call call) {
     Announcement announcement = announcement_json::Read(*call->json, id);
     const AnnouncementPointer present = Required(context, id);
     RequireMatch(call, *present);
-    // Who knows nothing of tags takes none away.
-    if (!call->json->contains("tags"))
-        announcement.house = present->house;
+    KeepUntold(*call->json, present->house, announcement.house);
     context.parts.announcements.Replace(announcement, AnswerStored(context, call, 200));
 }
 

@@ -42,7 +42,8 @@ Announcement AnnouncementOf(const ApiContext& context, const view::SayOrder& ord
                         {"audio", {{"file", order.rooms.empty() ? "" : order.sound}}},
                         {"video", {{"text", words}, {"timeout_ms", order.timeoutMs}}},
                         {"rooms", nlohmann::json::array()},
-                        {"navigators", nlohmann::json::array()}};
+                        {"navigators", nlohmann::json::array()},
+                        {"urgent", order.isUrgent}};
     for (const Announcement::Room& room : order.rooms)
         json["rooms"].push_back(
             {{"id", house_json::RequiredRoom(context, room.id).id}, {"volume", room.volume}});

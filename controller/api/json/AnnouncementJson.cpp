@@ -109,6 +109,9 @@ Object TableOf(For<Announcement> /*type*/) {
              .AtMostEntries(announcement_json::kMaxTags)
              .AtMostBytes(announcement_json::kMaxTag)
              .EachOnce()
+             .LeftOutWhenEmpty(),
+         Member<&Announcement::house, &HouseAddition::isUrgent>(
+             "urgent", "Goes to the urgent address of loudspeakers that have one; left out for false")
              .LeftOutWhenEmpty()}};
 }
 

@@ -62,6 +62,10 @@ void TruthType::Read(const Json& json, const Place& place, const Limits& /*limit
     *static_cast<bool*>(value) = json.get<bool>();
 }
 
+bool TruthType::IsEmpty(const void* value) const {
+    return !*static_cast<const bool*>(value);
+}
+
 void TextType::Write(std::string& out, const void* value) const {
     const auto& text = *static_cast<const std::string*>(value);
     const bool isAscii = std::all_of(text.begin(), text.end(), [](char letter) {

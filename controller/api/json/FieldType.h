@@ -20,6 +20,8 @@ public:
     void Write(std::string& out, const void* value) const override;
     void Read(const Json& json, const Place& place, const Limits& limits, void* value) const override;
     void Describe(Schema& schema, const Limits& limits, Components& components) const override;
+    /// False is.
+    [[nodiscard]] bool IsEmpty(const void* value) const override;
 };
 
 /// A `std::string`. Bytes that are no UTF-8 are replaced where it is written.

@@ -27,7 +27,8 @@ fields::Object SayOrder::Table() {
              .AtMostBytes(kMaxText),
          Member<&Order::rooms>("rooms").AtMostEntries(kMaxTargets).EachOnce(),
          Member<&Order::navigators>("navigators").AtMostEntries(kMaxTargets).EachOnce(),
-         Member<&Order::timeoutMs>("timeout_ms", "How long the popup stands")}};
+         Member<&Order::timeoutMs>("timeout_ms", "How long the popup stands"),
+         Member<&Order::isUrgent>("urgent", "Goes to the urgent address of loudspeakers that have one")}};
 }
 
 fields::Object Said::Table() {

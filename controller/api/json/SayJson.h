@@ -26,6 +26,7 @@ struct SayOrder {
     std::vector<Announcement::Room> rooms;
     std::vector<SayScreen> navigators;
     std::uint32_t timeoutMs = kTimeoutMs;
+    bool isUrgent = false;
 
     static fields::Object Table();
 };

@@ -49,7 +49,7 @@ Output CreateHomeAssistantOutput(const std::string& text) {
 
 OutputFacts FactsOfHomeAssistant(const std::string& text) {
     const HomeAssistantRoom room = ReadHomeAssistantRoom(text);
-    return {room.player + " of " + room.server.Name(), DoubtsAbout(room), true};
+    return {{room.player + " of " + room.server.Name()}, DoubtsAbout(room), true};
 }
 
 /// What the player is, Home Assistant is asked for each announcement; what is wrong on this machine is known

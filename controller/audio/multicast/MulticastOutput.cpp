@@ -4,6 +4,8 @@
 #include "controller/audio/multicast/Zone.h"
 #include "controller/audio/multicast/ZoneStream.h"
 
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace controller::audio {
@@ -35,15 +37,22 @@ private:
 Output CreateMulticastOutput(const std::string& text) {
     PlayerOutput output;
     output.leadSilence = kSilentPackets * kPacketTime;
-    output.make = [zone = ReadZone(text)](PlayerOrder order) {
-        return std::make_shared<ZonePlayer>(std::move(order), zone);
+    output.make = [usual = ReadZone(text)](PlayerOrder order) {
+        const auto urgent = order.isUrgent ? UrgentZoneOf(usual) : std::nullopt;
+        return std::make_shared<ZonePlayer>(std::move(order), urgent.value_or(usual));
     };
     return output;
 }
 
 OutputFacts FactsOfMulticast(const std::string& text) {
-    const Zone zone = ReadZone(text);
-    return {zone.place, DoubtsAbout(zone), false};
+    const Zone usual = ReadZone(text);
+    OutputFacts facts{{usual.place}, DoubtsAbout(usual), false};
+    if (const auto urgent = UrgentZoneOf(usual)) {
+        facts.places.push_back(urgent->place);
+        for (std::string& doubt : DoubtsAbout(*urgent))
+            facts.doubts.push_back(std::move(doubt));
+    }
+    return facts;
 }
 
 } // namespace controller::audio

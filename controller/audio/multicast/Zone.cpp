@@ -52,16 +52,17 @@ bool ReadAddress(const std::string& text, std::uint16_t port, Zone& zone) {
     return IN6_IS_ADDR_MULTICAST(&six.sin6_addr);
 }
 
-void ReadPlace(const std::string& text, Zone& zone) {
+/// `name` says which of its addresses it is.
+void ReadPlace(const std::string& name, const std::string& text, Zone& zone) {
     const auto colon = text.rfind(':');
     const auto port = colon == std::string::npos
                           ? std::nullopt
                           : ReadNumber<std::uint16_t>(text.substr(colon + 1), 1, 65535);
     if (!port)
-        Refuse("needs an address and a port, such as \"multicast: 239.255.10.1:5004\", not \"" + text + "\"");
+        Refuse(name + "needs an address and a port, such as \"239.255.10.1:5004\", not \"" + text + "\"");
     const std::string address = text.substr(0, colon);
     if (!ReadAddress(address, *port, zone))
-        Refuse("\"" + address +
+        Refuse(name + "\"" + address +
                "\" is no multicast address; those for use in a house are 239.0.0.0 to 239.255.255.255, and "
                "[ff05::1] and its like");
 }
@@ -82,6 +83,12 @@ const ZoneCodec* ReadCodec(const std::string& text) {
     return codec;
 }
 
+std::string ReadUrgent(const std::string& text) {
+    Zone urgent;
+    ReadPlace("urgent ", text, urgent);
+    return urgent.place;
+}
+
 void ReadOption(const std::string& word, Zone& zone) {
     const auto equals = word.find('=');
     const std::string name = word.substr(0, equals);
@@ -92,9 +99,12 @@ void ReadOption(const std::string& word, Zone& zone) {
         zone.route.ttl = ReadOption(name, value, 1, 255);
     else if (name == "dscp")
         zone.route.dscp = ReadOption(name, value, 0, 63);
+    else if (name == "urgent")
+        zone.urgent = ReadUrgent(value);
     else if (name != "interface")
-        Refuse("\"" + word +
-               "\" is not known; behind the address there may be codec=, ttl=, dscp= and interface=");
+        Refuse(
+            "\"" + word +
+            "\" is not known; behind the address there may be codec=, ttl=, dscp=, interface= and urgent=");
     else if (value.empty() || value.size() >= IF_NAMESIZE)
         Refuse("interface \"" + value + "\" is not the name of a network interface, such as eth0");
     else
@@ -132,10 +142,23 @@ Zone ReadZone(const std::string& text) {
     std::istringstream stream(text);
     const std::vector<std::string> words(std::istream_iterator<std::string>(stream), {});
     Zone zone;
-    ReadPlace(words.empty() ? "" : words.front(), zone);
+    ReadPlace("", words.empty() ? "" : words.front(), zone);
     for (std::size_t index = 1; index < words.size(); ++index)
         ReadOption(words[index], zone);
+    if (zone.urgent == zone.place)
+        Refuse("urgent \"" + zone.urgent +
+               "\" is where everything goes; it must be another address, at which the same loudspeakers "
+               "interrupt what they play");
     return zone;
+}
+
+std::optional<Zone> UrgentZoneOf(const Zone& zone) {
+    if (zone.urgent.empty())
+        return std::nullopt;
+    Zone urgent = zone;
+    urgent.route.family = AF_INET;
+    ReadPlace("", zone.urgent, urgent);
+    return urgent;
 }
 
 std::vector<std::string> DoubtsAbout(const Zone& zone) {

@@ -3,6 +3,7 @@
 #include "controller/audio/OutputDescription.h"
 #include "controller/audio/multicast/ZoneCodec.h"
 
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -28,11 +29,15 @@ struct Zone {
     socklen_t addressLength = 0;
     const ZoneCodec* codec = kZoneCodecs.data();
     PacketRoute route;
+    std::string urgent; ///< their second address, where they interrupt what they play; empty: none
 };
 
-/// Reads "ADDRESS:PORT [codec=…] [ttl=…] [dscp=…] [interface=…]".
+/// Reads "ADDRESS:PORT [codec=…] [ttl=…] [dscp=…] [interface=…] [urgent=ADDRESS:PORT]".
 /// @throws std::invalid_argument that says what is wrong and what would be right.
 [[nodiscard]] Zone ReadZone(const std::string& text);
+
+/// The same loudspeakers at their second address; nothing where they have none.
+[[nodiscard]] std::optional<Zone> UrgentZoneOf(const Zone& zone);
 
 /// What is allowed, and probably not meant.
 [[nodiscard]] std::vector<std::string> DoubtsAbout(const Zone& zone);

@@ -102,7 +102,7 @@ SnapcastPlace ReadSnapcastPlace(const std::string& text) {
 
 OutputFacts FactsOfSnapcast(const std::string& text) {
     const SnapcastPlace place = ReadSnapcastPlace(text);
-    return {"client " + place.client + " of " + place.Server(), {}, true};
+    return {{"client " + place.client + " of " + place.Server()}, {}, true};
 }
 
 } // namespace controller::audio

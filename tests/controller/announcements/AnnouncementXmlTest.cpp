@@ -117,6 +117,12 @@ TEST(AnnouncementXmlTest, WhatTheHouseAddsIsTextOfItsOwn) {
     EXPECT_EQ(passing, "<house><tag>a</tag><passing/></house>");
     EXPECT_TRUE(announcement_xml::HouseFromXml(passing).isPassing);
     EXPECT_EQ(announcement_xml::ToXml(HouseAddition{{}, true}), "<house><passing/></house>");
+    EXPECT_FALSE(announcement_xml::HouseFromXml(passing).isUrgent);
+    const std::string urgent = announcement_xml::ToXml(HouseAddition{{"a"}, false, true});
+    EXPECT_EQ(urgent, "<house><tag>a</tag><urgent/></house>");
+    EXPECT_TRUE(announcement_xml::HouseFromXml(urgent).isUrgent);
+    EXPECT_EQ(announcement_xml::HouseFromXml(urgent).tags, Texts{"a"});
+    EXPECT_EQ(announcement_xml::ToXml(HouseAddition{{}, false, true}), "<house><urgent/></house>");
 }
 
 } // namespace

@@ -26,6 +26,21 @@ TEST_F(AnnouncementsAgentTest, RawRequestsKeepWhatTheHouseAdds) {
               (Texts{"stored 1", "saved", "stored 1", "saved", "stored 2", "saved", "removed 1", "saved"}));
 }
 
+TEST_F(AnnouncementsAgentTest, RawRequestsLeaveWhatIsUrgentUrgent) {
+    Announcement urgent = *m_announcements.Find(1);
+    const std::string tag = urgent.tag;
+    urgent.house.isUrgent = true;
+    m_announcements.Replace(urgent, Note());
+    EXPECT_NE(m_announcements.Find(1)->tag, tag);
+    EXPECT_EQ(
+        Request("modify_announcement", {{"announcement", announcement_xml::ToXml(WithId(Made("Raw"), 1))}}),
+        "<success/>");
+    EXPECT_EQ(m_announcements.Find(1)->name, "Raw");
+    EXPECT_TRUE(m_announcements.Find(1)->house.isUrgent);
+    EXPECT_NE(OnDisk(1).find("<urgent/>"), std::string::npos);
+    EXPECT_EQ(m_events.Take(), (Texts{"stored 1", "saved", "stored 1", "saved"}));
+}
+
 TEST_F(AnnouncementsAgentTest, RawRequestsThatChangeNothingWriteNothing) {
     EXPECT_EQ(Request("get_announcements", {}), m_host.agent.State());
     EXPECT_EQ(Request("get_announcement", {{"id", "1"}}), announcement_xml::ToXml(*m_announcements.Find(1)));

@@ -101,6 +101,9 @@ EngineHarness::EngineHarness(std::vector<RoomConfig> rooms,
     EngineServices services{m_loop, m_log.log,
                             [this](const RoomTrouble& trouble) { m_troubles.push_back(trouble); },
                             borrows == Borrows::Yes ? &m_borrowings : nullptr, addresses};
+    services.isUrgent = [this] {
+        return m_isUrgent;
+    };
     m_engine = std::make_unique<AudioEngine>(std::move(rooms), std::move(services), limits);
 }
 

@@ -86,6 +86,9 @@ public:
     /// the engine said.
     [[nodiscard]] bool RunUntil(const std::function<bool()>& isMet);
 
+    /// Whether what plays from now on is urgent.
+    void SetUrgent(bool isUrgent) { m_isUrgent = isUrgent; }
+
     void RunPosted() { m_loop.RunPosted(); }
 
     [[nodiscard]] const std::vector<RoomTrouble>& Troubles() const { return m_troubles; }
@@ -97,6 +100,7 @@ public:
 private:
     DriverLoop m_loop;
     std::size_t m_roomCount;
+    bool m_isUrgent = false;
     std::vector<RoomTrouble> m_troubles;
     TestLog m_log;
     Borrowings m_borrowings;

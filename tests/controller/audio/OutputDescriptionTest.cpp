@@ -89,16 +89,22 @@ TEST(OutputDescriptionTest, EveryKindIsListedWithItsFormAndMeaning) {
 
 TEST(OutputDescriptionTest, OnlyOfZonesAndClientsThereIsAnythingToTellBeforehand) {
     const auto facts = FactsOf(ParseOutput("multicast: 238.255.10.1:5004 ttl=4"));
-    EXPECT_EQ(facts.place, "238.255.10.1:5004");
+    EXPECT_EQ(facts.places, std::vector<std::string>{"238.255.10.1:5004"});
     EXPECT_EQ(facts.doubts.size(), 1U);
     EXPECT_FALSE(facts.isAnswering);
+    const auto both = FactsOf(ParseOutput("multicast: 239.192.0.1:5004 urgent=238.255.10.1:5004"));
+    EXPECT_EQ(both.places, (std::vector<std::string>{"239.192.0.1:5004", "238.255.10.1:5004"}));
+    ASSERT_EQ(both.doubts.size(), 2U);
+    EXPECT_NE(both.doubts[0].find("the address 239.192.0.1:5004 is one for several networks"),
+              std::string::npos);
+    EXPECT_NE(both.doubts[1].find("238.255.10.1:5004 is given out to the whole world"), std::string::npos);
     const auto client = FactsOf(ParseOutput("snapcast: kitchen server=nas"));
-    EXPECT_EQ(client.place, "client kitchen of nas:1705");
+    EXPECT_EQ(client.places, std::vector<std::string>{"client kitchen of nas:1705"});
     EXPECT_TRUE(client.doubts.empty());
     EXPECT_TRUE(client.isAnswering);
     for (const char* output : {"auto", "silent", "file: a.wav", "gstreamer: fakesink"}) {
         const auto none = FactsOf(ParseOutput(output));
-        EXPECT_EQ(none.place, "") << output;
+        EXPECT_TRUE(none.places.empty()) << output;
         EXPECT_TRUE(none.doubts.empty()) << output;
         EXPECT_TRUE(none.isAnswering) << output;
     }

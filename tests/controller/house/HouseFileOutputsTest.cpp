@@ -52,7 +52,9 @@ TEST_F(HouseFileOutputsTest, KeysThatDoNotBelongToAKindAreRefused) {
             << MistakeOf(output);
     };
     expect("{multicast: \"239.1.1.1:1\", volume: 3}",
-           "\"volume\" is not known; beside multicast there may be codec, ttl, dscp, interface");
+           "\"volume\" is not known; beside multicast there may be codec, ttl, dscp, interface, urgent");
+    expect("{multicast: \"239.1.1.1:1\", urgent: \"239.1.1.1:1\"}",
+           "\"multicast:\" urgent \"239.1.1.1:1\" is where everything goes");
     expect("{file: a.wav, ttl: 3}", "\"ttl\" is not known; beside file nothing may stand");
     expect("{multicast: \"239.1.1.1:1\", codec: l 16}", "codec \"l 16\" must be one word");
     expect("{multicast: \"239.1.1.1:1\", codec: g722}", "\"multicast:\" codec \"g722\" is neither");
@@ -102,6 +104,22 @@ TEST_F(HouseFileOutputsTest, WhatIsProbablyNotMeantIsTakenAndTold) {
     EXPECT_NE(house.doubts[1].text.find("given out to the whole world"), std::string::npos);
     EXPECT_EQ(house.doubts[2].line, 10);
     EXPECT_NE(house.doubts[2].text.find("a ttl of 1 pass"), std::string::npos);
+}
+
+TEST_F(HouseFileOutputsTest, AnUrgentAddressIsDoubtedAsTheUsualOneIs) {
+    const House house = ReadRooms({"{multicast: \"239.255.1.1:5004\", urgent: \"239.255.2.1:5004\"}",
+                                   "{multicast: \"239.255.1.2:5004\", urgent: \"239.255.2.1:5004\"}",
+                                   "{multicast: \"239.255.2.1:5004\", urgent: \"224.0.1.75:5004\"}"});
+    ASSERT_EQ(house.doubts.size(), 3U);
+    EXPECT_EQ(house.doubts[0].key, "rooms[2].output");
+    EXPECT_NE(house.doubts[0].text.find("239.255.2.1:5004 is the address of rooms[1] as well"),
+              std::string::npos);
+    EXPECT_EQ(house.doubts[1].key, "rooms[3].output");
+    EXPECT_NE(house.doubts[1].text.find("224.0.1.75:5004 is given out to the whole world"),
+              std::string::npos);
+    EXPECT_EQ(house.doubts[2].key, "rooms[3].output");
+    EXPECT_NE(house.doubts[2].text.find("239.255.2.1:5004 is the address of rooms[1] as well"),
+              std::string::npos);
 }
 
 TEST_F(HouseFileOutputsTest, AListHasTenThousandEntriesAndNoMore) {

@@ -56,9 +56,16 @@ test('what add stores is what the options say, by names', () =>
       '1min',
       '--ok-button',
       'no',
+      '--urgent',
+      'yes',
     ]);
     assert.deepEqual(all, await house.get('/api/announcements/2'));
     assert.deepEqual(all.audio, { file: '', delay_ms: 1500 });
+    assert.equal(all.urgent, true);
+    await run(house, ['edit', 'All', '--name', 'Most']);
+    assert.equal((await house.get('/api/announcements/2')).urgent, true);
+    await run(house, ['edit', 'Most', '--urgent', 'no']);
+    assert.equal((await house.get('/api/announcements/2')).urgent, undefined);
     assert.deepEqual(all.video, {
       image: 'http://house/x.png',
       text: '',

@@ -27,6 +27,20 @@ test('an announcement is stored, read, replaced and removed', async () => {
   assert.equal((await house.ask('DELETE', `/api/announcements/${id}`)).status, 404);
 });
 
+test('what the house adds stays when a request says nothing of it, and goes when it says so', async () => {
+  const id = await house.add({ tags: ['meals'], urgent: true });
+  const at = `/api/announcements/${id}`;
+  const put = async (added) => {
+    const { tags, urgent } = (await house.ask('PUT', at, { ...announcement, ...added })).body;
+    return { tags, urgent };
+  };
+  assert.deepEqual(await put({}), { tags: ['meals'], urgent: true });
+  assert.deepEqual(await put({ tags: ['evening'] }), { tags: ['evening'], urgent: true });
+  assert.deepEqual(await put({ urgent: false }), { tags: ['evening'], urgent: undefined });
+  assert.deepEqual(await put({ tags: [], urgent: true }), { tags: undefined, urgent: true });
+  await house.ask('DELETE', at);
+});
+
 test('rooms and navigators of an announcement are added, changed and removed', async () => {
   const id = await house.add({ rooms: [], navigators: [] });
   const at = `/api/announcements/${id}`;

@@ -107,7 +107,7 @@ test('200 commands at once are all answered, and the house goes on', async () =>
 test('every operation is taken and answered as the description says, and every message is sent so', async () => {
   const watcher = await house.watch('/api/events');
   const page = await house.watch('/api/navigators/11/events');
-  const id = await house.add({ tags: ['one', 'two'], video: { variable: { device: 100, variable: 1 } } });
+  const id = await house.add({ tags: ['one', 'two'], urgent: true, video: { variable: { device: 100, variable: 1 } } });
   const ask = async (method, path, body) => {
     const reply = await house.ask(method, `/api/${path}`, body);
     assert.ok(reply.status < 300, `${method} /api/${path}: ${reply.text}`);

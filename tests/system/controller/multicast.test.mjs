@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { execFileSync, spawnSync } from 'node:child_process';
 import { test } from 'node:test';
-import { environment } from '../harness/announce.mjs';
+import { environment, run } from '../harness/announce.mjs';
 import { House } from '../harness/house.mjs';
 import { Zone, isHeardHere } from '../harness/multicast.mjs';
 import { rate } from '../harness/sounds.mjs';
@@ -52,6 +52,11 @@ function together(packets, samplesEach) {
   return packets.flatMap((packet) => packet.samples);
 }
 
+// u-law has steps of 3 %.
+function sounds(found, wanted, at) {
+  assert.ok(Math.abs(found - wanted) <= 0.04 * Math.abs(wanted) + 40, `sample ${at}: ${found}, not ${wanted}`);
+}
+
 function isSilence(samples) {
   return samples.every((sample) => Math.abs(sample) <= 8);
 }
@@ -75,12 +80,7 @@ test(
         const each = rate / factor;
         assert.ok(isSilence(samples.slice(0, each / 5)), 'before');
         assert.ok(isSilence(samples.slice(-each / 5)), 'after');
-        // u-law has steps of 3 %.
-        for (let at = 0; at * factor < frames; ++at) {
-          const wanted = sound[at * factor] * gain;
-          const found = samples[each / 5 + at];
-          assert.ok(Math.abs(found - wanted) <= 0.04 * Math.abs(wanted) + 40, `sample ${at}: ${found}, not ${wanted}`);
-        }
+        for (let at = 0; at * factor < frames; ++at) sounds(samples[each / 5 + at], sound[at * factor] * gain, at);
         // The network and this program come between, now and then; half of the steps from one to the next are no longer.
         const steps = packets.slice(1).map(({ at }, index) => at - packets[index].at);
         const pace = steps.sort((one, other) => one - other)[steps.length >> 1];
@@ -96,6 +96,25 @@ test(
         rooms.map(({ answers, trouble }) => ({ answers, trouble })),
         Array(2).fill({ answers: false, trouble: null }),
       );
+    }),
+);
+
+test(
+  'what is urgent goes to the urgent address alone, and to the usual one of rooms that have no other',
+  { skip },
+  () =>
+    withZones([{}, {}, {}], async (house, [usual, urgent, other]) => {
+      const [first, , third] = house.rooms;
+      first.output.urgent = urgent.address;
+      house.rooms = [first, third];
+      house.write();
+      await house.start();
+      const haveHeard = () => [usual, urgent, other].map(({ packets }) => packets.splice(0).length > 0);
+      await house.playToItsEnd(await house.add({ ...announcement(100, 100), urgent: true }));
+      assert.deepEqual(haveHeard(), [false, true, true]);
+      const said = await run(house, ['say', '--sound', 'rise', '--room', '1', '--urgent', '--wait']);
+      assert.equal(said.output, 'It was said: ended\n', said.errors);
+      assert.deepEqual(haveHeard(), [false, true, false]);
     }),
 );
 

@@ -938,6 +938,8 @@ export interface components {
       rooms: components['schemas']['AnnouncementRoom'][];
       /** @description Words to find it by; left out for none */
       tags?: string[];
+      /** @description Goes to the urgent address of loudspeakers that have one; left out for false */
+      urgent?: boolean;
       video: components['schemas']['AnnouncementVideo'];
     };
     AnnouncementAudio: {
@@ -971,6 +973,11 @@ export interface components {
        * @default []
        */
       tags?: string[];
+      /**
+       * @description Goes to the urgent address of loudspeakers that have one; left out for false
+       * @default false
+       */
+      urgent?: boolean;
       video?: components['schemas']['AnnouncementVideoBody'];
     };
     AnnouncementEndedEvent: {
@@ -2001,6 +2008,11 @@ export interface components {
        * @default 10000
        */
       timeout_ms?: number;
+      /**
+       * @description Goes to the urgent address of loudspeakers that have one
+       * @default false
+       */
+      urgent?: boolean;
       /**
        * @description One of GET /api/voices; empty: the default
        * @default

@@ -18,12 +18,13 @@ export function blank(): AnnouncementBody {
     rooms: [],
     navigators: [],
     tags: [],
+    urgent: false,
   };
 }
 
-export function bodyOf({ id: _id, ...body }: Announcement): AnnouncementBody {
-  // Left out, the controller would keep those that it has.
-  return structuredClone({ ...body, tags: body.tags ?? [] });
+export function bodyOf({ id: _id, tags, urgent, ...body }: Announcement): AnnouncementBody {
+  // Left out, the controller would keep what it has.
+  return structuredClone({ ...body, tags: tags ?? [], urgent: urgent ?? false });
 }
 
 export function copyOf(announcement: Announcement): AnnouncementBody {
@@ -90,7 +91,7 @@ export function differences(mine: AnnouncementBody, theirs: AnnouncementBody, na
 }
 
 function fieldsOf(
-  { name, audio, video, rooms, navigators, tags }: AnnouncementBody,
+  { name, audio, video, rooms, navigators, tags, urgent }: AnnouncementBody,
   names: PlaceNames,
 ): Record<string, string> {
   const f = t.editor.fields;
@@ -100,6 +101,7 @@ function fieldsOf(
     [f.name]: name,
     [f.sound]: audio.file,
     [f.soundDelay]: time(audio.delay_ms),
+    [f.urgent]: urgent ? t.yes : t.no,
     [f.text]: video.text,
     [f.variable]: video.variable?.name ?? '',
     [f.image]: video.image,

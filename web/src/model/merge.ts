@@ -12,10 +12,11 @@ interface Target {
 const targets = (kind: string, list: Target[]): [string, string][] =>
   list.map((one) => [`${kind} ${one.id}`, JSON.stringify(one)]);
 
-function leavesOf({ audio, video, rooms, navigators, tags, name }: AnnouncementBody): Leaves {
+function leavesOf({ audio, video, rooms, navigators, tags, urgent, name }: AnnouncementBody): Leaves {
   const fields: [string, unknown][] = [
     ['name', name],
     ['tags', tags ?? []],
+    ['urgent', urgent ?? false],
     ...Object.entries(audio).map(([key, value]): [string, unknown] => [`audio ${key}`, value]),
     ...Object.entries(video).map(([key, value]): [string, unknown] => [`video ${key}`, value]),
   ];
@@ -59,5 +60,6 @@ function bodyOf(leaves: Leaves): AnnouncementBody {
     rooms: list('room'),
     navigators: list('screen'),
     tags: JSON.parse(leaves.get('tags') ?? '[]') as string[],
+    urgent: JSON.parse(leaves.get('urgent') ?? 'false') as boolean,
   };
 }

@@ -1,5 +1,6 @@
 // The sound of the draft: chosen, heard, brought along.
 
+import type SlSwitch from '@shoelace-style/shoelace/dist/components/switch/switch.js';
 import { html, nothing } from 'lit';
 import { customElement } from 'lit/decorators.js';
 import { seconds } from '../model/format';
@@ -40,6 +41,12 @@ export class DraftSound extends DraftPart {
         wanted="sound"
         @uploaded=${(event: CustomEvent<string>) => this.changeAudio({ file: event.detail.replace(/\.wav$/, '') })}
       ></media-drop>
+      <sl-switch
+        ?checked=${this.draft.urgent}
+        help-text=${e.help.urgent}
+        @sl-change=${(event: Event) => this.change({ urgent: (event.target as SlSwitch).checked })}
+        >${e.fields.urgent}</sl-switch
+      >
     </section>`;
   }
 

@@ -13,7 +13,8 @@ namespace {
 constexpr const char* kJson =
     R"({"id":1,"name":"Dinner","audio":{"file":"chime","delay_ms":500},"video":{"image":"d.png","text":"a <b>",)"
     R"("delay_ms":10,"timeout_ms":5000,"ok_button":false,"variable":{"device":9,"variable":4,"name":"x"}},)"
-    R"("rooms":[{"id":12,"volume":40}],"navigators":[{"id":5,"room":12,"onscreen":true}],"tags":["a","b"]})";
+    R"("rooms":[{"id":12,"volume":40}],"navigators":[{"id":5,"room":12,"onscreen":true}],"tags":["a","b"],)"
+    R"("urgent":true})";
 
 std::string Again(const std::string& text, std::uint32_t id) {
     return announcement_json::ToText(announcement_json::Read(ParseJson(text), id));
@@ -53,7 +54,7 @@ TEST(AnnouncementJsonTest, WhatIsLeftOutHasItsDefaults) {
 
     EXPECT_EQ(Again(R"({"name":"n"})", 0), kDefaults);
     EXPECT_EQ(Again(R"({"id":null,"name":"n","audio":null,"video":{"variable":null,"ok_button":null},)"
-                    R"("rooms":null,"tags":null})",
+                    R"("rooms":null,"tags":null,"urgent":null})",
                     0),
               kDefaults);
     EXPECT_EQ(Again(R"({"name":"n","rooms":[{"id":1}],"navigators":[{"id":2}]})", 7),
@@ -84,7 +85,7 @@ TEST(AnnouncementJsonTest, WhatIsNoAnnouncementIsRefusedWithItsPlace) {
               "rooms[2] is no object | a JSON object");
     EXPECT_EQ(Refusal(R"({"name":"n","navigators":{}})"), "navigators is no list | a list of objects");
     EXPECT_EQ(Refusal(R"({"name":"n","vidoe":{}})"),
-              "unknown member vidoe | only audio, id, name, navigators, rooms, tags, video");
+              "unknown member vidoe | only audio, id, name, navigators, rooms, tags, urgent, video");
     EXPECT_EQ(Refusal(R"({"name":"n","rooms":[{"id":1,"level":5}]})"),
               "unknown member rooms[0].level | only id, volume");
 }

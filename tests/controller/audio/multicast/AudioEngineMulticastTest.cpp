@@ -93,6 +93,31 @@ TEST_F(AudioEngineMulticastTest, WhereNothingCanBeSentTheRoomIsInTroubleAndTheOt
     EXPECT_TRUE(m_receiver.Take().empty());
 }
 
+TEST_F(AudioEngineMulticastTest, WhatIsUrgentGoesToTheUrgentAddressOfTheZonesThatHaveOneAndNothingElseDoes) {
+    const Receiver urgent("239.255.83.4");
+    const Receiver other("239.255.83.5");
+    const std::string usualOutput = m_receiver.Output();
+    const std::string place = urgent.Output().substr(0, urgent.Output().find(" interface"));
+    EngineHarness harness({usualOutput + " urgent=" + place.substr(place.find(' ') + 1), other.Output(),
+                           FileOutput("room-%n.wav")});
+    for (const bool isUrgent : {true, false}) {
+        harness.SetUrgent(isUrgent);
+        harness.OpenWithAllRooms();
+        for (int round = 0; round < 2; ++round) {
+            harness.SetUrgent(!isUrgent); // What plays goes on as it has begun.
+            const auto result = harness.PlayToEnd(m_clip);
+            ASSERT_TRUE(result);
+            EXPECT_EQ(result->rooms, (Rooms{1, 2, 3}));
+            ExpectWhole((isUrgent ? urgent : m_receiver).Take());
+            EXPECT_TRUE((isUrgent ? m_receiver : urgent).Take().empty());
+            ExpectWhole(other.Take());
+        }
+        EXPECT_TRUE(harness.CloseAndWait());
+    }
+    for (const char* recording : {"room-1.wav", "room-2.wav", "room-3.wav", "room-4.wav"})
+        ExpectWholeClip(recording);
+}
+
 TEST_F(AudioEngineMulticastTest, AStreamThatIsClosedInMidPlayFadesOutBeforeItIsClosed) {
     EngineHarness harness({m_receiver.Output(), FileOutput("room.wav")});
     harness.OpenWithAllRooms();

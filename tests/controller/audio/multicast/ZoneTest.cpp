@@ -55,6 +55,25 @@ TEST(ZoneTest, EveryOptionIsRead) {
     EXPECT_EQ(zone.route.interfaceName, "eth0");
 }
 
+TEST(ZoneTest, TheUrgentAddressHasAllElseInCommonWithTheUsualOne) {
+    const Zone usual =
+        ReadZone("239.255.10.1:5004 urgent=[FF05:0:0::12]:06000 codec=l16 ttl=3 interface=eth0");
+    const auto urgent = UrgentZoneOf(usual);
+    ASSERT_TRUE(urgent);
+    EXPECT_EQ(urgent->place, "[ff05::12]:6000");
+    EXPECT_EQ(urgent->addressLength, sizeof(sockaddr_in6));
+    EXPECT_EQ(urgent->route.family, AF_INET6);
+    EXPECT_STREQ(urgent->codec->name, "l16");
+    EXPECT_EQ(urgent->route.ttl, 3U);
+    EXPECT_EQ(urgent->route.interfaceName, "eth0");
+    EXPECT_EQ(usual.place, "239.255.10.1:5004");
+    const auto four = UrgentZoneOf(ReadZone("[ff05::12]:6000 urgent=239.255.10.2:5004"));
+    ASSERT_TRUE(four);
+    EXPECT_EQ(four->route.family, AF_INET);
+    EXPECT_EQ(four->addressLength, sizeof(sockaddr_in));
+    EXPECT_FALSE(UrgentZoneOf(ReadZone("239.255.10.1:5004")));
+}
+
 TEST(ZoneTest, OneAddressIsOnePlaceHoweverItIsWritten) {
     EXPECT_EQ(ReadZone("[FF05:0:0::12]:5004").place, ReadZone("[ff05::12]:05004").place);
 }
@@ -71,6 +90,10 @@ TEST(ZoneTest, WhatIsNoZoneIsAnsweredWithWhatWouldBeRight) {
     ExpectZoneRefused("239.0.0.1:1 dscp=64", "dscp \"64\" is not a whole number from 0 to 63");
     ExpectZoneRefused("239.0.0.1:1 interface=", "is not the name of a network interface");
     ExpectZoneRefused("239.0.0.1:1 interface=aninterfacename16", "is not the name of a network interface");
+    ExpectZoneRefused("239.0.0.1:1 urgent=", "urgent needs an address and a port, such as");
+    ExpectZoneRefused("239.0.0.1:1 urgent=239.0.0.2", "urgent needs an address and a port, such as");
+    ExpectZoneRefused("239.0.0.1:1 urgent=192.168.1.5:1", "urgent \"192.168.1.5\" is no multicast address");
+    ExpectZoneRefused("239.0.0.1:1 urgent=239.0.0.1:01", "\"239.0.0.1:1\" is where everything goes");
     ExpectZoneRefused("239.0.0.1:1 volume=3", "\"volume=3\" is not known");
 }
 

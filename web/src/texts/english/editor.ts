@@ -52,10 +52,12 @@ export const editing = {
       rooms: 'Rooms',
       screens: 'Screens',
       tags: 'Tags',
+      urgent: 'Urgent',
     },
     help: {
       name: 'How you find it in the list.',
       tags: 'Words to find it by, with commas between them.',
+      urgent: 'Interrupts loudspeakers on the network that have an address for what is urgent.',
       textUnused: 'Not shown while the message follows a value.',
     },
     placeholders: {

@@ -54,10 +54,12 @@ export const editing: typeof English = {
       rooms: 'Räume',
       screens: 'Bildschirme',
       tags: 'Stichwörter',
+      urgent: 'Dringend',
     },
     help: {
       name: 'So ist sie in der Liste zu finden.',
       tags: 'Wörter, um sie zu finden, mit Kommas dazwischen.',
+      urgent: 'Unterbricht Lautsprecher im Netz, die eine Adresse für Dringendes haben.',
       textUnused: 'Wird nicht gezeigt, solange die Nachricht einem Wert folgt.',
     },
     placeholders: {
