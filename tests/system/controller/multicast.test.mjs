@@ -4,8 +4,9 @@ import { execFileSync, spawnSync } from 'node:child_process';
 import { test } from 'node:test';
 import { environment, run } from '../harness/announce.mjs';
 import { House } from '../harness/house.mjs';
-import { Zone, isHeardHere } from '../harness/multicast.mjs';
+import { Relay, Zone, isHeardHere } from '../harness/multicast.mjs';
 import { rate } from '../harness/sounds.mjs';
+import { randomFrom } from '../../attack/random.mjs';
 
 const skip = (await isHeardHere()) ? false : 'this machine sends no multicast to itself';
 const mayUnshare = spawnSync('unshare', ['--net', 'true']).status === 0;
@@ -116,6 +117,42 @@ test(
       assert.equal(said.output, 'It was said: ended\n', said.errors);
       assert.deepEqual(haveHeard(), [false, true, false]);
     }),
+);
+
+test(
+  'of what a network delays and loses, a loudspeaker knows the order and the place of each packet',
+  { skip },
+  async () => {
+    const random = randomFrom(Number(process.env.SEED ?? 11));
+    const fates = Array.from({ length: 71 }, () => (random.below(100) < 6 ? null : random.below(21)));
+    const relay = await Relay.open('239.255.84.30', fates);
+    const house = new House([{ output: { multicast: relay.address, interface: 'lo' } }]);
+    try {
+      house.sound('rise', sound);
+      await house.start();
+      await house.play(await house.add({ ...announcement(100), audio: { file: 'rise', delay_ms: 1000 } }));
+      await relay.until(fates.filter((fate) => fate !== null).length);
+      together(relay.heard, 160);
+      const [first] = relay.heard;
+      const line = [];
+      const got = relay.passed.map(({ source, sequence, timestamp, samples }) => {
+        assert.equal(source, first.source);
+        samples.forEach((sample, index) => (line[((timestamp - first.timestamp) >>> 0) + index] = sample));
+        return (sequence - first.sequence) & 0xffff;
+      });
+      const wanted = fates.flatMap((fate, index) => (fate === null ? [] : [index]));
+      assert.deepEqual(
+        got.sort((one, other) => one - other),
+        wanted,
+      );
+      for (const index of wanted)
+        for (let at = index * 160; at < (index + 1) * 160; ++at) sounds(line[at], sound[(at - 1600) * 6] ?? 0, at);
+      assert.equal(Object.keys(line).length, wanted.length * 160);
+    } finally {
+      relay.close();
+      await house.remove();
+    }
+  },
 );
 
 test('a stop in the middle fades out within 50 ms, and 200 ms of silence follow', { skip }, () =>

@@ -46,6 +46,47 @@ export class Zone {
   }
 }
 
+// A network between the controller and one loudspeaker of a group, which passes each packet on by its turn in `fates`: so
+// many milliseconds late, or null: never. `heard` is what reached it, `passed` what reached the loudspeaker, as it came.
+export class Relay {
+  passed = [];
+  heard = [];
+  #wake = () => {};
+
+  static async open(group, fates) {
+    const relay = new Relay();
+    relay.speaker = createSocket('udp4');
+    await within('a socket', new Promise((resolve) => relay.speaker.bind(0, lo, resolve)));
+    relay.speaker.on('message', (bytes) => {
+      relay.passed.push(read(bytes));
+      relay.#wake();
+    });
+    relay.zone = await Zone.open(group, (bytes) => relay.#take(bytes, fates[relay.heard.length]));
+    relay.address = relay.zone.address;
+    return relay;
+  }
+
+  #take(bytes, fate) {
+    this.heard.push(read(bytes));
+    const { port } = this.speaker.address();
+    if (fate !== null) setTimeout(() => this.speaker.send(bytes, port, lo), fate);
+  }
+
+  // Waits until the loudspeaker has got so many.
+  async until(count) {
+    const got = new Promise((resolve) => {
+      this.#wake = () => this.passed.length >= count && resolve();
+    });
+    this.#wake();
+    await within(`${count} packets`, got, { sofar: () => `: ${this.heard.length} came, ${this.passed.length} passed` });
+  }
+
+  close() {
+    this.zone.close();
+    this.speaker.close();
+  }
+}
+
 // Whether this machine sends multicast to itself; a container may not.
 export async function isHeardHere() {
   let hear;
