@@ -112,6 +112,7 @@ std::vector<FoundOutput> FindSinks(const std::vector<std::string>& texts, const 
 
 std::vector<Health> AskAuto(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskFile(const std::vector<std::string>& texts, const OutputContext& context);
+std::vector<Health> AskMulticast(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPage(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskHomeAssistant(const std::vector<std::string>& texts, const OutputContext& context);
 std::vector<Health> AskPulse(const std::vector<std::string>& texts, const OutputContext& context);

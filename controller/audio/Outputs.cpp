@@ -27,7 +27,7 @@ constexpr std::array kOutputKinds{
         "multicast", "multicast: ADDRESS:PORT",
         "RTP to a multicast address, for IP loudspeakers and telephones; beside it codec: pcmu or l16, "
         "ttl, dscp, interface, and as urgent a second address for announcements that are",
-        &CreateMulticastOutput, "codec ttl dscp interface urgent", &FactsOfMulticast},
+        &CreateMulticastOutput, "codec ttl dscp interface urgent", &FactsOfMulticast, &AskMulticast},
     OutputKind{
         "page", "page: NAVIGATOR",
         "the page of a screen, by the id of its navigator, or \"own\" for the one of the room: a tablet "

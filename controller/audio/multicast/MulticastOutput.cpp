@@ -1,12 +1,14 @@
 #include "controller/audio/IRoomPlayer.h"
 #include "controller/audio/Output.h"
 #include "controller/audio/multicast/PacketSender.h"
+#include "controller/audio/multicast/PacketSockets.h"
 #include "controller/audio/multicast/Zone.h"
 #include "controller/audio/multicast/ZoneStream.h"
 
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace controller::audio {
 
@@ -32,6 +34,17 @@ private:
     const std::shared_ptr<ZoneStream> m_stream;
 };
 
+/// Nobody knows more than whether it would be sent.
+Health HealthOf(const Zone& usual) {
+    int error = PacketSockets::WhyNoWayTo(usual);
+    if (error != 0)
+        return {Health::State::Silent, NothingIsSentTo(usual, error)};
+    const auto urgent = UrgentZoneOf(usual);
+    if (urgent && (error = PacketSockets::WhyNoWayTo(*urgent)) != 0)
+        return {Health::State::Silent, NothingIsSentTo(*urgent, error)};
+    return {};
+}
+
 } // namespace
 
 Output CreateMulticastOutput(const std::string& text) {
@@ -53,6 +66,14 @@ OutputFacts FactsOfMulticast(const std::string& text) {
             facts.doubts.push_back(std::move(doubt));
     }
     return facts;
+}
+
+std::vector<Health> AskMulticast(const std::vector<std::string>& texts, const OutputContext& /*context*/) {
+    std::vector<Health> answers;
+    answers.reserve(texts.size());
+    for (const std::string& text : texts)
+        answers.push_back(HealthOf(ReadZone(text)));
+    return answers;
 }
 
 } // namespace controller::audio

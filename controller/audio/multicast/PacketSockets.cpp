@@ -112,6 +112,20 @@ void PacketSockets::SendOver(int socket, OutgoingPacket* first, std::size_t coun
     }
 }
 
+int PacketSockets::WhyNoWayTo(const Zone& zone) {
+    const int socket = OpenSocket(zone.route);
+    int error = socket < 0 ? errno : 0;
+    const auto* address = reinterpret_cast<const sockaddr*>(&zone.address); // NOLINT(*-reinterpret-cast)
+    if (socket >= 0 && connect(socket, address, zone.addressLength) != 0)
+        error = errno;
+    if (socket >= 0)
+        close(socket);
+    // Some addresses are sent to without a connection alone.
+    const bool isNoWay =
+        error == ENETUNREACH || error == EHOSTUNREACH || error == ENETDOWN || error == ENODEV;
+    return isNoWay ? error : 0;
+}
+
 void PacketSockets::Rest() {
     for (const auto& [key, socket] : m_sockets)
         if (socket.descriptor >= 0)

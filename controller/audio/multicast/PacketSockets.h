@@ -21,6 +21,10 @@ public:
     void Send(std::vector<OutgoingPacket>& packets) override;
     void Rest() override;
 
+    /// Why packets for the zone would not leave this machine, as errno, as far as that is known without
+    /// sending any; 0: nothing stands in their way.
+    [[nodiscard]] static int WhyNoWayTo(const Zone& zone);
+
 private:
     struct Socket {
         int descriptor = -1;

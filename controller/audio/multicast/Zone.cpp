@@ -9,6 +9,7 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <system_error>
 
 #include <arpa/inet.h>
 #include <net/if.h>
@@ -159,6 +160,12 @@ std::optional<Zone> UrgentZoneOf(const Zone& zone) {
     urgent.route.family = AF_INET;
     ReadPlace("", zone.urgent, urgent);
     return urgent;
+}
+
+std::string NothingIsSentTo(const Zone& zone, int error) {
+    const std::string& through = zone.route.interfaceName;
+    return "nothing can be sent to " + zone.place + (through.empty() ? "" : " through " + through) + ": " +
+           std::generic_category().message(error);
 }
 
 std::vector<std::string> DoubtsAbout(const Zone& zone) {

@@ -39,6 +39,9 @@ struct Zone {
 /// The same loudspeakers at their second address; nothing where they have none.
 [[nodiscard]] std::optional<Zone> UrgentZoneOf(const Zone& zone);
 
+/// In words; `error` as errno.
+[[nodiscard]] std::string NothingIsSentTo(const Zone& zone, int error);
+
 /// What is allowed, and probably not meant.
 [[nodiscard]] std::vector<std::string> DoubtsAbout(const Zone& zone);
 

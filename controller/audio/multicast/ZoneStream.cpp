@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <system_error>
 #include <utility>
 
 namespace controller::audio {
@@ -88,10 +87,7 @@ void ZoneStream::Sent(int error, std::int64_t next) {
     m_order.timeline->SetGiven(*m_order.slot, next);
     // It goes on: what comes after the trouble is heard.
     if (error != 0 && !std::exchange(m_isTroubled, true))
-        m_order.context.silent(
-            "nothing can be sent to " + m_zone.place +
-            (m_zone.route.interfaceName.empty() ? "" : " through " + m_zone.route.interfaceName) + ": " +
-            std::generic_category().message(error));
+        m_order.context.silent(NothingIsSentTo(m_zone, error));
 }
 
 bool ZoneStream::Leave() {

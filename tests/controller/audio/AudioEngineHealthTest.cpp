@@ -86,6 +86,16 @@ TEST_F(AudioEngineHealthTest, AMachineWithoutASoundDeviceIsToldBeforeAnythingIsL
     EXPECT_NE(server.reason.find("no sound server answers"), std::string::npos) << server.reason;
 }
 
+TEST_F(AudioEngineHealthTest, AZoneToWhichThereIsNoWayIsToldAndOfTheOthersNobodyKnows) {
+    Begin({"multicast: 239.255.10.1:5004 interface=nosuch0", "multicast: 239.255.10.2:5004 interface=lo",
+           FileOutput("room.wav")});
+    const Health none = Next(1);
+    EXPECT_EQ(none.state, State::Silent);
+    EXPECT_EQ(none.reason, "nothing can be sent to 239.255.10.1:5004 through nosuch0: No such device");
+    EXPECT_EQ(Next(3).state, State::Healthy);
+    EXPECT_TRUE(m_health.empty());
+}
+
 TEST_F(AudioEngineHealthTest, WhatOnlyPlayingTellsIsToldByPlaying) {
     Begin({"gstreamer: fakesink sync=true"});
     m_loop.RunPosted();
