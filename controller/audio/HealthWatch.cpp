@@ -117,7 +117,8 @@ void HealthWatch::NotHeard(std::uint32_t room, const Health& health) {
     if (place == nullptr)
         return;
     place->hasFailed = health.state == Health::State::Unheard;
-    Set(*place, health);
+    const bool isGuessed = health.state == Health::State::Healthy && !place->isAnswering;
+    Set(*place, isGuessed ? Health{} : health);
 }
 
 void HealthWatch::Set(Place& place, const Health& health) {

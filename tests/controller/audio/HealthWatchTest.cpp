@@ -145,6 +145,14 @@ TEST_F(HealthWatchTest, WhatFailedWhenItPlayedIsBelievedUntilThereIsNewsOrItIsHe
     EXPECT_EQ(Take(), (Told{{3, kWell}}));
 }
 
+TEST_F(HealthWatchTest, OfWhatNeverAnswersNobodyKnowsMoreWhenItWasLate) {
+    m_watch.NotHeard(4, kWell);
+    EXPECT_EQ(Take(), Told{});
+    m_watch.NotHeard(4, kNoCard);
+    m_watch.NotHeard(4, kWell);
+    EXPECT_EQ(Take(), (Told{{4, kNoCard}, {4, Health{}}}));
+}
+
 TEST_F(HealthWatchTest, WhatIsSilentByWishStaysSoHoweverOftenItPlays) {
     const Health wished{State::Silent, ""};
     Answer(wished, kWell);
