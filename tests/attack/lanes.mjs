@@ -14,7 +14,7 @@ export const pause = (milliseconds) => new Promise((resolve) => setTimeout(resol
 // `make` gives the attack of a lane: `begin`; `round`, which gives words for what there was, "ours" or "theirs" for who
 // was killed among them; `end`, after the last round; `remove`, whatever became of it. When one has failed, the others
 // end with their round. Gives how often there was what.
-export async function inLanes(make) {
+export async function inLanes(make, count = lanes) {
   const counts = {};
   let isOver = false;
   const run = async (lane) => {
@@ -23,9 +23,9 @@ export async function inLanes(make) {
     let place = `SEED=${seed}, lane ${lane}`;
     try {
       await attack.begin();
-      const count = Math.ceil((rounds - lane + 1) / lanes);
-      for (let round = 1; round <= count && !isOver; ++round) {
-        place = `SEED=${seed}, lane ${lane} of ${lanes}, round ${round}`;
+      const last = Math.ceil((rounds - lane + 1) / count);
+      for (let round = 1; round <= last && !isOver; ++round) {
+        place = `SEED=${seed}, lane ${lane} of ${count}, round ${round}`;
         for (const word of await attack.round(random)) counts[word] = (counts[word] ?? 0) + 1;
       }
       if (!isOver) await attack.end();
@@ -37,7 +37,7 @@ export async function inLanes(make) {
       await attack.remove();
     }
   };
-  const ends = await Promise.allSettled(Array.from({ length: lanes }, (_, index) => run(index + 1)));
+  const ends = await Promise.allSettled(Array.from({ length: count }, (_, index) => run(index + 1)));
   const failed = ends.find(({ status }) => status === 'rejected');
   if (failed) throw failed.reason;
   return counts;
@@ -56,9 +56,13 @@ export class AttackedHouse extends House {
     await this.ended;
   }
 
-  // What waited when it was killed is not played.
   async startAgain() {
     await this.start();
+    await this.settle();
+  }
+
+  // What waited when it was killed is not played.
+  async settle() {
     for (const { entry } of (await this.get('/api/queue')).queue) await this.ask('DELETE', `/api/queue/${entry}`);
     await this.ask('POST', '/api/stop');
     while ((await this.get('/api/status')).playing !== null) await pause(20);
