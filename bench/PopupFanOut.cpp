@@ -55,8 +55,14 @@ std::string Receive(int connection, int flags) {
 
 class Pages {
 public:
-    Pages(const std::string& port, const std::string& navigator, std::size_t count) {
+    /// `navigators`: one, which all the pages show, or "2001-3000": each of them in turn.
+    Pages(const std::string& port, const std::string& navigators, std::size_t count) {
+        const auto dash = navigators.find('-');
+        const unsigned long first = std::stoul(navigators);
+        const unsigned long last =
+            dash == std::string::npos ? first : std::stoul(navigators.substr(dash + 1));
         for (std::size_t page = 0; page < count; ++page) {
+            const std::string navigator = std::to_string(first + page % (last - first + 1));
             const int connection = Connect(port);
             Send(connection,
                  "GET /api/navigators/" + navigator +
@@ -139,7 +145,7 @@ void Run(const std::vector<std::string>& words) {
 
 int main(int argc, char** argv) {
     if (argc != 6) {
-        (void)std::fputs("popup_fan_out PORT NAVIGATOR ANNOUNCEMENT PAGES PLAYS\n", stderr);
+        (void)std::fputs("popup_fan_out PORT NAVIGATOR[-NAVIGATOR] ANNOUNCEMENT PAGES PLAYS\n", stderr);
         return 2;
     }
     try {

@@ -10,7 +10,7 @@ import {clip, rate} from "../tests/system/harness/sounds.mjs";
 import {rooms} from "./kinds.mjs";
 import {thousand, twoHundred} from "./scale.mjs";
 import {command, conversion, say, sound, stop} from "./heard.mjs";
-import {fill, inHouse, isQuick, median, now, repeat, row, rows, scratch, sleep, timed} from "./measuring.mjs";
+import {bareFanOut, fanOut, fill, inHouse, isQuick, median, now, repeat, row, rows, scratch, sleep, timed} from "./measuring.mjs";
 
 async function freePort() {
     const server = createServer().listen(0, "127.0.0.1");
@@ -63,10 +63,9 @@ function wakeUpsSince(before, pid) {
 async function popups() {
     await inHouse([{output: "silent"}], async (house) => {
         const id = await house.add({navigators: [{id: 11, room: 1}], video: {text: "Dinner is ready", timeout_ms: 500}});
-        const rounds = isQuick ? "3" : "9";
-        const numbers = (words) => execFileSync(words[0], words.slice(1), {encoding: "utf8"}).trim().split("\n").map(Number);
-        const bare = numbers([join(process.env.FAN_OUT, "bare_fan_out"), "1000", rounds]);
-        const values = numbers([join(process.env.FAN_OUT, "popup_fan_out"), new URL(house.base).port, "11", `${id}`, "1000", rounds]);
+        const rounds = isQuick ? 3 : 9;
+        const bare = bareFanOut(rounds);
+        const values = fanOut(house, "11", id, rounds);
         row("popup to the last of 1,000 pages", median(values), "ms", "<= 10 ms", median(values) <= 10,
             `the bare library ${median(bare).toFixed(1)} ms, ratio ${(median(values) / median(bare)).toFixed(2)}`);
     });

@@ -37,6 +37,15 @@ export async function timed(house, method, path, body) {
     return now() - start;
 }
 
+const numbers = (program, words) => execFileSync(join(process.env.FAN_OUT, program), words, {encoding: "utf8"}).trim().split("\n").map(Number);
+
+// Milliseconds from the command until the last of a thousand pages, which show these navigators, has its popup.
+export const fanOut = (house, navigators, announcement, plays) =>
+    numbers("popup_fan_out", [new URL(house.base).port, navigators, `${announcement}`, "1000", `${plays}`]);
+
+// The same of the bare library.
+export const bareFanOut = (plays) => numbers("bare_fan_out", ["1000", `${plays}`]);
+
 export async function repeat(count, body) {
     const values = [];
     for (let index = 0; index < count; ++index) values.push(await body(index));

@@ -5,7 +5,7 @@ import {createRequire} from "node:module";
 import {House} from "../tests/system/harness/house.mjs";
 import {Zone} from "../tests/system/harness/multicast.mjs";
 import {clip, heard, rate} from "../tests/system/harness/sounds.mjs";
-import {firstSample, isQuick, median, now, pipedRoom, repeat, row} from "./measuring.mjs";
+import {fanOut, firstSample, isQuick, median, now, pipedRoom, repeat, row} from "./measuring.mjs";
 
 const WebSocket = createRequire(new URL("../tests/system/package.json", import.meta.url))("ws");
 const plays = isQuick ? 2 : 5;
@@ -70,12 +70,12 @@ async function screensOf(house, count) {
     return screens;
 }
 
-// When each of the screens has the popup that comes next.
+// Done when each of the screens has the popup that comes next.
 const popupsOn = (screens) => Promise.all(screens.map((screen) => new Promise((resolve) => {
     const look = (text) => {
         if (!text.includes("\"popup_shown\"")) return;
         screen.off("message", look);
-        resolve(now());
+        resolve();
     };
     screen.on("message", look);
 })));
@@ -86,9 +86,8 @@ async function onePlay(house, id, zones, screens, number) {
     const popups = popupsOn(screens);
     const before = spentBy(house.process.pid);
     const driverBefore = spentByDriver(house.process.pid);
-    const start = now();
     await house.play(id);
-    const shown = Math.max(...await popups) - start;
+    await popups;
     const driverSpent = spentByDriver(house.process.pid) - driverBefore;
     await events.until("sound_started");
     const threads = threadsOf(house.process.pid);
@@ -101,7 +100,7 @@ async function onePlay(house, id, zones, screens, number) {
     const {rooms} = await house.get("/api/rooms");
     events.socket.terminate();
     return {
-        shown, spent, driverSpent, threads, files,
+        spent, driverSpent, threads, files,
         spread: Math.max(...first) - Math.min(...first), zones: counts.filter((count) => count === 70).length,
         whole: recordings.filter((one) => one.isWhole).length,
         steps: new Set(recordings.map((one) => one.first)).size,
@@ -119,12 +118,13 @@ export async function thousand() {
     try {
         house.sound("clip", sound);
         await house.start();
-        const screens = await screensOf(house, 1000);
         const id = await house.add({audio: {file: "clip", delay_ms: 200}, rooms: many(1000, (index) => ({id: index + 1, volume: 100})),
             navigators: many(1000, (index) => ({id: index + 2001, room: index + 1})), video: {text: "Dinner is ready", timeout_ms: 3000}});
-        const played = await repeat(plays, (index) => onePlay(house, id, zones, screens, index + 1));
-        const shown = median(played.map((play) => play.shown));
-        row("1,000 rooms: the last of 1,000 popups", shown, "ms", "<= 60 ms", shown <= 60, `most ${Math.max(...played.map((play) => play.shown)).toFixed(0)} ms`);
+        // Nobody listens to the zones meanwhile: screens and loudspeakers are machines of their own in a house.
+        const shown = fanOut(house, "2001-3000", id, plays);
+        row("1,000 rooms: the last of 1,000 popups", median(shown), "ms", "<= 60 ms", median(shown) <= 60, `most ${Math.max(...shown).toFixed(0)} ms`);
+        const screens = await screensOf(house, 1000);
+        const played = await repeat(plays, (index) => onePlay(house, id, zones, screens, plays + index + 1));
         // What it would take on a machine that does nothing else; who shows the screens here takes a processor, too.
         const driverSpent = median(played.map((play) => play.driverSpent));
         row("1,000 rooms: the driver thread until then", driverSpent, "ms", "<= 60 ms", driverSpent <= 60, "processor time");
