@@ -83,7 +83,7 @@ void LineWriter::Write(std::string line) {
         ++m_queue->dropped;
         return;
     }
-    // Only who found none waits: each word to it may take the processor away from who writes.
+    // Else it is not asleep, or gathers.
     const bool isFirst = m_queue->lines.empty();
     m_queue->bytes += line.size();
     m_queue->lines.push_back(std::move(line));
@@ -94,7 +94,10 @@ void LineWriter::Write(std::string line) {
 void LineWriter::Work(Queue& queue) {
     std::unique_lock lock(queue.mutex);
     while (true) {
-        queue.changed.wait(lock, [&queue] { return queue.isEnding || !queue.lines.empty(); });
+        if (queue.lines.empty()) {
+            queue.changed.wait(lock, [&queue] { return queue.isEnding || !queue.lines.empty(); });
+            queue.changed.wait_for(lock, kGather, [&queue] { return queue.isEnding; });
+        }
         if (queue.lines.empty())
             break;
         const std::string line = std::move(queue.lines.front());

@@ -17,6 +17,9 @@ public:
     static constexpr std::size_t kMaxWaiting = std::size_t{1} << 20U;
     /// So long an end waits for what is still to be written.
     static constexpr std::chrono::milliseconds kPatience{1000};
+    /// So long it waits behind a line for what comes with it: waking it for each line would cost who writes
+    /// more than the lines do.
+    static constexpr std::chrono::milliseconds kGather{2};
 
     /// The line that stands in the place of so many dropped ones. Called on the writing thread, which may
     /// outlive this object.
