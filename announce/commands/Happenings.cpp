@@ -25,6 +25,9 @@ Style StyleOfEvent(const Json& event) {
     return level == "warning" ? Style::Warning : Style::Plain;
 }
 
+/// What has been missed, and as much more as has happened before it is asked for: all that can be had.
+constexpr long kMostRecent = 1000;
+
 /// Prints events as they come, each once, also when the connection is made anew.
 class EventPrinter {
 public:
@@ -47,7 +50,7 @@ public:
         if (number < m_last)
             m_last = 0; // the controller has started again, and counts from 1
         if (m_isBegun && m_last < number)
-            PrintRecent(static_cast<long>(std::min<std::uint64_t>(number - m_last, 1000)));
+            PrintRecent(kMostRecent);
         m_isBegun = true;
         m_last = std::max(m_last, number);
         isWell();
@@ -133,7 +136,7 @@ ExitStatus History(Session& session) {
 ExitStatus Events(Session& session) {
     RequireTypes(session.arguments.All("type"), session.house);
     EventPrinter printer(session);
-    const long lines = session.arguments.Number("lines", 0, 1000, 20);
+    const long lines = session.arguments.Number("lines", 0, kMostRecent, 20);
     if (lines > 0)
         printer.PrintRecent(lines);
     if (!session.arguments.Has("follow"))

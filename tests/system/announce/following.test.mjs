@@ -1,6 +1,8 @@
 // What goes on: play --wait, --watch, events, and how it is left.
 import assert from 'node:assert/strict';
+import { createServer } from 'node:http';
 import { test } from 'node:test';
+import { WebSocketServer } from 'ws';
 import { clip, rate } from '../harness/sounds.mjs';
 import { json, run, start, withHouse } from '../harness/announce.mjs';
 
@@ -164,6 +166,37 @@ test('events tells what has happened, and with --follow what happens, each once 
     assert.equal(unknown.status, 2);
     assert.equal(unknown.output, '');
     assert.match(unknown.errors, /right: one of play_asked, queue_changed, .* or log\n$/);
+  }));
+
+test('what happens between its connection and its question is not lost to who follows', () =>
+  withHouse(async (house) => {
+    const known = [];
+    const happen = (seq) => known.push({ seq, type: 'rooms_changed', time: '2026-01-01T12:00:00Z', data: {} });
+    happen(1);
+    const server = createServer((request, response) => {
+      const limit = Number(new URL(request.url, 'http://localhost').searchParams.get('limit'));
+      response.end(JSON.stringify({ events: known.slice(-limit) }));
+      // One after the first question, and two more before the second.
+      if (known.length === 1) happen(2);
+    });
+    const sockets = new WebSocketServer({ server });
+    sockets.on('connection', (socket) => {
+      socket.send(JSON.stringify({ type: 'state', seq: 2, time: known[0].time, data: {} }));
+      happen(3);
+      happen(4);
+      for (const event of known.slice(2)) socket.send(JSON.stringify(event));
+    });
+    await new Promise((resolve) => server.listen(0, '127.0.0.1', resolve));
+    const address = { ANNOUNCE_ADDRESS: `http://127.0.0.1:${server.address().port}` };
+    const following = start(house, ['events', '--follow', '--json', '-n', '1'], address);
+    await following.until('the last event', (output) => /"seq":4/.test(output));
+    following.process.kill('SIGINT');
+    assert.deepEqual(
+      lines((await following.end()).output).map(({ seq }) => seq),
+      [1, 2, 3, 4],
+    );
+    sockets.clients.forEach((socket) => socket.terminate());
+    server.close();
   }));
 
 test('events that are followed go on where they were when the controller starts again', () =>
