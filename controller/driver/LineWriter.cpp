@@ -22,6 +22,12 @@ struct LineWriter::Queue {
             ::close(descriptor);
     }
 
+    /// For the first one and those that come with it, or the end.
+    void WaitForLines(std::unique_lock<std::mutex>& lock) {
+        changed.wait(lock, [this] { return isEnding || !lines.empty(); });
+        changed.wait_for(lock, kGather, [this] { return isEnding; });
+    }
+
     const int descriptor;
     const Gap gap;
     std::mutex mutex;
@@ -94,10 +100,8 @@ void LineWriter::Write(std::string line) {
 void LineWriter::Work(Queue& queue) {
     std::unique_lock lock(queue.mutex);
     while (true) {
-        if (queue.lines.empty()) {
-            queue.changed.wait(lock, [&queue] { return queue.isEnding || !queue.lines.empty(); });
-            queue.changed.wait_for(lock, kGather, [&queue] { return queue.isEnding; });
-        }
+        if (queue.lines.empty())
+            queue.WaitForLines(lock);
         if (queue.lines.empty())
             break;
         const std::string line = std::move(queue.lines.front());
