@@ -43,11 +43,13 @@ export async function inLanes(make, count = lanes) {
   return counts;
 }
 
-// That both were killed, each time one of them, and that somebody heard all of it.
-export function checkCounts({ ours = 0, theirs = 0, whole = 0 }, t) {
-  t.diagnostic(`SEED=${seed}: killed ours ${ours} times, theirs ${theirs} times; the room beside whole ${whole} times`);
+// That both were killed, each time one of them, and that the room beside them mostly heard all of it.
+export function checkCounts({ ours = 0, theirs = 0, whole = 0, late = 0 }, t) {
+  t.diagnostic(
+    `SEED=${seed}: killed ours ${ours} times, theirs ${theirs} times; the room beside whole ${whole} times, late ${late} times`,
+  );
   assert.ok((ours > 0 && theirs > 0) || rounds < 50, 'only one of them was ever killed');
-  assert.ok(whole > 0 || rounds < 50, 'the machine was too slow for every round');
+  assert.ok(whole >= late && (whole > 0 || rounds < 50), 'the machine was too slow for most rounds');
 }
 
 export class AttackedHouse extends House {
@@ -68,11 +70,11 @@ export class AttackedHouse extends House {
     while ((await this.get('/api/status')).playing !== null) await pause(20);
   }
 
-  // That the room heard all of the last announcement; ["whole"], or nothing when the machine was too slow, which the
+  // That the room heard all of the last announcement; ["whole"], or ["late"] when the machine was too slow, which the
   // room has said then.
   async checkHeard(room, samples) {
     const { trouble } = (await this.get('/api/rooms')).rooms[room - 1];
-    if (/beginning/.test(trouble ?? '')) return [];
+    if (/beginning/.test(trouble ?? '')) return ['late'];
     assert.equal(trouble, null, `room ${room}`);
     assert.ok(heard(this.newestRecording(room), samples, 100).isWhole, `room ${room}`);
     return ['whole'];
