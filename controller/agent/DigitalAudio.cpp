@@ -38,9 +38,10 @@ void DigitalAudio::CreateStream() {
 void DigitalAudio::ReleaseStream() {
     m_driverOnly.Assert();
     Forget();
+    // First, or what still plays would end at the volume of before.
+    m_parts.engine.CloseStream({});
     // A room that was taken out of the announcement while it played gets no word from the agent.
     m_parts.volumes.GiveBackAll();
-    m_parts.engine.CloseStream({});
 }
 
 void DigitalAudio::AddRoom(std::uint32_t room) {
@@ -136,10 +137,8 @@ void DigitalAudio::Tell(Answer answer) {
 }
 
 void DigitalAudio::Close(std::function<void()> onClosed) {
-    m_driverOnly.Assert();
-    Forget();
-    m_parts.volumes.GiveBackAll();
-    m_parts.engine.CloseStream(std::move(onClosed));
+    ReleaseStream();
+    m_parts.engine.CloseStream(std::move(onClosed)); // Tells when the outputs of the former ones are closed.
 }
 
 } // namespace controller

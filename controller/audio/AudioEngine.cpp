@@ -69,8 +69,9 @@ void AudioEngine::OpenStream(OnReady onReady) {
     m_stream = std::make_unique<Stream>();
     m_stream->timeline = std::make_shared<Timeline>();
     m_stream->take = ++m_takes;
-    // A place that is tried is no announcement.
-    m_stream->isUrgent = !m_try && m_context->services.isUrgent && m_context->services.isUrgent();
+    // A place that is tried is no announcement; one that was may still be closing.
+    const bool isTried = m_try && !m_try->isOver;
+    m_stream->isUrgent = !isTried && m_context->services.isUrgent && m_context->services.isUrgent();
     if (m_health)
         m_health->Hold();
     AfterTry([this, take = m_takes, onReady = std::move(onReady)] {
@@ -87,13 +88,38 @@ void AudioEngine::AddRoom(std::uint32_t roomId) {
                                         (m_stream ? " is not in this house" : ": no stream is open"));
         return;
     }
-    if (m_stream->rooms.insert(roomId).second)
-        room->second->Join(m_stream->timeline, m_stream->take, m_stream->isUrgent);
+    if (!m_stream->rooms.insert(roomId).second)
+        return;
+    if (m_stream->joining.empty())
+        PostJoin();
+    m_stream->joining.insert(roomId);
+}
+
+void AudioEngine::PostJoin() {
+    m_context->mailbox->Post([this, take = m_stream->take] {
+        if (!m_stream || m_stream->take != take)
+            return;
+        JoinWaiting(IScheduler::kTurn);
+        if (!m_stream->joining.empty())
+            PostJoin();
+    });
+}
+
+/// Lets rooms join for so long.
+void AudioEngine::JoinWaiting(std::chrono::steady_clock::duration turn) {
+    const auto start = std::chrono::steady_clock::now();
+    std::set<std::uint32_t>& joining = m_stream->joining;
+    while (!joining.empty() && std::chrono::steady_clock::now() - start <= turn) {
+        const std::uint32_t id = *joining.begin();
+        joining.erase(joining.begin());
+        m_rooms.at(id)->Join(m_stream->timeline, m_stream->take, m_stream->isUrgent);
+    }
 }
 
 void AudioEngine::RemoveRoom(std::uint32_t roomId) {
     if (!m_stream || m_stream->rooms.erase(roomId) == 0)
         return;
+    m_stream->joining.erase(roomId);
     RoomOutput& room = *m_rooms.at(roomId);
     if (m_play && room.HasHeardClip())
         m_play->heard.insert(roomId);

@@ -120,6 +120,8 @@ private:
     struct PendingClose;
     struct Try;
 
+    void PostJoin();
+    void JoinWaiting(std::chrono::steady_clock::duration turn);
     void RenewStream();
     void StartPlayback(const PlayedSound& sound);
     void OnStarted(unsigned playNumber, std::chrono::steady_clock::time_point begin);

@@ -25,6 +25,7 @@ struct AudioEngine::Stream {
     unsigned take = 0;
     bool isUrgent = false;
     std::set<std::uint32_t> rooms;
+    std::set<std::uint32_t> joining; ///< Those of them whose turn to open has not come.
 };
 
 struct AudioEngine::CurrentPlay {

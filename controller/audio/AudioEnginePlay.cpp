@@ -56,6 +56,8 @@ void AudioEngine::Play(const PlayedSound& sound, OnDone onDone) {
     m_play->asked = std::chrono::steady_clock::now();
     if (m_stream->timeline->HasClip())
         RenewStream();
+    else
+        JoinWaiting(std::chrono::steady_clock::duration::max()); // A clip waits for those that have joined.
     StartPlayback(sound);
     CheckPlay(); // Every room may have failed before.
 }
@@ -64,6 +66,7 @@ void AudioEngine::Play(const PlayedSound& sound, OnDone onDone) {
 void AudioEngine::RenewStream() {
     m_stream->timeline = std::make_shared<Timeline>();
     m_stream->take = ++m_takes;
+    m_stream->joining.clear();
     for (const std::uint32_t id : m_stream->rooms)
         m_rooms.at(id)->Join(m_stream->timeline, m_stream->take, m_stream->isUrgent);
 }
@@ -71,7 +74,8 @@ void AudioEngine::RenewStream() {
 void AudioEngine::StartPlayback(const PlayedSound& sound) {
     std::chrono::milliseconds lead{0};
     for (const std::uint32_t id : m_stream->rooms)
-        lead = std::max(lead, m_rooms.at(id)->LeadSilence());
+        if (m_rooms.at(id)->GetState() != RoomOutput::State::Out) // One that has failed wants nothing.
+            lead = std::max(lead, m_rooms.at(id)->LeadSilence());
     // The play is named by its number: the object behind it may be gone when word of it comes.
     const unsigned number = m_play->number = ++m_plays;
     const auto mailbox = m_context->mailbox;
@@ -109,7 +113,7 @@ void AudioEngine::CheckPlay() {
         return;
     std::set<std::uint32_t> heard = m_play->heard;
     bool hasEnded = !heard.empty();
-    bool isOpening = false;
+    bool isOpening = !m_stream->joining.empty();
     for (const std::uint32_t id : m_stream->rooms) {
         const RoomOutput& room = *m_rooms.at(id);
         const auto state = room.GetState();

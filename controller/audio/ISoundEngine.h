@@ -46,8 +46,9 @@ public:
     /// (its Play ends with an error). onReady does not come if the stream is closed before.
     virtual void OpenStream(OnReady onReady) = 0;
 
-    /// Opens the room's output for the stream; silence plays there until the clip starts. Without a stream,
-    /// for an unknown room or one that is in already: logged, nothing else.
+    /// Opens the room's output for the stream, in its turn behind others that were added; silence plays there
+    /// until the clip starts. Without a stream, for an unknown room or one that is in already: logged,
+    /// nothing else.
     virtual void AddRoom(std::uint32_t roomId) = 0;
 
     /// Takes the room out of the stream: its sound ends now, in good order. The last room's removal ends a

@@ -27,6 +27,10 @@ const char* WordFor(RoomTrouble::Kind kind) {
     return "failed";
 }
 
+bool IsOf(const std::weak_ptr<IRoomPlayer>& sender, const std::shared_ptr<IRoomPlayer>& player) {
+    return !sender.owner_before(player) && !player.owner_before(sender);
+}
+
 std::string Milliseconds(std::chrono::milliseconds time) {
     return std::to_string(time.count()) + " ms";
 }
@@ -63,7 +67,7 @@ void RoomOutput::Open() {
     }
     m_current = MakePlayer();
     const auto tell = [this, mailbox = m_context->mailbox,
-                       sender = m_current.get()](const PlayerEvent& event) {
+                       sender = Sender(m_current)](const PlayerEvent& event) {
         mailbox->Post([this, sender, event] { OnEvent(sender, event); });
     };
     try {
@@ -191,10 +195,10 @@ void RoomOutput::GiveUp(std::shared_ptr<IRoomPlayer>& player, const std::string&
     m_onChange();
 }
 
-void RoomOutput::OnEvent(const IRoomPlayer* sender, const PlayerEvent& event) {
+void RoomOutput::OnEvent(const Sender& sender, const PlayerEvent& event) {
     switch (event.kind) {
     case PlayerEvent::Kind::Late:
-        if (sender == m_current.get())
+        if (IsOf(sender, m_current))
             Report(RoomTrouble::Kind::Late, "the beginning of the announcement is missing");
         break;
     case PlayerEvent::Kind::Ended:
@@ -209,11 +213,11 @@ void RoomOutput::OnEvent(const IRoomPlayer* sender, const PlayerEvent& event) {
     m_onChange();
 }
 
-void RoomOutput::OnFailed(const IRoomPlayer* sender, const PlayerEvent& event) {
-    if (sender != m_current.get() && sender != m_closing.get())
+void RoomOutput::OnFailed(const Sender& sender, const PlayerEvent& event) {
+    if (!IsOf(sender, m_current) && !IsOf(sender, m_closing))
         return; // It was given up before, and that was reported.
     // What fails after its last sample has done its duty in this stream.
-    if (sender == m_current.get() && GetState() != State::Ended) {
+    if (IsOf(sender, m_current) && GetState() != State::Ended) {
         LeaveTimeline();
         MoveToClosing();
     }
@@ -227,12 +231,12 @@ void RoomOutput::OnSilent(const std::shared_ptr<RoomSlot>& sender, const std::st
     Report(RoomTrouble::Kind::Silent, reason);
 }
 
-void RoomOutput::OnGone(const IRoomPlayer* sender) {
-    if (sender == m_current.get()) {
+void RoomOutput::OnGone(const Sender& sender) {
+    if (IsOf(sender, m_current)) {
         m_current = nullptr;
         return;
     }
-    if (sender != m_closing.get()) {
+    if (!IsOf(sender, m_closing)) {
         --m_hanging;
         return;
     }

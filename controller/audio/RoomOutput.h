@@ -54,13 +54,15 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
+    /// Of an event: its player may be gone by then, and another one be where that was in memory.
+    using Sender = std::weak_ptr<IRoomPlayer>;
 
     void Open();
     [[nodiscard]] std::shared_ptr<IRoomPlayer> MakePlayer();
     [[nodiscard]] OutputContext Context(std::function<void(const std::string&)> silent) const;
-    void OnEvent(const IRoomPlayer* sender, const PlayerEvent& event);
-    void OnFailed(const IRoomPlayer* sender, const PlayerEvent& event);
-    void OnGone(const IRoomPlayer* sender);
+    void OnEvent(const Sender& sender, const PlayerEvent& event);
+    void OnFailed(const Sender& sender, const PlayerEvent& event);
+    void OnGone(const Sender& sender);
     void OnSilent(const std::shared_ptr<RoomSlot>& sender, const std::string& reason);
     void GiveUp(std::shared_ptr<IRoomPlayer>& player, const std::string& reason);
     void MoveToClosing();

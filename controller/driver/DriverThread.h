@@ -23,8 +23,6 @@ namespace controller {
 class DriverThread final : public IScheduler {
 public:
     static constexpr std::chrono::milliseconds kSlow{50};
-    /// After so long, what is due at a time lets go of the thread for what else waits.
-    static constexpr std::chrono::milliseconds kTurn{10};
     /// As many pieces of work from outside may wait at once.
     static constexpr std::size_t kMaxWaiting = 1000;
 

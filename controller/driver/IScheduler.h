@@ -11,6 +11,9 @@ class IScheduler {
 public:
     using Duration = std::chrono::milliseconds;
 
+    /// After so long, work that is many pieces lets go of the thread for what else waits.
+    static constexpr Duration kTurn{10};
+
     /// Time that never jumps, from a start of no meaning.
     [[nodiscard]] virtual Duration Now() const = 0;
 

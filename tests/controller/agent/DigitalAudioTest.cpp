@@ -277,7 +277,7 @@ TEST_F(DigitalAudioTest, ARoomOfTheStreamGoesBackToItsVolumeWhenItIsRemoved) {
 TEST_F(DigitalAudioTest, ARoomThatTheAnnouncementForgotIsGivenBackWithTheStream) {
     OpenStream();
     m_audio.ReleaseStream();
-    EXPECT_EQ(Calls(), (Texts{"volume 1 40", "close"}));
+    EXPECT_EQ(Calls(), (Texts{"close", "volume 1 40"})) << "nothing is heard at the volume of before";
     EXPECT_FALSE(m_volumes.IsTaken(1));
 }
 
@@ -332,7 +332,7 @@ TEST_F(DigitalAudioTest, ClosedItGivesEveryRoomBackAndSaysWhenTheOutputsAreClose
     bool isClosed = false;
     m_audio.Close([&] { isClosed = true; });
     EXPECT_TRUE(isClosed);
-    EXPECT_EQ(Calls(), (Texts{"volume 1 40", "close"}));
+    EXPECT_EQ(Calls(), (Texts{"close", "volume 1 40", "close"}));
 }
 
 } // namespace

@@ -61,6 +61,21 @@ TEST_F(AudioEngineFaultTest, ARefusedOutputIsReportedAndLeavesTheOtherRoomPerfec
     ExpectOtherRoomPerfect(harness, RoomTrouble::Kind::Refused);
 }
 
+TEST_F(AudioEngineFaultTest, NobodyWaitsForTheSilenceThatARefusedOutputWouldHaveHad) {
+    std::vector<RoomConfig> rooms(2);
+    rooms[0] = {1, "Good", ParseOutput(FileOutput("good.wav"))};
+    rooms[1] = {2, "Gone", ParseOutput("gstreamer: filesink location=" + m_folder.Path("no/such/folder")),
+                std::chrono::seconds(20)};
+    EngineHarness harness(rooms);
+    harness.OpenWithAllRooms();
+    ASSERT_TRUE(harness.RunUntil([&] { return harness.HasTrouble(2, RoomTrouble::Kind::Refused); }));
+    const auto result = harness.PlayToEnd(m_clip);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->rooms, Rooms{1});
+    EXPECT_LT(result->startDelay, std::chrono::seconds(20));
+    ExpectWholeClip("good.wav");
+}
+
 TEST_F(AudioEngineFaultTest, ARecordingWhoseFolderCannotBeMadeIsRefused) {
     WriteBytes(m_folder.Path("file"), "no folder");
     EngineHarness harness({FileOutput("good.wav"), FileOutput("file/room.wav")});

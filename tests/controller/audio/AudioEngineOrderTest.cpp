@@ -1,5 +1,6 @@
 #include "tests/controller/audio/PlayFixture.h"
 
+#include <filesystem>
 #include <memory>
 
 namespace controller::audio::test {
@@ -90,6 +91,26 @@ TEST_F(AudioEngineOrderTest, TheLastRoomsRemovalEndsThePlay) {
     ASSERT_TRUE(WaitForResults(2));
     EXPECT_EQ(m_results[1].error, "");
     EXPECT_EQ(m_results[1].rooms, (Rooms{1}));
+}
+
+TEST_F(AudioEngineOrderTest, ARoomThatIsTakenOutBeforeItsTurnIsNotOpened) {
+    m_harness.OpenWithAllRooms();
+    m_harness.Engine().RemoveRoom(2);
+    Play();
+    ASSERT_TRUE(WaitForResults(1));
+    EXPECT_EQ(m_results[0].rooms, (Rooms{1}));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.Path("two-1.wav")));
+}
+
+TEST_F(AudioEngineOrderTest, APlayOnARoomThatWaitsForItsTurnIsNotOver) {
+    m_harness.Engine().OpenStream({});
+    m_harness.Engine().AddRoom(1);
+    Play();
+    m_harness.Engine().AddRoom(2);
+    m_harness.Engine().RemoveRoom(1);
+    ASSERT_TRUE(WaitForResults(1));
+    EXPECT_EQ(m_results[0].error, "");
+    EXPECT_EQ(m_results[0].rooms, (Rooms{2}));
 }
 
 TEST_F(AudioEngineOrderTest, OpeningWhileAStreamIsOpenClosesThatFirst) {
