@@ -27,6 +27,8 @@ namespace {
 
 /// The controller gives a sign of life every 20 s.
 constexpr std::chrono::seconds kSilence{60};
+/// It compresses no event, so nothing here need know how.
+constexpr bool kIsDeflated = false;
 
 template <class Socket>
 void Begin(EventLoop& loop, const Connection& connection, Socket& socket) {
@@ -68,7 +70,8 @@ EventStream::EventStream(EventLoop& loop, const Connection& connection)
     , m_address(connection.address.Text())
     , m_inbox(std::make_shared<Inbox>()) {
     m_socket = transport::WithStream(loop, connection, [&](auto stream) -> std::shared_ptr<void> {
-        const auto socket = std::make_shared<websocket::stream<decltype(stream)>>(std::move(stream));
+        const auto socket =
+            std::make_shared<websocket::stream<decltype(stream), kIsDeflated>>(std::move(stream));
         Begin(loop, connection, *socket);
         Read(socket, m_inbox);
         return socket;

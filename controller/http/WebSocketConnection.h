@@ -45,6 +45,8 @@ public:
 private:
     enum class State { Accepting, Open, Closing, Ended };
 
+    static constexpr bool kIsDeflated = false; ///< messages are many, and short
+
     void SetOptions();
     void Accepted(const boost::system::error_code& error,
                   const std::function<void(std::shared_ptr<WebSocket>)>& onOpen);
@@ -58,7 +60,7 @@ private:
     [[nodiscard]] const HttpLimits& Limits() const noexcept { return m_place->Owner().Limits(); }
 
     const std::shared_ptr<Connections::Place> m_place;
-    boost::beast::websocket::stream<MeteredStream<Stream>> m_webSocket;
+    boost::beast::websocket::stream<MeteredStream<Stream>, kIsDeflated> m_webSocket;
     State m_state = State::Accepting;
     boost::beast::flat_buffer m_buffer;
     std::deque<std::shared_ptr<const std::string>> m_queue; ///< the first one is being written
