@@ -17,6 +17,9 @@ namespace controller::audio {
 
 namespace {
 
+/// As large as anybody may have one.
+constexpr int kPipeBytes = 1 << 20;
+
 /// What a guard is started with: one end of the pipe, and nothing else that is ours.
 class GuardStart {
 public:
@@ -91,6 +94,8 @@ void BorrowGuard::Start() {
     m_pipe = Descriptor(ends[1]);
     // It may stand still; the house does not.
     (void)::fcntl(m_pipe.Number(), F_SETFL, O_NONBLOCK); // NOLINT(*-vararg)
+    // For all that may be borrowed, since a guard that learns half of it gives that back in mid-announcement.
+    (void)::fcntl(m_pipe.Number(), F_SETPIPE_SZ, kPipeBytes); // NOLINT(*-vararg)
     if (const int error = GuardStart(input).Program(m_words, m_process); error != 0) {
         m_process = -1;
         Drop(std::strerror(error)); // NOLINT(concurrency-mt-unsafe)

@@ -11,7 +11,9 @@ namespace controller::audio {
 namespace {
 
 constexpr std::int64_t kFramesAhead = std::int64_t{3} * kRate;
-constexpr std::int64_t kFramesBehind = std::int64_t{2} * kRate;
+/// A room that leaves early for its own long buffer is as far ahead of the others as the longest silence
+/// before a clip; and one that stalls is not given up at once.
+constexpr std::int64_t kFramesBehind = std::int64_t{12} * kRate;
 constexpr std::chrono::milliseconds kPatience{1000};
 
 } // namespace

@@ -26,6 +26,11 @@ std::string YamlText(const std::string& text) {
     return quoted + "\"";
 }
 
+/// A name that looks like a number needs its quotes; a number of milliseconds looks odd in them.
+std::string YamlOption(const std::string& value) {
+    return value.find_first_not_of("0123456789") == std::string::npos ? value : YamlText(value);
+}
+
 std::vector<std::string> OptionsOf(const std::string& kind) {
     for (const OutputHelp& help : ListOutputs())
         if (help.kind == kind)
@@ -59,7 +64,7 @@ std::string LineFor(const OutputDescription& output) {
             const bool isOption =
                 key.size() < word.size() && std::find(options.begin(), options.end(), key) != options.end();
             if (isOption)
-                beside += ", " + key + ": " + YamlText(word.substr(key.size() + 1));
+                beside += ", " + key + ": " + YamlOption(word.substr(key.size() + 1));
             else
                 main += (main.empty() ? "" : " ") + word;
         }

@@ -63,6 +63,17 @@ std::string Forms() {
     return forms;
 }
 
+/// What belongs to an output stands behind it with spaces alone; a comma would be taken for a letter of the
+/// name.
+void RefuseCommas(const OutputKind& row, const std::string& text) {
+    std::istringstream words(*row.options != '\0' ? text : "");
+    for (std::string word; words >> word;)
+        if (word.size() > 1 && word.back() == ',')
+            throw std::invalid_argument("a comma stands behind \"" + word.substr(0, word.size() - 1) +
+                                        "\"; in one text there are spaces alone, as in \"" + row.kind +
+                                        ": NAME KEY=VALUE KEY=VALUE\"");
+}
+
 } // namespace
 
 const OutputKind* FindOutputKind(const std::string& kind) {
@@ -85,6 +96,7 @@ Output CreateOutput(const OutputDescription& description) {
     if (row == nullptr)
         throw std::invalid_argument("\"" + description.kind + "\" is no kind of output; there are " +
                                     Forms());
+    RefuseCommas(*row, description.text);
     return row->create(description.text);
 }
 

@@ -122,7 +122,9 @@ void HomeAssistantPlay::StopPlayer(const std::function<void(const std::string& e
     }
     m_order.context.addresses->Withdraw(std::exchange(m_path, ""));
     const nlohmann::json body{{"entity_id", m_room.player}};
+    m_isStopping = true;
     Ask(kMediaStop, body.dump(), [this, self = shared_from_this(), stopped](const HttpOutcome& outcome) {
+        m_isStopping = false;
         const std::string reason = WhyNot(outcome);
         stopped(reason.empty() ? "" : m_room.player + " could not be stopped: " + reason);
     });

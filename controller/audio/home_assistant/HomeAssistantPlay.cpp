@@ -82,7 +82,9 @@ void HomeAssistantPlay::ClipChanged() {
         return;
     if (clip->isFadingOut) {
         StopPlayer([this, self = shared_from_this()](const std::string& error) {
-            if (error.empty())
+            if (!m_isOpen)
+                Leave(); // The stream is over, too.
+            else if (error.empty())
                 End();
             else
                 Fail(error);
@@ -115,7 +117,10 @@ void HomeAssistantPlay::Fail(const std::string& reason) {
 void HomeAssistantPlay::Stop() {
     if (m_isOver)
         return;
-    if (!std::exchange(m_isOpen, false)) {
+    const bool wasOpen = std::exchange(m_isOpen, false);
+    if (m_isStopping)
+        return; // Its player is being told; who waits for that leaves.
+    if (!wasOpen) {
         Leave();
         return;
     }

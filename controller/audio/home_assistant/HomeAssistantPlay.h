@@ -71,8 +71,9 @@ private:
     std::string m_ourAddress;
     std::string m_path; ///< of the sound; empty: none is offered
     bool m_isAnswered = false;
-    bool m_isOpen = false; ///< and has not ended
-    bool m_isOver = false; ///< it is gone
+    bool m_isOpen = false;     ///< and has not ended
+    bool m_isStopping = false; ///< The player is being told to stop.
+    bool m_isOver = false;     ///< it is gone
     Clock::time_point m_ordered;
 };
 

@@ -114,10 +114,10 @@ void PagePlayer::Begin(const PageSound& sound, const Placement& placed, std::int
 void PagePlayer::Hear(PageNews news) {
     switch (news) {
     case PageNews::Late:
-        m_onEvent({PlayerEvent::Kind::Late, {}, {}});
-        [[fallthrough]];
     case PageNews::Started:
-        m_hasStarted = true;
+        // A page may say so again and again.
+        if (!std::exchange(m_hasStarted, true) && news == PageNews::Late)
+            m_onEvent({PlayerEvent::Kind::Late, {}, {}});
         m_latest->Stop();
         break;
     case PageNews::Ended:
@@ -163,6 +163,7 @@ void PagePlayer::End() {
 }
 
 void PagePlayer::Fail(RoomTrouble::Kind kind, const std::string& reason) {
+    m_order.timeline->Abort(m_order.slot); // A clip waits for this room no longer.
     m_onEvent({PlayerEvent::Kind::Failed, kind, reason});
     Close();
 }

@@ -47,6 +47,8 @@ bool Ducking::HasGivenBack() const {
 }
 
 unsigned Ducking::Hold(const std::string& sink, double decibels) {
+    if (m_holds.empty())
+        m_left.clear(); // What was set while the former announcement ended says nothing of this one.
     m_holds[++m_lastHold] = {sink, decibels};
     m_server.look();
     return m_lastHold;

@@ -56,6 +56,11 @@ private:
     std::set<std::string> m_answered;
 };
 
+/// Whether a house file can name it: servers take any id.
+bool IsNameable(const std::string& client) {
+    return !client.empty() && client.find_first_of(" \t\n\v\f\r=") == std::string::npos;
+}
+
 Health HealthOfClient(const SnapcastPlace& place, const SnapcastState& state) {
     const std::string server = place.Server();
     const std::string reason = state.isThere ? WhyNotHeard(state, server, place.client, place.stream)
@@ -101,7 +106,7 @@ std::vector<FoundOutput> FindClients(const std::vector<std::string>& texts,
     for (const auto& [server, state] : survey.Run())
         for (const SnapcastGroup& group : state.groups)
             for (const SnapcastClient& client : group.clients)
-                if (client.isConnected && client.id.find(' ') == std::string::npos)
+                if (client.isConnected && IsNameable(client.id))
                     clients.push_back({"snapcast",
                                        client.id + " (" + server + ")",
                                        {"snapcast", client.id + options.at(server)}});

@@ -135,7 +135,7 @@ void SnapcastLink::StartClock() {
 }
 
 void SnapcastLink::OnAnswer(const std::string& line) {
-    const Json json = Json::parse(line, nullptr, false);
+    const Json json = ReadSnapcastJson(line);
     const bool isAnswer = json.is_object() && json.contains("id") && json["id"].is_number_unsigned();
     if (json.is_discarded() || (json.is_object() && !isAnswer && !json.contains("method"))) {
         Lose("answers what is no Snapcast server's", false);
@@ -157,7 +157,7 @@ void SnapcastLink::OnAnswer(const std::string& line) {
 }
 
 void SnapcastLink::OnNotification(const std::string& line) {
-    const Json json = Json::parse(line, nullptr, false);
+    const Json json = ReadSnapcastJson(line);
     const bool isOne = json.is_object() && json.contains("method") && json["method"].is_string();
     // What streams say comes often, and changes nothing that is looked for.
     if (isOne && json["method"].get_ref<const std::string&>().rfind("Stream.", 0) != 0)

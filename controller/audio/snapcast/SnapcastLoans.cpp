@@ -30,6 +30,7 @@ SnapcastLoans::SnapcastLoans(
 
 unsigned SnapcastLoans::Hold(Wish wish, Listener listener) {
     const unsigned number = ++m_lastHold;
+    m_attempts.erase(wish.client);
     auto& held =
         *m_holds.emplace(number, std::make_unique<Held>(m_driver, std::move(wish), std::move(listener)))
              .first->second;

@@ -40,8 +40,8 @@ public:
     static constexpr std::chrono::milliseconds kRetry{1000};
     /// So long a client may still play what it has of the stream that was taken from it.
     static constexpr std::chrono::milliseconds kCut{100};
-    /// As often it is tried to give something back to a server that is there and refuses.
-    static constexpr unsigned kMostRefusals = 5;
+    /// As often it is tried to give something back to a server that is there and refuses, or does nothing.
+    static constexpr unsigned kMostAttempts = 5;
 
     /// `name` of the server is for people and for what is written down. What is given is borrowed for life.
     SnapcastLoans(
@@ -83,6 +83,12 @@ private:
         bool isRefused = false;
     };
 
+    /// To give a client back; none has been seen to succeed.
+    struct Attempts {
+        unsigned count = 0;
+        bool isSaidDone = false;
+    };
+
     [[nodiscard]] std::vector<Borrowed> Entries() const;
     [[nodiscard]] std::vector<Borrowed> EntriesOf(const std::string& client) const;
     [[nodiscard]] bool IsHeld(const std::string& client) const;
@@ -115,7 +121,7 @@ private:
     std::multiset<std::string> m_changing;        ///< clients of changes for them that are not answered yet
     std::set<std::string> m_cut;                  ///< clients that have been cut off just now
     std::map<std::string, Returning> m_returning; ///< by client
-    std::map<std::string, unsigned> m_refusals;   ///< by client
+    std::map<std::string, Attempts> m_attempts;   ///< by client
     Alarm m_settled;
     Alarm m_retry;
     const std::shared_ptr<bool> m_isAlive = std::make_shared<bool>(true);

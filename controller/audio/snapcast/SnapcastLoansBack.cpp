@@ -66,22 +66,22 @@ void SnapcastLoans::GiveBack() {
 /// What is not as it was set any more is struck; of the rest that comes when it is seen to be back.
 void SnapcastLoans::GiveBackOf(const std::string& client) {
     std::vector<Borrowed> struck;
-    const bool isRefused = m_refusals[client] >= kMostRefusals;
+    const bool isInVain = m_attempts[client].count >= kMostAttempts;
     for (const Borrowed& entry : EntriesOf(client)) {
         const bool isOurs = entries::IsOurs(entry, m_state);
         const bool isGone =
             (entry.property == entries::kStream && m_state.FindStream(entry.before) == nullptr) ||
             (entry.property == entries::kGroup && m_state.FindGroup(entry.before) == nullptr);
-        if (!isOurs || isGone || isRefused)
+        if (!isOurs || isGone || isInVain)
             struck.push_back(entry);
         else
             GiveBack(entry);
     }
-    if (isRefused)
+    if (isInVain)
         m_log.Warning("The Snapcast server " + m_name + " does not take back what the client \"" + client +
                       "\" had; it is left as it is");
-    if (isRefused || m_returning.count(client) == 0)
-        m_refusals.erase(client);
+    if (isInVain || m_returning.count(client) == 0)
+        m_attempts.erase(client);
     m_borrowings.Strike(struck);
 }
 
@@ -113,8 +113,10 @@ void SnapcastLoans::OnGivenBack(const std::string& client, const std::string& er
         return;
     const bool isRefused = place->second.isRefused;
     m_returning.erase(place);
-    m_refusals[client] += isRefused ? 1 : 0;
-    if (!isRefused)
+    Attempts& attempts = m_attempts[client];
+    ++attempts.count;
+    // One that says again that it is done, and is seen not to be, would be told for ever without a pause.
+    if (!isRefused && !std::exchange(attempts.isSaidDone, true))
         m_server.Look();
     else
         m_retry.Start(kRetry, [this] { m_server.Look(); });

@@ -21,6 +21,12 @@ constexpr unsigned kMostBufferMs = 10'000;
     throw std::invalid_argument("\"snapcast:\" " + what);
 }
 
+[[noreturn]] void RefuseHost(const std::string& text) {
+    RefusePlace("server \"" + text +
+                "\" is not a host such as nas, 192.168.1.5 or [fd00::5], with or without the port of its "
+                "control behind a colon");
+}
+
 std::uint16_t ReadPort(const std::string& name, const std::string& text) {
     const auto port = ReadNumber<std::uint16_t>(text, 1, 65535);
     if (!port)
@@ -68,6 +74,8 @@ std::string SnapcastPlace::Server() const {
 }
 
 SnapcastHost ReadSnapcastHost(const std::string& text) {
+    if (text.find('/') != std::string::npos)
+        RefuseHost(text);
     SnapcastHost read;
     const auto bracket = text.rfind(']');
     const auto colon = text.rfind(':');
@@ -79,9 +87,7 @@ SnapcastHost ReadSnapcastHost(const std::string& text) {
     if (isSix)
         read.host = read.host.substr(1, bracket - 1);
     if (read.host.empty() || (!isSix && read.host.find(':') != std::string::npos))
-        RefusePlace("server \"" + text +
-                    "\" is not a host such as nas, 192.168.1.5 or [fd00::5], with or without the port of its "
-                    "control behind a colon");
+        RefuseHost(text);
     return read;
 }
 
@@ -96,7 +102,8 @@ SnapcastPlace ReadSnapcastPlace(const std::string& text) {
     for (std::size_t index = 1; index < words.size(); ++index)
         ReadWord(words[index], place);
     if (place.host.empty())
-        RefusePlace("needs the server of " + place.client + ", such as server=nas or server=192.168.1.5");
+        RefusePlace("needs the server of " + place.client + ", as in `output: {snapcast: " + place.client +
+                    ", server: nas}`");
     return place;
 }
 

@@ -1,6 +1,7 @@
 #include "controller/audio/BorrowGuard.h"
 
 #include "controller/audio/BorrowedText.h"
+#include "controller/audio/Borrowings.h"
 #include "tests/controller/audio/EngineHarness.h"
 #include "tests/controller/audio/Sounds.h"
 #include "tests/controller/support/TestLog.h"
@@ -76,6 +77,16 @@ TEST_F(BorrowGuardTest, ItIsStartedAtTheFirstEntryAndToldEverythingUntilThisOneE
     m_guard = nullptr;
     EXPECT_EQ(Told(1), (std::vector<Borrowed>{Lamp("a", "off"), Lamp("b: 1", "off"), Lamp("a", "")}));
     EXPECT_TRUE(m_log.lines.empty());
+}
+
+TEST_F(BorrowGuardTest, ItIsToldAllThatMayBeBorrowedAtOnce) {
+    std::vector<Borrowed> entries;
+    for (std::size_t number = 0; number < Borrowings::kMost; ++number)
+        entries.push_back(Lamp(std::to_string(number) + std::string(100, '.'), "off"));
+    Make();
+    m_guard->Tell(entries);
+    m_guard = nullptr;
+    EXPECT_EQ(Told(1), entries);
 }
 
 TEST_F(BorrowGuardTest, OneThatCannotBeStartedIsSaidAndNobodyIsKept) {

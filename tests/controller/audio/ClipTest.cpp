@@ -104,6 +104,25 @@ TEST(ClipTest, OnlyAWindowIsKept) {
     EXPECT_EQ(ReadFrames(clip, 0, 2), Silence(2)) << "long dropped";
 }
 
+TEST(ClipTest, ARoomWithTheLongestSilenceInFrontReadsWhatAnotherWasGivenThatMuchEarlier) {
+    constexpr std::int64_t kSeconds = 20;
+    constexpr std::int64_t kLongest = 11; ///< 10 s of silence, and a stall that is not given up yet
+    Clip clip;
+    std::thread decoder([&] {
+        for (std::int64_t second = 0; second < kSeconds; ++second)
+            EXPECT_TRUE(clip.Append(Numbered(second * kRate, kRate)));
+        clip.Finish();
+    });
+    for (std::int64_t second = 0; second < kSeconds; ++second) {
+        EXPECT_EQ(ReadFrames(clip, second * kRate, kRate), Numbered(second * kRate, kRate));
+        if (second >= kLongest) {
+            const std::int64_t behind = (second - kLongest) * kRate;
+            EXPECT_EQ(ReadFrames(clip, behind, 2), Numbered(behind, 2)) << second;
+        }
+    }
+    decoder.join();
+}
+
 TEST(ClipTest, WhenNobodyListensTheDecoderIsToldSo) {
     Clip clip;
     std::thread decoder([&] {

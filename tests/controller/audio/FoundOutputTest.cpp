@@ -16,6 +16,8 @@ TEST(FoundOutputTest, TheLineIsWhatTheHouseFileTakes) {
     EXPECT_EQ(LineFor({"pulse", "kitchen duck=off"}), "output: {pulse: kitchen, duck: off}");
     EXPECT_EQ(LineFor({"gstreamer", "alsasink device=plughw:CARD=PCH,DEV=0"}),
               "output: {gstreamer: \"alsasink device=plughw:CARD=PCH,DEV=0\"}");
+    EXPECT_EQ(LineFor({"snapcast", "kitchen server=nas:1705 buffer_ms=400"}),
+              "output: {snapcast: kitchen, server: \"nas:1705\", buffer_ms: 400}");
     EXPECT_EQ(LineFor({"pulse", "12"}), "output: {pulse: \"12\"}") << "a number would be none";
     EXPECT_EQ(LineFor({"gstreamer", "fakesink name=\"a b\""}),
               "output: {gstreamer: \"fakesink name=\\\"a b\\\"\"}");

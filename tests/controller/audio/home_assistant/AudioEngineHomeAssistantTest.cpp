@@ -55,6 +55,9 @@ protected:
         return asked;
     }
 
+    /// Whether the first player that was told to play has its sound; one that leaves before finds none.
+    [[nodiscard]] bool HasFetched() const { return m_addresses.WasFetched("/api/once/1.wav"); }
+
     /// What the house does: by the player's name, as long as nothing else is said.
     HouseReply Answer(const HouseRequest& request) {
         if (request.authorization != std::string("Bearer ") + kSecretToken)
@@ -213,7 +216,7 @@ TEST_F(AudioEngineHomeAssistantTest, AStopTellsThePlayerAndTakesTheSoundAway) {
     harness.OpenWithAllRooms();
     std::optional<PlayResult> result;
     harness.Engine().Play(longClip, [&](const PlayResult& played) { result = played; });
-    ASSERT_TRUE(harness.RunUntil([&] { return !Asked(kToPlay).empty(); }));
+    ASSERT_TRUE(harness.RunUntil([&] { return HasFetched(); }));
     harness.Engine().StopPlay();
     ASSERT_TRUE(harness.RunUntil([&] { return result.has_value(); }));
     EXPECT_TRUE(result->isStopped);
@@ -227,13 +230,27 @@ TEST_F(AudioEngineHomeAssistantTest, AStopTellsThePlayerAndTakesTheSoundAway) {
     EXPECT_EQ(Asked(kToStop).size(), 1U);
 }
 
+TEST_F(AudioEngineHomeAssistantTest, AStreamThatIsClosedRightBehindAStopStillStopsThePlayer) {
+    const std::string longClip = m_folder.Path("long.wav");
+    WriteSound(longClip, Melody(std::size_t{kRate} * 20, kChannels), kChannels, kRate);
+    EngineHarness harness({Player("kitchen")}, Limits(), EngineHarness::Borrows::No, &m_addresses);
+    harness.OpenWithAllRooms();
+    harness.Engine().Play(longClip, {});
+    ASSERT_TRUE(harness.RunUntil([&] { return HasFetched(); }));
+    harness.Engine().StopPlay();
+    ASSERT_TRUE(harness.CloseAndWait());
+    EXPECT_EQ(Asked(kToStop).size(), 1U);
+    EXPECT_EQ(m_addresses.Count(), 0U);
+    EXPECT_TRUE(harness.Troubles().empty());
+}
+
 TEST_F(AudioEngineHomeAssistantTest, ARoomThatLeavesInMidPlayIsStoppedAndTheOthersPlayOn) {
     EngineHarness harness({Player("kitchen"), FileOutput("room.wav")}, Limits(), EngineHarness::Borrows::No,
                           &m_addresses);
     harness.OpenWithAllRooms();
     std::optional<PlayResult> result;
     harness.Engine().Play(m_clip, [&](const PlayResult& played) { result = played; });
-    ASSERT_TRUE(harness.RunUntil([&] { return !Asked(kToPlay).empty(); }));
+    ASSERT_TRUE(harness.RunUntil([&] { return HasFetched(); }));
     harness.Engine().RemoveRoom(1);
     ASSERT_TRUE(harness.RunUntil([&] { return result.has_value(); }));
     EXPECT_EQ(result->rooms, Rooms{2});

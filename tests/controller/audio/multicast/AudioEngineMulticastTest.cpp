@@ -118,6 +118,21 @@ TEST_F(AudioEngineMulticastTest, WhatIsUrgentGoesToTheUrgentAddressOfTheZonesTha
         ExpectWholeClip(recording);
 }
 
+TEST_F(AudioEngineMulticastTest, WhatIsUrgentGoesToTheUrgentAddressAlsoWhenItEndsTheTestOfAnotherPlace) {
+    const Receiver urgent("239.255.83.4");
+    const std::string place = urgent.Output().substr(0, urgent.Output().find(" interface"));
+    EngineHarness harness({m_receiver.Output() + " urgent=" + place.substr(place.find(' ') + 1)});
+    harness.Engine().TryOutput(ParseOutput(FileOutput("place.wav")), m_clip, 100, [](const std::string&) {});
+    harness.SetUrgent(true);
+    harness.OpenWithAllRooms();
+    const auto result = harness.PlayToEnd(m_clip);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->rooms, Rooms{1});
+    EXPECT_TRUE(harness.CloseAndWait());
+    ExpectWhole(urgent.Take());
+    EXPECT_TRUE(m_receiver.Take().empty());
+}
+
 TEST_F(AudioEngineMulticastTest, AStreamThatIsClosedInMidPlayFadesOutBeforeItIsClosed) {
     EngineHarness harness({m_receiver.Output(), FileOutput("room.wav")});
     harness.OpenWithAllRooms();

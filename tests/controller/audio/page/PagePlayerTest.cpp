@@ -167,6 +167,28 @@ TEST_F(PagePlayerTest, APageThatHasNotBegunByTheEndOfAShortClipIsNotHeard) {
     ExpectFailed("did not begin to play in time");
 }
 
+TEST_F(PagePlayerTest, NobodyWaitsForARoomWhosePageIsNotHeard) {
+    const auto other = m_timeline->AddRoom(2);
+    EXPECT_TRUE(m_timeline->SetRunning(*other, false));
+    m_pages.whyNot = "nobody has tapped";
+    Start();
+    const auto clip = std::make_shared<Clip>();
+    auto begin =
+        std::async(std::launch::async, [&] { return m_timeline->StartClip(clip, 0, std::chrono::hours(1)); });
+    const auto state = begin.wait_for(std::chrono::seconds(20));
+    clip->Abandon();
+    EXPECT_EQ(state, std::future_status::ready);
+    EXPECT_TRUE(begin.get());
+}
+
+TEST_F(PagePlayerTest, APageThatSaysAgainAndAgainThatItIsLateIsHeardOnce) {
+    Start();
+    (void)Place();
+    for (int time = 0; time < 3; ++time)
+        m_pages.tell(PageNews::Late);
+    EXPECT_EQ(m_events, Texts{"late"});
+}
+
 TEST_F(PagePlayerTest, APageThatBeginsLatePlaysToTheEnd) {
     Start();
     (void)Place(std::int64_t{5} * kRate);

@@ -173,6 +173,24 @@ TEST_F(DuckingTest, AVolumeThatItsUserSetsMeanwhileIsLeftAndNotLoweredAgain) {
     EXPECT_EQ(VolumeOf(1), 28117U) << "the next announcement lowers it as any other";
 }
 
+TEST_F(DuckingTest, AVolumeThatItsUserSetsWhileItIsRaisedIsLoweredForTheNextAnnouncement) {
+    Begin();
+    Play(7, "music");
+    const unsigned hold = Hold();
+    Look();
+    m_ducking->Release(hold);
+    m_ducking->OnState(m_state);
+    Find(7).volume = {20000, 20000};
+    m_ducking->OnState(m_state);
+    const unsigned next = Hold();
+    Look();
+    EXPECT_EQ(VolumeOf(7), 11247U) << "15 dB below what its user has set";
+    m_ducking->Release(next);
+    Look();
+    EXPECT_EQ(VolumeOf(7), 20000U);
+    EXPECT_EQ(Entries(), 0U);
+}
+
 TEST_F(DuckingTest, AProgramsNextStreamThatGetsTheLoweredVolumeGoesBackToItsOwn) {
     Begin();
     Play(1, "music");

@@ -175,6 +175,8 @@ TEST_F(AudioEngineSnapcastTest, AServerThatHangsIsGivenUp) {
 TEST_F(AudioEngineSnapcastTest, WhateverElseAnswersThereIsTold) {
     m_server.SetManner(Manner::TalksNonsense);
     ExpectTrouble(RoomTrouble::Kind::Refused, "answers what is no Snapcast server's");
+    m_server.SetManner(Manner::NestsDeeply);
+    ExpectTrouble(RoomTrouble::Kind::Refused, "answers what is no Snapcast server's");
     m_server.SetManner(Manner::RefusesStatus);
     ExpectTrouble(RoomTrouble::Kind::Refused, "refuses to say what it has: Not today");
     m_server.SetManner(Manner::RefusesWithoutWords);

@@ -39,6 +39,7 @@ public:
     SnapcastLoans* loans = nullptr;
     bool isAnswering = true;
     bool isSlow = false; ///< What it is told is done with the answer.
+    unsigned lies = 0;   ///< As many of the next calls it does not do, and says that it has.
     int refusedAt = 0;   ///< The n-th call, from 1; 0: none.
     int refusedFrom = 0;
     std::vector<std::string> calls;
@@ -53,7 +54,9 @@ private:
             m_driver.Post("answer", [answered, change] { answered(change()); });
             return;
         }
-        const std::string error = isRefused ? "Not today" : change();
+        const bool isLie = lies > 0;
+        lies -= isLie ? 1 : 0;
+        const std::string error = isRefused ? "Not today" : isLie ? "" : change();
         if (isAnswering)
             m_driver.Post("answer", [answered, error] { answered(error); });
     }

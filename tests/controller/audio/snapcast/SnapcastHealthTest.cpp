@@ -45,7 +45,12 @@ TEST(SnapcastHealthTest, SaysOfEachClientWhetherItWouldBeHeardAndWhyNotWhateverO
 TEST(SnapcastHealthTest, FindsTheClientsThatAreConnectedToTheServersOfTheHouseWhateverOneServerDoes) {
     StandInServer server;
     StandInServer hanging(StandInServer::Manner::Hangs);
-    server.Change([](SnapcastModel& model) { model.Client("bath").isConnected = false; });
+    server.Change([](SnapcastModel& model) {
+        model.Client("bath").isConnected = false;
+        // What no house file can name cannot be tested either.
+        for (const char* const id : {"", "a=b", "two words", "two\twords"})
+            model.GroupOf("hall").clients.push_back({id, true, {}});
+    });
     std::vector<std::string> found;
     for (const FoundOutput& place : FindClients({TextOf(hanging, "kitchen"), TextOf(server, "attic")}, {})) {
         EXPECT_EQ(place.kind, "snapcast");

@@ -320,6 +320,25 @@ TEST_F(SnapcastLoansTest, AServerThatNeverTakesAnythingBackIsLeftAsItIsAndThatIs
     EXPECT_NE(m_log.lines[0].find("does not take back what the client \"hall\" had"), std::string::npos);
 }
 
+TEST_F(SnapcastLoansTest, AServerThatOnlySaysThatItTakesBackIsToldAFewTimesWithPausesAndLeftAsItIs) {
+    Begin();
+    const unsigned hold = Hold("hall");
+    m_scheduler.DoPosted();
+    m_server.calls.clear();
+    m_server.lies = 1000;
+    Release(hold);
+    EXPECT_LT(m_server.calls.size(), 10U) << "not as often as it answers";
+    for (int second = 0; second < 10; ++second) {
+        m_scheduler.Advance(SnapcastLoans::kRetry);
+        m_scheduler.DoPosted();
+    }
+    EXPECT_EQ(m_server.calls.size(), 10U) << "stream and volume";
+    EXPECT_EQ(Left(), 0U);
+    EXPECT_EQ(m_scheduler.Waiting(), 0U);
+    ASSERT_EQ(m_log.lines.size(), 1U);
+    EXPECT_NE(m_log.lines[0].find("does not take back what the client \"hall\" had"), std::string::npos);
+}
+
 TEST_F(SnapcastLoansTest, AClientThatLeavesInMidPlayIsToldAndGivenBack) {
     Begin();
     (void)Hold("kitchen");

@@ -48,6 +48,7 @@ TEST(SnapcastPlaceTest, TellsEachMistakeAndWhatWouldBeRight) {
         {"server=nas", "needs the id of a client"},
         {"kitchen", "needs the server of kitchen"},
         {"kitchen server=", "server \"\" is not a host"},
+        {"kitchen server=http://nas", "server \"http://nas\" is not a host"},
         {"kitchen server=fd00::5", "server \"fd00::5\" is not a host"},
         {"kitchen server=fd00::5:99", "server \"fd00::5:99\" is not a host"},
         {"kitchen server=nas:0", "the port \"0\" is not a port"},

@@ -152,6 +152,9 @@ struct StandInServer::Parts {
             return;
         if (now == Manner::TalksNonsense)
             return Write(connection, "SSH-2.0-nonsense");
+        if (now == Manner::NestsDeeply)
+            return Write(connection, R"({"jsonrpc":"2.0","id":)" + asked.at("id").dump() + R"(,"result":)" +
+                                         std::string(200'000, '[') + std::string(200'000, ']') + "}");
         if (isChange && now == Manner::ClosesAtChanges)
             return connection->socket.close();
         Json answer{{"jsonrpc", "2.0"}, {"id", asked.at("id")}, {"result", Json::object()}};

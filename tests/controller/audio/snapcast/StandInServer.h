@@ -19,6 +19,7 @@ public:
         Usual,
         Hangs,         ///< takes what it is asked, and never answers
         TalksNonsense, ///< answers each line with one that is no JSON
+        NestsDeeply,   ///< answers with lists in lists in lists
         RefusesStatus,
         RefusesWithoutWords, ///< with numbers where its words should be
         RefusesChanges,
