@@ -4,6 +4,7 @@
 #include "controller/audio/OutputSearch.h"
 
 #include <functional>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -44,6 +45,22 @@ void WithTone(IScheduler& driver, const std::string& folder, const std::function
     driver.Post("the test of an output", [play, tone = ToneIn(folder)] { play(tone); });
 }
 
+void TryAt(const std::string& output,
+           audio::AudioEngine& engine,
+           const Tone& tone,
+           unsigned volume,
+           const OutputDesk::Tried& tried) {
+    if (!tone.error.empty()) {
+        tried(tone.error);
+        return;
+    }
+    try {
+        engine.TryOutput(audio::ParseOutput(output), tone.file, volume, tried);
+    } catch (const std::invalid_argument& error) {
+        tried(error.what()); // A name that no house file can have.
+    }
+}
+
 } // namespace
 
 OutputDesk Household::Outputs() {
@@ -57,10 +74,7 @@ OutputDesk Household::Outputs() {
     };
     desk.tryOut = [this](const std::string& output, unsigned volume, const OutputDesk::Tried& tried) {
         const auto play = [this, output, volume, tried](const Tone& tone) {
-            if (tone.error.empty())
-                m_ownEngine->TryOutput(audio::ParseOutput(output), tone.file, volume, tried);
-            else
-                tried(tone.error);
+            TryAt(output, *m_ownEngine, tone, volume, tried);
         };
         m_measuring.Submit([this, play] { WithTone(m_driver, m_dataFolder.Path(), play); });
     };

@@ -63,6 +63,13 @@ bool IsOneDocument(const std::string& text) {
     return parser.HandleNextDocument(onlooker) && !parser.HandleNextDocument(onlooker);
 }
 
+/// `output: pulse: default` is what people write first, and the library's words for it help nobody.
+std::string RightInPlaceOf(const std::string& mistake) {
+    return mistake == YAML::ErrorMsg::MAP_VALUE
+               ? "; a text with a colon in it stands in quotes, as in `output: \"pulse: default\"`"
+               : "";
+}
+
 } // namespace
 
 HouseError::HouseError(const std::filesystem::path& file, std::vector<HouseMistake> mistakes)
@@ -82,7 +89,8 @@ House ReadHouse(const std::string& text,
         else
             house = HouseReading(folder, mistakes).Read(root);
     } catch (const YAML::Exception& error) {
-        mistakes.push_back({error.mark.line + 1, "", "is not YAML: " + error.msg});
+        mistakes.push_back(
+            {error.mark.line + 1, "", "is not YAML: " + error.msg + RightInPlaceOf(error.msg)});
     }
     if (mistakes.empty())
         return house;

@@ -31,6 +31,7 @@ std::string OutputOfKeys(const YAML::Node& node) {
     const auto kinds = audio::ListOutputs();
     const audio::OutputHelp* kind = nullptr;
     std::string first;
+    std::string names;
     for (const auto& pair : node) {
         if (!pair.first.IsScalar() || !pair.second.IsScalar())
             throw std::invalid_argument(kOneOutput);
@@ -38,14 +39,17 @@ std::string OutputOfKeys(const YAML::Node& node) {
         if (found != nullptr && kind != nullptr)
             throw std::invalid_argument(kOneOutput);
         kind = found != nullptr ? found : kind;
-        if (found != nullptr || node.size() == 1)
+        if (found != nullptr)
             first = pair.first.Scalar() + ": " + pair.second.Scalar();
+        names += (names.empty() ? "" : ", ") + pair.first.Scalar();
     }
+    if (kind == nullptr)
+        return names; // which is no kind, and is said to be none
     std::string rest;
     for (const auto& pair : node) {
         const std::string& key = pair.first.Scalar();
         const std::string& value = pair.second.Scalar();
-        if (kind == nullptr || key == kind->kind)
+        if (key == kind->kind)
             continue;
         if (std::find(kind->options.begin(), kind->options.end(), key) == kind->options.end())
             throw std::invalid_argument("\"" + key + "\" is not known; beside " + kind->kind + " " +

@@ -45,6 +45,7 @@ rooms:
     #   "page: 11"                the page of the screen with this id, a tablet that hangs there
     #   "multicast: 239.255.10.1:5004"  IP loudspeakers and telephones that listen at this address
     #   "snapcast: CLIENT server=HOST"  a client of a Snapcast server
+    #   "home_assistant: media_player.kitchen url=http://HOST:8123 token_file=FILE"  a player of Home Assistant
     # A value with a colon in it stands in quotes.
     output: auto
     # Volumes run from 0 to 100. Before the first change the room is at start_volume; no announcement is louder than

@@ -64,7 +64,12 @@ TEST_F(HouseFileOutputsTest, KeysThatDoNotBelongToAKindAreRefused) {
     expect("{snapcast: kitchen}", "\"snapcast:\" needs the server of kitchen");
     expect("{multicast: \"239.1.1.1:1\", codec: [l16]}", "must be one output");
     expect("{multicast: \"239.1.1.1:1\", file: a.wav}", "must be one output");
-    expect("{ttl: 3, codec: l16}", "\"\" is no kind of output");
+    expect("{ttl: 3, codec: l16}", "\"ttl, codec\" is no kind of output; there are \"auto\"");
+    expect("{snapclient: kitchen, server: nas}", "\"snapclient, server\" is no kind of output");
+    expect("{puls: default}", "\"puls\" is no kind of output");
+    expect("\"pulse: default, duck=off\"", "a comma stands behind \"default\"");
+    expect("{snapcast: kitchen, server: \"http://nas\"}",
+           "\"snapcast:\" server \"http://nas\" is not a host such as nas");
     expect("{}", "must be one output");
 }
 

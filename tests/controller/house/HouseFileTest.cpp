@@ -301,6 +301,17 @@ TEST_F(HouseFileTest, WhatIsNoYamlIsToldWithItsLine) {
     EXPECT_EQ(Mistakes("name: a\n---\nname: b\n"), Places{"0 "});
 }
 
+TEST_F(HouseFileTest, AnOutputWithoutItsQuotesIsToldThatItNeedsThem) {
+    try {
+        (void)ReadHouse("name: H\nrooms:\n  - id: 1\n    output: pulse: default\n", "/", "house.yaml");
+        ADD_FAILURE() << "it was taken";
+    } catch (const HouseError& error) {
+        EXPECT_STREQ(error.what(),
+                     "house.yaml:4: is not YAML: illegal map value; a text with a colon in it stands in "
+                     "quotes, as in `output: \"pulse: default\"`");
+    }
+}
+
 TEST_F(HouseFileTest, OneDocumentIsAHouseAndNoneOrSeveralAreNot) {
     const std::string house = "name: H\nmedia_folder: media\ndata_folder: data\n";
     EXPECT_EQ(Mistakes("---\n" + house + "...\n"), Places{});

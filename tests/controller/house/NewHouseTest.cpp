@@ -45,7 +45,7 @@ TEST(NewHouseTest, TheOutputsThatItsCommentsNameCanBeWrittenAsTheyStandThere) {
         changed.replace(changed.find(present), present.size(), "    output: " + output + "\n");
         EXPECT_NO_THROW((void)ReadHouse(changed, folder.Path(), file)) << output;
     }
-    EXPECT_EQ(outputs, 8U);
+    EXPECT_EQ(outputs, 9U);
 }
 
 TEST(NewHouseTest, NothingIsOverwritten) {
