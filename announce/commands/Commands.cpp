@@ -82,7 +82,7 @@ std::vector<CommandDefinition> HouseCommands() {
          {{"room", "ROOM", "Its name or id", Completes::Room, true}, {"volume", "VOLUME", "0 to 100", Completes::Nothing, true}},
          {{"The kitchen, half as loud", "announce rooms volume Kitchen 20"}}, handlers::SetVolume},
         {"outputs", "List where rooms could be heard",
-         "Each with its line for the house file: the sinks of the sound server and the sound cards of the machine that the controller runs on, and the clients of the Snapcast servers that the house names.",
+         "Each with its line for the house file: the sinks of the sound server and the sound cards of the machine that the controller runs on, the clients of the Snapcast servers that the house names, and the pages of screens that its rooms name and somebody has tapped on.",
          {}, {}, handlers::Outputs},
         {"outputs test", "Play a tone on an output", "Whether it is a room's or not; not while an announcement plays.",
          {{"output", "OUTPUT", "As `announce outputs` lists it", Completes::Nothing, true},

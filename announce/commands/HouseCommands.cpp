@@ -77,7 +77,7 @@ Table::Cell RoomState(const Json& room) {
         return "screens awake";
     if (!room.at("answers").get<bool>())
         return "never answers";
-    return health == "unknown" ? "" : health;
+    return health;
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "announce/announcements/Targets.h"
+#include "announce/basics/Failure.h"
 #include "announce/basics/Times.h"
 #include "announce/commands/Handlers.h"
 #include "announce/commands/PlayWatch.h"
@@ -27,6 +28,8 @@ Json OrderOf(Session& session) {
                {"rooms", TargetsOf(session, "rooms", "room")}, {"navigators", Json::array()}};
     for (const Json& screen : TargetsOf(session, "screens", "screen"))
         order["navigators"].push_back({{"id", screen.at("id")}});
+    if (order["rooms"].empty() && order["navigators"].empty())
+        throw Failure(ExitStatus::Usage, "nobody would hear or see it", "at least one --room or --screen");
     if (const auto time = session.arguments.Find("popup-time"))
         order["timeout_ms"] = times::ReadMilliseconds("--popup-time", *time);
     if (session.arguments.Has("urgent"))

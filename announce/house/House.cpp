@@ -25,6 +25,8 @@ std::string NameIn(const Json& list, std::uint64_t id, const std::string& kind) 
 
 std::string SoundName(const std::string& file) {
     const std::string name = file.substr(file.rfind('/') + 1);
+    if (name.rfind('.', 0) == 0) // made for one announcement, with a name that says nothing to people
+        return name == ".test-tone" ? "the test tone" : "a spoken sound";
     const bool hasEnding = name.size() > 4 && name.compare(name.size() - 4, 4, ".wav") == 0;
     return hasEnding || name.empty() ? name : name + ".wav";
 }

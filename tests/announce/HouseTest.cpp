@@ -56,4 +56,6 @@ TEST(HouseTest, ASoundIsCalledByItsFileWhateverTheControllerSays) {
     EXPECT_EQ(SoundName("chime.wav"), "chime.wav");
     EXPECT_EQ(SoundName("/media/chime.wav"), "chime.wav");
     EXPECT_EQ(SoundName(""), "");
+    EXPECT_EQ(SoundName(".speech-160cb44c"), "a spoken sound");
+    EXPECT_EQ(SoundName(".test-tone"), "the test tone");
 }

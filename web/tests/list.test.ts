@@ -1,7 +1,7 @@
 import { describe, expect, it } from 'vitest';
 import type { Announcement, MediaFile } from '../src/api/objects';
 import { blank } from '../src/model/draft';
-import { faultsOf, lackOf } from '../src/model/faults';
+import { faultsOf, fewOf, lackOf } from '../src/model/faults';
 import { allTags, FAVOURITE, lastUses, sorted, tagsIn, tagsOf, withTag } from '../src/model/order';
 
 const one = (id: number, name: string, ...tags: string[]): Announcement => ({ ...blank(), id, name, tags });
@@ -41,7 +41,8 @@ describe('what is wrong with an announcement', () => {
     { kind: 'sound', name: 'noise.wav', trouble: 'it is cut short' },
     { kind: 'image', name: 'pan.png' },
   ] as unknown as MediaFile[];
-  const known = { rooms: new Map([[1, {}]]), screens: new Map([[11, {}]]), media };
+  const room = { name: 'Kitchen', health: 'healthy' as const, trouble: null };
+  const known = { rooms: new Map([[1, room]]), screens: new Map([[11, {}]]), media };
   const whole = {
     ...blank(),
     audio: { file: 'gong', delay_ms: 0 },
@@ -54,6 +55,31 @@ describe('what is wrong with an announcement', () => {
     expect(faultsOf(whole, known)).toEqual([]);
     const strange = { ...whole, audio: { file: 'gone', delay_ms: 0 } };
     expect(faultsOf(strange, { ...known, media: null })).toEqual([]);
+  });
+
+  it('is a room in which it would be lost now, not one that is silent on purpose or knows of none', () => {
+    const lost = { name: 'Hall', health: 'unheard' as const, trouble: 'it is away' };
+    const faults = (
+      ...rooms: (typeof lost | { name: string; health: 'silent' | 'unknown'; trouble: string | null })[]
+    ) =>
+      faultsOf(
+        { ...whole, rooms: rooms.map((_, index) => ({ id: index, volume: -1 })) },
+        { ...known, rooms: new Map(rooms.map((one, index) => [index, one])) },
+      );
+    expect(faults({ ...lost, health: 'silent', trouble: null }, { ...lost, health: 'unknown', trouble: null })).toEqual(
+      [],
+    );
+    expect(faults(lost, { ...lost, health: 'silent', name: 'Attic' })).toEqual([
+      'Cannot be heard now in Hall and Attic',
+    ]);
+    expect(faults(lost, lost, lost, lost)).toEqual(['Cannot be heard now in 4 rooms']);
+  });
+
+  it('leaves room for all else where many rooms fail', () => {
+    expect([fewOf(['a', 'b']), fewOf(['a', 'b', 'c', 'd'])]).toEqual([
+      ['a', 'b'],
+      ['a', 'b', '2 more: see House'],
+    ]);
   });
 
   it('is each sound, image, room and screen that is gone', () => {

@@ -1,6 +1,6 @@
 import { describe, expect, it } from 'vitest';
 import { progressOf } from '../src/model/progress';
-import { placeAfter, withMoved } from '../src/model/queue';
+import { placeAfter } from '../src/model/queue';
 import { targetsFrom, toggled } from '../src/model/targets';
 
 describe('where it was announced last', () => {
@@ -34,18 +34,6 @@ describe('what waits', () => {
       undefined,
       undefined,
       undefined,
-    ]);
-  });
-
-  it('stands where it was moved', () => {
-    const order = (entry: number, before: number | null): number[] =>
-      withMoved(queue, entry, before).map((one) => one.entry);
-    expect([order(7, 5), order(5, null), order(5, 7), order(99, 5), order(5, 99)]).toEqual([
-      [7, 5, 6],
-      [6, 7, 5],
-      [6, 5, 7],
-      [5, 6, 7],
-      [6, 7, 5],
     ]);
   });
 });

@@ -13,7 +13,7 @@ describe('words and numbers', () => {
   it('are what people say', () => {
     expect([0, 500, 1500, 12345, 150000].map(seconds)).toEqual(['0 s', '0.5 s', '1.5 s', '12 s', '2 min 30 s']);
     expect([999, 1500, 2500000].map(bytes)).toEqual(['999 bytes', '2 kB', '2.5 MB']);
-    expect(['chime', '.test-tone'].map(soundOf)).toEqual(['chime', 'test tone']);
+    expect(['chime', '.test-tone', '.speech-16'].map(soundOf)).toEqual(['chime', 'test tone', 'spoken sound']);
     expect([listing([]), listing(['a']), listing(['a', 'b', 'c'])]).toEqual(['', 'a', 'a, b and c']);
   });
 });

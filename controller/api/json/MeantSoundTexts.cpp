@@ -74,6 +74,8 @@ std::vector<MeantText> OfSounds() {
         {"no_sink", "the sound server has no sink \"{sink}\""},
         {"no_sink", "the sound server has no sink \"{sink}\"; it has {others}"},
         {"card_forbidden", "this program may not use the sound card: its user must be in the group audio"},
+        {"zone_unreachable_through", "nothing can be sent to {place} through {interface}: {why}"},
+        {"zone_unreachable", "nothing can be sent to {place}: {why}"},
         {"test_running", "another output is being tested"},
         {"tests_hang", "the outputs of earlier tests still hang"},
         {"test_interrupted", "an announcement has begun"},

@@ -40,7 +40,9 @@ test('what cannot be said is refused with what would be right', () =>
     await refused({ text: 'Hello', voice: 'Nobody', rooms: [{ id: 1 }] }, 422, /Nobody/);
     await refused({ text: 'It is {Nowhere}', navigators: [{ id: 11 }] }, 422, /Nowhere/);
     await refused({ text: 'word '.repeat(390), rooms: [{ id: 1 }] }, 422, /\d s/);
-    assert.equal((await run(house, ['say', 'Hello'])).status, 6);
+    const nowhere = await run(house, ['say', 'Hello']);
+    assert.equal(nowhere.status, 2);
+    assert.match(nowhere.errors, /nobody would hear or see it\n +right: at least one --room or --screen$/m);
     assert.deepEqual((await house.get('/api/history')).history, []);
   }));
 

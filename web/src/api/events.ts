@@ -23,7 +23,6 @@ export type EventOf<Events> = {
 }[keyof Events];
 
 export type HouseEvent = EventOf<HouseEvents>;
-export type ScreenEvent = EventOf<ScreenEvents>;
 
 /** What is to be done with each type; one that is not there, or that a later controller has, is passed by. */
 export type Handlers<Events, Context extends unknown[], Result = void> = {

@@ -1,10 +1,13 @@
 // What is wrong with an announcement before anybody plays it.
 
-import type { AnnouncementBody, MediaFile } from '../api/objects';
+import type { AnnouncementBody, MediaFile, Room } from '../api/objects';
 import { t } from '../texts/page';
+import { listing } from './format';
+
+type Heard = Pick<Room, 'name' | 'health' | 'trouble'>;
 
 export interface Known {
-  rooms: ReadonlyMap<number, unknown>;
+  rooms: ReadonlyMap<number, Heard>;
   screens: ReadonlyMap<number, unknown>;
   media: MediaFile[] | null; // null while nobody has asked
 }
@@ -22,6 +25,29 @@ export function lackOf({ audio, video, rooms, navigators }: AnnouncementBody): s
   return '';
 }
 
+/** Whether what is played in the room now would be lost. One that is silent on purpose has no trouble. */
+export const isUnheard = ({ health, trouble }: Omit<Heard, 'name'>): boolean =>
+  health === 'unheard' || (health === 'silent' && trouble !== null);
+
+const MOST_NAMED = 3;
+const MOST_TOLD = 2;
+
+/** As many failures as find room beside what one came for, and how many more there are. */
+export function fewOf(failures: string[]): string[] {
+  const rest = failures.length - MOST_TOLD;
+  return rest > 0 ? [...failures.slice(0, MOST_TOLD), t.now.more(rest)] : failures;
+}
+
+/** In which of these rooms it would be lost now; empty where in none. */
+export function unheardIn(ids: number[], rooms: Known['rooms']): string {
+  const names = ids.flatMap((id) => {
+    const room = rooms.get(id);
+    return room && isUnheard(room) ? [room.name] : [];
+  });
+  if (names.length === 0) return '';
+  return names.length > MOST_NAMED ? t.faults.manyUnheard(names.length) : t.faults.unheard(listing(names));
+}
+
 export function faultsOf(one: AnnouncementBody, known: Known): string[] {
   const strangeRooms = one.rooms.filter(({ id }) => !known.rooms.has(id));
   const strangeScreens = one.navigators.filter(({ id }) => !known.screens.has(id));
@@ -30,6 +56,13 @@ export function faultsOf(one: AnnouncementBody, known: Known): string[] {
     ...imageFault(one.video.image, known.media),
     ...strangeRooms.map(({ id }) => t.faults.room(id)),
     ...strangeScreens.map(({ id }) => t.faults.screen(id)),
+    ...[
+      one.audio.file &&
+        unheardIn(
+          one.rooms.map(({ id }) => id),
+          known.rooms,
+        ),
+    ].filter(Boolean),
     ...[lackOf(one)].filter(Boolean).map((lack) => (lack === t.faults.nothing ? t.faults.idle : lack)),
   ];
 }

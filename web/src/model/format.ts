@@ -33,8 +33,11 @@ export function listing(words: string[]): string {
   return words.length < 2 ? words.join('') : t.and(words.slice(0, -1).join(', '), words[words.length - 1] ?? '');
 }
 
-/** What a sound is called: the name that announcements know it by, but for the test tone. */
-export const soundOf = (file: string): string => (file === '.test-tone' ? t.names.testTone : file);
+/** What a sound is called: the name that announcements know it by. What was made for one has a name of no use. */
+export function soundOf(file: string): string {
+  if (file === '.test-tone') return t.names.testTone;
+  return file.startsWith('.') ? t.names.spokenSound : file;
+}
 
 export const volume = (value: number): string => (value > 0 ? t.units.percent(value) : t.units.unchanged);
 

@@ -14,12 +14,3 @@ export function placeAfter(queue: Waiting[], entry: number, step: -1 | 1): numbe
   if (at < 0 || to < 0 || to >= queue.length) return undefined;
   return queue[step < 0 ? to : to + 1]?.entry ?? null;
 }
-
-/** The queue with the entry in front of that other one, or at the end. */
-export function withMoved<One extends Waiting>(queue: One[], entry: number, before: number | null): One[] {
-  const one = queue.find((candidate) => candidate.entry === entry);
-  if (!one) return queue;
-  const others = queue.filter((candidate) => candidate !== one);
-  const place = before === null ? -1 : others.findIndex((candidate) => candidate.entry === before);
-  return place < 0 ? [...others, one] : [...others.slice(0, place), one, ...others.slice(place)];
-}

@@ -6,6 +6,7 @@ import { css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import type { RoomTarget } from '../api/objects';
 import { excerpt } from '../model/excerpt';
+import { isUnheard } from '../model/faults';
 import { volume } from '../model/format';
 import { changed, isKeeping, toggled } from '../model/places';
 import { store } from '../store/live';
@@ -102,8 +103,19 @@ export class DraftPlaces extends DraftPart {
     };
     return html`<div class="target">
       <sl-switch ?checked=${target !== undefined} @sl-change=${toggle}><span dir="auto">${room.name}</span></sl-switch>
-      ${target ? html`<div class="own">${this.renderVolume(room, target)}${this.renderTry(room)}</div>` : nothing}
+      ${target ? html`<div class="own">${this.renderInside(room, target)}</div>` : nothing}
     </div>`;
+  }
+
+  private renderInside(room: Place, target: RoomTarget): unknown {
+    return [this.renderDoubt(room), this.renderVolume(room, target), this.renderTry(room)];
+  }
+
+  private renderDoubt({ id }: Place): unknown {
+    const room = store.rooms.get(id);
+    return room?.trouble && isUnheard(room)
+      ? html`<p class="doubt small">${t.house.trouble(room.trouble)}</p>`
+      : nothing;
   }
 
   private renderVolume(room: Place, { volume: level }: RoomTarget): unknown {

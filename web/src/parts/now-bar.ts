@@ -3,6 +3,7 @@
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { request } from '../api/request';
+import { fewOf } from '../model/faults';
 import { listing, seconds, soundOf } from '../model/format';
 import { progressOf, type Progress } from '../model/progress';
 import { Following, store } from '../store/live';
@@ -88,6 +89,9 @@ export class NowBar extends LitElement {
         background: var(--bad);
       }
       .failing .details {
+        display: -webkit-box;
+        -webkit-box-orient: vertical;
+        -webkit-line-clamp: 8;
         white-space: normal;
         overflow-wrap: anywhere;
       }
@@ -187,7 +191,11 @@ export class NowBar extends LitElement {
   private tellFailure(): void {
     if (store.failed === null || store.failed === this.told) return;
     this.told = store.failed;
-    toast({ text: t.now.failed(store.failed.name, store.failed.failures.join('. ')), tone: 'bad', stays: 10000 });
+    toast({
+      text: t.now.failed(store.failed.name, fewOf(store.failed.failures).join('. ')),
+      tone: 'bad',
+      stays: 10000,
+    });
   }
 
   override render(): unknown {
@@ -261,7 +269,7 @@ export class NowBar extends LitElement {
 
   private details(): string {
     const status = store.status;
-    const parts: string[] = [...store.failures];
+    const parts: string[] = [...fewOf(store.failures)];
     const rooms = [...store.rooms.values()].filter((room) => room.in_announcement).map((room) => room.name);
     const screens = [...store.screens.values()].filter((one) => one.popup).map((one) => one.name);
     if (status?.sound) parts.push(t.now.sound(soundOf(status.sound.file), listing(rooms)));

@@ -5,6 +5,7 @@ import { LitElement, css, html, nothing } from 'lit';
 import { customElement, property, state } from 'lit/decorators.js';
 import { request } from '../api/request';
 import type { Room } from '../api/objects';
+import { isUnheard } from '../model/faults';
 import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 import { attempt } from './ui-toasts';
@@ -82,7 +83,7 @@ export class RoomCard extends LitElement {
         <output>${t.units.percent(shown)}</output>
       </div>
       ${trouble ? html`<p class="problem">${t.house.trouble(trouble)}</p>` : nothing}
-      ${answers ? nothing : html`<p class="soft small">${t.house.unanswered}</p>`}
+      ${answers || trouble ? nothing : html`<p class="soft small">${t.house.unanswered}</p>`}
       <div class="end">
         <span class="soft small">${highest < 100 ? t.house.highest(highest) : ''}</span>
         <sl-button @click=${this.test}
@@ -94,9 +95,8 @@ export class RoomCard extends LitElement {
   }
 
   private badge(): unknown {
-    const { in_announcement: isPlaying, health, trouble } = this.room;
-    if (health === 'unheard' || (health === 'silent' && trouble))
-      return html`<span class="badge bad">${t.house.unheard}</span>`;
+    const { in_announcement: isPlaying, health } = this.room;
+    if (isUnheard(this.room)) return html`<span class="badge bad">${t.house.unheard}</span>`;
     if (isPlaying) return html`<span class="badge good">${t.house.playing}</span>`;
     return html`<span class="badge">${health === 'silent' ? t.house.silent : t.house.quiet}</span>`;
   }

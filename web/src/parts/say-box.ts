@@ -5,6 +5,7 @@ import { LitElement, html, nothing } from 'lit';
 import { customElement, query, state } from 'lit/decorators.js';
 import { Problem } from '../api/request';
 import { excerpt } from '../model/excerpt';
+import { unheardIn } from '../model/faults';
 import { missingIn, send, type Saying, type Way } from '../model/saying';
 import { keepTargets, keptTargets, targetsFrom, toggled, type Targets } from '../model/targets';
 import { Following, Reading, store } from '../store/live';
@@ -68,6 +69,7 @@ export class SayBox extends LitElement {
         }}
       ></sl-textarea>
       <div class="places">${this.renderRooms()}${this.renderScreens()}</div>
+      ${this.renderDoubt()}
       <p class="problem" role="alert">${this.problem}</p>
       <div class="end">
         ${this.renderVoices()}<span class="keys soft small">${t.say.keys}</span>
@@ -149,6 +151,11 @@ export class SayBox extends LitElement {
         ${places.length > 2 ? chip(t.say.all, isAll, () => take(isAll ? [] : places.map(({ id }) => id))) : nothing}
         ${shown.map(({ id, name }) => chip(name, ids.has(id), () => take(toggled(chosen, id))))}
       </div>`;
+  }
+
+  private renderDoubt(): unknown {
+    const doubt = unheardIn(this.targets.rooms, store.rooms);
+    return html`<p class="doubt" role="status">${doubt && html`<ui-icon name="exclamation"></ui-icon>`}${doubt}</p>`;
   }
 
   private renderVoices(): unknown {

@@ -85,6 +85,12 @@ export const sayStyles = css`
     text-overflow: ellipsis;
     white-space: nowrap;
   }
+  .doubt:empty {
+    display: none;
+  }
+  .doubt ui-icon {
+    margin-inline-end: 0.4rem;
+  }
   .end {
     display: flex;
     flex-wrap: wrap;

@@ -93,6 +93,10 @@ export const shared = css`
     background: var(--bad-soft);
     color: var(--bad);
   }
+  .doubt {
+    color: var(--warning);
+    font-weight: 500;
+  }
   .problem {
     color: var(--bad);
   }
@@ -172,8 +176,7 @@ export const shared = css`
     background: var(--sunk);
     color: var(--ink);
   }
-  select,
-  .file-name {
+  select {
     width: 100%;
     min-height: 2.75rem;
     padding: 0.4rem 2.2rem 0.4rem 0.75rem;

@@ -54,6 +54,17 @@ TEST(MeaningTest, TellsAlsoTheReasonInsideOfAText) {
                       {"why.why.time", "3000 ms"}}}}));
 }
 
+TEST(MeaningTest, TellsAZoneFromTheInterfaceThatLeadsThere) {
+    const std::string place = "nothing can be sent to 239.255.10.1:5004";
+    EXPECT_EQ(AsJson(MeaningOf(place + " through eth1: No such device")),
+              (json{{"code", "zone_unreachable_through"},
+                    {"params",
+                     {{"place", "239.255.10.1:5004"}, {"interface", "eth1"}, {"why", "No such device"}}}}));
+    EXPECT_EQ(AsJson(MeaningOf(place + ": Network is unreachable")),
+              (json{{"code", "zone_unreachable"},
+                    {"params", {{"place", "239.255.10.1:5004"}, {"why", "Network is unreachable"}}}}));
+}
+
 TEST(MeaningTest, KnowsNothingOfOtherTexts) {
     EXPECT_FALSE(KnownMeaningOf(""));
     EXPECT_FALSE(KnownMeaningOf("pipewire: "));

@@ -46,6 +46,8 @@ export const announcements = {
     image: (file: string) => `The image “${file}” is missing`,
     room: (id: number) => `Room ${id} is not in this house`,
     screen: (id: number) => `Screen ${id} is not in this house`,
+    unheard: (rooms: string) => `Cannot be heard now in ${rooms}`,
+    manyUnheard: (count: number) => `Cannot be heard now in ${count} rooms`,
     idle: 'It would do nothing',
     nothing: 'It would do nothing: it has no sound with a room, and no message with a screen',
     noRoom: 'Its sound is heard nowhere: no room is chosen',

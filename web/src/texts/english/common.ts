@@ -27,6 +27,7 @@ export const common = {
     room: (id: number) => `Room ${id}`,
     screen: (id: number) => `Screen ${id}`,
     testTone: 'test tone',
+    spokenSound: 'spoken sound',
     variable: (device: number, variable: number) => `variable ${variable} of device ${device}`,
   },
   excerpt: {

@@ -10,6 +10,7 @@ export const now = {
     playing: 'Playing',
     stopped: 'Stopped; the rooms go back to what they were',
     failed: (name: string, why: string) => `“${name}”: ${why}`,
+    more: (count: number) => `${count} more: see House`,
     stop: 'Stop',
     stopLabel: (name: string) => `Stop ${name}: its sound ends in every room, its message closes`,
     dismiss: 'Dismiss',

@@ -47,6 +47,8 @@ export const announcements: typeof English = {
     image: (file: string) => `Das Bild „${file}“ fehlt`,
     room: (id: number) => `Raum ${id} gibt es in diesem Haus nicht`,
     screen: (id: number) => `Bildschirm ${id} gibt es in diesem Haus nicht`,
+    unheard: (rooms: string) => `Jetzt nicht zu hören in ${rooms}`,
+    manyUnheard: (count: number) => `Jetzt in ${count} Räumen nicht zu hören`,
     idle: 'Sie würde nichts tun',
     nothing: 'Sie würde nichts tun: Sie hat keinen Ton mit einem Raum und keine Nachricht mit einem Bildschirm',
     noRoom: 'Ihr Ton ist nirgends zu hören: Kein Raum ist gewählt',

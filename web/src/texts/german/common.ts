@@ -28,6 +28,7 @@ export const common: typeof English = {
     room: (id: number) => `Raum ${id}`,
     screen: (id: number) => `Bildschirm ${id}`,
     testTone: 'Testton',
+    spokenSound: 'gesprochener Ton',
     variable: (device: number, variable: number) => `Variable ${variable} von Gerät ${device}`,
   },
   excerpt: {

@@ -12,6 +12,7 @@ export const now: typeof English = {
     playing: 'Läuft',
     stopped: 'Angehalten; die Räume werden, wie sie waren',
     failed: (name: string, why: string) => `„${name}“: ${why}`,
+    more: (count: number) => `${count} weitere: siehe Haus`,
     stop: 'Anhalten',
     stopLabel: (name: string) => `${name} anhalten: Der Ton endet in jedem Raum, die Nachricht schließt`,
     dismiss: 'Schließen',

@@ -132,6 +132,8 @@ export const said = {
   sound_server_hangs: 'Der Tonserver antwortet nicht',
   no_sink: 'Der Tonserver hat keinen Ausgang „{sink}“',
   card_forbidden: 'Dieses Programm darf die Tonkarte nicht benutzen: Sein Benutzer muss in der Gruppe audio sein',
+  zone_unreachable_through: 'An {place} lässt sich über {interface} nichts senden: {why}',
+  zone_unreachable: 'An {place} lässt sich nichts senden: {why}',
   test_running: 'Ein anderer Ausgang wird gerade ausprobiert',
   tests_hang: 'Die Ausgänge früherer Proben hängen noch',
   test_interrupted: 'Eine Durchsage hat begonnen',
