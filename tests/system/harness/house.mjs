@@ -98,6 +98,11 @@ export class House {
     return this.program?.output ?? '';
   }
 
+  // What it has said against anything, but for its own waiting where the machine does too much at once.
+  get complaints() {
+    return this.output.match(/^.*(error|warning):(?! The driver thread was busy for ).*$/gm) ?? [];
+  }
+
   get process() {
     return this.program?.process;
   }

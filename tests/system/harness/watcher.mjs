@@ -3,6 +3,13 @@ import { once } from 'node:events';
 import WebSocket from 'ws';
 import { within } from './waits.mjs';
 
+// What comes a thousand times in a row is one word, with how often.
+const runs = (words) =>
+  words.reduce((all, word) => {
+    const [last, times] = all.at(-1)?.split(' × ') ?? [];
+    return word === last ? [...all.slice(0, -1), `${word} × ${Number(times ?? 1) + 1}`] : [...all, word];
+  }, []);
+
 export class Watcher {
   seen = [];
   #messages = [];
@@ -51,7 +58,7 @@ export class Watcher {
       return await within(what, promise);
     } catch (error) {
       if (this.isClosed) await this.program.settled();
-      const types = this.seen.map(({ type }) => type).join(', ') || 'nothing';
+      const types = runs(this.seen.map(({ type }) => type)).join(', ') || 'nothing';
       error.message += `, waiting for ${what} on ${this.path}, where ${types} came; ${this.program.state()}`;
       throw error;
     }
