@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { after, afterEach, beforeEach, describe, test } from 'node:test';
-import { closeBrowser, closePage, eventually, openApp, openPage } from '../harness/browser.mjs';
+import { closeBrowser, closePage, eventually, openApp, openNavigator, openPage } from '../harness/browser.mjs';
 import { House, png, wav } from '../harness/page-house.mjs';
 
 describe('the connection', () => {
@@ -25,6 +25,27 @@ describe('the connection', () => {
     await page.getByRole('heading', { name: 'Added meanwhile' }).waitFor();
     await page.getByRole('heading', { name: 'Kept' }).waitFor();
     await page.getByText('What you see may be out of date').waitFor({ state: 'detached' });
+    await closePage(page);
+  });
+
+  test('shows what there is, and what is opened, though a part of the page could not be fetched the first time', async () => {
+    await house.add({ name: 'Kept' });
+    const page = await openNavigator(house, 11); // whose parts are others
+    const refused = new Set();
+    await page.route(/\/assets\/page-[a-z]+(-[a-z]+)*-[0-9a-f]{16}\.js$/, async (route) => {
+      const part = route.request().url();
+      if (refused.has(part) || part.includes('page-english-')) return route.continue();
+      refused.add(part);
+      return route.abort('connectionrefused');
+    });
+    page.isAway = true;
+    await page.goto(house.url);
+    await page.getByRole('heading', { name: 'Kept' }).waitFor();
+    await page.getByRole('button', { name: 'Record' }).click();
+    await page.locator('sound-recorder').getByRole('button').first().waitFor();
+    await page.getByRole('link', { name: 'House' }).click();
+    await page.locator('room-card').first().waitFor();
+    assert.ok(refused.size >= 2, [...refused].join());
     await closePage(page);
   });
 

@@ -1,6 +1,7 @@
 // How a file comes into the media folder: as it is, when the controller can take it; else as this browser reads it.
 
 import { html } from 'lit';
+import { fetched } from '../api/later';
 import { Problem, upload } from '../api/request';
 import { decoded, durationOf, LONGEST_DECODED } from '../model/decode';
 import { seconds } from '../model/format';
@@ -66,7 +67,7 @@ async function bringPart(file: File, length: number, onShare: OnShare): Promise<
 
 /** The part that somebody wants; null when none. */
 async function partOf(name: string, sound: AudioBuffer): Promise<Part | null> {
-  await import('./sound-trimmer');
+  await fetched(() => import('./sound-trimmer'));
   let part = firstPart(lengthOf(sound));
   const take = (event: CustomEvent<Part>): void => {
     part = event.detail;

@@ -3,6 +3,7 @@
 import type SlTextarea from '@shoelace-style/shoelace/dist/components/textarea/textarea.js';
 import { LitElement, html, nothing } from 'lit';
 import { customElement, query, state } from 'lit/decorators.js';
+import { fetched } from '../api/later';
 import { Problem } from '../api/request';
 import { excerpt } from '../model/excerpt';
 import { unheardIn } from '../model/faults';
@@ -90,7 +91,7 @@ export class SayBox extends LitElement {
   private choose(way: Way): void {
     this.way = way;
     this.problem = '';
-    if (way === 'record') void import('./sound-recorder');
+    if (way === 'record') void fetched(() => import('./sound-recorder'));
   }
 
   private renderSound(): unknown {

@@ -1,6 +1,7 @@
 // The list of announcements: found, played, opened.
 
 import '@lit-labs/virtualizer';
+import { flow } from '@lit-labs/virtualizer/layouts/flow.js';
 import type SlInput from '@shoelace-style/shoelace/dist/components/input/input.js';
 import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
@@ -19,6 +20,8 @@ import { shared } from '../styles/shared';
 import { t } from '../texts/page';
 
 const MOST_USES = '1000';
+// Named here, for what is not named the virtualizer fetches, once: with no connection then, it never shows a row.
+const LAYOUT = flow();
 
 @customElement('announcements-view')
 export class AnnouncementsView extends LitElement {
@@ -209,6 +212,7 @@ export class AnnouncementsView extends LitElement {
       <lit-virtualizer
         role="list"
         aria-label=${t.list.title}
+        .layout=${LAYOUT}
         .items=${shown}
         .keyFunction=${(one?: Announcement) => one?.id ?? 0}
         .renderItem=${row}

@@ -1,5 +1,6 @@
 // Every component that the frame shows. The first view comes with it; the others when they are first opened.
 
+import { fetched } from '../api/later';
 import '../parts/link-state';
 import '../parts/now-bar';
 import '../parts/sign-in';
@@ -15,11 +16,12 @@ const later = {
   'media-view': () => import('./media-view'),
 };
 
-const AGAIN = 1000; // after as many milliseconds, when there was no connection to fetch it over
+const coming = new Set<keyof typeof later>();
 
-/** Whether it can be shown. If not, it is fetched; `ask` is called when it is worth asking again. */
+/** Whether it can be shown. If not, it is fetched; `ask` is called when it can. */
 export function isThere(view: keyof typeof later, ask: () => void): boolean {
   if (customElements.get(view)) return true;
-  later[view]().then(ask, () => setTimeout(ask, AGAIN));
+  if (!coming.has(view)) void fetched<unknown>(later[view]).then(ask);
+  coming.add(view);
   return false;
 }

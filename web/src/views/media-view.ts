@@ -4,6 +4,7 @@ import { LitElement, css, html, nothing } from 'lit';
 import { customElement, state } from 'lit/decorators.js';
 import { keyed } from 'lit/directives/keyed.js';
 import { repeat } from 'lit/directives/repeat.js';
+import { fetched } from '../api/later';
 import type { MediaFile } from '../api/objects';
 import '../parts/media-card';
 import '../parts/media-drop';
@@ -83,13 +84,13 @@ export class MediaView extends LitElement {
 
   private record(): void {
     this.making = 'recording';
-    void import('../parts/new-recording');
+    void fetched(() => import('../parts/new-recording'));
   }
 
   private speak(file: MediaFile | null): void {
     this.edited = file;
     this.making = 'speech';
-    void import('../parts/new-speech');
+    void fetched(() => import('../parts/new-speech'));
     window.scrollTo(0, 0);
   }
 
