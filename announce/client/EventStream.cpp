@@ -7,8 +7,7 @@
 #include <boost/beast/core/buffers_to_string.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/string_body.hpp>
-#include <boost/beast/websocket.hpp>
-#include <boost/beast/websocket/ssl.hpp>
+#include <boost/beast/websocket/stream.hpp>
 
 #include <deque>
 
@@ -29,8 +28,8 @@ namespace {
 constexpr std::chrono::seconds kSilence{60};
 /// It compresses no event, so nothing here need know how.
 constexpr bool kIsDeflated = false;
+using Socket = websocket::stream<net::ClientStream, kIsDeflated>;
 
-template <class Socket>
 void Begin(EventLoop& loop, const Connection& connection, Socket& socket) {
     beast::get_lowest_layer(socket).expires_never();
     socket.set_option(websocket::stream_base::timeout{connection.patience, kSilence, false});
@@ -49,7 +48,6 @@ void Begin(EventLoop& loop, const Connection& connection, Socket& socket) {
     transport::RequireConnected(error, connection);
 }
 
-template <class Socket>
 void Read(const std::shared_ptr<Socket>& socket, const std::shared_ptr<EventStream::Inbox>& inbox) {
     socket->async_read(inbox->buffer,
                        [weak = std::weak_ptr(socket), inbox](const error_code& error, std::size_t) {
@@ -69,13 +67,10 @@ EventStream::EventStream(EventLoop& loop, const Connection& connection)
     : m_loop(loop)
     , m_address(connection.address.Text())
     , m_inbox(std::make_shared<Inbox>()) {
-    m_socket = transport::WithStream(loop, connection, [&](auto stream) -> std::shared_ptr<void> {
-        const auto socket =
-            std::make_shared<websocket::stream<decltype(stream), kIsDeflated>>(std::move(stream));
-        Begin(loop, connection, *socket);
-        Read(socket, m_inbox);
-        return socket;
-    });
+    const auto socket = std::make_shared<Socket>(transport::Connect(loop, connection));
+    Begin(loop, connection, *socket);
+    Read(socket, m_inbox);
+    m_socket = socket;
 }
 
 bool EventStream::HasSome() const {

@@ -31,5 +31,5 @@ private:
     EventLoop& m_loop;
     std::string m_address; ///< for people
     std::shared_ptr<Inbox> m_inbox;
-    std::shared_ptr<void> m_socket; ///< whatever it runs over; its end ends the reading
+    std::shared_ptr<void> m_socket; ///< its end ends the reading
 };

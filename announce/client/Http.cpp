@@ -13,6 +13,7 @@ namespace {
 namespace beast = boost::beast;
 namespace http = boost::beast::http;
 using boost::system::error_code;
+using net::ClientStream;
 
 using Request = http::request<http::string_body>;
 
@@ -39,9 +40,11 @@ Request MakeRequest(const Connection& connection, const HttpQuestion& question) 
 }
 
 /// Sends the next piece; `sent` grows by its size.
-template <class Stream, class Serializer>
-error_code SendPiece(EventLoop& loop, Stream& stream, Serializer& serializer, std::size_t& sent) {
-    beast::get_lowest_layer(stream).expires_after(kPatience);
+error_code SendPiece(EventLoop& loop,
+                     ClientStream& stream,
+                     http::request_serializer<http::string_body>& serializer,
+                     std::size_t& sent) {
+    stream.next_layer().expires_after(kPatience);
     std::size_t piece = 0;
     const auto start = [&](auto done) {
         const auto keep = [&piece, done](const error_code& error, std::size_t size) {
@@ -57,8 +60,7 @@ error_code SendPiece(EventLoop& loop, Stream& stream, Serializer& serializer, st
 
 /// Sends the request piece by piece. The error of a controller that has answered and stopped reading is not
 /// told here: its answer says more.
-template <class Stream>
-void Send(EventLoop& loop, Stream& stream, const Request& request, const HttpQuestion& question) {
+void Send(EventLoop& loop, ClientStream& stream, const Request& request, const HttpQuestion& question) {
     http::request_serializer<http::string_body> serializer(request);
     serializer.limit(kPiece);
     std::size_t sent = 0;
@@ -71,29 +73,21 @@ void Send(EventLoop& loop, Stream& stream, const Request& request, const HttpQue
     }
 }
 
-template <class Stream>
-error_code Receive(EventLoop& loop, Stream& stream, http::response_parser<http::string_body>& parser) {
+error_code Receive(EventLoop& loop, ClientStream& stream, http::response_parser<http::string_body>& parser) {
     beast::flat_buffer buffer;
     parser.body_limit(kLongestAnswer);
-    beast::get_lowest_layer(stream).expires_after(kPatience);
+    stream.next_layer().expires_after(kPatience);
     return loop.Await([&](auto done) { http::async_read(stream, buffer, parser, std::move(done)); });
-}
-
-template <class Stream>
-HttpAnswer
-Converse(EventLoop& loop, Stream& stream, const Connection& connection, const HttpQuestion& question) {
-    const Request request = MakeRequest(connection, question);
-    Send(loop, stream, request, question);
-    http::response_parser<http::string_body> parser;
-    transport::RequireConnected(Receive(loop, stream, parser), connection);
-    auto& response = parser.get();
-    return {response.result_int(), std::move(response.body()), std::string(response[http::field::etag]),
-            std::string(response[http::field::retry_after])};
 }
 
 } // namespace
 
 HttpAnswer Ask(EventLoop& loop, const Connection& connection, const HttpQuestion& question) {
-    return transport::WithStream(loop, connection,
-                                 [&](auto stream) { return Converse(loop, stream, connection, question); });
+    ClientStream stream = transport::Connect(loop, connection);
+    Send(loop, stream, MakeRequest(connection, question), question);
+    http::response_parser<http::string_body> parser;
+    transport::RequireConnected(Receive(loop, stream, parser), connection);
+    auto& response = parser.get();
+    return {response.result_int(), std::move(response.body()), std::string(response[http::field::etag]),
+            std::string(response[http::field::retry_after])};
 }

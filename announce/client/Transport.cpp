@@ -3,8 +3,8 @@
 #include "announce/client/EventLoop.h"
 
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
 #include <boost/asio/ssl/error.hpp>
-#include <boost/asio/ssl/host_name_verification.hpp>
 #include <boost/beast/http/error.hpp>
 
 #include <openssl/err.h>
@@ -24,15 +24,9 @@ Failure NoConnection(const Connection& connection, const std::string& why, std::
             std::move(right)};
 }
 
-bool IsNumeric(const std::string& host) {
-    error_code error;
-    (void)boost::asio::ip::make_address(host, error);
-    return !error;
-}
-
 /// Why the certificate was refused; empty when it was not the certificate.
-std::string CertificateTrouble(SSL* handle) {
-    const long result = handle != nullptr ? SSL_get_verify_result(handle) : X509_V_OK;
+std::string CertificateTrouble(SSL* tls) {
+    const long result = tls != nullptr ? SSL_get_verify_result(tls) : X509_V_OK;
     return result != X509_V_OK ? X509_verify_cert_error_string(result) : "";
 }
 
@@ -77,23 +71,28 @@ boost::asio::ssl::context MakeTls(const Connection& connection) {
     return tls;
 }
 
-/// Prepares the check of the peer's name, for a handshake that is to come.
-void CheckName(SSL* handle, const Connection& connection) {
+net::ClientStream MakeStream(EventLoop& loop, const Connection& connection) {
+    if (!connection.address.isSecure)
+        return net::ClientStream(loop.Context());
+    auto tls = MakeTls(connection);
+    return {loop.Context(), tls};
+}
+
+void Secure(EventLoop& loop, const Connection& connection, net::ClientStream& stream) {
     const std::string& host = connection.address.host;
-    X509_VERIFY_PARAM* const rules = SSL_get0_param(handle);
-    const long isSet = IsNumeric(host) ? X509_VERIFY_PARAM_set1_ip_asc(rules, host.c_str())
-                                       : X509_VERIFY_PARAM_set1_host(rules, host.c_str(), host.size()) &
-                                             SSL_set_tlsext_host_name(handle, host.c_str());
-    if (isSet != 1)
+    if (!stream.ExpectName(host))
         throw NoConnection(connection, "\"" + host + "\" is no name that a certificate could have");
+    stream.next_layer().expires_after(connection.patience);
+    const error_code error = loop.Await([&](auto done) { stream.Handshake(std::move(done)); });
+    RequireConnected(error, connection, stream.Tls());
 }
 
 } // namespace
 
-void RequireConnected(const error_code& error, const Connection& connection, SSL* handle) {
+void RequireConnected(const error_code& error, const Connection& connection, SSL* tls) {
     if (!error)
         return;
-    const std::string trouble = CertificateTrouble(handle);
+    const std::string trouble = CertificateTrouble(tls);
     if (!trouble.empty())
         throw NoConnection(connection, "its certificate is not trusted: " + trouble,
                            "a certificate for " + connection.address.host +
@@ -112,23 +111,15 @@ void RequireConnected(const error_code& error, const Connection& connection, SSL
     throw NoConnection(connection, error.message());
 }
 
-Plain Connect(EventLoop& loop, const Connection& connection) {
+net::ClientStream Connect(EventLoop& loop, const Connection& connection) {
     const auto places = Resolve(loop, connection);
-    Plain stream(loop.Context());
-    stream.expires_after(connection.patience);
-    RequireConnected(loop.Await([&](auto done) { stream.async_connect(places, std::move(done)); }),
-                     connection);
-    return stream;
-}
-
-Secure ConnectSecurely(EventLoop& loop, const Connection& connection) {
-    auto tls = MakeTls(connection);
-    Secure stream(Connect(loop, connection), tls);
-    CheckName(stream.native_handle(), connection);
+    auto stream = MakeStream(loop, connection);
     stream.next_layer().expires_after(connection.patience);
-    const error_code error = loop.Await(
-        [&](auto done) { stream.async_handshake(boost::asio::ssl::stream_base::client, std::move(done)); });
-    RequireConnected(error, connection, stream.native_handle());
+    RequireConnected(
+        loop.Await([&](auto done) { stream.next_layer().async_connect(places, std::move(done)); }),
+        connection);
+    if (connection.address.isSecure)
+        Secure(loop, connection, stream);
     return stream;
 }
 

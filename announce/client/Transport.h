@@ -1,11 +1,7 @@
 #pragma once
 
 #include "announce/client/Connection.h"
-
-#include <boost/beast/core/tcp_stream.hpp>
-#include <boost/beast/ssl/ssl_stream.hpp>
-
-#include <utility>
+#include "net/ClientStream.h"
 
 class EventLoop;
 
@@ -13,25 +9,13 @@ class EventLoop;
 /// that names the address, the reason and what would be right.
 namespace transport {
 
-using Plain = boost::beast::tcp_stream;
-using Secure = boost::beast::ssl_stream<Plain>;
+/// Finds the host and connects to it, over TLS where the address says so: the certificate is one for this
+/// host, by an authority that is trusted.
+[[nodiscard]] net::ClientStream Connect(EventLoop& loop, const Connection& connection);
 
-/// Finds the host and connects to it.
-[[nodiscard]] Plain Connect(EventLoop& loop, const Connection& connection);
-
-/// The same over TLS: the certificate is one for this host, by an authority that is trusted.
-[[nodiscard]] Secure ConnectSecurely(EventLoop& loop, const Connection& connection);
-
-/// Throws when there is an error; `handle` is the TLS connection's when there is one.
+/// Throws when there is an error; `tls` is the connection's when it has one.
 void RequireConnected(const boost::system::error_code& error,
                       const Connection& connection,
-                      SSL* handle = nullptr);
-
-/// Gives `use` the connected stream, whatever it runs over.
-template <class Use>
-auto WithStream(EventLoop& loop, const Connection& connection, Use use) {
-    return connection.address.isSecure ? use(ConnectSecurely(loop, connection))
-                                       : use(Connect(loop, connection));
-}
+                      SSL* tls = nullptr);
 
 } // namespace transport

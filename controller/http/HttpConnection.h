@@ -1,30 +1,23 @@
 #pragma once
 
+#include "controller/http/HttpStream.h"
 #include "controller/http/ReplyWriter.h"
 #include "controller/http/RequestReader.h"
-#include "controller/http/ServeConnection.h"
-
-#include <boost/asio/ssl/stream.hpp>
 
 #include <functional>
 #include <memory>
 #include <string>
-#include <type_traits>
 
 namespace controller {
 
-using TlsStream = boost::asio::ssl::stream<HttpSocket>;
-
 /// A connection that speaks HTTP: reads a request, has it handled, writes the reply, and so on, each step in
-/// its time. `HttpConnection.cpp` makes it for plain and TLS streams; for others include
+/// its time. `HttpConnection.cpp` makes it for the server's streams; for others include
 /// `HttpConnectionSteps.h`.
 template <class Stream>
 class HttpConnection final : public HttpExchange,
                              public Connections::Member,
                              public std::enable_shared_from_this<HttpConnection<Stream>> {
 public:
-    static constexpr bool kIsSecure = std::is_same_v<Stream, TlsStream>;
-
     HttpConnection(std::shared_ptr<Stream> stream,
                    std::shared_ptr<Connections::Place> place,
                    IHttpHandler& handler);
@@ -76,7 +69,6 @@ private:
     bool m_isLast = false;
 };
 
-extern template class HttpConnection<HttpSocket>;
-extern template class HttpConnection<TlsStream>;
+extern template class HttpConnection<HttpStream>;
 
 } // namespace controller

@@ -19,21 +19,20 @@ HttpConnection<Stream>::HttpConnection(std::shared_ptr<Stream> stream,
     : m_stream(std::move(stream))
     , m_place(std::move(place))
     , m_handler(handler)
-    , m_reader(Limits(), m_place->Address(), kIsSecure) {}
+    , m_reader(Limits(), m_place->Address(), m_stream->IsSecure()) {}
 
 template <class Stream>
 void HttpConnection<Stream>::Start() {
     m_place->Hold(this->weak_from_this());
-    if constexpr (kIsSecure) {
-        Enter(State::Handshake, Limits().handshake);
-        m_stream->async_handshake(boost::asio::ssl::stream_base::server,
-                                  [self = this->shared_from_this()](const boost::system::error_code& error) {
-                                      if (!error && !self->HasEnded())
-                                          self->NextRequest();
-                                  });
-    } else {
+    if (!m_stream->IsSecure()) {
         NextRequest();
+        return;
     }
+    Enter(State::Handshake, Limits().handshake);
+    m_stream->Handshake([self = this->shared_from_this()](const boost::system::error_code& error) {
+        if (!error && !self->HasEnded())
+            self->NextRequest();
+    });
 }
 
 template <class Stream>
@@ -157,7 +156,7 @@ void HttpConnection<Stream>::Reply(HttpReply reply) {
     const HttpRequest& request = m_reader.Request();
     m_writer.Begin(std::move(reply),
                    {m_place->Owner().Date(), request.Header("host"), request.Header("accept-encoding"),
-                    m_reader.IsOld(), m_reader.IsHeadRequest(), kIsSecure, m_isLast});
+                    m_reader.IsOld(), m_reader.IsHeadRequest(), m_stream->IsSecure(), m_isLast});
     // A long reply may take as long as a slow line needs for it.
     Enter(State::Replying, Limits().reply + std::chrono::seconds(m_writer.Size() / 16384));
     Write();
@@ -189,8 +188,8 @@ void HttpConnection<Stream>::Written(const boost::system::error_code& error, std
 template <class Stream>
 void HttpConnection<Stream>::CloseInOrder() {
     Enter(State::Closing, std::chrono::seconds(2));
-    if constexpr (kIsSecure)
-        m_stream->async_shutdown(
+    if (m_stream->IsSecure())
+        m_stream->Shutdown(
             [self = this->shared_from_this()](const boost::system::error_code&) { self->CloseTransport(); });
     else
         CloseTransport();

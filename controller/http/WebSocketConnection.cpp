@@ -2,7 +2,6 @@
 
 namespace controller {
 
-template class WebSocketConnection<HttpSocket>;
-template class WebSocketConnection<TlsStream>;
+template class WebSocketConnection<HttpStream>;
 
 } // namespace controller

@@ -6,7 +6,6 @@
 #include "controller/http/MeteredStream.h"
 
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/websocket/ssl.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
 #include <deque>
@@ -17,8 +16,8 @@
 
 namespace controller {
 
-/// A connection after it has become a WebSocket. `WebSocketConnection.cpp` makes it for plain and TLS
-/// streams; for others include `WebSocketConnectionSteps.h`.
+/// A connection after it has become a WebSocket. `WebSocketConnection.cpp` makes it for the
+/// server's streams; for others include `WebSocketConnectionSteps.h`.
 ///
 /// What the client sends is read also where nobody listens, so that its pongs and its end are seen.
 template <class Stream>
@@ -71,7 +70,6 @@ private:
     PerMinute m_messages; ///< of the client
 };
 
-extern template class WebSocketConnection<HttpSocket>;
-extern template class WebSocketConnection<TlsStream>;
+extern template class WebSocketConnection<HttpStream>;
 
 } // namespace controller

@@ -20,7 +20,7 @@ namespace controller {
 namespace {
 
 constexpr std::size_t kMostComplaint = 4096;
-constexpr std::size_t kAtOnce = std::size_t{64} * 1024;
+constexpr std::size_t kMostRead = std::size_t{64} * 1024;
 /// So often it is looked whether a program that has printed everything has ended.
 constexpr std::chrono::milliseconds kLook{5};
 
@@ -143,9 +143,11 @@ private:
 };
 
 /// Input, output and what it complains of, as they go to and fro.
-class Talk {
+class ProgramTalk {
 public:
-    Talk(const std::string& input, std::size_t mostOutput) : m_input(input), m_mostOutput(mostOutput) {}
+    ProgramTalk(const std::string& input, std::size_t mostOutput)
+        : m_input(input)
+        , m_mostOutput(mostOutput) {}
 
     [[nodiscard]] pid_t Start(const std::vector<std::string>& words) {
         const pid_t child = SpawnPlan(m_in.Theirs(), m_out.Theirs(), m_complaints.Theirs()).Start(words);
@@ -195,7 +197,7 @@ private:
 
     /// What is beyond `most` is dropped.
     static void ReadSome(Pipe& pipe, std::string& text, std::size_t most) {
-        std::array<char, kAtOnce> some{};
+        std::array<char, kMostRead> some{};
         const ssize_t count = ::read(pipe.Ours(), some.data(), some.size());
         if (count < 0 && (errno == EAGAIN || errno == EINTR))
             return;
@@ -225,7 +227,7 @@ std::string RunProgram(const std::vector<std::string>& words,
                        const std::string& input,
                        std::size_t mostOutput,
                        const Patience& patience) {
-    Talk talk(input, mostOutput);
+    ProgramTalk talk(input, mostOutput);
     Child child(talk.Start(words));
     talk.Hold(patience);
     std::vector<pollfd> nothing;

@@ -15,7 +15,7 @@ namespace controller {
 
 namespace {
 
-constexpr std::size_t kAtOnce = std::size_t{64} * 1024;
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 } // namespace
 
@@ -80,7 +80,7 @@ void TcpStream::Write(const std::string& bytes) const {
 }
 
 std::string TcpStream::Read() const {
-    std::string bytes(kAtOnce, '\0');
+    std::string bytes(kPiece, '\0');
     while (true) {
         WaitFor(POLLIN);
         const ssize_t count = ::recv(m_socket, bytes.data(), bytes.size(), 0);

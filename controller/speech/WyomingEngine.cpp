@@ -78,9 +78,9 @@ private:
 };
 
 /// A connection on which one event after the other is read.
-class Talk {
+class ServerTalk {
 public:
-    Talk(HostLookup& server, const Patience& patience) : m_server(server, patience) {}
+    ServerTalk(HostLookup& server, const Patience& patience) : m_server(server, patience) {}
 
     void Say(const WyomingEvent& event) const { m_server.Write(Written(event)); }
 
@@ -163,7 +163,7 @@ std::string WyomingEngine::Speak(const std::string& text, unsigned /*speed*/, co
     Json voice{{"language", m_voice.language}};
     if (!m_voice.voice.empty())
         voice["name"] = m_voice.voice;
-    Talk talk(m_lookup, patience);
+    ServerTalk talk(m_lookup, patience);
     talk.Say({"describe", Json::object(), ""});
     Learn(VersionOf(talk.Hear("info").data, m_voice.voice));
     talk.Say({"synthesize", {{"text", text}, {"voice", voice}}, ""});

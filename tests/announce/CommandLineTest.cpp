@@ -9,13 +9,13 @@
 
 namespace {
 
-const CommandTable& Table() {
+const CommandTable& Commands() {
     static const CommandTable kTable = AllCommands();
     return kTable;
 }
 
 CommandLine Read(const std::vector<std::string>& words) {
-    return ReadCommandLine(Table(), words);
+    return ReadCommandLine(Commands(), words);
 }
 
 Failure RefusalOf(const std::vector<std::string>& words) {
@@ -91,7 +91,7 @@ TEST(CommandLineTest, NumbersAreWholeAndWithinTheirBounds) {
 
 TEST(DefinitionsTest, EveryCommandSaysWhatItIsFor) {
     std::set<std::string> names;
-    for (const CommandDefinition& command : Table().All()) {
+    for (const CommandDefinition& command : Commands().All()) {
         SCOPED_TRACE(command.name);
         EXPECT_TRUE(names.insert(command.name).second);
         EXPECT_FALSE(command.summary.empty());
@@ -106,7 +106,7 @@ TEST(DefinitionsTest, NoCommandHasAnOptionThatAllHave) {
     std::set<std::string> common;
     for (const OptionDefinition& option : CommonOptions())
         common.insert(option.Key());
-    for (const CommandDefinition& command : Table().All()) {
+    for (const CommandDefinition& command : Commands().All()) {
         for (const OptionDefinition& option : command.OwnOptions())
             EXPECT_EQ(common.count(option.Key()), 0U) << command.name << " " << option.names;
     }

@@ -1,10 +1,8 @@
 #include "controller/audio/home_assistant/HttpCall.h"
 
+#include "net/ClientStream.h"
+
 #include <boost/asio/connect.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/ssl/context.hpp>
-#include <boost/asio/ssl/host_name_verification.hpp>
-#include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -13,7 +11,6 @@
 #include <boost/beast/http/write.hpp>
 
 #include <array>
-#include <type_traits>
 #include <utility>
 
 namespace controller::audio {
@@ -22,12 +19,10 @@ namespace {
 
 namespace asio = boost::asio;
 namespace http = boost::beast::http;
-using asio::ip::tcp;
 using boost::system::error_code;
+using net::ClientStream;
 
 constexpr std::uint64_t kMostOfAnswer = std::uint64_t{1024} * 1024;
-
-using Secure = asio::ssl::stream<tcp::socket>;
 
 http::request<http::string_body> RequestOf(const HttpOrder& order) {
     http::request<http::string_body> request;
@@ -44,16 +39,19 @@ http::request<http::string_body> RequestOf(const HttpOrder& order) {
     return request;
 }
 
-/// On a connection of this kind: plain, or secured.
-template <class Stream>
-class CallOver final : public HttpCall, public std::enable_shared_from_this<CallOver<Stream>> {
+ClientStream StreamOf(const HttpMeans& means, const HttpPlace& server) {
+    return server.isSecure ? ClientStream(means.context, means.tls) : ClientStream(means.context);
+}
+
+/// One over TCP or TLS.
+class NetworkCall final : public HttpCall, public std::enable_shared_from_this<NetworkCall> {
 public:
-    CallOver(const HttpMeans& means, Stream stream, HttpOrder order, Done done, Lost lost)
+    NetworkCall(const HttpMeans& means, HttpOrder order, Done done, Lost lost)
         : m_names(means.names)
         , m_order(std::move(order))
         , m_done(std::move(done))
         , m_lost(std::move(lost))
-        , m_stream(std::move(stream))
+        , m_stream(StreamOf(means, m_order.server))
         , m_deadline(means.context)
         , m_request(RequestOf(m_order)) {
         m_parser.body_limit(kMostOfAnswer);
@@ -61,12 +59,12 @@ public:
 
     void Begin() {
         m_deadline.expires_after(m_order.limit);
-        m_deadline.async_wait([self = this->shared_from_this()](const error_code& error) {
+        m_deadline.async_wait([self = shared_from_this()](const error_code& error) {
             if (!error)
                 self->Fail("has not answered within " + std::to_string(self->m_order.limit.count()) + " ms");
         });
         m_names.Find(m_order.server.host, m_order.server.port,
-                     [weak = this->weak_from_this()](const auto& endpoints, const std::string& error) {
+                     [weak = weak_from_this()](const auto& endpoints, const std::string& error) {
                          const auto self = weak.lock();
                          if (self && !self->m_isOver)
                              self->Connect(endpoints, error);
@@ -80,25 +78,19 @@ public:
     }
 
 private:
-    [[nodiscard]] tcp::socket& Socket() {
-        if constexpr (std::is_same_v<Stream, Secure>)
-            return m_stream.next_layer();
-        else
-            return m_stream;
-    }
+    [[nodiscard]] asio::ip::tcp::socket& Socket() { return m_stream.next_layer().socket(); }
 
     /// What is to happen when this step has succeeded; `doing` says what failed.
     template <class Next>
     auto Then(const char* doing, Next next) {
-        return
-            [self = this->shared_from_this(), doing, next](const error_code& error, const auto&... /*what*/) {
-                if (self->m_isOver)
-                    return;
-                if (error)
-                    self->Fail(doing + error.message());
-                else
-                    next(*self);
-            };
+        return [self = shared_from_this(), doing, next](const error_code& error, const auto&... /*what*/) {
+            if (self->m_isOver)
+                return;
+            if (error)
+                self->Fail(doing + error.message());
+            else
+                next(*self);
+        };
     }
 
     void Connect(const NameSearch::Endpoints& endpoints, const std::string& error) {
@@ -106,7 +98,7 @@ private:
             Fail("cannot be reached: " + error);
             return;
         }
-        asio::async_connect(Socket(), endpoints, Then("cannot be reached: ", [](CallOver& self) {
+        asio::async_connect(Socket(), endpoints, Then("cannot be reached: ", [](NetworkCall& self) {
                                 error_code none;
                                 const auto local = self.Socket().local_endpoint(none);
                                 self.m_outcome.ourAddress = none ? "" : local.address().to_string();
@@ -115,25 +107,22 @@ private:
     }
 
     void Secured() {
-        if constexpr (std::is_same_v<Stream, Secure>) {
-            // For servers that are several.
-            (void)SSL_set_tlsext_host_name(m_stream.native_handle(), m_order.server.host.c_str()); // NOLINT
-            m_stream.set_verify_callback(asio::ssl::host_name_verification(m_order.server.host));
-            m_stream.async_handshake(
-                asio::ssl::stream_base::client,
-                Then("cannot be reached safely: ", [](CallOver& self) { self.Write(); }));
-        } else {
+        if (!m_order.server.isSecure)
             Write();
-        }
+        else if (!m_stream.ExpectName(m_order.server.host))
+            Fail("cannot be reached safely: no certificate can have its name");
+        else
+            m_stream.Handshake(Then("cannot be reached safely: ", [](NetworkCall& self) { self.Write(); }));
     }
 
     void Write() {
-        http::async_write(m_stream, m_request, Then("has broken off: ", [](CallOver& self) { self.Read(); }));
+        http::async_write(m_stream, m_request,
+                          Then("has broken off: ", [](NetworkCall& self) { self.Read(); }));
     }
 
     void Read() {
         http::async_read(m_stream, m_buffer, m_parser,
-                         Then("has broken off: ", [](CallOver& self) { self.Answered(); }));
+                         Then("has broken off: ", [](NetworkCall& self) { self.Answered(); }));
     }
 
     void Answered() {
@@ -150,7 +139,7 @@ private:
     /// Nothing more is asked here, so whatever comes is the end of it.
     void Watch() {
         m_stream.async_read_some(asio::buffer(m_rest),
-                                 [self = this->shared_from_this()](const error_code& /*error*/, std::size_t) {
+                                 [self = shared_from_this()](const error_code& /*error*/, std::size_t) {
                                      if (self->m_isOver)
                                          return;
                                      self->Close();
@@ -183,7 +172,7 @@ private:
     const HttpOrder m_order;
     Done m_done;
     Lost m_lost;
-    Stream m_stream;
+    ClientStream m_stream;
     asio::steady_timer m_deadline;
     http::request<http::string_body> m_request;
     http::response_parser<http::string_body> m_parser;
@@ -193,23 +182,13 @@ private:
     bool m_isOver = false;
 };
 
-template <class Stream>
-std::shared_ptr<HttpCall>
-BeginOver(const HttpMeans& means, Stream stream, HttpOrder order, HttpCall::Done done, HttpCall::Lost lost) {
-    auto call = std::make_shared<CallOver<Stream>>(means, std::move(stream), std::move(order),
-                                                   std::move(done), std::move(lost));
-    call->Begin();
-    return call;
-}
-
 } // namespace
 
 std::shared_ptr<HttpCall>
 BeginHttpCall(const HttpMeans& means, HttpOrder order, HttpCall::Done done, HttpCall::Lost lost) {
-    if (order.server.isSecure)
-        return BeginOver(means, Secure(means.context, means.tls), std::move(order), std::move(done),
-                         std::move(lost));
-    return BeginOver(means, tcp::socket(means.context), std::move(order), std::move(done), std::move(lost));
+    auto call = std::make_shared<NetworkCall>(means, std::move(order), std::move(done), std::move(lost));
+    call->Begin();
+    return call;
 }
 
 } // namespace controller::audio

@@ -56,7 +56,7 @@ std::string ValueOf(const char* property, const SnapcastState& state, const std:
         return group->isMuted ? "muted" : "heard";
     if (std::strcmp(property, kGroup) == 0)
         return group->clients.size() == 1 ? "alone" : group->id;
-    return TextOf(state.FindClient(client)->volume);
+    return TextOf(state.VolumeOf(client));
 }
 
 bool IsOurs(const Borrowed& entry, const SnapcastState& state) {

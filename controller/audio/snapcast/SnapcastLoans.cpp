@@ -183,7 +183,7 @@ void SnapcastLoans::Change(unsigned hold) {
     Held& held = *m_holds.at(hold);
     const Wish& wish = held.wish;
     const SnapcastGroup& group = *m_state.GroupOf(wish.client);
-    const SnapcastVolume volume = m_state.FindClient(wish.client)->volume;
+    const SnapcastVolume volume = m_state.VolumeOf(wish.client);
     held.isAsking = true;
     if (IsShared(group))
         return m_server.SetClients(group.id, NotHeld(group), OnAnswer(hold, "the client out of its group"));

@@ -79,6 +79,11 @@ const SnapcastClient* SnapcastState::FindClient(const std::string& id) const {
     return group != nullptr ? FindById(group->clients, id) : nullptr;
 }
 
+SnapcastVolume SnapcastState::VolumeOf(const std::string& client) const {
+    const SnapcastClient* const found = FindClient(client);
+    return found != nullptr ? found->volume : SnapcastVolume();
+}
+
 const SnapcastStream* SnapcastState::FindStream(const std::string& id) const {
     return FindById(streams, id);
 }

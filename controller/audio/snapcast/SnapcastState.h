@@ -48,6 +48,8 @@ struct SnapcastState {
     [[nodiscard]] const SnapcastGroup* GroupOf(const std::string& client) const;
     [[nodiscard]] const SnapcastClient* FindClient(const std::string& id) const;
     [[nodiscard]] const SnapcastStream* FindStream(const std::string& id) const;
+    /// The usual one, where there is no such client.
+    [[nodiscard]] SnapcastVolume VolumeOf(const std::string& client) const;
 };
 
 /// Reads the result of "Server.GetStatus", JSON.

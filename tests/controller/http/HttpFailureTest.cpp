@@ -12,7 +12,21 @@ namespace controller {
 
 namespace {
 
-using Stream = boost::beast::test::stream;
+/// Bytes in memory, without TLS.
+class Stream final : public boost::beast::test::stream {
+public:
+    using stream::stream;
+
+    [[nodiscard]] static bool IsSecure() { return false; }
+    template <class Done>
+    void Handshake(const Done& /*done*/) {
+        ADD_FAILURE() << "it is not secure";
+    }
+    template <class Done>
+    void Shutdown(const Done& /*done*/) {
+        ADD_FAILURE() << "it is not secure";
+    }
+};
 
 /// Answers at once, later, with a body, with a long packed text, or opens a WebSocket that says three things.
 class Handler final : public IHttpHandler {

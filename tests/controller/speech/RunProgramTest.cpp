@@ -18,14 +18,14 @@ namespace controller {
 
 namespace {
 
-constexpr std::size_t kMost = std::size_t{1} << 20U;
+constexpr std::size_t kMostOutput = std::size_t{1} << 20U;
 
 class RunProgramTest : public testing::Test {
 protected:
     static void SetUpTestSuite() { (void)std::signal(SIGPIPE, SIG_IGN); }
 
     std::string Run(const std::string& script, const std::string& input = "") {
-        return RunProgram({"/bin/sh", "-c", script}, input, kMost, Patience(m_stop, kPatience));
+        return RunProgram({"/bin/sh", "-c", script}, input, kMostOutput, Patience(m_stop, kPatience));
     }
 
     StopSignal m_stop;

@@ -15,7 +15,7 @@ std::string Number(std::uint32_t number) {
     return bytes;
 }
 
-std::string Sound(std::size_t bytes) {
+std::string SoundOf(std::size_t bytes) {
     std::string samples;
     for (std::size_t index = 0; index < bytes; ++index)
         samples += static_cast<char>(index * 7);
@@ -36,23 +36,23 @@ std::string Refusal(const std::string& file) {
 }
 
 TEST(WaveTest, WhateverLengthAHeaderTellsTheSoundGoesOnToTheEnd) {
-    const std::string whole = wave::Of({22050, 2, 1}, Sound(5000));
+    const std::string whole = wave::Of({22050, 2, 1}, SoundOf(5000));
     for (const std::uint32_t length : {0x7ffff000U, 0xffffffffU, 0U, 5000U, 5001U})
         EXPECT_TRUE(wave::Mended(WithLength(whole, length)) == whole) << length;
 }
 
 TEST(WaveTest, WhatFollowsAnHonestLengthIsNoSound) {
-    const std::string whole = wave::Of({22050, 2, 1}, Sound(5000));
+    const std::string whole = wave::Of({22050, 2, 1}, SoundOf(5000));
     EXPECT_TRUE(wave::Mended(whole + "LIST" + Number(4) + "text") == whole);
 }
 
 TEST(WaveTest, AnOddByteAtTheEndIsNoSample) {
-    const std::string whole = wave::Of({22050, 2, 2}, Sound(4000));
+    const std::string whole = wave::Of({22050, 2, 2}, SoundOf(4000));
     EXPECT_TRUE(wave::Mended(WithLength(whole + "abc", 0x7ffff000U)) == whole);
 }
 
 TEST(WaveTest, WhatIsNoWavFileIsToldInWords) {
-    const std::string whole = wave::Of({22050, 2, 1}, Sound(5000));
+    const std::string whole = wave::Of({22050, 2, 1}, SoundOf(5000));
     EXPECT_EQ(Refusal(""), "has said nothing");
     EXPECT_EQ(Refusal("garbage"), "gives what is no WAV file");
     EXPECT_EQ(Refusal(whole.substr(0, 20)), "gives a WAV file without sound");
@@ -62,7 +62,7 @@ TEST(WaveTest, WhatIsNoWavFileIsToldInWords) {
 }
 
 TEST(WaveTest, EveryCutOfAFileIsMendedOrRefused) {
-    const std::string whole = wave::Of({22050, 2, 1}, Sound(50));
+    const std::string whole = wave::Of({22050, 2, 1}, SoundOf(50));
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const bool isSound = length >= 46;
         EXPECT_EQ(Refusal(whole.substr(0, length)).empty(), isSound) << length;
@@ -71,10 +71,10 @@ TEST(WaveTest, EveryCutOfAFileIsMendedOrRefused) {
 
 TEST(WaveTest, SoundOfAnyKindBecomesOneOf48KilohertzAndMono) {
     const std::size_t second = 8000;
-    EXPECT_EQ(wave::Decode(wave::Of({8000, 2, 1}, Sound(second * 2))).size(), 48000U);
-    EXPECT_EQ(wave::Decode(wave::Of({44100, 2, 2}, Sound(std::size_t{44100} * 4))).size(), 48000U);
-    EXPECT_EQ(wave::Decode(wave::Of({16000, 1, 1}, Sound(16000))).size(), 48000U);
-    EXPECT_THROW((void)wave::Decode(wave::Of({1, 2, 1}, Sound(100))), SpeechError);
+    EXPECT_EQ(wave::Decode(wave::Of({8000, 2, 1}, SoundOf(second * 2))).size(), 48000U);
+    EXPECT_EQ(wave::Decode(wave::Of({44100, 2, 2}, SoundOf(std::size_t{44100} * 4))).size(), 48000U);
+    EXPECT_EQ(wave::Decode(wave::Of({16000, 1, 1}, SoundOf(16000))).size(), 48000U);
+    EXPECT_THROW((void)wave::Decode(wave::Of({1, 2, 1}, SoundOf(100))), SpeechError);
     EXPECT_THROW((void)wave::DecodeFile("/nowhere/chime.wav"), SpeechError);
 }
 

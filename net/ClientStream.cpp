@@ -1,0 +1,70 @@
+#include "net/ClientStream.h"
+
+#include <boost/asio/ip/address.hpp>
+#include <boost/asio/ssl/stream.hpp>
+
+#include <optional>
+
+#include <openssl/x509v3.h>
+
+namespace net {
+
+struct ClientStream::Layers {
+    next_layer_type tcp;
+    std::optional<boost::asio::ssl::stream<next_layer_type&>> tls;
+};
+
+ClientStream::ClientStream(boost::asio::io_context& context)
+    : m_layers(new Layers{next_layer_type(context), std::nullopt}) {}
+
+ClientStream::ClientStream(boost::asio::io_context& context, boost::asio::ssl::context& tls)
+    : ClientStream(context) {
+    m_layers->tls.emplace(m_layers->tcp, tls);
+}
+
+ClientStream::ClientStream(ClientStream&& other) noexcept = default;
+ClientStream& ClientStream::operator=(ClientStream&& other) noexcept = default;
+ClientStream::~ClientStream() = default;
+
+ClientStream::next_layer_type& ClientStream::next_layer() noexcept {
+    return m_layers->tcp;
+}
+
+const ClientStream::next_layer_type& ClientStream::next_layer() const noexcept {
+    return m_layers->tcp;
+}
+
+SSL* ClientStream::Tls() noexcept {
+    return m_layers->tls ? m_layers->tls->native_handle() : nullptr;
+}
+
+bool ClientStream::ExpectName(const std::string& host) {
+    SSL* const tls = Tls();
+    X509_VERIFY_PARAM* const rules = SSL_get0_param(tls);
+    Error isName;
+    (void)boost::asio::ip::make_address(host, isName);
+    if (!isName)
+        return X509_VERIFY_PARAM_set1_ip_asc(rules, host.c_str()) == 1;
+    return X509_VERIFY_PARAM_set1_host(rules, host.c_str(), host.size()) == 1 &&
+           SSL_set_tlsext_host_name(tls, host.c_str()) == 1;
+}
+
+void ClientStream::Handshake(Done done) {
+    m_layers->tls->async_handshake(boost::asio::ssl::stream_base::client, std::move(done));
+}
+
+void ClientStream::Read(std::vector<boost::asio::mutable_buffer> buffers, DoneWithSize done) {
+    if (m_layers->tls)
+        m_layers->tls->async_read_some(std::move(buffers), std::move(done));
+    else
+        m_layers->tcp.async_read_some(std::move(buffers), std::move(done));
+}
+
+void ClientStream::Write(std::vector<boost::asio::const_buffer> buffers, DoneWithSize done) {
+    if (m_layers->tls)
+        m_layers->tls->async_write_some(std::move(buffers), std::move(done));
+    else
+        m_layers->tcp.async_write_some(std::move(buffers), std::move(done));
+}
+
+} // namespace net
