@@ -21,6 +21,10 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+# For what waits for people or for the network, or is done once, at the start: what -O2 adds there is time to build, and
+# nothing that anybody would notice.
+set(UNHURRIED $<$<CONFIG:Release>:-O1>)
+
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
