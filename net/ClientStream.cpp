@@ -53,18 +53,18 @@ void ClientStream::Handshake(Done done) {
     m_layers->tls->async_handshake(boost::asio::ssl::stream_base::client, std::move(done));
 }
 
-void ClientStream::Read(std::vector<boost::asio::mutable_buffer> buffers, DoneWithSize done) {
+void ClientStream::Read(const std::vector<boost::asio::mutable_buffer>& buffers, DoneWithSize done) {
     if (m_layers->tls)
-        m_layers->tls->async_read_some(std::move(buffers), std::move(done));
+        m_layers->tls->async_read_some(buffers, std::move(done));
     else
-        m_layers->tcp.async_read_some(std::move(buffers), std::move(done));
+        m_layers->tcp.async_read_some(buffers, std::move(done));
 }
 
-void ClientStream::Write(std::vector<boost::asio::const_buffer> buffers, DoneWithSize done) {
+void ClientStream::Write(const std::vector<boost::asio::const_buffer>& buffers, DoneWithSize done) {
     if (m_layers->tls)
-        m_layers->tls->async_write_some(std::move(buffers), std::move(done));
+        m_layers->tls->async_write_some(buffers, std::move(done));
     else
-        m_layers->tcp.async_write_some(std::move(buffers), std::move(done));
+        m_layers->tcp.async_write_some(buffers, std::move(done));
 }
 
 } // namespace net

@@ -74,8 +74,8 @@ public:
 private:
     struct Layers;
 
-    void Read(std::vector<boost::asio::mutable_buffer> buffers, DoneWithSize done);
-    void Write(std::vector<boost::asio::const_buffer> buffers, DoneWithSize done);
+    void Read(const std::vector<boost::asio::mutable_buffer>& buffers, DoneWithSize done);
+    void Write(const std::vector<boost::asio::const_buffer>& buffers, DoneWithSize done);
 
     std::unique_ptr<Layers> m_layers;
 };

@@ -24,12 +24,12 @@ void HttpStream::Shutdown(net::Done done) {
     m_tls->async_shutdown(std::move(done));
 }
 
-void HttpStream::Read(std::vector<boost::asio::mutable_buffer> buffers, net::DoneWithSize done) {
-    m_tls->async_read_some(std::move(buffers), std::move(done));
+void HttpStream::Read(const std::vector<boost::asio::mutable_buffer>& buffers, net::DoneWithSize done) {
+    m_tls->async_read_some(buffers, std::move(done));
 }
 
-void HttpStream::Write(std::vector<boost::asio::const_buffer> buffers, net::DoneWithSize done) {
-    m_tls->async_write_some(std::move(buffers), std::move(done));
+void HttpStream::Write(const std::vector<boost::asio::const_buffer>& buffers, net::DoneWithSize done) {
+    m_tls->async_write_some(buffers, std::move(done));
 }
 
 void HttpStream::Teardown(boost::beast::role_type role, net::Done done) {

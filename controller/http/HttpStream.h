@@ -67,8 +67,8 @@ public:
 private:
     class Tls;
 
-    void Read(std::vector<boost::asio::mutable_buffer> buffers, net::DoneWithSize done);
-    void Write(std::vector<boost::asio::const_buffer> buffers, net::DoneWithSize done);
+    void Read(const std::vector<boost::asio::mutable_buffer>& buffers, net::DoneWithSize done);
+    void Write(const std::vector<boost::asio::const_buffer>& buffers, net::DoneWithSize done);
     void Teardown(boost::beast::role_type role, net::Done done);
 
     HttpSocket m_socket;

@@ -17,6 +17,12 @@ class Stream final : public boost::beast::test::stream {
 public:
     using stream::stream;
 
+    template <class Handler>
+    friend void async_teardown(boost::beast::role_type role, Stream& stream, Handler&& handler) {
+        async_teardown(role, static_cast<boost::beast::test::stream&>(stream),
+                       std::forward<Handler>(handler));
+    }
+
     [[nodiscard]] static bool IsSecure() { return false; }
     template <class Done>
     void Handshake(const Done& /*done*/) {
