@@ -10,21 +10,23 @@
 namespace net {
 
 struct ClientStream::Layers {
+    explicit Layers(boost::asio::io_context& context) : tcp(context) {}
+
     next_layer_type tcp;
     std::optional<boost::asio::ssl::stream<next_layer_type&>> tls;
 };
 
-ClientStream::ClientStream(boost::asio::io_context& context)
-    : m_layers(new Layers{next_layer_type(context), std::nullopt}) {}
+ClientStream::ClientStream(boost::asio::io_context& context) : m_layers(std::make_shared<Layers>(context)) {}
 
 ClientStream::ClientStream(boost::asio::io_context& context, boost::asio::ssl::context& tls)
     : ClientStream(context) {
     m_layers->tls.emplace(m_layers->tcp, tls);
 }
 
-ClientStream::ClientStream(ClientStream&& other) noexcept = default;
-ClientStream& ClientStream::operator=(ClientStream&& other) noexcept = default;
-ClientStream::~ClientStream() = default;
+ClientStream::~ClientStream() {
+    if (m_layers)
+        m_layers->tcp.close();
+}
 
 ClientStream::next_layer_type& ClientStream::next_layer() noexcept {
     return m_layers->tcp;
@@ -50,21 +52,29 @@ bool ClientStream::ExpectName(const std::string& host) {
 }
 
 void ClientStream::Handshake(Done done) {
-    m_layers->tls->async_handshake(boost::asio::ssl::stream_base::client, std::move(done));
+    m_layers->tls->async_handshake(
+        boost::asio::ssl::stream_base::client,
+        [layers = m_layers, done = std::move(done)](const Error& error) { done(error); });
 }
 
 void ClientStream::Read(const std::vector<boost::asio::mutable_buffer>& buffers, DoneWithSize done) {
     if (m_layers->tls)
-        m_layers->tls->async_read_some(buffers, std::move(done));
+        m_layers->tls->async_read_some(buffers, Holding(std::move(done)));
     else
         m_layers->tcp.async_read_some(buffers, std::move(done));
 }
 
 void ClientStream::Write(const std::vector<boost::asio::const_buffer>& buffers, DoneWithSize done) {
     if (m_layers->tls)
-        m_layers->tls->async_write_some(buffers, std::move(done));
+        m_layers->tls->async_write_some(buffers, Holding(std::move(done)));
     else
         m_layers->tcp.async_write_some(buffers, std::move(done));
+}
+
+DoneWithSize ClientStream::Holding(DoneWithSize done) const {
+    return [layers = m_layers, done = std::move(done)](const Error& error, std::size_t size) {
+        done(error, size);
+    };
 }
 
 } // namespace net

@@ -35,8 +35,9 @@ public:
     explicit ClientStream(boost::asio::io_context& context);
     /// Over TLS, once the handshake is done.
     ClientStream(boost::asio::io_context& context, boost::asio::ssl::context& tls);
-    ClientStream(ClientStream&& other) noexcept;
-    ClientStream& operator=(ClientStream&& other) noexcept;
+    ClientStream(ClientStream&& other) noexcept = default;
+    ClientStream& operator=(ClientStream&&) = delete;
+    /// Closes the connection: what is under way ends with an error, and may outlive this object.
     ~ClientStream();
 
     [[nodiscard]] executor_type get_executor() noexcept { return next_layer().get_executor(); }
@@ -77,7 +78,10 @@ private:
     void Read(const std::vector<boost::asio::mutable_buffer>& buffers, DoneWithSize done);
     void Write(const std::vector<boost::asio::const_buffer>& buffers, DoneWithSize done);
 
-    std::unique_ptr<Layers> m_layers;
+    /// With the layers, which TLS looks at when an operation ends.
+    [[nodiscard]] DoneWithSize Holding(DoneWithSize done) const;
+
+    std::shared_ptr<Layers> m_layers; ///< null: moved from
 };
 
 } // namespace net
