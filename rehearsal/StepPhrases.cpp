@@ -94,10 +94,10 @@ std::string InSeconds(VirtualTime time) {
 }
 
 std::string OneLine(std::string_view text) {
-    constexpr char kFirstPrintable = ' ';
+    constexpr char kFirstVisible = ' ';
     std::string line;
     for (const char character : text) {
-        if (static_cast<unsigned char>(character) >= kFirstPrintable) {
+        if (static_cast<unsigned char>(character) >= kFirstVisible) {
             line.push_back(character);
             continue;
         }
