@@ -4,6 +4,7 @@
 #include "tests/controller/http/TestClient.h"
 #include "tests/controller/support/Within.h"
 
+#include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/post.hpp>
 #include <gtest/gtest.h>
 
@@ -68,7 +69,10 @@ protected:
     }
 
     void TearDown() override {
-        OnDriver([this] { m_server->Close(); });
+        OnDriver([this] {
+            m_server->Close();
+            m_work.reset();
+        });
         m_thread.join();
     }
 
@@ -98,6 +102,8 @@ protected:
                                             "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
 
     boost::asio::io_context m_context{1};
+    boost::asio::executor_work_guard<boost::asio::io_context::executor_type> m_work{
+        m_context.get_executor()}; ///< the thread stays also when the server has nothing to do any more
     EchoHandler m_handler;
     Log m_log{STDERR_FILENO, Severity::Error, Log::Form::Plain};
     std::unique_ptr<HttpServer> m_server;
