@@ -54,8 +54,6 @@ PulseRoom PulseRoomOf(const std::string& text) {
 }
 
 GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
-    if (room.duck)
-        LowerOthers(room.sink, *room.duck, context);
     const std::string reason =
         context.pulse ? context.pulse->WhyNot(room.sink) : "there is no way to the sound server";
     // So late that silence would only be told to have missed the beginning.
@@ -69,6 +67,8 @@ GstElement* OpenSink(const PulseRoom& room, const OutputContext& context) {
     if (room.sink != kServersChoice)
         g_object_set(sink, "device", room.sink.c_str(), nullptr); // NOLINT(*-vararg)
     MarkAsAnnouncement(sink);
+    if (room.duck)
+        LowerOthers(room.sink, *room.duck, context);
     return sink;
 }
 

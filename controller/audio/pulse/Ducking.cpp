@@ -46,10 +46,10 @@ bool Ducking::HasGivenBack() const {
     return m_borrowings.Of(ducked_volume::kKind).empty() || (m_state.isThere && m_lowered.empty());
 }
 
-unsigned Ducking::Hold(const std::string& sink, double decibels) {
+unsigned Ducking::Hold(const std::string& sink, double decibels, std::function<void()> onLowered) {
     if (m_holds.empty())
         m_left.clear(); // What was set while the former announcement ended says nothing of this one.
-    m_holds[++m_lastHold] = {sink, decibels};
+    m_holds[++m_lastHold] = {sink, decibels, std::move(onLowered)};
     m_server.look();
     return m_lastHold;
 }
@@ -64,9 +64,9 @@ void Ducking::Release(unsigned hold) {
 std::optional<double> Ducking::DecibelsOn(std::uint32_t sink) const {
     std::optional<double> decibels;
     for (const auto& [id, hold] : m_holds) {
-        const auto place = m_state.sinks.find(hold.first == kDefaultSink ? m_state.defaultSink : hold.first);
+        const auto place = m_state.sinks.find(hold.sink == kDefaultSink ? m_state.defaultSink : hold.sink);
         if (place != m_state.sinks.end() && place->second == sink)
-            decibels = std::min(decibels.value_or(0), hold.second);
+            decibels = std::min(decibels.value_or(0), hold.decibels);
     }
     return decibels;
 }
@@ -79,6 +79,7 @@ void Ducking::OnState(const PulseState& state) {
         m_lowered.clear();
         if (!m_holds.empty() || !m_borrowings.Of(ducked_volume::kKind).empty())
             m_retry.Start(kRetry, [this] { m_server.look(); });
+        TellLowered();
         return;
     }
     m_retry.Stop();
@@ -191,11 +192,15 @@ void Ducking::TakeNew() {
     }
 }
 
-/// One step of each, and the next one in time.
+int Ducking::GoalOf(const Lowered& lowered) const {
+    return DecibelsOn(lowered.sink) ? ducked_volume::kSteps : 0;
+}
+
+/// One step of each, and the next one in time. What has arrived is looked at once more, `kPace` later.
 void Ducking::Move() {
     bool isMoving = false;
     for (auto& [index, lowered] : m_lowered) {
-        const int goal = DecibelsOn(lowered.sink) ? ducked_volume::kSteps : 0;
+        const int goal = GoalOf(lowered);
         if (!lowered.isWritten || lowered.step == goal)
             continue;
         lowered.step += goal > lowered.step ? 1 : -1;
@@ -204,6 +209,20 @@ void Ducking::Move() {
     }
     if (isMoving)
         m_move.Start(kPace, [this] { Move(); });
+    else
+        TellLowered();
+}
+
+/// Unless something has still to be written down before it is lowered.
+void Ducking::TellLowered() {
+    const bool isWaiting = std::any_of(m_lowered.begin(), m_lowered.end(), [this](const auto& entry) {
+        return !entry.second.isWritten && GoalOf(entry.second) != 0;
+    });
+    if (isWaiting)
+        return;
+    for (auto& [id, hold] : m_holds)
+        if (const auto told = std::exchange(hold.onLowered, nullptr))
+            told();
 }
 
 } // namespace controller::audio

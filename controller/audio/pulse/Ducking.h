@@ -41,8 +41,10 @@ public:
     ~Ducking();
 
     /// From now on what plays on the sink is quieter by `decibels` (negative), until `Release` with the
-    /// number that comes back. "default" is the sink that the server says.
-    [[nodiscard]] unsigned Hold(const std::string& sink, double decibels);
+    /// number that comes back. "default" is the sink that the server says. `onLowered` is called once, when
+    /// the server has had `kPace` for the last step of what played there, or there is nothing to lower; not
+    /// after `Release`.
+    [[nodiscard]] unsigned Hold(const std::string& sink, double decibels, std::function<void()> onLowered);
     void Release(unsigned hold);
 
     void OnState(const PulseState& state);
@@ -51,6 +53,11 @@ public:
     [[nodiscard]] bool HasGivenBack() const;
 
 private:
+    struct Holding {
+        std::string sink;
+        double decibels = 0;
+        std::function<void()> onLowered; ///< empty: has been called
+    };
     struct Lowered {
         Borrowed entry;
         PulseVolume before;
@@ -67,13 +74,15 @@ private:
     void Lower(const PulseStream& stream, const PulseVolume& before, int step);
     void TakeNew();
     void Move();
+    void TellLowered();
+    [[nodiscard]] int GoalOf(const Lowered& lowered) const;
     void Strike(const Borrowed& entry) { m_struck.push_back(entry); }
 
     IScheduler& m_driver;
     Borrowings& m_borrowings;
     const Server m_server;
     unsigned m_lastHold = 0;
-    std::map<unsigned, std::pair<std::string, double>> m_holds; ///< sink, decibels
+    std::map<unsigned, Holding> m_holds;
     PulseState m_state;
     std::map<std::uint32_t, Lowered> m_lowered; ///< by stream
     std::vector<std::uint32_t> m_new;           ///< to be written down

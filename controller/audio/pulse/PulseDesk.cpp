@@ -2,6 +2,7 @@
 
 #include "controller/audio/pulse/MediaPlayers.h"
 
+#include <future>
 #include <optional>
 #include <stdexcept>
 #include <tuple>
@@ -93,22 +94,26 @@ std::vector<std::string> PulseDesk::WhyNot(const std::vector<std::string>& sinks
 
 std::shared_ptr<void> PulseDesk::Lower(const std::string& sink, const Duck& duck) {
     const auto number = std::make_shared<unsigned>(0);
-    m_mailbox->Post([self = shared_from_this(), number, sink, duck] {
+    auto lowered = std::make_shared<std::promise<void>>();
+    const std::future<void> isLowered = lowered->get_future();
+    m_mailbox->Post([self = shared_from_this(), number, sink, duck, lowered = std::move(lowered)] {
         if (!self->m_ducking)
             return;
-        *number = self->m_ducking->Hold(sink, duck.decibels);
+        *number = self->m_ducking->Hold(sink, duck.decibels, [lowered] { lowered->set_value(); });
         if (duck.isPausing)
             self->m_pausing->Hold();
     });
-    return {number.get(), [self = shared_from_this(), number, duck](void* /*number*/) {
-                self->m_mailbox->Post([self, number, duck] {
-                    if (!self->m_ducking)
-                        return;
-                    self->m_ducking->Release(*number);
-                    if (duck.isPausing)
-                        self->m_pausing->Release();
-                });
-            }};
+    std::shared_ptr<void> hold(number.get(), [self = shared_from_this(), number, duck](void* /*number*/) {
+        self->m_mailbox->Post([self, number, duck] {
+            if (!self->m_ducking)
+                return;
+            self->m_ducking->Release(*number);
+            if (duck.isPausing)
+                self->m_pausing->Release();
+        });
+    });
+    (void)isLowered.wait_for(kLowering); // A room that is late for its sound would be worse.
+    return hold;
 }
 
 } // namespace controller::audio

@@ -30,6 +30,8 @@ class PulseDesk final : public std::enable_shared_from_this<PulseDesk> {
 public:
     /// So long a room that opens waits for the server's answer.
     static constexpr std::chrono::milliseconds kAnswer{1500};
+    /// And so long until others are quiet, which takes a tenth of a second and what the disk needs.
+    static constexpr std::chrono::milliseconds kLowering{300};
 
     explicit PulseDesk(std::shared_ptr<Mailbox> mailbox) : m_mailbox(std::move(mailbox)) {}
     PulseDesk(const PulseDesk&) = delete;
@@ -67,7 +69,8 @@ public:
     /// The same of several, for the price of one.
     [[nodiscard]] std::vector<std::string> WhyNot(const std::vector<std::string>& sinks);
 
-    /// Does that to others on the sink, for as long as what comes back is kept.
+    /// Does that to others on the sink, for as long as what comes back is kept. Waits until what plays there
+    /// is lowered, `kLowering` at most. Not on the driver thread.
     [[nodiscard]] std::shared_ptr<void> Lower(const std::string& sink, const Duck& duck);
 
 private:

@@ -13,7 +13,8 @@ namespace controller::audio {
 /// announcements, and by which it is known that it is not to be lowered.
 void MarkAsAnnouncement(GstElement* pulsesink);
 
-/// Lowers, and pauses, what others play on the sink until the room has heard its last sample.
+/// Lowers, and pauses, what others play on the sink until the room has heard its last sample. Gives them the
+/// time that it takes.
 void LowerOthers(const std::string& sink, const Duck& duck, const OutputContext& context);
 
 } // namespace controller::audio

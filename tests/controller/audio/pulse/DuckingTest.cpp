@@ -75,13 +75,14 @@ protected:
     std::uint32_t VolumeOf(std::uint32_t index) { return Find(index).volume.at(0); }
     std::size_t Entries() { return m_borrowings->Of("pulse").size(); }
     unsigned Hold(const std::string& sink = "kitchen", double decibels = -15) {
-        return m_ducking->Hold(sink, decibels);
+        return m_ducking->Hold(sink, decibels, [this] { ++m_told; });
     }
 
     FakeScheduler m_scheduler;
     TestLog m_log;
     bool m_isDiskQuick = true;
     int m_looks = 0;
+    int m_told = 0; ///< how many were told that all is lowered
     PulseState m_state;
     std::vector<Borrowed> m_written;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_sets;
@@ -117,6 +118,43 @@ TEST_F(DuckingTest, MusicIsLoweredByFifteenDecibelsInFiveStepsOfTwentyMillisecon
     EXPECT_EQ(Entries(), 0U);
     EXPECT_EQ(m_written.size(), 2U);
     EXPECT_EQ(m_scheduler.Waiting(), 0U);
+}
+
+TEST_F(DuckingTest, ARoomIsToldOnceWhenTheServerHasHadTimeForTheLastStep) {
+    Begin();
+    Play(7, "music");
+    (void)Hold();
+    m_ducking->OnState(m_state);
+    EXPECT_EQ(m_told, 0) << "it is being written down";
+    m_scheduler.DoPosted();
+    m_scheduler.Advance(std::chrono::milliseconds(99));
+    EXPECT_EQ(VolumeOf(7), kDucked);
+    EXPECT_EQ(m_told, 0);
+    m_scheduler.Advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(m_told, 1);
+    Look();
+    EXPECT_EQ(m_told, 1);
+    (void)Hold();
+    m_ducking->OnState(m_state);
+    EXPECT_EQ(m_told, 2) << "all is lowered already";
+}
+
+TEST_F(DuckingTest, ARoomIsToldAtOnceWhereNothingCanBeLowered) {
+    Begin();
+    (void)Hold();
+    EXPECT_EQ(m_told, 0) << "the server has not said what plays";
+    m_ducking->OnState(m_state);
+    EXPECT_EQ(m_told, 1);
+    (void)Hold();
+    m_ducking->OnState({});
+    EXPECT_EQ(m_told, 2) << "there is no server";
+    m_isDiskQuick = false;
+    Play(7, "music");
+    const unsigned hold = Hold();
+    m_ducking->OnState(m_state);
+    m_ducking->Release(hold);
+    m_scheduler.Advance(std::chrono::seconds(1));
+    EXPECT_EQ(m_told, 2) << "that one is gone";
 }
 
 TEST_F(DuckingTest, WhatPlaysElsewhereIsOursIsPausedOrMutedIsLeft) {
