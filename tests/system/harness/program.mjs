@@ -10,6 +10,10 @@ process.on('exit', () => running.forEach((one) => one.kill('SIGKILL')));
 // Printed by the thousand lines, it would hide what matters.
 const last = (text) => (text.length > 4000 ? `…${text.slice(-4000)}` : text);
 
+// The command and the words by which a program is begun that plays in real time: it comes before others, as such
+// programs do at home, where that is allowed; else it is as any other.
+export const inTime = (command, words) => ['nice', ['-n', '-10', command, ...words]];
+
 export class Program {
   output = '';
   // Of `output`, what came on standard output, and on standard error.

@@ -5,7 +5,7 @@ import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { connect, createServer } from 'node:net';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
-import { Program } from './program.mjs';
+import { inTime, Program } from './program.mjs';
 import { announcement, music, tone } from './sound-server.mjs';
 import { rate } from './sounds.mjs';
 import { within } from './waits.mjs';
@@ -44,7 +44,7 @@ export class SnapcastServer {
         source('music', musicPort) +
         source('announcements', said),
     );
-    this.server = new Program('snapserver', ['-c', file]);
+    this.server = new Program(...inTime('snapserver', ['-c', file]));
     this.#programs.push(this.server);
     await this.until('the Snapcast server', () => this.ask('Server.GetRPCVersion'));
     return this;
@@ -139,13 +139,8 @@ export class SnapcastServer {
 
   // A client; `listen` gives what it plays from then on, `end` of that the samples.
   async client(id) {
-    const program = new Program(
-      'snapclient',
-      ['-h', '127.0.0.1', '-p', `${this.ports[1]}`, '--hostID', id, '-i', '1', '--logsink', 'stderr'].concat([
-        '--player',
-        'file:filename=stdout',
-      ]),
-    );
+    const words = ['-h', '127.0.0.1', '-p', `${this.ports[1]}`, '--hostID', id, '-i', '1', '--logsink', 'stderr'];
+    const program = new Program(...inTime('snapclient', [...words, '--player', 'file:filename=stdout']));
     this.#programs.push(program);
     const pieces = [];
     let isListening = false;

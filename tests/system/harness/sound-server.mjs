@@ -4,7 +4,7 @@ import { spawnSync } from 'node:child_process';
 import { mkdirSync, mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
-import { Program } from './program.mjs';
+import { inTime, Program } from './program.mjs';
 import { rate } from './sounds.mjs';
 import { within } from './waits.mjs';
 
@@ -84,7 +84,7 @@ export class SoundServer {
   }
 
   #run(command, words, options = {}) {
-    const program = new Program(command, words, { env: this.env, ...options });
+    const program = new Program(...inTime(command, words), { env: this.env, ...options });
     this.#programs.push(program);
     return program;
   }
@@ -145,12 +145,11 @@ export class SoundServer {
 
   // Reads the sink back from now on; what comes back gives what was heard, when it is asked to.
   async listen() {
-    const recorder = new Program(
+    const recorder = this.#run(
       'parec',
       [`--device=${sink}.monitor`, '--raw', '--format=s16le', `--rate=${rate}`, '--channels=1', '--latency-msec=20'],
-      { env: this.env, stdio: ['ignore', 'pipe', 'pipe'] },
+      { stdio: ['ignore', 'pipe', 'pipe'] },
     );
-    this.#programs.push(recorder);
     const pieces = [];
     recorder.process.stdout.removeAllListeners('data');
     recorder.process.stdout.setEncoding('latin1').on('data', (piece) => pieces.push(Buffer.from(piece, 'latin1')));
@@ -178,7 +177,7 @@ export class SoundServer {
   async remove() {
     for (const { process: one } of this.#programs) {
       try {
-        if (one.spawnargs[0] === 'dbus-run-session') process.kill(-one.pid, 'SIGKILL');
+        if (one.spawnargs.includes('dbus-run-session')) process.kill(-one.pid, 'SIGKILL');
         one.kill('SIGKILL');
       } catch {
         // It has ended.
